@@ -1,0 +1,22 @@
+# Flags shared by every target of the project.
+add_library(orv_flags INTERFACE)
+target_compile_features(orv_flags INTERFACE cxx_std_20)
+target_compile_options(
+    orv_flags
+    INTERFACE -Wall
+              -Wextra
+              -Wpedantic
+              -Wshadow
+              -Wold-style-cast
+              -Wnon-virtual-dtor
+              -Woverloaded-virtual
+              $<$<BOOL:${ORV_WERROR}>:-Werror>)
+target_compile_definitions(
+    orv_flags INTERFACE QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_KEYWORDS QT_NO_FOREACH
+                        QT_NO_NARROWING_CONVERSIONS_IN_CONNECT)
+if(ORV_SANITIZE)
+    # The leak checker stays on; undefined behaviour stops the run like any other fault.
+    target_compile_options(orv_flags INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=all
+                                               -fno-omit-frame-pointer)
+    target_link_options(orv_flags INTERFACE -fsanitize=address,undefined)
+endif()

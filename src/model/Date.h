@@ -1,0 +1,24 @@
+#pragma once
+
+#include <compare>
+
+namespace orvanlite {
+
+/// A point in time. Kept as seconds since 2001-01-01 00:00:00 UTC, so that dates of the JSON files round-trip to
+/// the last bit.
+/// Source: Core Foundation's absolute time.
+struct Date {
+    double sinceReference = 0;
+
+    static constexpr double kReferenceSince1970 = 978307200.0;
+
+    [[nodiscard]] static constexpr Date fromUnix(double secondsSince1970)
+    {
+        return Date{secondsSince1970 - kReferenceSince1970};
+    }
+    [[nodiscard]] constexpr double unixTime() const { return sinceReference + kReferenceSince1970; }
+
+    auto operator<=>(const Date&) const = default;
+};
+
+} // namespace orvanlite

@@ -1,0 +1,59 @@
+#pragma once
+
+#include <QObject>
+
+#include <utility>
+
+namespace orvanlite {
+
+/// The signal of an Observable.
+class AssignmentSignal final : public QObject {
+    Q_OBJECT
+
+Q_SIGNALS:
+    void assigned();
+};
+
+/// A value that tells its observers of every assignment, also of an equal value.
+///
+/// Observers are called in the order in which they were added: an owner adds its follow-up steps first, so that
+/// these have run before any view hears of the change.
+template <typename T> class Observable {
+public:
+    explicit Observable(T initial = T{}) : m_value(std::move(initial)) {}
+
+    [[nodiscard]] const T& get() const { return m_value; }
+    const T& operator*() const { return m_value; }
+    const T* operator->() const { return &m_value; }
+
+    Observable& operator=(T value)
+    {
+        set(std::move(value));
+        return *this;
+    }
+    void set(T value)
+    {
+        m_value = std::move(value);
+        Q_EMIT m_signal.assigned();
+    }
+    /// Changes the value in place: one assignment, however many steps the function takes.
+    template <typename Function> void mutate(Function&& change)
+    {
+        std::forward<Function>(change)(m_value);
+        Q_EMIT m_signal.assigned();
+    }
+
+    /// Calls the function after every assignment, until the context dies. Give two functions to one context and
+    /// they run in this order.
+    template <typename Function> QMetaObject::Connection observe(QObject* context, Function&& function) const
+    {
+        return QObject::connect(&m_signal, &AssignmentSignal::assigned, context,
+                                std::forward<Function>(function));
+    }
+
+private:
+    T m_value;
+    AssignmentSignal m_signal;
+};
+
+} // namespace orvanlite

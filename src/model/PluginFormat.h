@@ -1,0 +1,43 @@
+#pragma once
+
+#include "model/RawValue.h"
+
+#include <QHashFunctions>
+#include <QStringList>
+
+#include <array>
+
+namespace orvanlite::platform {
+struct SystemLayout;
+}
+
+namespace orvanlite {
+
+/// The formats of audio plugins, in the order in which a scan walks them. The raw value is stored in the
+/// catalogue, is part of the plugin key, names the format's folder of disabled plugins and is shown to the user.
+enum class PluginFormat { au, vst3, vst2, aax, clap, wavesBundle };
+
+template <> struct RawValueTable<PluginFormat> {
+    static constexpr std::array<RawValueRow<PluginFormat>, 6> rows{{
+        {PluginFormat::au, u"Audio Units"},
+        {PluginFormat::vst3, u"VST3"},
+        {PluginFormat::vst2, u"VST"},
+        {PluginFormat::aax, u"AAX"},
+        {PluginFormat::clap, u"CLAP"},
+        {PluginFormat::wavesBundle, u"Waves"},
+    }};
+};
+
+/// Where hosts look for plugins of the format: the system's folder, then the user's. Empty for `wavesBundle`,
+/// whose folders carry version numbers and are found by the scan.
+[[nodiscard]] QStringList systemPaths(PluginFormat format, const platform::SystemLayout& layout);
+
+/// The file name extension, without the dot, that makes an entry a plugin of the format.
+[[nodiscard]] QStringView bundleExtension(PluginFormat format);
+
+inline size_t qHash(PluginFormat format, size_t seed = 0) noexcept
+{
+    return ::qHash(static_cast<int>(format), seed);
+}
+
+} // namespace orvanlite

@@ -1,0 +1,38 @@
+#include "model/TextOrder.h"
+
+#include <QCollator>
+
+namespace orvanlite {
+
+bool plainLess(QStringView left, QStringView right)
+{
+    const qsizetype shorter = std::min(left.size(), right.size());
+    for (qsizetype i = 0; i < shorter; ++i) {
+        const QChar a = left[i];
+        const QChar b = right[i];
+        if (a == b)
+            continue;
+        // A surrogate stands for a code point above all that fit into one unit.
+        if (a.isSurrogate() != b.isSurrogate())
+            return b.isSurrogate();
+        return a < b;
+    }
+    return left.size() < right.size();
+}
+
+int localizedCompare(QStringView left, QStringView right)
+{
+    static const QCollator collator = [] {
+        QCollator made;
+        made.setCaseSensitivity(Qt::CaseInsensitive);
+        return made;
+    }();
+    return collator.compare(left, right);
+}
+
+bool localizedContains(QStringView text, QStringView part)
+{
+    return text.contains(part, Qt::CaseInsensitive);
+}
+
+} // namespace orvanlite

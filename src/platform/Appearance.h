@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QObject>
+
+#include <functional>
+#include <optional>
+
+namespace orvanlite::platform {
+
+/// An sRGB colour, each part from 0 to 1.
+struct Rgb {
+    double red = 0;
+    double green = 0;
+    double blue = 0;
+    bool operator==(const Rgb&) const = default;
+};
+
+/// What the user has set for the look of all applications. Absent answers: the system does not say.
+class Appearance {
+public:
+    Appearance() = default;
+    Appearance(const Appearance&) = delete;
+    Appearance& operator=(const Appearance&) = delete;
+    virtual ~Appearance() = default;
+
+    [[nodiscard]] virtual std::optional<bool> isDark() const = 0;
+    [[nodiscard]] virtual std::optional<Rgb> accentColour() const = 0;
+    [[nodiscard]] virtual bool reducesMotion() const = 0;
+
+    /// Calls the handler after any of the three has changed, while `context` lives.
+    virtual void observe(QObject* context, std::function<void()> handler) = 0;
+};
+
+} // namespace orvanlite::platform

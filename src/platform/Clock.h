@@ -1,0 +1,24 @@
+#pragma once
+
+#include <qcorotask.h>
+
+#include <chrono>
+
+namespace orvanlite::platform {
+
+/// The time of day, and waiting. Tests inject one that is moved by hand.
+class Clock {
+public:
+    Clock() = default;
+    Clock(const Clock&) = delete;
+    Clock& operator=(const Clock&) = delete;
+    virtual ~Clock() = default;
+
+    /// Seconds since 1970-01-01 00:00:00 UTC, with fractions.
+    [[nodiscard]] virtual double now() const = 0;
+
+    /// Ends after the duration; the event loop turns meanwhile.
+    virtual QCoro::Task<> sleepFor(std::chrono::milliseconds duration) = 0;
+};
+
+} // namespace orvanlite::platform

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <QString>
+#include <QVariant>
+
+namespace orvanlite::platform {
+
+/// One domain of user defaults: small values by name, kept between runs.
+class Defaults {
+public:
+    Defaults() = default;
+    Defaults(const Defaults&) = delete;
+    Defaults& operator=(const Defaults&) = delete;
+    virtual ~Defaults() = default;
+
+    /// Booleans, integers, texts and byte arrays; an invalid variant for a name that was never set.
+    [[nodiscard]] virtual QVariant value(const QString& key) const = 0;
+
+    /// Stores the value and writes it out at once, so that another process that is told of it reads the new one.
+    /// An equal value is not written again. A failed write is dropped.
+    virtual void setValue(const QString& key, const QVariant& value) = 0;
+};
+
+/// The application's own defaults and the suites that it shares with its helper.
+class DefaultsStore {
+public:
+    DefaultsStore() = default;
+    DefaultsStore(const DefaultsStore&) = delete;
+    DefaultsStore& operator=(const DefaultsStore&) = delete;
+    virtual ~DefaultsStore() = default;
+
+    [[nodiscard]] virtual Defaults& standard() = 0;
+
+    /// The shared suite of that name, opened once; null when it cannot be opened.
+    [[nodiscard]] virtual Defaults* suite(const QString& name) = 0;
+};
+
+} // namespace orvanlite::platform

@@ -1,0 +1,10 @@
+#include "platform/PropertyList.h"
+
+namespace orvanlite::platform {
+
+std::optional<PropertyListTexts> readPropertyList(QByteArrayView, std::span<const PropertyListField>)
+{
+    return std::nullopt;
+}
+
+} // namespace orvanlite::platform

@@ -1,0 +1,64 @@
+#include "platform/SystemLayout.h"
+
+namespace orvanlite::platform {
+
+using namespace Qt::StringLiterals;
+
+QString SystemLayout::centralDisabledDirectory() const
+{
+    return system(u"/Library/Audio/Plug-Ins/Disabled");
+}
+
+QString SystemLayout::aaxDirectory() const
+{
+    return system(u"/Library/Application Support/Avid/Audio/Plug-Ins");
+}
+
+QString SystemLayout::aaxUnusedDirectory() const
+{
+    return system(u"/Library/Application Support/Avid/Audio/Plug-Ins (Unused)");
+}
+
+QString SystemLayout::wavesDirectory() const
+{
+    return system(u"/Applications/Waves");
+}
+
+bool SystemLayout::isInSystemLibrary(const QString& path) const
+{
+    // On purpose: the bare text decides, so a neighbour such as "/Library Backup" counts too.
+    return path.startsWith(system(u"/Library"));
+}
+
+QString SystemLayout::applicationFolder() const
+{
+    return applicationSupport + u"/Orvanlite"_s;
+}
+
+QString SystemLayout::audioUnitSystemCache() const
+{
+    return system(u"/Library/Caches/com.apple.audiounits.cache");
+}
+
+QString SystemLayout::machineIdFile() const
+{
+    return system(u"/etc/machine-id");
+}
+
+QString SystemLayout::shell() const
+{
+    // The shell is the real one in a sandbox too: it is started there, not looked at.
+    return u"/bin/sh"_s;
+}
+
+QString SystemLayout::openTool() const
+{
+    return system(u"/usr/bin/open");
+}
+
+QString SystemLayout::chflags() const
+{
+    return system(u"/bin/chflags");
+}
+
+} // namespace orvanlite::platform

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <QString>
+
+namespace orvanlite::platform {
+
+/// Short messages that the system shows to the user outside of any window.
+class UserNotifications {
+public:
+    UserNotifications() = default;
+    UserNotifications(const UserNotifications&) = delete;
+    UserNotifications& operator=(const UserNotifications&) = delete;
+    virtual ~UserNotifications() = default;
+
+    /// Silent where the system has no such service.
+    virtual void show(const QString& title, const QString& body) = 0;
+};
+
+} // namespace orvanlite::platform

@@ -1,0 +1,77 @@
+#include "platform/SystemLayout.h"
+
+#include <pwd.h>
+#include <unistd.h>
+
+#include <cstdlib>
+
+namespace orvanlite::platform {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QString environment(const char* name)
+{
+    return QString::fromUtf8(std::getenv(name));
+}
+
+QString homeFolder()
+{
+    QString home = environment("HOME");
+    if (home.isEmpty()) {
+        if (const passwd* user = getpwuid(getuid()))
+            home = QString::fromUtf8(user->pw_dir);
+    }
+    while (home.size() > 1 && home.endsWith(u'/'))
+        home.chop(1);
+    return home;
+}
+
+/// A base directory: the variable's value if it is an absolute path, otherwise the default below the home folder.
+/// Source: the XDG Base Directory Specification.
+QString baseDirectory(const char* variable, const QString& home, QStringView fallback)
+{
+    const QString value = environment(variable);
+    if (value.startsWith(u'/'))
+        return value;
+    return home.isEmpty() ? QString() : QString(home).append(fallback);
+}
+
+} // namespace
+
+SystemLayout SystemLayout::ofThisMachine()
+{
+    SystemLayout layout;
+    layout.home = homeFolder();
+    layout.applicationSupport = baseDirectory("XDG_DATA_HOME", layout.home, u"/.local/share");
+    layout.configuration = baseDirectory("XDG_CONFIG_HOME", layout.home, u"/.config");
+    layout.cache = baseDirectory("XDG_CACHE_HOME", layout.home, u"/.cache");
+    layout.runtime = baseDirectory("XDG_RUNTIME_DIR", layout.home, u"/.cache/run");
+    // Our own folder and not the shared one: there root may be kept from writing another user's file, and the
+    // progress counter of a privileged script would fail.
+    layout.temporary = layout.cache + u"/Orvanlite/tmp"_s;
+    layout.desktop = layout.home + u"/Desktop"_s;
+    layout.downloads = layout.home + u"/Downloads"_s;
+    layout.documents = layout.home + u"/Documents"_s;
+    return layout;
+}
+
+SystemLayout SystemLayout::sandbox(const QString& root)
+{
+    SystemLayout layout;
+    layout.root = root;
+    layout.home = root + u"/Users/tester"_s;
+    layout.applicationSupport = layout.home + u"/.local/share"_s;
+    layout.configuration = layout.home + u"/.config"_s;
+    layout.cache = layout.home + u"/.cache"_s;
+    layout.runtime = layout.home + u"/.cache/run"_s;
+    layout.temporary = layout.cache + u"/Orvanlite/tmp"_s;
+    layout.desktop = layout.home + u"/Desktop"_s;
+    layout.downloads = layout.home + u"/Downloads"_s;
+    layout.documents = layout.home + u"/Documents"_s;
+    layout.toolOverrides = root + u"/tools"_s;
+    return layout;
+}
+
+} // namespace orvanlite::platform
