@@ -1,7 +1,5 @@
 #pragma once
 
-#include <compare>
-
 namespace orvanlite {
 
 /// A point in time. Kept as seconds since 2001-01-01 00:00:00 UTC, so that dates of the JSON files round-trip to
@@ -18,7 +16,8 @@ struct Date {
     }
     [[nodiscard]] constexpr double unixTime() const { return sinceReference + kReferenceSince1970; }
 
-    auto operator<=>(const Date&) const = default;
+    bool operator==(const Date&) const = default;
+    bool operator<(const Date& other) const { return sinceReference < other.sinceReference; }
 };
 
 } // namespace orvanlite

@@ -36,6 +36,8 @@ public:
         m_value = std::move(value);
         Q_EMIT m_signal.assigned();
     }
+    /// Assigns the empty value of the type.
+    void clear() { set(T{}); }
     /// Changes the value in place: one assignment, however many steps the function takes.
     template <typename Function> void mutate(Function&& change)
     {

@@ -15,16 +15,18 @@ bool hyphenStandsAt(qsizetype position)
     return position == 8 || position == 13 || position == 18 || position == 23;
 }
 
-int hexValue(char c)
-{
-    if (c >= '0' && c <= '9')
-        return c - '0';
-    if (c >= 'A' && c <= 'F')
-        return c - 'A' + 10;
-    if (c >= 'a' && c <= 'f')
-        return c - 'a' + 10;
-    return -1;
-}
+/// The value of every byte as a hexadecimal digit, -1 for any other.
+constexpr auto kHexValues = [] {
+    std::array<signed char, 256> values{};
+    values.fill(-1);
+    for (signed char i = 0; i < 10; ++i)
+        values[static_cast<std::size_t>('0' + i)] = i;
+    for (signed char i = 0; i < 6; ++i) {
+        values[static_cast<std::size_t>('A' + i)] = static_cast<signed char>(10 + i);
+        values[static_cast<std::size_t>('a' + i)] = static_cast<signed char>(10 + i);
+    }
+    return values;
+}();
 
 /// Random words from the system, refilled 4 KiB at a time.
 class RandomWords {
@@ -89,20 +91,22 @@ std::optional<QUuid> parseUuid(QByteArrayView text)
 {
     if (text.size() != kTextLength)
         return std::nullopt;
+    // Every page of the catalogue reads a hundred ids: the digits are checked together at the end.
+    static constexpr std::array<qsizetype, 16> kPairs{0,  2,  4,  6,  9,  11, 14, 16,
+                                                      19, 21, 24, 26, 28, 30, 32, 34};
+    const auto digit = [text](qsizetype position) {
+        return int(kHexValues[static_cast<uchar>(text[position])]);
+    };
     std::array<uchar, 16> bytes{};
-    std::size_t digit = 0;
-    for (qsizetype i = 0; i < kTextLength; ++i) {
-        if (hyphenStandsAt(i)) {
-            if (text[i] != '-')
-                return std::nullopt;
-            continue;
-        }
-        const int value = hexValue(text[i]);
-        if (value < 0)
-            return std::nullopt;
-        bytes[digit / 2] = static_cast<uchar>(bytes[digit / 2] << 4 | value);
-        ++digit;
+    int checked = 0;
+    for (std::size_t i = 0; i < bytes.size(); ++i) {
+        const int high = digit(kPairs[i]);
+        const int low = digit(kPairs[i] + 1);
+        checked |= high | low; // negative as soon as one is
+        bytes[i] = static_cast<uchar>(static_cast<unsigned>(high) << 4 | static_cast<unsigned>(low));
     }
+    if (checked < 0 || text[8] != '-' || text[13] != '-' || text[18] != '-' || text[23] != '-')
+        return std::nullopt;
     return QUuid::fromRfc4122(QByteArrayView(bytes.data(), static_cast<qsizetype>(bytes.size())));
 }
 

@@ -6,10 +6,16 @@ namespace orvanlite::platform {
 
 using namespace Qt::StringLiterals;
 
-FileError::FileError(int errorNumber, QString failedPath) : code(errorNumber), path(std::move(failedPath))
-{
-    message = QString::fromLocal8Bit(std::strerror(code)) + u": "_s + path;
-    m_what = message.toUtf8();
-}
+FileError::FileError(int errorNumber, QString failedPath)
+    : FileError(errorNumber, failedPath,
+                QString::fromLocal8Bit(std::strerror(errorNumber)) + u": "_s + failedPath)
+{}
+
+FileError::FileError(int errorNumber, QString failedPath, QString text)
+    : code(errorNumber)
+    , path(std::move(failedPath))
+    , message(std::move(text))
+    , m_what(message.toUtf8())
+{}
 
 } // namespace orvanlite::platform

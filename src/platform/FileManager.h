@@ -13,6 +13,8 @@ namespace orvanlite::platform {
 class FileError final : public std::exception {
 public:
     FileError(int code, QString path);
+    /// With a text of the system's own instead of the one for the number.
+    FileError(int code, QString path, QString message);
 
     [[nodiscard]] const char* what() const noexcept override { return m_what.constData(); }
 

@@ -35,6 +35,10 @@ struct Platform {
     Clock& clock;
 };
 
+/// The file system of the system that this was built for, on its own: for uses that need nothing else and no
+/// QCoreApplication.
+[[nodiscard]] std::unique_ptr<FileManager> makeFileManager(const SystemLayout& layout);
+
 /// How the commands of scripts get administrator rights.
 enum class Elevation {
     ask,  ///< as the system does it: root directly, anyone else after the system's password prompt

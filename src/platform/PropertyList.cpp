@@ -2,9 +2,11 @@
 
 namespace orvanlite::platform {
 
-std::optional<PropertyListTexts> readPropertyList(QByteArrayView, std::span<const PropertyListField>)
+std::optional<PropertyListTexts> readPropertyList(QByteArrayView data,
+                                                  std::span<const PropertyListField> wanted)
 {
-    return std::nullopt;
+    return data.startsWith("bplist00") ? readBinaryPropertyList(data, wanted)
+                                       : readXmlPropertyList(data, wanted);
 }
 
 } // namespace orvanlite::platform

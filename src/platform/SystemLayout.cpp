@@ -19,6 +19,11 @@ QString SystemLayout::aaxUnusedDirectory() const
     return system(u"/Library/Application Support/Avid/Audio/Plug-Ins (Unused)");
 }
 
+QString SystemLayout::aaxUnusedDirectoryOfUser() const
+{
+    return inHome(u"/Library/Application Support/Avid/Audio/Plug-Ins (Unused)");
+}
+
 QString SystemLayout::wavesDirectory() const
 {
     return system(u"/Applications/Waves");

@@ -39,6 +39,7 @@ struct SystemLayout {
     /// "/Library/Application Support/Avid/Audio/Plug-Ins" and its neighbour "Plug-Ins (Unused)".
     [[nodiscard]] QString aaxDirectory() const;
     [[nodiscard]] QString aaxUnusedDirectory() const;
+    [[nodiscard]] QString aaxUnusedDirectoryOfUser() const; ///< the same below the home folder
     [[nodiscard]] QString wavesDirectory() const; ///< "/Applications/Waves"
     /// Whether the path begins with the text "/Library", the system's library.
     [[nodiscard]] bool isInSystemLibrary(const QString& path) const;

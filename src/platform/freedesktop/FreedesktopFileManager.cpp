@@ -2,6 +2,8 @@
 
 #include <QSet>
 
+#include <cerrno>
+
 namespace orvanlite::platform {
 
 using namespace Qt::StringLiterals;
@@ -10,12 +12,6 @@ namespace {
 
 constexpr qint64 kLargestHiddenList = 1 << 20;
 
-QList<QByteArray> hiddenNames(const FileManager& files, const QString& list)
-{
-    const auto content = files.read(list, kLargestHiddenList);
-    return content ? content->split('\n') : QList<QByteArray>();
-}
-
 } // namespace
 
 void FreedesktopFileManager::setHidden(const QString& path)
@@ -23,12 +19,18 @@ void FreedesktopFileManager::setHidden(const QString& path)
     const qsizetype slash = path.lastIndexOf(u'/');
     const QString list = path.first(slash + 1) + u".hidden"_s;
     const QByteArray name = path.sliced(slash + 1).toUtf8();
-    QList<QByteArray> names = hiddenNames(*this, list);
-    if (names.contains(name))
+    if (name.isEmpty() || name.contains('\n'))
+        throw FileError(EINVAL, path);
+    auto content = read(list, kLargestHiddenList);
+    // On purpose: a list that cannot be read is not replaced, it is the user's.
+    if (!content && exists(list))
+        throw FileError(EIO, list);
+    QByteArray lines = content.value_or(QByteArray());
+    if (lines.split('\n').contains(name))
         return;
-    names.removeAll(QByteArray());
-    names.append(name);
-    write(list, names.join('\n') + '\n', WriteMode::inPlace);
+    if (!lines.isEmpty() && !lines.endsWith('\n'))
+        lines += '\n';
+    write(list, lines + name + '\n', WriteMode::inPlace);
 }
 
 void FreedesktopFileManager::removeMarkedAsHidden(const QString& folder, bool hasDotHidden,
@@ -36,7 +38,10 @@ void FreedesktopFileManager::removeMarkedAsHidden(const QString& folder, bool ha
 {
     if (!hasDotHidden)
         return;
-    const QList<QByteArray> lines = hiddenNames(*this, folder + u"/.hidden"_s);
+    const auto content = read(folder + u"/.hidden"_s, kLargestHiddenList);
+    if (!content)
+        return;
+    const QList<QByteArray> lines = content->split('\n');
     const QSet<QByteArray> names(lines.begin(), lines.end());
     std::erase_if(entries, [&](const DirectoryEntry& entry) { return names.contains(entry.name.toUtf8()); });
 }

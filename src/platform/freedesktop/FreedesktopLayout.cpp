@@ -3,6 +3,8 @@
 #include <pwd.h>
 #include <unistd.h>
 
+#include <QStandardPaths>
+
 #include <cstdlib>
 
 namespace orvanlite::platform {
@@ -11,9 +13,13 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-QString environment(const char* name)
+QString environment(const char* name) { return QString::fromUtf8(std::getenv(name)); }
+
+QString withoutTrailingSlashes(QString path)
 {
-    return QString::fromUtf8(std::getenv(name));
+    while (path.size() > 1 && path.endsWith(u'/'))
+        path.chop(1);
+    return path;
 }
 
 QString homeFolder()
@@ -23,18 +29,16 @@ QString homeFolder()
         if (const passwd* user = getpwuid(getuid()))
             home = QString::fromUtf8(user->pw_dir);
     }
-    while (home.size() > 1 && home.endsWith(u'/'))
-        home.chop(1);
-    return home;
+    return withoutTrailingSlashes(home);
 }
 
-/// A base directory: the variable's value if it is an absolute path, otherwise the default below the home folder.
-/// Source: the XDG Base Directory Specification.
+/// A base directory: the variable's value if it is an absolute path, otherwise the default below the home
+/// folder. Source: the XDG Base Directory Specification.
 QString baseDirectory(const char* variable, const QString& home, QStringView fallback)
 {
     const QString value = environment(variable);
     if (value.startsWith(u'/'))
-        return value;
+        return withoutTrailingSlashes(value);
     return home.isEmpty() ? QString() : QString(home).append(fallback);
 }
 
@@ -51,9 +55,10 @@ SystemLayout SystemLayout::ofThisMachine()
     // Our own folder and not the shared one: there root may be kept from writing another user's file, and the
     // progress counter of a privileged script would fail.
     layout.temporary = layout.cache + u"/Orvanlite/tmp"_s;
-    layout.desktop = layout.home + u"/Desktop"_s;
-    layout.downloads = layout.home + u"/Downloads"_s;
-    layout.documents = layout.home + u"/Documents"_s;
+    // These bear names in the user's language.
+    layout.desktop = QStandardPaths::writableLocation(QStandardPaths::DesktopLocation);
+    layout.downloads = QStandardPaths::writableLocation(QStandardPaths::DownloadLocation);
+    layout.documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
     return layout;
 }
 

@@ -1,15 +1,19 @@
 #include "platform/posix/PosixFileManager.h"
 
+#include <QUuid>
+
 #include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <array>
 #include <cerrno>
 #include <cstdio>
 #include <filesystem>
 #include <memory>
 #include <system_error>
+#include <utility>
 
 namespace orvanlite::platform {
 
@@ -20,7 +24,9 @@ namespace fs = std::filesystem;
 /// An open file that is closed at the end of its scope.
 class Descriptor {
 public:
-    explicit Descriptor(int number) : m_number(number) {}
+    explicit Descriptor(int number)
+        : m_number(number)
+    {}
     Descriptor(const Descriptor&) = delete;
     Descriptor& operator=(const Descriptor&) = delete;
     ~Descriptor()
@@ -35,7 +41,7 @@ public:
     [[nodiscard]] bool close()
     {
         const int number = std::exchange(m_number, -1);
-        return ::close(number) == 0;
+        return ::close(number) == 0 || errno == EINTR; // the file is closed then all the same
     }
 
 private:
@@ -46,9 +52,20 @@ struct CloseDirectory {
     void operator()(DIR* directory) const { ::closedir(directory); }
 };
 
-fs::path toPath(const QString& path)
+/// The path for a system call. One with a NUL in it becomes empty, which no file has as its name: the call
+/// would otherwise take the part before it, another file.
+QByteArray native(const QString& path) { return path.contains(QChar::Null) ? QByteArray() : path.toUtf8(); }
+
+fs::path toPath(const QByteArray& path) { return fs::path(path.toStdString()); }
+
+/// Calls again for as long as a signal has interrupted the call.
+template <typename Call>
+auto untilDone(Call call)
 {
-    return fs::path(path.toStdString());
+    auto result = call();
+    while (result < 0 && errno == EINTR)
+        result = call();
+    return result;
 }
 
 EntryKind kindOf(const dirent& entry)
@@ -65,12 +82,10 @@ void writeAll(Descriptor& file, const QByteArray& content, const QString& path)
     const char* next = content.constData();
     qsizetype left = content.size();
     while (left > 0) {
-        const ssize_t written = ::write(file.number(), next, static_cast<std::size_t>(left));
-        if (written < 0) {
-            if (errno == EINTR)
-                continue;
+        const ssize_t written =
+            untilDone([&] { return ::write(file.number(), next, static_cast<std::size_t>(left)); });
+        if (written < 0)
             throw FileError(errno, path);
-        }
         next += written;
         left -= written;
     }
@@ -85,17 +100,82 @@ bool isOccupied(const QByteArray& path)
     return ::lstat(path.constData(), &information) == 0;
 }
 
+/// Renames unless something has the new name. False with errno. Where the file system offers it this is one
+/// step, so that nothing that appears meanwhile is replaced.
+bool renameToFreeName(const QByteArray& from, const QByteArray& to)
+{
+#if defined(__APPLE__)
+    if (::renamex_np(from.constData(), to.constData(), RENAME_EXCL) == 0)
+        return true;
+    if (errno != ENOTSUP)
+        return false;
+#else
+    if (::renameat2(AT_FDCWD, from.constData(), AT_FDCWD, to.constData(), RENAME_NOREPLACE) == 0)
+        return true;
+    if (errno != EINVAL && errno != ENOSYS)
+        return false;
+#endif
+    if (isOccupied(to)) {
+        errno = EEXIST;
+        return false;
+    }
+    return std::rename(from.constData(), to.constData()) == 0;
+}
+
+/// Gives the copy the times and, where that is allowed, the owner of the original.
+void copyAttributes(const fs::path& from, const fs::path& to)
+{
+    struct stat information {};
+    if (::lstat(from.c_str(), &information) != 0)
+        return;
+#if defined(__APPLE__)
+    const std::array times{information.st_atimespec, information.st_mtimespec};
+#else
+    const std::array times{information.st_atim, information.st_mtim};
+#endif
+    if (::lchown(to.c_str(), information.st_uid, information.st_gid) != 0)
+        errno = 0; // the copy belongs to who has made it
+    ::utimensat(AT_FDCWD, to.c_str(), times.data(), AT_SYMLINK_NOFOLLOW);
+}
+
+/// Copies a file or folder under a name that is free, by way of a name of its own beside it: no half copy is
+/// ever seen under the new name, and a failed one leaves nothing behind.
+void copyToFreeName(const QByteArray& from, const QByteArray& to, const QString& destination)
+{
+    const QByteArray partial = to + '.' + QUuid::createUuid().toByteArray(QUuid::Id128);
+    const fs::path source = toPath(from);
+    const fs::path target = toPath(partial);
+    std::error_code error;
+    fs::copy(source, target, fs::copy_options::recursive | fs::copy_options::copy_symlinks, error);
+    if (!error) {
+        for (fs::recursive_directory_iterator each(source, error), end; !error && each != end;
+             each.increment(error))
+            copyAttributes(each->path(), target / each->path().lexically_relative(source));
+        error.clear(); // a file is no folder, and times are no reason to fail
+        copyAttributes(source, target);
+        if (!renameToFreeName(partial, to))
+            error.assign(errno, std::generic_category());
+    }
+    if (error) {
+        std::error_code ignored;
+        fs::remove_all(target, ignored);
+        throw FileError(error.value(), destination);
+    }
+}
+
 } // namespace
 
 bool PosixFileManager::exists(const QString& path) const
 {
-    return ::access(path.toUtf8().constData(), F_OK) == 0;
+    // Not access(): that asks for the real user, all other calls work for the effective one.
+    struct stat information {};
+    return ::stat(native(path).constData(), &information) == 0;
 }
 
 std::optional<FileStatus> PosixFileManager::status(const QString& path) const
 {
     struct stat information {};
-    if (::stat(path.toUtf8().constData(), &information) != 0)
+    if (::stat(native(path).constData(), &information) != 0)
         return std::nullopt;
     FileStatus status;
     status.isDirectory = S_ISDIR(information.st_mode);
@@ -107,7 +187,7 @@ std::optional<FileStatus> PosixFileManager::status(const QString& path) const
 
 std::vector<DirectoryEntry> PosixFileManager::list(const QString& path, HiddenEntries hidden) const
 {
-    const std::unique_ptr<DIR, CloseDirectory> directory(::opendir(path.toUtf8().constData()));
+    const std::unique_ptr<DIR, CloseDirectory> directory(::opendir(native(path).constData()));
     if (!directory)
         throw FileError(errno, path);
     std::vector<DirectoryEntry> entries;
@@ -137,21 +217,21 @@ std::vector<DirectoryEntry> PosixFileManager::list(const QString& path, HiddenEn
 std::optional<QByteArray> PosixFileManager::read(const QString& path, qint64 limit) const
 {
     // Not waiting for the other end: a pipe that a stranger left in a bundle must not stop a scan.
-    const Descriptor file(::open(path.toUtf8().constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    const QByteArray name = native(path);
+    const Descriptor file(
+        untilDone([&] { return ::open(name.constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK); }));
     struct stat information {};
-    if (!file.isOpen() || ::fstat(file.number(), &information) != 0 || !S_ISREG(information.st_mode)
-        || information.st_size > limit)
+    if (!file.isOpen() || ::fstat(file.number(), &information) != 0 || !S_ISREG(information.st_mode) ||
+        information.st_size > limit)
         return std::nullopt;
     QByteArray content(information.st_size, Qt::Uninitialized);
     qsizetype filled = 0;
     while (filled < content.size()) {
-        const ssize_t got = ::read(file.number(), content.data() + filled,
-                                   static_cast<std::size_t>(content.size() - filled));
-        if (got < 0) {
-            if (errno == EINTR)
-                continue;
+        const auto missing = static_cast<std::size_t>(content.size() - filled);
+        const ssize_t got =
+            untilDone([&] { return ::read(file.number(), content.data() + filled, missing); });
+        if (got < 0)
             return std::nullopt;
-        }
         if (got == 0)
             break; // the file has become shorter meanwhile
         filled += got;
@@ -162,14 +242,17 @@ std::optional<QByteArray> PosixFileManager::read(const QString& path, qint64 lim
 
 void PosixFileManager::write(const QString& path, const QByteArray& content, WriteMode mode)
 {
-    const QByteArray name = path.toUtf8();
+    const QByteArray name = native(path);
     if (mode == WriteMode::inPlace) {
-        Descriptor file(::open(name.constData(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0644));
+        Descriptor file(untilDone(
+            [&] { return ::open(name.constData(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0644); }));
         if (!file.isOpen())
             throw FileError(errno, path);
         writeAll(file, content, path);
         return;
     }
+    if (name.isEmpty())
+        throw FileError(ENOENT, path);
     QByteArray temporary = name + ".XXXXXX";
     Descriptor file(::mkostemp(temporary.data(), O_CLOEXEC)); // made readable by its owner alone
     if (!file.isOpen())
@@ -186,26 +269,19 @@ void PosixFileManager::write(const QString& path, const QByteArray& content, Wri
 
 void PosixFileManager::move(const QString& source, const QString& destination)
 {
-    const QByteArray from = source.toUtf8();
-    const QByteArray to = destination.toUtf8();
+    const QByteArray from = native(source);
+    const QByteArray to = native(destination);
     if (!isOccupied(from))
         throw FileError(ENOENT, source);
-    if (isOccupied(to))
-        throw FileError(EEXIST, destination);
-    if (std::rename(from.constData(), to.constData()) == 0)
+    if (renameToFreeName(from, to))
         return;
     if (errno != EXDEV)
         throw FileError(errno, destination);
-    // Another volume: copy, then remove, and leave no half copy behind.
+    if (isOccupied(to))
+        throw FileError(EEXIST, destination);
+    copyToFreeName(from, to, destination);
     std::error_code error;
-    fs::copy(toPath(source), toPath(destination),
-             fs::copy_options::recursive | fs::copy_options::copy_symlinks, error);
-    if (error) {
-        std::error_code ignored;
-        fs::remove_all(toPath(destination), ignored);
-        throw FileError(error.value(), destination);
-    }
-    fs::remove_all(toPath(source), error);
+    fs::remove_all(toPath(from), error);
     if (error)
         throw FileError(error.value(), source);
 }
@@ -213,7 +289,7 @@ void PosixFileManager::move(const QString& source, const QString& destination)
 void PosixFileManager::remove(const QString& path)
 {
     std::error_code error;
-    const auto removed = fs::remove_all(toPath(path), error);
+    const auto removed = fs::remove_all(toPath(native(path)), error);
     if (error)
         throw FileError(error.value(), path);
     if (removed == 0)
@@ -223,7 +299,7 @@ void PosixFileManager::remove(const QString& path)
 void PosixFileManager::createDirectory(const QString& path)
 {
     std::error_code error;
-    fs::create_directories(toPath(path), error);
+    fs::create_directories(toPath(native(path)), error);
     if (error)
         throw FileError(error.value(), path);
 }

@@ -4,8 +4,8 @@
 
 namespace orvanlite::platform {
 
-/// The file system through the calls that both systems share. What counts as hidden beyond a leading dot is the
-/// back end's to say.
+/// The file system through the calls that both systems share. What counts as hidden beyond a leading dot is
+/// the back end's to say.
 class PosixFileManager : public FileManager {
 public:
     [[nodiscard]] bool exists(const QString& path) const override;

@@ -1,0 +1,16 @@
+#pragma once
+
+#include "platform/Appearance.h"
+
+namespace orvanlite::platform {
+
+/// What is set under Appearance and Accessibility in the System Settings.
+class AppleAppearance final : public Appearance {
+public:
+    [[nodiscard]] std::optional<bool> isDark() const override;
+    [[nodiscard]] std::optional<Rgb> accentColour() const override;
+    [[nodiscard]] bool reducesMotion() const override;
+    void observe(QObject* context, std::function<void()> handler) override;
+};
+
+} // namespace orvanlite::platform

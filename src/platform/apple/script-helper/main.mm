@@ -1,0 +1,50 @@
+#include "platform/ScriptAnswer.h"
+#include "platform/apple/AppleBridge.h"
+
+#import <Foundation/Foundation.h>
+
+#include <cstdio>
+
+using namespace orvanlite::platform;
+
+namespace {
+
+/// Every value as its text: messages as they are, numbers in decimal, a range as the system describes it.
+ScriptErrorDictionary textsOf(NSDictionary* error)
+{
+    ScriptErrorDictionary texts;
+    for (NSString* key in error)
+        texts.insert(fromNative(key), fromNative([[error objectForKey:key] description]));
+    return texts;
+}
+
+ScriptOutcome run(NSString* source)
+{
+    ScriptOutcome outcome;
+    NSAppleScript* script = [[[NSAppleScript alloc] initWithSource:source] autorelease];
+    NSDictionary* error = nil;
+    // A script that compiles to nothing and one that ends without a value both give a descriptor without a
+    // text.
+    if (NSAppleEventDescriptor* result = [script executeAndReturnError:&error])
+        outcome.result = fromNative([result stringValue]);
+    if (error)
+        outcome.error = textsOf(error);
+    return outcome;
+}
+
+} // namespace
+
+/// Runs the script on standard input and writes what came of it to standard output. An executable of its own,
+/// as the system's script service blocks the thread that calls it; inside the main bundle, so that the
+/// password prompt bears the application's name.
+int main()
+{
+    @autoreleasepool {
+        NSData* input = [[NSFileHandle fileHandleWithStandardInput] readDataToEndOfFile];
+        NSString* source = [[[NSString alloc] initWithData:input encoding:NSUTF8StringEncoding] autorelease];
+        const QByteArray answer = encodeScriptAnswer(source ? run(source) : ScriptOutcome());
+        const bool written = std::fwrite(answer.constData(), 1, static_cast<std::size_t>(answer.size()),
+                                         stdout) == static_cast<std::size_t>(answer.size());
+        return written && std::fflush(stdout) == 0 ? 0 : 1;
+    }
+}

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "platform/NotificationCenter.h"
+
+#include <QHash>
+
+#include <memory>
+
+namespace orvanlite::platform {
+
+class NotificationChannel;
+class SessionBus;
+
+/// Notifications as signals on the session bus: "com.maker.Application.happened" is the member "happened" of
+/// the interface "com.maker.Application", sent from the object "/com/maker/Application", with the user info
+/// as the one argument (a{sv}). A name that makes no valid interface and member is dropped.
+class FreedesktopNotificationCenter final : public NotificationCenter {
+public:
+    explicit FreedesktopNotificationCenter(SessionBus& bus);
+    ~FreedesktopNotificationCenter() override;
+
+    void post(const QString& name, const QVariantMap& userInfo) override;
+    void observe(const QString& name, QObject* context, Handler handler) override;
+
+private:
+    SessionBus& m_bus;
+    QHash<QString, std::shared_ptr<NotificationChannel>> m_channels;
+};
+
+} // namespace orvanlite::platform

@@ -1,0 +1,22 @@
+#pragma once
+
+#include "platform/UserNotifications.h"
+
+namespace orvanlite::platform {
+
+class SessionBus;
+
+/// Messages by the desktop's notification service. Nobody waits for its answer.
+/// Source: Desktop Notifications Specification.
+class FreedesktopUserNotifications final : public UserNotifications {
+public:
+    explicit FreedesktopUserNotifications(SessionBus& bus)
+        : m_bus(bus)
+    {}
+    void show(const QString& title, const QString& body) override;
+
+private:
+    SessionBus& m_bus;
+};
+
+} // namespace orvanlite::platform

@@ -1,0 +1,28 @@
+#include "platform/posix/DetachedLauncher.h"
+
+#include "platform/FileManager.h"
+
+#include <unistd.h>
+
+#include <QProcess>
+
+#include <cerrno>
+
+namespace orvanlite::platform {
+
+void DetachedLauncher::start(const QString& program, const QStringList& arguments)
+{
+    QProcess process;
+    process.setProgram(program);
+    process.setArguments(arguments);
+    // What it prints is nobody's to read, and the terminal is ours.
+    process.setStandardInputFile(QProcess::nullDevice());
+    process.setStandardOutputFile(QProcess::nullDevice());
+    process.setStandardErrorFile(QProcess::nullDevice());
+    if (process.startDetached())
+        return;
+    // Qt does not hand on the reason, so it is asked for.
+    throw FileError(::access(program.toUtf8().constData(), X_OK) != 0 ? errno : EAGAIN, program);
+}
+
+} // namespace orvanlite::platform

@@ -1,0 +1,16 @@
+#include "platform/posix/ProcessEnd.h"
+
+#include <QProcess>
+
+namespace orvanlite::platform {
+
+ProcessEnd::ProcessEnd(const QProcess& process)
+{
+    connect(&process, &QProcess::finished, this, &ProcessEnd::reached);
+    connect(&process, &QProcess::errorOccurred, this, [this](QProcess::ProcessError error) {
+        if (error == QProcess::FailedToStart)
+            Q_EMIT reached();
+    });
+}
+
+} // namespace orvanlite::platform

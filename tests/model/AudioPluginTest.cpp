@@ -1,0 +1,207 @@
+#include "model/AudioPlugin.h"
+
+#include "model/ConsolidatedPlugin.h"
+#include "model/Json.h"
+#include "model/PluginError.h"
+#include "model/Uuid.h"
+#include "platform/SystemLayout.h"
+
+#include <gtest/gtest.h>
+
+namespace orvanlite::test {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr double kDay = 86400.0;
+const QByteArray kId = "0F1E2D3C-4B5A-4678-9ABC-DEF012345678";
+
+AudioPlugin fullRecord()
+{
+    AudioPlugin plugin;
+    plugin.id = *parseUuid(kId);
+    plugin.name = u"Höhe|\"2\""_s;
+    plugin.manufacturer = u"Maker"_s;
+    plugin.format = PluginFormat::aax;
+    plugin.originalPath = u"/a/b.aaxplugin"_s;
+    plugin.currentPath = u"/c/b.aaxplugin"_s;
+    plugin.isEnabled = false;
+    plugin.version = u"1.0"_s;
+    plugin.bundleIdentifier = u"com.maker.b"_s;
+    plugin.lastUsed = Date{715000000.0625};
+    return plugin;
+}
+
+const QByteArray kFullRecord =
+    R"({"id":")" + kId +
+    R"(","name":"Höhe|\"2\"","manufacturer":"Maker","format":"AAX","originalPath":"/a/b.aaxplugin",)"
+    R"("currentPath":"/c/b.aaxplugin","isEnabled":false,"version":"1.0","bundleIdentifier":"com.maker.b",)"
+    R"("lastUsed":715000000.0625})";
+
+} // namespace
+
+TEST(AudioPlugin, LastUsedText)
+{
+    const struct {
+        double age; ///< seconds
+        const char* text;
+    } rows[] = {
+        {0, "Today"},
+        {kDay - 1, "Today"},
+        {-kDay + 1, "Today"},
+        {kDay, "Yesterday"},
+        {2 * kDay - 1, "Yesterday"},
+        {2 * kDay, "2 days ago"},
+        {7 * kDay - 3600, "6 days ago"},
+        {-1 * kDay, "-1 days ago"},
+        {-3.5 * kDay, "-3 days ago"},
+        {-40 * kDay, "-40 days ago"},
+        {7 * kDay, "1 weeks ago"},
+        {13.9 * kDay, "1 weeks ago"},
+        {29 * kDay, "4 weeks ago"},
+        {30 * kDay, "1 months ago"},
+        {59 * kDay, "1 months ago"},
+        {360 * kDay, "12 months ago"},
+        {364 * kDay, "12 months ago"},
+        {365 * kDay, "1 years ago"},
+        {730 * kDay, "2 years ago"},
+    };
+    const Date now = Date::fromUnix(1'700'000'000.5);
+    AudioPlugin plugin;
+    EXPECT_EQ(plugin.lastUsedValue(now), u"Unknown"_s);
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.age / kDay);
+        plugin.lastUsed = Date::fromUnix(now.unixTime() - row.age);
+        EXPECT_EQ(plugin.lastUsedValue(now), QString::fromLatin1(row.text));
+    }
+}
+
+TEST(AudioPlugin, StatusVersionAndKeyTexts)
+{
+    AudioPlugin plugin;
+    EXPECT_EQ(plugin.statusValue(), u"Enabled"_s);
+    EXPECT_EQ(plugin.versionValue(), u"Unknown"_s);
+    plugin.isEnabled = false;
+    plugin.version = u""_s;
+    EXPECT_EQ(plugin.statusValue(), u"Disabled"_s);
+    EXPECT_EQ(plugin.versionValue(), u""_s);
+    plugin.name = u"A|B"_s;
+    plugin.format = PluginFormat::vst3;
+    EXPECT_EQ(pluginKey(plugin), u"A|B|VST3"_s);
+    EXPECT_EQ(pluginKey(u""_s, PluginFormat::au), u"|Audio Units"_s);
+}
+
+TEST(AudioPlugin, JsonForm)
+{
+    EXPECT_EQ(writeJson(toJson(fullRecord())), kFullRecord);
+    EXPECT_EQ(audioPluginFromJson(*parseJson(kFullRecord)), fullRecord());
+
+    AudioPlugin plain = fullRecord();
+    plain.version = plain.bundleIdentifier = std::nullopt;
+    plain.lastUsed = std::nullopt;
+    const auto json = toJson(plain);
+    EXPECT_EQ(json.size(), 7U); // absent fields are left out
+    EXPECT_EQ(audioPluginFromJson(json), plain);
+}
+
+TEST(AudioPlugin, JsonThatIsNoRecord)
+{
+    const auto full = toJson(fullRecord());
+    for (const char* key :
+         {"id", "name", "manufacturer", "format", "originalPath", "currentPath", "isEnabled"}) {
+        SCOPED_TRACE(key);
+        auto json = full;
+        json.erase(key);
+        EXPECT_THROW((void)audioPluginFromJson(json), JsonError);
+        json[key] = nullptr;
+        EXPECT_THROW((void)audioPluginFromJson(json), JsonError);
+    }
+    const std::pair<const char*, nlohmann::ordered_json> wrongValues[] = {
+        {"format", "Audio Unit"}, {"format", "vst3"},         {"format", 3},
+        {"id", "no-uuid"},        {"isEnabled", 1},           {"name", 5},
+        {"version", 1.5},         {"lastUsed", "2024-01-01"}, {"bundleIdentifier", true},
+    };
+    for (const auto& [key, value] : wrongValues) {
+        SCOPED_TRACE(key + (' ' + value.dump()));
+        auto json = full;
+        json[key] = value;
+        EXPECT_THROW((void)audioPluginFromJson(json), JsonError);
+    }
+    EXPECT_THROW((void)audioPluginFromJson(nlohmann::ordered_json::array()), JsonError);
+    auto withNulls = full;
+    withNulls["version"] = withNulls["lastUsed"] = nullptr;
+    EXPECT_EQ(audioPluginFromJson(withNulls).version, std::nullopt);
+    auto wholeSeconds = full;
+    wholeSeconds["lastUsed"] = 5;
+    EXPECT_EQ(audioPluginFromJson(wholeSeconds).lastUsed, Date{5});
+}
+
+TEST(PluginFormat, FoldersExtensionsAndRawValues)
+{
+    const auto layout = platform::SystemLayout::sandbox(u"/box"_s);
+    const struct {
+        const char* rawValue;
+        const char* folder;
+        const char* extension;
+    } rows[] = {
+        {"Audio Units", "/Library/Audio/Plug-Ins/Components", "component"},
+        {"VST3", "/Library/Audio/Plug-Ins/VST3", "vst3"},
+        {"VST", "/Library/Audio/Plug-Ins/VST", "vst"},
+        {"AAX", "/Library/Application Support/Avid/Audio/Plug-Ins", "aaxplugin"},
+        {"CLAP", "/Library/Audio/Plug-Ins/CLAP", "clap"},
+        {"Waves", "", "bundle"},
+    };
+    ASSERT_EQ(allCases<PluginFormat>.size(), std::size(rows));
+    for (std::size_t i = 0; i < std::size(rows); ++i) {
+        SCOPED_TRACE(rows[i].rawValue);
+        const PluginFormat format = allCases<PluginFormat>[i];
+        const QString text = QString::fromLatin1(rows[i].rawValue);
+        const QString folder = QString::fromLatin1(rows[i].folder);
+        EXPECT_EQ(rawValue(format), text);
+        EXPECT_EQ(fromRawValue<PluginFormat>(text), format);
+        EXPECT_EQ(fromRawValue<PluginFormat>(text + u' '), std::nullopt);
+        EXPECT_EQ(bundleExtension(format), QString::fromLatin1(rows[i].extension));
+        const QStringList folders = folder.isEmpty()
+                                        ? QStringList()
+                                        : QStringList{u"/box"_s + folder, u"/box/Users/tester"_s + folder};
+        EXPECT_EQ(systemPaths(format, layout), folders);
+    }
+    EXPECT_EQ(fromRawValue<PluginFormat>(u"vst3"), std::nullopt);
+}
+
+TEST(FormatVariant, BadgeLabel)
+{
+    const struct {
+        PluginFormat format;
+        std::optional<QString> version;
+        QString label;
+    } rows[] = {
+        {PluginFormat::wavesBundle, u"V15"_s, u"V15"_s},
+        {PluginFormat::wavesBundle, std::nullopt, u"Waves"_s},
+        {PluginFormat::wavesBundle, u""_s, u""_s},
+        {PluginFormat::vst3, u"2.0"_s, u"VST3"_s},
+        {PluginFormat::au, std::nullopt, u"Audio Units"_s},
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ((FormatVariant{QUuid(), row.format, true, row.version}).badgeLabel(), row.label);
+}
+
+TEST(PluginError, Descriptions)
+{
+    using Kind = PluginError::Kind;
+    const std::pair<Kind, const char*> rows[] = {
+        {Kind::permissionDenied, "Permission denied: größer"},
+        {Kind::fileNotFound, "File not found: größer"},
+        {Kind::invalidPath, "Invalid path: größer"},
+        {Kind::databaseError, "Database error: größer"},
+        {Kind::unknownError, "Unknown error: größer"},
+    };
+    for (const auto& [kind, text] : rows) {
+        const PluginError error(kind, u"größer"_s);
+        EXPECT_EQ(error.errorDescription(), QString::fromUtf8(text));
+        EXPECT_STREQ(error.what(), text);
+    }
+}
+
+} // namespace orvanlite::test

@@ -1,0 +1,104 @@
+#include "model/Json.h"
+
+#include "model/PluginKeyTransfer.h"
+
+#include <gtest/gtest.h>
+
+namespace orvanlite::test {
+
+using namespace Qt::StringLiterals;
+
+TEST(Json, WhatIsAcceptedAndWhatIsNot)
+{
+    const auto nested = [](int depth) { return QByteArray(depth, '[') + QByteArray(depth, ']'); };
+    const struct {
+        const char* name;
+        QByteArray text;
+        bool accepted;
+    } rows[] = {
+        {"empty object", "{}", true},
+        {"blanks around", " \r\n\t[1, 2.5e3, null] \n", true},
+        {"byte-order mark", "\xEF\xBB\xBF{\"a\":1}", true},
+        {"escapes", R"(["\u00e9\ud83d\ude80\/"])", true},
+        {"nested a little", nested(60), true},
+        {"nested deeply", nested(70), false},
+        {"nested very deeply", nested(200'000), false},
+        {"deep objects", QByteArray("{\"a\":").repeated(100'000) + "1" + QByteArray(100'000, '}'), false},
+        {"nothing", "", false},
+        {"only blanks", "  ", false},
+        {"cut off", R"({"a":[1,2)", false},
+        {"trailing text", "{} x", false},
+        {"two values", "{}{}", false},
+        {"trailing comma", "[1,]", false},
+        {"comment", "[1] // one", false},
+        {"single quotes", "{'a':1}", false},
+        {"bare word", "[NaN]", false},
+        {"leading zero", "[01]", false},
+        {"too large a number", "[1e999]", false},
+        {"no UTF-8", "[\"\xFF\"]", false},
+        {"overlong UTF-8", "[\"\xC0\xAF\"]", false},
+        {"half a surrogate pair", R"(["\ud83d"])", false},
+        {"control character in text", "[\"a\nb\"]", false},
+        {"UTF-16", QByteArray("{\0}\0", 4), false},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        EXPECT_EQ(parseJson(row.text).has_value(), row.accepted);
+    }
+}
+
+TEST(Json, MembersKeepTheirOrderAndTheLastOfEqualKeysCounts)
+{
+    const auto json = parseJson(R"({"z":1,"a":"1","m":[],"a":"2"})");
+    ASSERT_TRUE(json);
+    EXPECT_EQ(JsonObject(*json).text("a"), u"2"_s);
+    EXPECT_EQ(writeJson(*json), R"({"z":1,"a":"2","m":[]})");
+    // Texts that are no Unicode do not make the file unreadable.
+    nlohmann::ordered_json broken;
+    broken["k"] = "a\xFFz";
+    EXPECT_TRUE(parseJson(writeJson(broken)));
+}
+
+TEST(Json, DatesRoundTripToTheLastBit)
+{
+    for (const double seconds : {0.0, 715000000.1, -978307200.0, 1.0 / 3, 774144000.12345672}) {
+        nlohmann::ordered_json json;
+        json["d"] = seconds;
+        EXPECT_EQ(JsonObject(*parseJson(writeJson(json))).date("d").sinceReference, seconds);
+    }
+    EXPECT_EQ(Date::fromUnix(978307200).sinceReference, 0);
+}
+
+TEST(Json, StrictMembers)
+{
+    const auto json = *parseJson(R"({"t":"x","n":1,"b":true,"l":["a"],"m":["a",1],"z":null,"u":"0F1E"})");
+    const JsonObject object(json);
+    EXPECT_TRUE(object.has("t"));
+    EXPECT_FALSE(object.has("z"));
+    EXPECT_FALSE(object.has("missing"));
+    EXPECT_EQ(object.texts("l"), QStringList{u"a"_s});
+    EXPECT_THROW((void)object.text("n"), JsonError);
+    EXPECT_THROW((void)object.text("missing"), JsonError);
+    EXPECT_THROW((void)object.boolean("n"), JsonError);
+    EXPECT_THROW((void)object.date("b"), JsonError);
+    EXPECT_THROW((void)object.texts("t"), JsonError);
+    EXPECT_THROW((void)object.texts("m"), JsonError);
+    EXPECT_THROW((void)object.uuid("u"), JsonError);
+    EXPECT_THROW(JsonObject(nlohmann::ordered_json("text")), JsonError);
+}
+
+TEST(PluginKeyTransfer, CodedForm)
+{
+    const PluginKeyTransfer transfer{{u"A|B|VST3"_s, u"Ü\"|CLAP"_s}};
+    EXPECT_EQ(transfer.encoded(), R"({"keys":["A|B|VST3","Ü\"|CLAP"]})");
+    EXPECT_EQ(PluginKeyTransfer::decoded(transfer.encoded()), transfer);
+    EXPECT_EQ(PluginKeyTransfer{}.encoded(), R"({"keys":[]})");
+    EXPECT_EQ(PluginKeyTransfer::decoded(R"({"keys":[]})"), PluginKeyTransfer{});
+    for (const char* wrong :
+         {"", "{}", R"({"keys":null})", R"({"keys":"a"})", R"({"keys":[1]})", R"(["a"])"}) {
+        SCOPED_TRACE(wrong);
+        EXPECT_THROW((void)PluginKeyTransfer::decoded(wrong), JsonError);
+    }
+}
+
+} // namespace orvanlite::test

@@ -1,0 +1,96 @@
+#include "model/TextOrder.h"
+
+#include "model/Uuid.h"
+
+#include <QSet>
+
+#include <gtest/gtest.h>
+
+#include <array>
+
+namespace orvanlite::test {
+
+using namespace Qt::StringLiterals;
+
+TEST(TextOrder, PlainOrderIsByCodePoints)
+{
+    // In ascending order; U+FF5E has a larger UTF-16 unit than the first half of the rocket, but comes before
+    // it.
+    const QStringList ascending{u""_s,  u" "_s,  u"10"_s,     u"9"_s,  u"Zebra"_s, u"alpha"_s, u"alpha 2"_s,
+                                u"é"_s, u"漢"_s, u"\uE000"_s, u"～"_s, u"🚀"_s,     u"🚀a"_s};
+    for (qsizetype i = 0; i < ascending.size(); ++i) {
+        for (qsizetype j = 0; j < ascending.size(); ++j) {
+            SCOPED_TRACE((ascending[i] + u" < "_s + ascending[j]).toStdString());
+            EXPECT_EQ(plainLess(ascending[i], ascending[j]), i < j);
+        }
+    }
+    EXPECT_EQ(plainSorted(QSet<QString>(ascending.begin(), ascending.end())), ascending);
+}
+
+TEST(TextOrder, LocalisedComparisonIgnoresLetterCase)
+{
+    EXPECT_EQ(localizedCompare(u"ALPHA", u"alpha"), 0);
+    EXPECT_LT(localizedCompare(u"alpha", u"Beta"), 0);
+    EXPECT_GT(localizedCompare(u"beta", u"Alpha"), 0);
+    EXPECT_TRUE(localizedContains(u"Große HÖHE", u"höhe"));
+    EXPECT_TRUE(localizedContains(u"Name", u""));
+    EXPECT_FALSE(localizedContains(u"Hohe", u"höhe"));
+}
+
+TEST(Uuid, TextFormRoundTrips)
+{
+    const QByteArray text = "00FF10AB-CDEF-4123-8F00-0123456789AB";
+    const auto id = parseUuid(text);
+    ASSERT_TRUE(id);
+    EXPECT_EQ(*id, QUuid(u"{00ff10ab-cdef-4123-8f00-0123456789ab}"_s));
+    EXPECT_EQ(uuidBytes(*id), text);
+    EXPECT_EQ(uuidText(*id), QString::fromLatin1(text));
+    EXPECT_EQ(parseUuid(text.toLower()), id);
+    EXPECT_EQ(uuidText(QUuid()), u"00000000-0000-0000-0000-000000000000"_s);
+}
+
+TEST(Uuid, OnlyTheCanonicalFormIsRead)
+{
+    for (const char* wrong :
+         {"", "{00FF10AB-CDEF-4123-8F00-0123456789AB}", "00FF10ABCDEF41238F000123456789AB",
+          "00FF10AB-CDEF-4123-8F00-0123456789A", "00FF10AB-CDEF-4123-8F00-0123456789ABC",
+          "00FF10AB-CDEF-4123-8F00-0123456789AG", "00FF10ABC-DEF-4123-8F00-0123456789AB",
+          " 0FF10AB-CDEF-4123-8F00-0123456789AB", "00FF10AB-CDEF-4123-8F00_0123456789AB"}) {
+        SCOPED_TRACE(wrong);
+        EXPECT_EQ(parseUuid(wrong), std::nullopt);
+    }
+}
+
+TEST(Uuid, NewOnesAreRandomAndDiffer)
+{
+    // More than the stock of random words holds at a time.
+    constexpr qsizetype kCount = 5000;
+    QSet<QUuid> ids;
+    for (qsizetype i = 0; i < kCount; ++i) {
+        const QUuid id = makeUuid();
+        ASSERT_EQ(id.version(), QUuid::Random);
+        ASSERT_EQ(id.variant(), QUuid::DCE);
+        ASSERT_EQ(parseUuid(uuidBytes(id)), id);
+        ids.insert(id);
+    }
+    EXPECT_EQ(ids.size(), kCount);
+    // Every bit that is free to vary does so.
+    std::array<uchar, 16> everSet{};
+    std::array<uchar, 16> everClear{};
+    for (const QUuid& id : ids) {
+        const QByteArray bytes = id.toRfc4122();
+        for (std::size_t i = 0; i < everSet.size(); ++i) {
+            const auto byte = static_cast<uchar>(bytes[static_cast<qsizetype>(i)]);
+            everSet[i] = static_cast<uchar>(everSet[i] | byte);
+            everClear[i] = static_cast<uchar>(everClear[i] | static_cast<uchar>(~byte));
+        }
+    }
+    for (std::size_t i = 0; i < everSet.size(); ++i) {
+        SCOPED_TRACE(i);
+        const int fixed = i == 6 ? 0xF0 : i == 8 ? 0xC0 : 0;
+        EXPECT_EQ(everSet[i] | fixed, 0xFF);
+        EXPECT_EQ(everClear[i] | fixed, 0xFF);
+    }
+}
+
+} // namespace orvanlite::test

@@ -1,0 +1,67 @@
+#include "platform/freedesktop/AdministratorScript.h"
+
+#include <gtest/gtest.h>
+
+namespace orvanlite::test {
+
+using namespace Qt::StringLiterals;
+using namespace platform;
+
+TEST(AdministratorScript, ReadsTheLiteralByAppleScriptsRules)
+{
+    const QString nul(1, QChar::Null);
+    const struct {
+        QString source;
+        std::variant<QString, int> wanted; // the command or the error's number
+    } rows[] = {
+        {u"do shell script \"mv 'a b' 'ü'\" with administrator privileges"_s, u"mv 'a b' 'ü'"_s},
+        {u"\n do shell script \"x\" with administrator privileges \n"_s, u"x"_s},
+        {uR"(do shell script "" with administrator privileges)"_s, u""_s},
+        {uR"(do shell script "a\"b\\c\\nd" with administrator privileges)"_s, uR"(a"b\c\nd)"_s},
+        {uR"(do shell script "1\n2\r3\t4" with administrator privileges)"_s, u"1\n2\r3\t4"_s},
+        {u"do shell script \"1\n2\" with administrator privileges"_s, u"1\n2"_s},
+        {uR"(do shell script "mv 'it'"'"'s' 'x'" with administrator privileges)"_s, -2741},
+        {uR"(do shell script "a" with administrator privileges")"_s, -2741},
+        {uR"(do shell script "a" & "b" with administrator privileges)"_s, -2741},
+        {uR"(do shell script "a"  with administrator privileges)"_s, -2741},
+        {uR"(do shell script "a" with administrator privileges and more)"_s, -2741},
+        {uR"(do shell script "a\' b" with administrator privileges)"_s, -2741},
+        {uR"(do shell script "a\u0041" with administrator privileges)"_s, -2741},
+        {uR"(do shell script "a\)"_s, -2741},
+        {uR"(do shell script "a with administrator privileges)"_s, -2741},
+        {u"do shell script \"a"_s + nul + u"b\" with administrator privileges"_s, -2741},
+        {uR"(do shell script "a")"_s, -1708},
+        {uR"(tell application "System Events" to beep)"_s, -1708},
+        {QString(), -1708},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.source.toStdString());
+        const auto parsed = parseAdministratorScript(row.source);
+        if (const auto* command = std::get_if<QString>(&row.wanted)) {
+            ASSERT_TRUE(std::holds_alternative<QString>(parsed));
+            EXPECT_EQ(std::get<QString>(parsed), *command);
+            continue;
+        }
+        ASSERT_TRUE(std::holds_alternative<ScriptErrorDictionary>(parsed));
+        const auto& error = std::get<ScriptErrorDictionary>(parsed);
+        EXPECT_EQ(error.value(u"NSAppleScriptErrorNumber"_s), QString::number(std::get<int>(row.wanted)));
+        EXPECT_FALSE(error.value(u"NSAppleScriptErrorMessage"_s).isEmpty());
+    }
+}
+
+TEST(ScriptRunner, DescribesTheWholeDictionary)
+{
+    EXPECT_EQ(description({}), u"{\n}"_s);
+    EXPECT_EQ(description({{u"NSAppleScriptErrorNumber"_s, u"-128"_s},
+                           {u"NSAppleScriptErrorMessage"_s, u"mv: \"a\\b\":\nno such file"_s},
+                           {u"Empty"_s, u""_s},
+                           {u"Status"_s, u"1"_s}}),
+              u"{\n"
+              "    Empty = \"\";\n"
+              "    NSAppleScriptErrorMessage = \"mv: \\\"a\\\\b\\\":\\nno such file\";\n"
+              "    NSAppleScriptErrorNumber = \"-128\";\n"
+              "    Status = 1;\n"
+              "}"_s);
+}
+
+} // namespace orvanlite::test

@@ -1,0 +1,219 @@
+#include "platform/freedesktop/FreedesktopScriptRunner.h"
+#include "support/Fakes.h"
+
+#include <sys/stat.h>
+
+#include <gtest/gtest.h>
+
+#include <QFile>
+#include <QProcess>
+#include <QTest>
+#include <QTimer>
+
+namespace orvanlite::test {
+
+using namespace Qt::StringLiterals;
+using namespace platform;
+
+namespace {
+
+QString sourceOf(const QString& command)
+{
+    QString literal = command;
+    literal.replace(u'\\', u"\\\\"_s).replace(u'"', u"\\\""_s);
+    return u"do shell script \""_s + literal + u"\" with administrator privileges"_s;
+}
+
+QCoro::Task<> store(ScriptRunner* runner, QString source, ScriptOutcome* into)
+{
+    *into = co_await runner->execute(source);
+}
+
+QString message(const ScriptOutcome& outcome)
+{
+    return outcome.error ? outcome.error->value(u"NSAppleScriptErrorMessage"_s) : u"(none)"_s;
+}
+
+QString number(const ScriptOutcome& outcome)
+{
+    return outcome.error ? outcome.error->value(u"NSAppleScriptErrorNumber"_s) : u"(none)"_s;
+}
+
+class ScriptRunnerTest : public testing::Test {
+protected:
+    TempRoot root;
+    SystemLayout layout = root.layout();
+
+    ScriptOutcome run(ScriptRunner& runner, const QString& command) const
+    {
+        ScriptOutcome outcome;
+        runTask(store(&runner, sourceOf(command), &outcome));
+        return outcome;
+    }
+    [[nodiscard]] QString pipe() const
+    {
+        const QString path = root.at(u"/pipe");
+        ::mkfifo(path.toUtf8().constData(), 0600);
+        return path;
+    }
+    /// A program that stands for the system's prompt.
+    [[nodiscard]] QString prompt(const QByteArray& script) const
+    {
+        root.addFile(u"/prompt", "#!/bin/sh\n" + script);
+        QFile(root.at(u"/prompt")).setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+        return root.at(u"/prompt");
+    }
+};
+
+} // namespace
+
+TEST_F(ScriptRunnerTest, TellsWhatBecameOfTheCommand)
+{
+    FreedesktopScriptRunner runner(layout, Elevation::none);
+    const struct {
+        QString command;
+        std::optional<QString> result;
+        QString message, number;
+    } rows[] = {
+        {u"printf 'a\\n\\n'"_s, u"a\n"_s, u"(none)"_s, u"(none)"_s},
+        {u"true"_s, u""_s, u"(none)"_s, u"(none)"_s},
+        {u"echo \"ü\" '$HOME'; echo noise >&2"_s, u"ü $HOME"_s, u"(none)"_s, u"(none)"_s},
+        {u"cat"_s, u""_s, u"(none)"_s, u"(none)"_s},
+        {u"echo out; echo ' why ' >&2; exit 3"_s, std::nullopt, u"why"_s, u"3"_s},
+        {u"exit 1"_s, std::nullopt, u"The command exited with a non-zero status."_s, u"1"_s},
+        {u"exit 126"_s, std::nullopt, u"The command exited with a non-zero status."_s, u"126"_s},
+        {u"kill -9 $$"_s, std::nullopt, u"The command was stopped by a signal."_s, u"-2700"_s},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.command.toStdString());
+        const ScriptOutcome outcome = run(runner, row.command);
+        EXPECT_EQ(outcome.result, row.result);
+        EXPECT_EQ(message(outcome), row.message);
+        EXPECT_EQ(number(outcome), row.number);
+        EXPECT_EQ(outcome.succeeded(), row.result.has_value());
+    }
+    ScriptOutcome outcome;
+    runTask(
+        store(&runner, u"do shell script \"mv 'it'\"'\"'s' x\" with administrator privileges"_s, &outcome));
+    EXPECT_EQ(outcome.result, std::nullopt);
+    EXPECT_EQ(number(outcome), u"-2741"_s);
+}
+
+TEST_F(ScriptRunnerTest, ReadsLongOutputsOfBothChannels)
+{
+    FreedesktopScriptRunner runner(layout, Elevation::none);
+    const ScriptOutcome outcome = run(runner, u"head -c 3000000 /dev/zero | tr '\\0' e >&2;"
+                                              " head -c 3000000 /dev/zero | tr '\\0' o"_s);
+    EXPECT_EQ(outcome.result.value_or(QString()).size(), 3'000'000);
+}
+
+TEST_F(ScriptRunnerTest, ASandboxHasItsOwnHomeAndTools)
+{
+    root.addFile(u"/tools/killall", "#!/bin/sh\necho stand-in \"$@\"\n");
+    QFile(root.at(u"/tools/killall")).setPermissions(QFile::ReadOwner | QFile::ExeOwner);
+    const QString wanted = layout.home + u"\nstand-in -9 AudioComponentRegistrar"_s;
+    const QString command = u"echo ~; killall -9 AudioComponentRegistrar"_s;
+    FreedesktopScriptRunner direct(layout, Elevation::none);
+    EXPECT_EQ(run(direct, command).result, wanted);
+    // A prompt that clears the environment as the system's does.
+    FreedesktopScriptRunner prompted(layout, prompt("exec env -i PATH=/usr/bin:/bin HOME=/ \"$@\"\n"));
+    EXPECT_EQ(run(prompted, command).result, wanted);
+}
+
+TEST_F(ScriptRunnerTest, ReadsTheAnswersOfThePrompt)
+{
+    const struct {
+        QByteArray prompt;
+        QString command;
+        std::optional<QString> result;
+        QString message, number;
+    } rows[] = {
+        {"[ $# = 3 ] && exec \"$@\"\n", u"echo ran"_s, u"ran"_s, u"(none)"_s, u"(none)"_s},
+        {"exit 126\n", u"true"_s, std::nullopt, u"User canceled."_s, u"-128"_s},
+        {"echo 'Error executing command as another user: Request dismissed' >&2; exit 126\n", u"true"_s,
+         std::nullopt, u"User canceled."_s, u"-128"_s},
+        {"exit 127\n", u"true"_s, std::nullopt, u"The authorization was denied."_s, u"-60005"_s},
+        {"printf 'Error executing command as another user: Not authorized\\n\\nReported.\\n' >&2; exit 127\n",
+         u"true"_s, std::nullopt,
+         u"The authorization was denied. Error executing command as another user: Not authorized Reported."_s,
+         u"-60005"_s},
+        {"exec \"$@\"\n", u"echo 'sh: nothing: not found' >&2; exit 127"_s, std::nullopt,
+         u"sh: nothing: not found"_s, u"127"_s},
+        {"exec \"$@\"\n", u"exit 4"_s, std::nullopt, u"The command exited with a non-zero status."_s, u"4"_s},
+    };
+    SystemLayout production = layout;
+    production.root.clear();
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.prompt.constData());
+        FreedesktopScriptRunner runner(production, prompt(row.prompt));
+        const ScriptOutcome outcome = run(runner, row.command);
+        EXPECT_EQ(outcome.result, row.result);
+        EXPECT_EQ(message(outcome), row.message);
+        EXPECT_EQ(number(outcome), row.number);
+    }
+    FreedesktopScriptRunner missing(production, root.at(u"/none"));
+    const ScriptOutcome outcome = run(missing, u"true"_s);
+    EXPECT_EQ(number(outcome), u"-2700"_s);
+    EXPECT_FALSE(message(outcome).isEmpty());
+}
+
+TEST_F(ScriptRunnerTest, RunsSeveralScriptsAtOnce)
+{
+    FreedesktopScriptRunner runner(layout, Elevation::none);
+    const QString path = pipe();
+    ScriptOutcome reader;
+    ScriptOutcome writer;
+    QCoro::Task<> reading = store(&runner, sourceOf(u"cat '"_s + path + u"'"_s), &reader);
+    runTask(store(&runner, sourceOf(u"echo met > '"_s + path + u"'"_s), &writer));
+    runTask(std::move(reading));
+    EXPECT_EQ(reader.result, u"met"_s);
+    EXPECT_EQ(writer.result, u""_s);
+}
+
+TEST_F(ScriptRunnerTest, OutlivesItsRunnerAndLetsTheEventLoopTurn)
+{
+    auto runner = std::make_unique<FreedesktopScriptRunner>(layout, Elevation::none);
+    const QString path = pipe();
+    ScriptOutcome outcome;
+    QCoro::Task<> task = store(runner.get(), sourceOf(u"head -n 1 '"_s + path + u"'"_s), &outcome);
+    runner.reset();
+    QFile keptOpen(path);
+    ASSERT_TRUE(keptOpen.open(QIODevice::ReadWrite | QIODevice::Unbuffered));
+    QTimer::singleShot(0, qApp, [&keptOpen] { keptOpen.write("turned\n"); });
+    runTask(std::move(task));
+    EXPECT_EQ(outcome.result, u"turned"_s);
+}
+
+/// Runs in a process of its own, started by the test below.
+TEST_F(ScriptRunnerTest, DISABLED_EndsWhileAScriptRuns)
+{
+    FreedesktopScriptRunner runner(layout, Elevation::none);
+    static ScriptOutcome never;
+    store(&runner, sourceOf(qEnvironmentVariable("ORV_TEST_COMMAND")), &never);
+    turnEventLoop();
+}
+
+TEST_F(ScriptRunnerTest, TheApplicationMayEndWhileAScriptRuns)
+{
+    const QString path = pipe();
+    QProcess application;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(u"ORV_TEST_COMMAND"_s, u"cat '%1' > '%1.out' && mv '%1.out' '%1.done'"_s.arg(path));
+    // What waits for the script is left to the system on purpose, it is no leak.
+    environment.insert(u"ASAN_OPTIONS"_s, u"detect_leaks=0"_s);
+    application.setProcessEnvironment(environment);
+    application.start(
+        QCoreApplication::applicationFilePath(),
+        {u"--gtest_filter=*DISABLED_EndsWhileAScriptRuns"_s, u"--gtest_also_run_disabled_tests"_s});
+    ASSERT_TRUE(application.waitForFinished());
+    EXPECT_EQ(application.exitStatus(), QProcess::NormalExit);
+    EXPECT_EQ(application.exitCode(), 0) << application.readAllStandardError().constData();
+    QFile writer(path);
+    ASSERT_TRUE(writer.open(QIODevice::WriteOnly | QIODevice::Unbuffered)); // waits for the script to read
+    writer.write("still here");
+    writer.close();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return root.exists(u"/pipe.done"); }, 20'000));
+    EXPECT_EQ(root.content(u"/pipe.done"), "still here");
+}
+
+} // namespace orvanlite::test

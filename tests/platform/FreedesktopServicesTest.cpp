@@ -1,0 +1,270 @@
+#include "platform/Appearance.h"
+#include "platform/freedesktop/FreedesktopDefaults.h"
+#include "platform/freedesktop/FreedesktopLoginItemService.h"
+#include "platform/freedesktop/FreedesktopWorkspace.h"
+#include "platform/posix/DetachedLauncher.h"
+#include "support/Fakes.h"
+
+#include <sys/stat.h>
+
+#include <gtest/gtest.h>
+
+#include <QCoreApplication>
+#include <QFile>
+#include <QFileInfo>
+#include <QProcess>
+#include <QTest>
+
+#include <algorithm>
+#include <csignal>
+
+namespace orvanlite::test {
+
+using namespace Qt::StringLiterals;
+using namespace platform;
+
+namespace {
+
+const QString kAgent = u"com.yourcompany.Orvanlite.helper-agent"_s;
+
+void makeExecutable(const QString& path)
+{
+    QFile(path).setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+}
+
+class ServicesTest : public testing::Test {
+protected:
+    TempRoot root;
+    SystemLayout layout = root.layout();
+    FreedesktopFileManager files;
+};
+
+} // namespace
+
+TEST_F(ServicesTest, DefaultsReachTheFileAndOtherProcesses)
+{
+    FreedesktopDefaultsStore store(layout);
+    Defaults* suite = store.suite(u"com.yourcompany.Orvanlite"_s);
+    ASSERT_NE(suite, nullptr);
+    EXPECT_EQ(store.suite(u"com.yourcompany.Orvanlite"_s), suite);
+    EXPECT_NE(store.suite(u"other"_s), suite);
+    const QStringView file = u"/Users/tester/.config/Orvanlite/com.yourcompany.Orvanlite.ini";
+    EXPECT_FALSE(suite->value(u"enabledPluginCount"_s).isValid());
+    suite->setValue(u"enabledPluginCount"_s, 41);
+    EXPECT_EQ(root.content(file), "[General]\nenabledPluginCount=41\n");
+    // Another process writes, and is then told nothing new.
+    root.addFile(file, "[General]\nenabledPluginCount=1042\n; kept as long as nothing is written\n");
+    EXPECT_EQ(suite->value(u"enabledPluginCount"_s).toInt(), 1042);
+    suite->setValue(u"enabledPluginCount"_s, 1042);
+    EXPECT_TRUE(root.content(file).contains("; kept"));
+
+    const std::pair<QString, QVariant> values[] = {{u"onboardingComplete"_s, true},
+                                                   {u"text"_s, u"a, \"ü\"; \\n\n%"_s},
+                                                   {u"frame"_s, QByteArray("\0\xff\n", 3)}};
+    for (const auto& [key, value] : values)
+        store.standard().setValue(key, value);
+    EXPECT_TRUE(root.exists(u"/Users/tester/.config/Orvanlite/defaults.ini"));
+    FreedesktopDefaultsStore again(layout);
+    EXPECT_TRUE(again.standard().value(u"onboardingComplete"_s).toBool());
+    EXPECT_EQ(again.standard().value(u"text"_s).toString(), values[1].second.toString());
+    EXPECT_EQ(again.standard().value(u"frame"_s).toByteArray(), values[2].second.toByteArray());
+}
+
+TEST_F(ServicesTest, DefaultsWithoutAFolder)
+{
+    root.addFile(u"/Users/tester/.config", "in the way");
+    FreedesktopDefaultsStore store(layout);
+    EXPECT_EQ(store.suite(u"com.yourcompany.Orvanlite"_s), nullptr);
+    store.standard().setValue(u"onboardingComplete"_s, true);
+    EXPECT_EQ(root.content(u"/Users/tester/.config"), "in the way");
+    root.addFolder(u"/b/.config");
+    EXPECT_EQ(FreedesktopDefaultsStore(SystemLayout::sandbox(root.at(u"/b"))).suite(u"../x"_s), nullptr);
+}
+
+TEST_F(ServicesTest, LoginItemIsAnAutostartEntry)
+{
+    FreedesktopLoginItemService items(files, layout);
+    const QString bundle = root.at(u"/A $b/Helper.app");
+    root.addBundle(u"/A $b/Helper.app", infoPlist({{u"CFBundleExecutable"_s, u"Helper"_s}}), true);
+    const QStringView entry =
+        u"/Users/tester/.config/autostart/com.yourcompany.Orvanlite.helper-agent.desktop";
+    EXPECT_EQ(items.status(kAgent), LoginItemStatus::notRegistered);
+    EXPECT_THROW(items.unregisterItem(kAgent), FileError);
+    EXPECT_THROW(items.registerItem(kAgent, root.at(u"/None.app")), FileError);
+    EXPECT_EQ(items.status(kAgent), LoginItemStatus::notRegistered);
+    items.registerItem(kAgent, bundle);
+    EXPECT_EQ(items.status(kAgent), LoginItemStatus::enabled);
+    EXPECT_TRUE(root.content(entry).startsWith("[Desktop Entry]\nType=Application\n"));
+    EXPECT_TRUE(root.content(entry).contains("\nExec=\"" + root.path().toUtf8() +
+                                             "/A \\\\$b/Helper.app/Contents/MacOS/Helper\"\n"));
+    for (const char* off : {"Hidden=true\n", "X-GNOME-Autostart-enabled=false\n"}) {
+        root.addFile(entry, QByteArray("[Desktop Entry]\nExec=x\n") + off);
+        EXPECT_EQ(items.status(kAgent), LoginItemStatus::requiresApproval) << off;
+    }
+    items.unregisterItem(kAgent);
+    EXPECT_FALSE(root.exists(entry));
+    EXPECT_EQ(desktopEntryExec(u"/a b/\"`\\%"_s), uR"("/a b/\\"\\`\\\\%%")"_s);
+}
+
+TEST_F(ServicesTest, OpensBundlesByTheirExecutable)
+{
+    const struct {
+        const char* name;
+        QString bundle;
+        QByteArray plist;
+        QStringList executables;
+        QString wanted;
+    } rows[] = {
+        {"named", u"A"_s, infoPlist({{u"CFBundleExecutable"_s, u"two"_s}}), {u"one"_s, u"two"_s}, u"two"_s},
+        {"the only one", u"B"_s, infoPlist({}), {u"one"_s}, u"one"_s},
+        {"no list of properties", u"C"_s, {}, {u"one"_s}, u"one"_s},
+        {"one of two", u"D"_s, infoPlist({}), {u"one"_s, u"two"_s}, {}},
+        {"named and missing", u"E"_s, infoPlist({{u"CFBundleExecutable"_s, u"x"_s}}), {u"one"_s}, {}},
+        {"named outside", u"F"_s, infoPlist({{u"CFBundleExecutable"_s, u"../MacOS/one"_s}}), {u"one"_s}, {}},
+        {"none", u"G"_s, infoPlist({}), {}, {}},
+    };
+    RecordingLauncher launcher;
+    FreedesktopWorkspace workspace(files, launcher);
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        const QString bundle = u'/' + row.bundle + u".app"_s;
+        root.addBundle(bundle, row.plist);
+        for (const QString& executable : row.executables)
+            root.addFile(bundle + u"/Contents/MacOS/"_s + executable);
+        launcher.starts.clear();
+        workspace.openApplication(root.at(bundle));
+        ASSERT_EQ(launcher.starts.size(), row.wanted.isEmpty() ? 0U : 1U);
+        for (const RecordingLauncher::Start& start : launcher.starts)
+            EXPECT_EQ(start.program, root.at(bundle) + u"/Contents/MacOS/"_s + row.wanted);
+    }
+    launcher.fails = true;
+    workspace.openApplication(root.at(u"/A.app"));
+    EXPECT_FALSE(workspace.open(QUrl(u"https://example.com"_s)));
+    launcher.fails = false;
+    launcher.starts.clear();
+    EXPECT_FALSE(workspace.open(QUrl()));
+    EXPECT_TRUE(workspace.open(QUrl(u"https://example.com/ü?q=a b"_s)));
+    EXPECT_TRUE(workspace.open(QUrl::fromLocalFile(u"/r/50% ü.pdf"_s)));
+    EXPECT_EQ(launcher.starts, (std::vector<RecordingLauncher::Start>{
+                                   {u"xdg-open"_s, {u"https://example.com/%C3%BC?q=a%20b"_s}},
+                                   {u"xdg-open"_s, {u"/r/50% ü.pdf"_s}}}));
+}
+
+TEST_F(ServicesTest, FindsAndEndsRunningApplications)
+{
+    root.addBundle(u"/Agent.app", infoPlist({{u"CFBundleIdentifier"_s, kAgent}}), true);
+    root.addBundle(u"/Nameless.app", infoPlist({}), true);
+    const QString executables[] = {root.at(u"/Agent.app/Contents/MacOS/Agent"),
+                                   root.at(u"/Nameless.app/Contents/MacOS/Nameless")};
+    QProcess processes[2];
+    for (int i = 0; i < 2; ++i) {
+        QFile::remove(executables[i]);
+        ASSERT_TRUE(QFile::copy(u"/bin/sleep"_s, executables[i]));
+        makeExecutable(executables[i]);
+        processes[i].start(executables[i], {u"1000"_s});
+        ASSERT_TRUE(processes[i].waitForStarted());
+    }
+    RecordingLauncher launcher;
+    FreedesktopWorkspace workspace(files, launcher);
+    std::vector<RunningApplication> ours = workspace.runningApplications();
+    std::erase_if(ours,
+                  [&](const RunningApplication& each) { return !each.bundlePath.startsWith(root.path()); });
+    const RunningApplication agent{processes[0].processId(), kAgent, root.at(u"/Agent.app")};
+    EXPECT_EQ(ours, std::vector{agent});
+    // The number has gone to another program since.
+    workspace.terminate({processes[1].processId(), kAgent, agent.bundlePath});
+    workspace.terminate({0, kAgent, {}});
+    workspace.terminate({-1, kAgent, {}});
+    QFile::remove(executables[0]); // as an update does
+    workspace.terminate(agent);
+    EXPECT_TRUE(processes[0].waitForFinished());
+    EXPECT_EQ(processes[0].exitCode(), SIGTERM);
+    processes[1].kill();
+    EXPECT_TRUE(processes[1].waitForFinished());
+    EXPECT_EQ(processes[1].exitCode(), SIGKILL) << "ended before that";
+}
+
+TEST_F(ServicesTest, StartsProgramsOrSaysWhyNot)
+{
+    DetachedLauncher launcher;
+    root.addFile(u"/run.sh", "#!/bin/sh\nprintf '%s|' \"$@\" > \"$0.out\" && mv \"$0.out\" \"$0.done\"\n");
+    makeExecutable(root.at(u"/run.sh"));
+    launcher.start(root.at(u"/run.sh"), {u"a b"_s, u"'ü"_s, QString()});
+    EXPECT_TRUE(QTest::qWaitFor([&] { return root.exists(u"/run.sh.done"); }, 20'000));
+    EXPECT_EQ(root.content(u"/run.sh.done"), "a b|'ü||");
+    root.addFile(u"/plain");
+    const std::pair<QString, int> rows[] = {
+        {root.at(u"/none"), ENOENT}, {u"orvanlite-no-such-program"_s, ENOENT}, {root.at(u"/plain"), EACCES}};
+    for (const auto& [program, code] : rows) {
+        try {
+            launcher.start(program, {});
+            ADD_FAILURE() << program.toStdString() << " was started";
+        } catch (const FileError& error) {
+            EXPECT_EQ(error.code, code) << program.toStdString();
+        }
+    }
+}
+
+TEST(Layout, FollowsTheSurroundings)
+{
+    const TempRoot root;
+    const char* names[] = {"HOME", "XDG_DATA_HOME", "XDG_CONFIG_HOME", "XDG_CACHE_HOME", "XDG_RUNTIME_DIR"};
+    std::vector<QByteArray> before;
+    for (const char* name : names) {
+        before.push_back(qgetenv(name));
+        qunsetenv(name);
+    }
+    qputenv("HOME", root.at(u"/Users/tester/").toUtf8());
+    qputenv("XDG_CACHE_HOME", "/cache/");
+    qputenv("XDG_DATA_HOME", "relative");
+    root.addFile(u"/Users/tester/.config/user-dirs.dirs", "XDG_DESKTOP_DIR=\"$HOME/Schreibtisch\"\n");
+    const SystemLayout layout = SystemLayout::ofThisMachine();
+    for (std::size_t i = 0; i < before.size(); ++i) {
+        if (before[i].isNull())
+            qunsetenv(names[i]);
+        else
+            qputenv(names[i], before[i]);
+    }
+    EXPECT_FALSE(layout.isSandbox());
+    EXPECT_EQ(layout.home, root.at(u"/Users/tester"));
+    EXPECT_EQ(layout.applicationFolder(), root.at(u"/Users/tester/.local/share/Orvanlite"));
+    EXPECT_EQ(layout.configuration, root.at(u"/Users/tester/.config"));
+    EXPECT_EQ(layout.temporary, u"/cache/Orvanlite/tmp"_s);
+    EXPECT_EQ(layout.desktop, root.at(u"/Users/tester/Schreibtisch"));
+    EXPECT_EQ(layout.centralDisabledDirectory(), u"/Library/Audio/Plug-Ins/Disabled"_s);
+    EXPECT_TRUE(layout.isInSystemLibrary(u"/Library Backup/x"_s));
+    EXPECT_FALSE(layout.isInSystemLibrary(root.at(u"/Library/x")));
+    EXPECT_TRUE(root.layout().isInSystemLibrary(root.at(u"/Library/x")));
+}
+
+TEST_F(ServicesTest, AreBuiltTogether)
+{
+    root.addFolder(u"/Users/tester/.cache/Orvanlite/tmp");
+    const auto services = makePlatformServices(layout, Elevation::none);
+    const Platform platform = services->platform();
+    EXPECT_EQ(platform.layout, layout);
+    struct stat status {};
+    ASSERT_EQ(::stat(layout.temporary.toUtf8().constData(), &status), 0);
+    EXPECT_EQ(status.st_mode & 0777, 0700U);
+    EXPECT_EQ(platform.mainBundle.bundlePath(),
+              QFileInfo(QCoreApplication::applicationFilePath()).canonicalPath());
+    EXPECT_EQ(platform.mainBundle.infoText(u"CFBundleVersion"_s), std::nullopt);
+    const double before = platform.clock.now();
+    runTask(platform.clock.sleepFor(std::chrono::milliseconds(-5)));
+    runTask(platform.clock.sleepFor(std::chrono::milliseconds(5)));
+    EXPECT_GE(platform.clock.now(), before);
+}
+
+TEST_F(ServicesTest, MainBundleReadsItsOwnFolder)
+{
+    root.addBundle(u"/O.app", infoPlist({{u"CFBundleShortVersionString"_s, u"2.4.0"_s}}), true);
+    root.addFile(u"/O.app/Contents/Resources/AppIcon.icns");
+    const MainBundle bundle(files, root.at(u"/O.app/Contents/MacOS/O"));
+    EXPECT_EQ(bundle.bundlePath(), root.at(u"/O.app"));
+    EXPECT_EQ(bundle.infoText(u"CFBundleShortVersionString"_s), u"2.4.0"_s);
+    EXPECT_EQ(bundle.infoText(u"Other"_s), std::nullopt);
+    EXPECT_EQ(bundle.resource(u"AppIcon"_s, u"icns"_s), root.at(u"/O.app/Contents/Resources/AppIcon.icns"));
+    EXPECT_EQ(bundle.resource(u"AppIcon"_s, u"png"_s), std::nullopt);
+}
+
+} // namespace orvanlite::test

@@ -1,0 +1,352 @@
+#include "platform/freedesktop/SessionBus.h"
+#include "platform/freedesktop/FreedesktopAppearance.h"
+#include "platform/freedesktop/FreedesktopNotificationCenter.h"
+#include "platform/freedesktop/FreedesktopUserNotifications.h"
+#include "support/Fakes.h"
+
+#include <gtest/gtest.h>
+
+#include <QCoreApplication>
+#include <QDBusArgument>
+#include <QDBusMessage>
+#include <QDBusMetaType>
+#include <QDBusVariant>
+#include <QProcess>
+#include <QTest>
+#include <QThread>
+
+#include <atomic>
+
+using SettingGroups = QMap<QString, QVariantMap>;
+Q_DECLARE_METATYPE(SettingGroups)
+
+namespace orvanlite::test {
+
+using namespace Qt::StringLiterals;
+using namespace platform;
+
+namespace {
+
+const QString kCount = u"com.yourcompany.Orvanlite.pluginCountChanged"_s;
+const QString kLaunch = u"com.yourcompany.Orvanlite.appDidLaunch"_s;
+
+/// A bus of our own that knows no services of this machine.
+class PrivateBus {
+public:
+    PrivateBus()
+    {
+        m_root.addFile(u"/bus.conf",
+                       "<busconfig><type>session</type><listen>unix:dir=" + m_root.path().toUtf8() +
+                           "</listen><policy context=\"default\"><allow send_destination=\"*\"/>"
+                           "<allow eavesdrop=\"true\"/><allow own=\"*\"/></policy></busconfig>");
+        m_daemon.start(u"dbus-daemon"_s,
+                       {u"--nofork"_s, u"--print-address"_s, u"--config-file="_s + m_root.at(u"/bus.conf")});
+        while (!m_daemon.canReadLine() && m_daemon.waitForReadyRead()) {
+        }
+        m_address = QString::fromUtf8(m_daemon.readLine()).trimmed();
+    }
+    ~PrivateBus() { stop(); }
+    void stop()
+    {
+        m_daemon.kill();
+        m_daemon.waitForFinished();
+    }
+    [[nodiscard]] QString address() const { return m_address; }
+
+private:
+    TempRoot m_root;
+    QProcess m_daemon;
+    QString m_address;
+};
+
+/// Another program on the bus.
+class OtherSide {
+public:
+    explicit OtherSide(const QString& address)
+        : bus(QDBusConnection::connectToBus(address, u"other"_s))
+    {}
+    ~OtherSide() { QDBusConnection::disconnectFromBus(u"other"_s); }
+    QDBusConnection bus;
+};
+
+class SignalLog final : public QObject {
+    Q_OBJECT
+
+public:
+    QList<QDBusMessage> messages;
+
+public Q_SLOTS:
+    void receive(const QDBusMessage& message) { messages.append(message); }
+};
+
+class FakeNotificationService final : public QObject {
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "org.freedesktop.Notifications")
+
+public:
+    QStringList shown;
+
+public Q_SLOTS:
+    uint Notify(const QString& application, uint, const QString&, const QString& title, const QString& body,
+                const QStringList&, const QVariantMap&, int)
+    {
+        shown = {application, title, body};
+        return 1;
+    }
+};
+
+/// Lives in a thread of its own: the first question waits for the answer.
+class FakePortal final : public QObject {
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "org.freedesktop.portal.Settings")
+
+public:
+    explicit FakePortal(const QString& address)
+        : m_bus(QDBusConnection::connectToBus(address, u"portal"_s))
+    {
+        qDBusRegisterMetaType<SettingGroups>();
+        moveToThread(&m_thread);
+        m_bus.registerObject(u"/org/freedesktop/portal/desktop"_s, this, QDBusConnection::ExportAllSlots);
+        m_bus.registerService(u"org.freedesktop.portal.Desktop"_s);
+        m_thread.start();
+    }
+    ~FakePortal() override
+    {
+        m_bus.unregisterObject(u"/org/freedesktop/portal/desktop"_s);
+        QDBusConnection::disconnectFromBus(u"portal"_s);
+        m_thread.quit();
+        m_thread.wait();
+    }
+
+    SettingGroups settings; ///< set while nobody asks
+    std::atomic<int> unanswered = 0;
+
+    void change(const QString& group, const QString& key, const QVariant& value)
+    {
+        QDBusMessage signal = QDBusMessage::createSignal(
+            u"/org/freedesktop/portal/desktop"_s, u"org.freedesktop.portal.Settings"_s, u"SettingChanged"_s);
+        signal.setArguments({group, key, QVariant::fromValue(QDBusVariant(value))});
+        m_bus.send(signal);
+    }
+
+public Q_SLOTS:
+    void ReadAll(const QStringList& groups, const QDBusMessage& message)
+    {
+        message.setDelayedReply(true);
+        if (unanswered.fetch_sub(1) > 0)
+            return;
+        SettingGroups answer = settings;
+        answer.removeIf([&](auto each) { return !groups.contains(each.key()); });
+        m_bus.send(message.createReply(QVariant::fromValue(answer)));
+    }
+
+private:
+    QDBusConnection m_bus;
+    QThread m_thread;
+};
+
+QVariant colour(double red, double green, double blue)
+{
+    QDBusArgument argument;
+    argument.beginStructure();
+    argument << red << green << blue;
+    argument.endStructure();
+    return QVariant::fromValue(argument);
+}
+
+bool comesTrue(const std::function<bool()>& condition) { return QTest::qWaitFor(condition, 20'000); }
+
+class SessionBusTest : public testing::Test {
+protected:
+    PrivateBus daemon;
+    SessionBus bus{daemon.address()};
+};
+
+int warnings = 0;
+
+} // namespace
+
+TEST_F(SessionBusTest, PostsSignals)
+{
+    OtherSide other(daemon.address());
+    SignalLog log;
+    ASSERT_TRUE(other.bus.connect(QString(), QString(), u"com.yourcompany.Orvanlite"_s, QString(), &log,
+                                  SLOT(receive(QDBusMessage))));
+    FreedesktopNotificationCenter center(bus);
+    for (const QString& dropped : {u"noDots"_s, u"one.dot"_s, u"a..b.c"_s, u"com.yourcompany.Orvan-lite.x"_s,
+                                   u"com.yourcompany.Orvanlite."_s, u"com.yourcompany.Orvanlite.1"_s,
+                                   u"com.yourcompany.Orvanlite.x\n"_s})
+        center.post(dropped, {});
+    center.post(kCount, {});
+    center.post(kLaunch, {{u"version"_s, u"2.4.0"_s}});
+    ASSERT_TRUE(comesTrue([&] { return log.messages.size() >= 2; }));
+    ASSERT_EQ(log.messages.size(), 2);
+    EXPECT_EQ(log.messages[0].member(), u"pluginCountChanged"_s);
+    EXPECT_EQ(log.messages[1].member(), u"appDidLaunch"_s);
+    EXPECT_EQ(log.messages[1].path(), u"/com/yourcompany/Orvanlite"_s);
+    EXPECT_EQ(log.messages[1].signature(), u"a{sv}"_s);
+    EXPECT_EQ(qdbus_cast<QVariantMap>(log.messages[1].arguments().at(0)),
+              (QVariantMap{{u"version"_s, u"2.4.0"_s}}));
+}
+
+TEST_F(SessionBusTest, ObserversHearWhileTheirContextLives)
+{
+    OtherSide other(daemon.address());
+    FreedesktopNotificationCenter center(bus);
+    auto context = std::make_unique<QObject>();
+    QStringList heard;
+    const auto hear = [&heard](const QString& who) {
+        return [&heard, who](const QVariantMap& info) {
+            EXPECT_EQ(QThread::currentThread(), qApp->thread());
+            heard.append(who + info.value(u"version"_s).toString());
+        };
+    };
+    center.observe(kLaunch, context.get(), hear(u"first"_s));
+    center.observe(kLaunch, qApp, hear(u"second"_s));
+    center.observe(kCount, qApp, hear(u"count"_s));
+    const auto post = [&other](const QString& member, const QVariantList& arguments) {
+        QDBusMessage signal = QDBusMessage::createSignal(u"/com/yourcompany/Orvanlite"_s,
+                                                         u"com.yourcompany.Orvanlite"_s, member);
+        signal.setArguments(arguments);
+        other.bus.send(signal);
+    };
+    post(u"appDidLaunch"_s, {QVariantMap{{u"version"_s, u"1"_s}}});
+    post(u"somethingElse"_s, {QVariantMap()});
+    post(u"pluginCountChanged"_s, {});
+    ASSERT_TRUE(comesTrue([&] { return heard.size() >= 3; }));
+    EXPECT_EQ(heard, (QStringList{u"first1"_s, u"second1"_s, u"count"_s}));
+    context.reset();
+    heard.clear();
+    post(u"appDidLaunch"_s, {u"no map"_s});
+    center.post(kCount, {}); // one's own are heard too
+    ASSERT_TRUE(comesTrue([&] { return heard.size() >= 2; }));
+    heard.sort();
+    EXPECT_EQ(heard, (QStringList{u"count"_s, u"second"_s}));
+}
+
+TEST_F(SessionBusTest, ShowsMessagesWithAPlainBody)
+{
+    OtherSide other(daemon.address());
+    FakeNotificationService service;
+    other.bus.registerObject(u"/org/freedesktop/Notifications"_s, &service, QDBusConnection::ExportAllSlots);
+    other.bus.registerService(u"org.freedesktop.Notifications"_s);
+    FreedesktopUserNotifications(bus).show(u"New <plugins>"_s, u"Drums & Bass"_s);
+    ASSERT_TRUE(comesTrue([&] { return !service.shown.isEmpty(); }));
+    EXPECT_EQ(service.shown, (QStringList{u"Orvanlite"_s, u"New <plugins>"_s, u"Drums &amp; Bass"_s}));
+}
+
+TEST_F(SessionBusTest, ReadsThePortalsLook)
+{
+    const QString look = u"org.freedesktop.appearance"_s;
+    const QString desktop = u"org.gnome.desktop.interface"_s;
+    const struct {
+        const char* name;
+        SettingGroups settings;
+        std::optional<bool> dark;
+        std::optional<Rgb> accent;
+        bool reduced;
+    } rows[] = {
+        {"all",
+         {{look, {{u"color-scheme"_s, 1U}, {u"accent-color"_s, colour(0.25, 0, 1)}}},
+          {desktop, {{u"enable-animations"_s, false}}}},
+         true,
+         Rgb{0.25, 0, 1},
+         true},
+        {"light, no accent chosen",
+         {{look, {{u"color-scheme"_s, 2U}, {u"accent-color"_s, colour(-1, -1, -1)}}},
+          {desktop, {{u"enable-animations"_s, true}}}},
+         false,
+         std::nullopt,
+         false},
+        {"no preference",
+         {{look, {{u"color-scheme"_s, 0U}, {u"contrast"_s, 1U}}}},
+         std::nullopt,
+         std::nullopt,
+         false},
+        {"other types",
+         {{look, {{u"color-scheme"_s, u"dark"_s}, {u"accent-color"_s, u"red"_s}}},
+          {desktop, {{u"enable-animations"_s, 0}}}},
+         std::nullopt,
+         std::nullopt,
+         false},
+        {"nothing", {}, std::nullopt, std::nullopt, false},
+    };
+    {
+        const FreedesktopAppearance withoutPortal(bus);
+        EXPECT_EQ(withoutPortal.isDark(), std::nullopt);
+    }
+    FakePortal portal(daemon.address());
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        portal.settings = row.settings;
+        const FreedesktopAppearance appearance(bus, std::chrono::seconds(20));
+        EXPECT_EQ(appearance.isDark(), row.dark);
+        EXPECT_EQ(appearance.accentColour(), row.accent);
+        EXPECT_EQ(appearance.reducesMotion(), row.reduced);
+    }
+}
+
+TEST_F(SessionBusTest, FollowsThePortal)
+{
+    const QString look = u"org.freedesktop.appearance"_s;
+    FakePortal portal(daemon.address());
+    portal.settings = {{look, {{u"color-scheme"_s, 2U}}}};
+    portal.unanswered = 1;
+    FreedesktopAppearance appearance(bus, std::chrono::milliseconds(20));
+    int changes = 0;
+    appearance.observe(qApp, [&changes] { ++changes; });
+    EXPECT_EQ(appearance.isDark(), std::nullopt) << "no longer waited for";
+    ASSERT_TRUE(comesTrue([&] { return changes > 0; }));
+    EXPECT_EQ(appearance.isDark(), false);
+    portal.change(look, u"color-scheme"_s, 2U); // as before
+    portal.change(look, u"contrast"_s, 1U);
+    portal.change(look, u"accent-color"_s, colour(0, 0.5, 0));
+    ASSERT_TRUE(comesTrue([&] { return appearance.accentColour().has_value(); }));
+    EXPECT_EQ(changes, 2) << "only what has changed is told";
+    EXPECT_EQ(appearance.accentColour(), (Rgb{0, 0.5, 0}));
+}
+
+TEST(NoSessionBus, IsSilentAndNotTriedAgain)
+{
+    const auto before =
+        qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) { ++warnings; });
+    testing::internal::CaptureStderr();
+    const auto useAll = [](SessionBus& bus) {
+        FreedesktopNotificationCenter center(bus);
+        FreedesktopAppearance appearance(bus);
+        center.observe(kCount, qApp, [](const QVariantMap&) {});
+        center.post(kCount, {});
+        appearance.observe(qApp, [] {});
+        EXPECT_EQ(appearance.isDark(), std::nullopt);
+        EXPECT_FALSE(appearance.reducesMotion());
+        FreedesktopUserNotifications(bus).show(u"a"_s, u"b"_s);
+        turnEventLoop();
+    };
+    const QByteArray inherited = qgetenv("DBUS_SESSION_BUS_ADDRESS");
+    const QByteArray runtime = qgetenv("XDG_RUNTIME_DIR");
+    qputenv("XDG_RUNTIME_DIR", "/none");
+    PrivateBus daemon;
+    for (const QByteArray& address :
+         {QByteArray(), QByteArray("unix:path=/none/bus"), QByteArray("nonsense")}) {
+        SCOPED_TRACE(address.constData());
+        qputenv("DBUS_SESSION_BUS_ADDRESS", address);
+        SessionBus bus;
+        useAll(bus);
+        qputenv("DBUS_SESSION_BUS_ADDRESS", daemon.address().toUtf8());
+        EXPECT_EQ(bus.connection(), nullptr);
+    }
+    SessionBus lost;
+    EXPECT_NE(lost.connection(), nullptr) << "found by the surroundings";
+    daemon.stop();
+    EXPECT_TRUE(comesTrue([&] { return lost.connection() == nullptr; }));
+    useAll(lost);
+    qputenv("DBUS_SESSION_BUS_ADDRESS", inherited);
+    qputenv("XDG_RUNTIME_DIR", runtime);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+    qInstallMessageHandler(before);
+    EXPECT_EQ(warnings, 0);
+}
+
+} // namespace orvanlite::test
+
+#include "SessionBusTest.moc"
