@@ -17,10 +17,10 @@ class Statement;
 
 /// What a query is narrowed to. An empty member means no filter on that field, not an empty result.
 struct PluginFilter {
-    QString searchText; ///< part of name or manufacturer; "%" and "_" work as wildcards
-    QSet<PluginFormat> formats;
-    QSet<QString> manufacturers;
-    QSet<QString> pluginKeys;
+    QString searchText{}; ///< part of name or manufacturer; "%" and "_" work as wildcards
+    QSet<PluginFormat> formats{};
+    QSet<QString> manufacturers{};
+    QSet<QString> pluginKeys{};
 };
 
 /// The catalogue: the result of the last scan in one SQLite file. A cache of the file system: a scan replaces its

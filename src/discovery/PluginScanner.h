@@ -9,13 +9,15 @@
 #include <optional>
 
 namespace orvanlite::platform {
+class FileManager;
 struct Platform;
-}
+struct SystemLayout;
+} // namespace orvanlite::platform
 
 namespace orvanlite {
 
-/// Finds every plugin on the machine, enabled or not, from its place on disk and the files beside it. No plugin
-/// code is ever loaded. A scan is always complete; nothing of an earlier one is reused.
+/// Finds every plugin on the machine, enabled or not, from its place on disk and the files beside it. No
+/// plugin code is ever loaded. A scan is always complete; nothing of an earlier one is reused.
 ///
 /// Errors: none. What cannot be read is not in the result, and a line on standard output says so.
 class PluginScanner final {
@@ -35,7 +37,22 @@ public:
     QCoro::Task<> scanAllPlugins();
 
 private:
-    const platform::Platform& m_platform;
+    void createCentralDisabledDirectoryIfNeeded();
+    [[nodiscard]] AudioPlugins scanPluginsForFormat(PluginFormat format) const;
+    /// An absent folder gives an empty list.
+    [[nodiscard]] AudioPlugins scanDirectory(const QString& path, PluginFormat format) const;
+    /// Appends every plugin of the format at any depth, except within plugins.
+    void recursivelyScanDirectory(const QString& path, PluginFormat format, AudioPlugins& plugins) const;
+    /// Nothing for a container of other plugins, whose removal would switch all of them off.
+    [[nodiscard]] std::optional<AudioPlugin> createPluginFromURL(const QString& path, const QString& fileName,
+                                                                 PluginFormat format) const;
+    /// Where a plugin found at this path belongs when enabled.
+    [[nodiscard]] QString getOriginalPath(const QString& path, const QString& fileName,
+                                          PluginFormat format) const;
+
+    const platform::SystemLayout& m_layout;
+    platform::FileManager& m_files;
+    QString m_centralDisabledDirectory;
 };
 
 } // namespace orvanlite

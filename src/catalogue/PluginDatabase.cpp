@@ -1,0 +1,153 @@
+#include "catalogue/PluginDatabase.h"
+
+#include "catalogue/Statement.h"
+#include "model/Console.h"
+#include "model/Uuid.h"
+#include "platform/FileManager.h"
+#include "platform/Platform.h"
+
+#include <sqlite3.h>
+
+#include <array>
+
+namespace orvanlite {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// The order of the columns is part of the format: rows are read by column index, also after "SELECT *".
+constexpr const char* kSchema = R"(CREATE TABLE IF NOT EXISTS plugins (
+    id TEXT PRIMARY KEY,
+    name TEXT NOT NULL COLLATE NOCASE,
+    manufacturer TEXT NOT NULL COLLATE NOCASE,
+    format TEXT NOT NULL,
+    originalPath TEXT NOT NULL,
+    currentPath TEXT NOT NULL,
+    isEnabled INTEGER NOT NULL DEFAULT 1,
+    version TEXT,
+    bundleIdentifier TEXT,
+    lastUsed REAL
+);
+CREATE INDEX IF NOT EXISTS idx_plugins_name ON plugins(name);
+CREATE INDEX IF NOT EXISTS idx_plugins_manufacturer ON plugins(manufacturer);
+CREATE INDEX IF NOT EXISTS idx_plugins_format ON plugins(format);
+CREATE INDEX IF NOT EXISTS idx_plugins_isEnabled ON plugins(isEnabled);
+CREATE INDEX IF NOT EXISTS idx_plugins_version ON plugins(version);
+CREATE INDEX IF NOT EXISTS idx_plugins_lastUsed ON plugins(lastUsed);
+)";
+
+QString cataloguePath(const platform::SystemLayout& layout)
+{
+    if (layout.applicationSupport.isEmpty())
+        qFatal("no application support folder");
+    return layout.applicationFolder() + u"/plugins.db"_s;
+}
+
+/// Binds one record in column order and runs the statement. The texts live here, until it has run.
+void insertPlugin(Statement& insert, const AudioPlugin& plugin)
+{
+    const std::array texts{
+        uuidBytes(plugin.id),         plugin.name.toUtf8(),
+        plugin.manufacturer.toUtf8(), rawValue(plugin.format).toUtf8(),
+        plugin.originalPath.toUtf8(), plugin.currentPath.toUtf8(),
+    };
+    int parameter = 1;
+    for (const QByteArray& text : texts)
+        insert.bindText(parameter++, text);
+    insert.bindInteger(parameter++, plugin.isEnabled ? 1 : 0);
+    // Absent texts are stored as empty ones, so that they come first when the table is sorted by them.
+    const QByteArray version = plugin.version.value_or(QString()).toUtf8();
+    const QByteArray bundleIdentifier = plugin.bundleIdentifier.value_or(QString()).toUtf8();
+    insert.bindText(parameter++, version);
+    insert.bindText(parameter++, bundleIdentifier);
+    if (plugin.lastUsed)
+        insert.bindReal(parameter, plugin.lastUsed->unixTime());
+    else
+        insert.bindNull(parameter);
+    insert.step();
+    insert.reset();
+}
+
+} // namespace
+
+PluginDatabase& PluginDatabase::shared(const platform::Platform& platform)
+{
+    static auto* const database = new PluginDatabase(platform, cataloguePath(platform.layout));
+    return *database;
+}
+
+PluginDatabase::PluginDatabase(const platform::Platform& platform, QString dbPath)
+    : m_dbPath(std::move(dbPath))
+{
+    if (const qsizetype slash = m_dbPath.lastIndexOf(u'/'); slash > 0) {
+        try {
+            platform.files.createDirectory(m_dbPath.first(slash));
+        } catch (const platform::FileError&) {
+            // Shows as a failed open.
+        }
+    }
+    openDatabase();
+    exec("PRAGMA journal_mode=WAL");
+    exec("PRAGMA synchronous=NORMAL");
+    exec(kSchema);
+}
+
+PluginDatabase::~PluginDatabase() { sqlite3_close(m_db); }
+
+void PluginDatabase::openDatabase()
+{
+    if (sqlite3_open(m_dbPath.toUtf8().constData(), &m_db) == SQLITE_OK)
+        return;
+    printLine(u"❌ Failed to open database at "_s + m_dbPath);
+    // A failed open leaves a handle too.
+    sqlite3_close(m_db);
+    m_db = nullptr;
+}
+
+void PluginDatabase::exec(const char* sql)
+{
+    if (!m_db)
+        return;
+    char* message = nullptr;
+    if (sqlite3_exec(m_db, sql, nullptr, nullptr, &message) != SQLITE_OK && message)
+        printLine(u"❌ SQL error: "_s + QString::fromUtf8(message));
+    sqlite3_free(message);
+}
+
+void PluginDatabase::replaceAllPlugins(const AudioPlugins& plugins)
+{
+    exec("BEGIN TRANSACTION");
+    exec("DELETE FROM plugins");
+    {
+        Statement insert(m_db,
+                         "INSERT INTO plugins (id, name, manufacturer, format, originalPath, currentPath, "
+                         "isEnabled, version, bundleIdentifier, lastUsed)\n"
+                         "VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?)");
+        for (const AudioPlugin& plugin : plugins)
+            insertPlugin(insert, plugin);
+    }
+    // On purpose: never a rollback. Whatever failed above, the next scan fills the table again.
+    exec("COMMIT");
+}
+
+void PluginDatabase::updatePlugin(const AudioPlugin& plugin)
+{
+    const QByteArray currentPath = plugin.currentPath.toUtf8();
+    const QByteArray id = uuidBytes(plugin.id);
+    Statement update(m_db, "UPDATE plugins SET currentPath = ?, isEnabled = ? WHERE id = ?");
+    update.bindText(1, currentPath);
+    update.bindInteger(2, plugin.isEnabled ? 1 : 0);
+    update.bindText(3, id);
+    update.step();
+}
+
+void PluginDatabase::deletePlugin(const QUuid& id)
+{
+    const QByteArray text = uuidBytes(id);
+    Statement remove(m_db, "DELETE FROM plugins WHERE id = ?");
+    remove.bindText(1, text);
+    remove.step();
+}
+
+} // namespace orvanlite

@@ -1,0 +1,64 @@
+#include "catalogue/Statement.h"
+
+#include <sqlite3.h>
+
+namespace orvanlite {
+
+Statement::Statement(sqlite3* db, const QByteArray& sql)
+{
+    // With the length of the end mark SQLite compiles from our own text and needs no copy of it.
+    if (db)
+        sqlite3_prepare_v2(db, sql.constData(), static_cast<int>(sql.size()) + 1, &m_handle, nullptr);
+}
+
+Statement::~Statement() { sqlite3_finalize(m_handle); }
+
+void Statement::bindText(int parameter, const QByteArray& text)
+{
+    // constData() points to an end mark even for a null array: an empty text never turns into NULL.
+    sqlite3_bind_text(m_handle, parameter, text.constData(), static_cast<int>(text.size()), SQLITE_STATIC);
+}
+
+void Statement::bindCopy(int parameter, const QByteArray& text)
+{
+    // SQLITE_TRANSIENT is a C cast in the header of SQLite, which this is in C++.
+    const auto copy = reinterpret_cast<sqlite3_destructor_type>(-1);
+    sqlite3_bind_text(m_handle, parameter, text.constData(), static_cast<int>(text.size()), copy);
+}
+
+void Statement::bindInteger(int parameter, int value) { sqlite3_bind_int(m_handle, parameter, value); }
+
+void Statement::bindReal(int parameter, double value) { sqlite3_bind_double(m_handle, parameter, value); }
+
+void Statement::bindNull(int parameter) { sqlite3_bind_null(m_handle, parameter); }
+
+bool Statement::step() { return m_handle && sqlite3_step(m_handle) == SQLITE_ROW; }
+
+void Statement::reset() { sqlite3_reset(m_handle); }
+
+QByteArrayView Statement::text(int column) const
+{
+    // Through the value, whose accessors take no lock: a statement is used by one thread only.
+    sqlite3_value* value = sqlite3_column_value(m_handle, column);
+    // The order counts: asking for the text may convert the value, and only then is its length right.
+    const unsigned char* bytes = sqlite3_value_text(value);
+    return {bytes, sqlite3_value_bytes(value)};
+}
+
+int Statement::integer(int column) const { return sqlite3_column_int(m_handle, column); }
+
+std::optional<double> Statement::real(int column) const
+{
+    sqlite3_value* value = sqlite3_column_value(m_handle, column);
+    if (sqlite3_value_type(value) == SQLITE_NULL)
+        return std::nullopt;
+    return sqlite3_value_double(value);
+}
+
+bool Statement::isOne(int column) const
+{
+    sqlite3_value* value = sqlite3_column_value(m_handle, column);
+    return sqlite3_value_type(value) == SQLITE_INTEGER && sqlite3_value_int64(value) == 1;
+}
+
+} // namespace orvanlite

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <QByteArray>
+#include <QByteArrayView>
+
+#include <optional>
+
+struct sqlite3;
+struct sqlite3_stmt;
+
+namespace orvanlite {
+
+/// Owns one prepared statement: prepared in the constructor, finalised in the destructor.
+///
+/// Shape:   parameters count from 1, columns from 0; all text is UTF-8.
+/// Errors:  none are told. A statement that could not be prepared takes every call and has no rows.
+class Statement final {
+public:
+    Statement(sqlite3* db, const QByteArray& sql);
+    Statement(const Statement&) = delete;
+    Statement& operator=(const Statement&) = delete;
+    ~Statement();
+
+    /// Binds without a copy: the text must live until the statement has run.
+    void bindText(int parameter, const QByteArray& text);
+    void bindText(int parameter, QByteArray&& text) = delete;
+    /// Binds a text that SQLite copies.
+    void bindCopy(int parameter, const QByteArray& text);
+    void bindInteger(int parameter, int value);
+    void bindReal(int parameter, double value);
+    void bindNull(int parameter);
+
+    /// Runs to the next row; false at the end and after an error.
+    bool step();
+    /// Makes the statement ready to run again; what is bound stays bound.
+    void reset();
+
+    /// The column's bytes until the next step; null for SQL's NULL only.
+    [[nodiscard]] QByteArrayView text(int column) const;
+    [[nodiscard]] int integer(int column) const;
+    /// Nothing for SQL's NULL only.
+    [[nodiscard]] std::optional<double> real(int column) const;
+    /// Whether the column is the integer 1, and not a number or text that would be cut down to it.
+    [[nodiscard]] bool isOne(int column) const;
+
+private:
+    sqlite3_stmt* m_handle = nullptr;
+};
+
+} // namespace orvanlite

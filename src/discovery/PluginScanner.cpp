@@ -1,0 +1,179 @@
+#include "discovery/PluginScanner.h"
+
+#include "discovery/BundleMetadata.h"
+#include "discovery/EntryName.h"
+#include "discovery/Manufacturers.h"
+#include "discovery/WavesScan.h"
+#include "model/Console.h"
+#include "model/TextOrder.h"
+#include "model/Uuid.h"
+#include "platform/FileManager.h"
+#include "platform/Platform.h"
+
+#include <algorithm>
+#include <iterator>
+
+namespace orvanlite {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr QStringView kUnusedMark = u"Plug-Ins (Unused)";
+
+void append(AudioPlugins& plugins, AudioPlugins more)
+{
+    std::move(more.begin(), more.end(), std::back_inserter(plugins));
+}
+
+/// Stable: plugins of one name keep the order in which they were found.
+void sortByName(AudioPlugins& plugins)
+{
+    const auto shown = [](const AudioPlugin& plugin) {
+        return plugin.name.isEmpty() ? QStringView(u"Unknown Plugin") : QStringView(plugin.name);
+    };
+    std::stable_sort(plugins.begin(), plugins.end(), [&](const AudioPlugin& left, const AudioPlugin& right) {
+        return plainLess(shown(left), shown(right));
+    });
+}
+
+} // namespace
+
+PluginScanner::PluginScanner(const platform::Platform& platform)
+    : m_layout(platform.layout)
+    , m_files(platform.files)
+    , m_centralDisabledDirectory(platform.layout.centralDisabledDirectory())
+{
+    createCentralDisabledDirectoryIfNeeded();
+}
+
+QCoro::Task<> PluginScanner::scanAllPlugins()
+{
+    isScanning = true;
+    scanProgress = 0;
+    discoveredPlugins = AudioPlugins();
+    createCentralDisabledDirectoryIfNeeded(); // it may have been made visible since
+    scanError.clear();
+
+    AudioPlugins plugins;
+    double done = 0;
+    for (const PluginFormat format : allCases<PluginFormat>) {
+        append(plugins, scanPluginsForFormat(format));
+        scanProgress = ++done / static_cast<double>(allCases<PluginFormat>.size());
+    }
+    plugins = crossReferenceManufacturers(std::move(plugins));
+    sortByName(plugins);
+
+    discoveredPlugins = std::move(plugins);
+    isScanning = false;
+    scanProgress = 1;
+    co_return;
+}
+
+void PluginScanner::createCentralDisabledDirectoryIfNeeded()
+{
+    const bool existed = m_files.exists(m_centralDisabledDirectory);
+    try {
+        if (!existed)
+            m_files.createDirectory(m_centralDisabledDirectory);
+        m_files.setHidden(m_centralDisabledDirectory);
+    } catch (const platform::FileError& error) {
+        printLine((existed ? u"Error setting hidden attribute: "_s
+                           : u"Error creating central disabled directory: "_s) +
+                  error.message);
+    }
+    for (const PluginFormat format : allCases<PluginFormat>) {
+        const QString folder = m_centralDisabledDirectory + u'/' + rawValue(format);
+        try {
+            if (!m_files.exists(folder))
+                m_files.createDirectory(folder);
+        } catch (const platform::FileError&) {
+            // Without rights on the system's library the folder is missing, and a scan finds nothing in it.
+        }
+    }
+}
+
+AudioPlugins PluginScanner::scanPluginsForFormat(PluginFormat format) const
+{
+    if (format == PluginFormat::wavesBundle)
+        return scanWavesBundlePlugins(m_files, m_layout);
+    QStringList folders = systemPaths(format, m_layout);
+    folders.append(m_centralDisabledDirectory + u'/' + rawValue(format));
+    if (format == PluginFormat::aax)
+        folders << m_layout.aaxUnusedDirectory() << m_layout.aaxUnusedDirectoryOfUser();
+    AudioPlugins plugins;
+    for (const QString& folder : std::as_const(folders))
+        append(plugins, scanDirectory(folder, format));
+    return plugins;
+}
+
+AudioPlugins PluginScanner::scanDirectory(const QString& path, PluginFormat format) const
+{
+    AudioPlugins plugins;
+    if (m_files.exists(path))
+        recursivelyScanDirectory(path, format, plugins);
+    return plugins;
+}
+
+void PluginScanner::recursivelyScanDirectory(const QString& path, PluginFormat format,
+                                             AudioPlugins& plugins) const
+{
+    // The system's limit on the length of a path bounds the depth, and its limit on links ends a ring of
+    // them.
+    std::vector<platform::DirectoryEntry> entries;
+    try {
+        entries = m_files.list(path, platform::HiddenEntries::skip);
+    } catch (const platform::FileError& error) {
+        printLine(u"❌ Error scanning directory "_s + path + u": "_s + error.message);
+        return;
+    }
+    for (const platform::DirectoryEntry& entry : entries) {
+        const QString entryPath = path + u'/' + entry.name;
+        bool isDirectory = entry.kind == platform::EntryKind::directory;
+        if (entry.kind == platform::EntryKind::unresolved) {
+            const auto status = m_files.status(entryPath);
+            if (!status)
+                continue; // a link that leads nowhere
+            isDirectory = status->isDirectory;
+        }
+        if (hasExtension(entry.name, bundleExtension(format))) {
+            if (auto plugin = createPluginFromURL(entryPath, entry.name, format))
+                plugins.push_back(std::move(*plugin));
+        } else if (isDirectory) {
+            recursivelyScanDirectory(entryPath, format, plugins);
+        }
+    }
+}
+
+std::optional<AudioPlugin> PluginScanner::createPluginFromURL(const QString& path, const QString& fileName,
+                                                              PluginFormat format) const
+{
+    AudioPlugin plugin;
+    plugin.name = baseName(fileName);
+    if (plugin.name.toLower().startsWith(u"waveshell"))
+        return std::nullopt;
+    const BundleMetadata metadata(m_files, path);
+    plugin.manufacturer = metadata.extractManufacturer();
+    plugin.version = metadata.extractInfoFromBundle(BundleMetadata::InfoKey::version);
+    plugin.bundleIdentifier = metadata.extractInfoFromBundle(BundleMetadata::InfoKey::identifier);
+    plugin.lastUsed = metadata.extractLastUsed(plugin.name);
+    plugin.isEnabled = !path.contains(m_centralDisabledDirectory) && !path.contains(kUnusedMark);
+    plugin.id = makeUuid();
+    plugin.format = format;
+    plugin.originalPath = getOriginalPath(path, fileName, format);
+    plugin.currentPath = path;
+    return plugin;
+}
+
+QString PluginScanner::getOriginalPath(const QString& path, const QString& fileName,
+                                       PluginFormat format) const
+{
+    // On purpose: it goes back to the top of the system's folder, wherever it came from before.
+    if (path.contains(m_centralDisabledDirectory))
+        return systemPaths(format, m_layout).first() + u'/' + fileName;
+    if (path.contains(kUnusedMark))
+        return m_layout.aaxDirectory() + u'/' + fileName;
+    return path;
+}
+
+} // namespace orvanlite

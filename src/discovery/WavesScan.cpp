@@ -1,0 +1,76 @@
+#include "discovery/WavesScan.h"
+
+#include "discovery/EntryName.h"
+#include "model/Uuid.h"
+#include "platform/FileManager.h"
+#include "platform/SystemLayout.h"
+
+namespace orvanlite {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr QStringView kVersionFolderPrefix = u"Plug-Ins V";
+constexpr qsizetype kVersionStart = 9; ///< behind "Plug-Ins "
+
+struct VersionFolder {
+    QString path;
+    QString version; ///< "V" included
+};
+
+std::vector<platform::DirectoryEntry> listQuietly(const platform::FileManager& files, const QString& path)
+{
+    try {
+        return files.list(path, platform::HiddenEntries::skip);
+    } catch (const platform::FileError&) {
+        return {}; // as good as an empty folder: most machines have none of this
+    }
+}
+
+bool isDirectory(const platform::FileManager& files, const platform::DirectoryEntry& entry,
+                 const QString& path)
+{
+    if (entry.kind != platform::EntryKind::unresolved)
+        return entry.kind == platform::EntryKind::directory;
+    const auto status = files.status(path);
+    return status && status->isDirectory;
+}
+
+void appendBundles(const platform::FileManager& files, const VersionFolder& home, const QString& folder,
+                   AudioPlugins& plugins)
+{
+    for (const platform::DirectoryEntry& entry : listQuietly(files, folder)) {
+        if (!hasExtension(entry.name, bundleExtension(PluginFormat::wavesBundle)))
+            continue;
+        AudioPlugin plugin;
+        plugin.id = makeUuid();
+        plugin.name = baseName(entry.name);
+        plugin.manufacturer = u"Waves Audio"_s;
+        plugin.format = PluginFormat::wavesBundle;
+        plugin.originalPath = home.path + u'/' + entry.name;
+        plugin.currentPath = folder + u'/' + entry.name;
+        plugin.isEnabled = folder == home.path;
+        plugin.version = home.version;
+        plugins.push_back(std::move(plugin));
+    }
+}
+
+} // namespace
+
+AudioPlugins scanWavesBundlePlugins(const platform::FileManager& files, const platform::SystemLayout& layout)
+{
+    AudioPlugins plugins;
+    const QString root = layout.wavesDirectory();
+    for (const platform::DirectoryEntry& entry : listQuietly(files, root)) {
+        const QString path = root + u'/' + entry.name;
+        if (!entry.name.startsWith(kVersionFolderPrefix) || !isDirectory(files, entry, path))
+            continue;
+        const VersionFolder folder{path, entry.name.sliced(kVersionStart)};
+        appendBundles(files, folder, path, plugins);
+        appendBundles(files, folder, path + u"/Disabled"_s, plugins);
+    }
+    return plugins;
+}
+
+} // namespace orvanlite

@@ -1,0 +1,52 @@
+#include "records/ActivityLogEntry.h"
+
+#include "model/Json.h"
+#include "model/Uuid.h"
+
+#include <algorithm>
+
+namespace orvanlite {
+
+using namespace Qt::StringLiterals;
+
+QString ActivityLogEntry::timeAgo(Date now) const
+{
+    // The file may hold any number: the cast is defined only for one that fits.
+    constexpr double kLongest = 1e18;
+    const double age = -(timestamp.sinceReference - now.sinceReference);
+    const auto seconds = static_cast<qint64>(std::clamp(age, -kLongest, kLongest));
+    if (seconds < 60)
+        return u"just now"_s;
+    if (seconds < 3600)
+        return u"%1m ago"_s.arg(seconds / 60);
+    if (seconds < 86400)
+        return u"%1h ago"_s.arg(seconds / 3600);
+    if (seconds < 2 * 86400)
+        return u"yesterday"_s;
+    return u"%1d ago"_s.arg(seconds / 86400);
+}
+
+nlohmann::ordered_json toJson(const ActivityLogEntry& entry)
+{
+    nlohmann::ordered_json json;
+    json["id"] = toUtf8(uuidText(entry.id));
+    json["timestamp"] = entry.timestamp.sinceReference;
+    json["pluginName"] = toUtf8(entry.pluginName);
+    json["format"] = toUtf8(entry.format);
+    json["action"] = toUtf8(rawValue(entry.action));
+    return json;
+}
+
+ActivityLogEntry activityLogEntryFromJson(const nlohmann::ordered_json& json)
+{
+    const JsonObject object(json);
+    ActivityLogEntry entry;
+    entry.id = object.uuid("id");
+    entry.timestamp = object.date("timestamp");
+    entry.pluginName = object.text("pluginName");
+    entry.format = object.text("format");
+    entry.action = object.enumeration<ActivityAction>("action");
+    return entry;
+}
+
+} // namespace orvanlite

@@ -1,0 +1,43 @@
+#pragma once
+
+#include "model/Date.h"
+#include "model/RawValue.h"
+
+#include <nlohmann/json_fwd.hpp>
+
+#include <QUuid>
+
+namespace orvanlite {
+
+/// What the user did to a plugin. The raw values are stored and shown.
+enum class ActivityAction { enabled, disabled, deleted };
+
+template <> struct RawValueTable<ActivityAction> {
+    static constexpr std::array<RawValueRow<ActivityAction>, 3> rows{{
+        {ActivityAction::enabled, u"Enabled"},
+        {ActivityAction::disabled, u"Disabled"},
+        {ActivityAction::deleted, u"Deleted"},
+    }};
+};
+
+/// One line of the history: what the user did to one plugin.
+struct ActivityLogEntry {
+    QUuid id;
+    Date timestamp;
+    QString pluginName; ///< as it was called at that moment
+    QString format;     ///< the format's raw value, kept as text
+    ActivityAction action = ActivityAction::enabled;
+
+    /// The age at `now`, e.g. "just now" (also for the future), "5m ago", "yesterday", "3d ago".
+    [[nodiscard]] QString timeAgo(Date now) const;
+
+    bool operator==(const ActivityLogEntry&) const = default;
+};
+
+/// One object with the fields in declared order.
+[[nodiscard]] nlohmann::ordered_json toJson(const ActivityLogEntry& entry);
+
+/// Errors: JsonError for a missing key, a wrong type, an id that is no UUID or an unknown action.
+[[nodiscard]] ActivityLogEntry activityLogEntryFromJson(const nlohmann::ordered_json& json);
+
+} // namespace orvanlite

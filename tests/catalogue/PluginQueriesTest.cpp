@@ -1,0 +1,179 @@
+#include "CatalogueFixture.h"
+
+namespace orvanlite::test {
+
+namespace {
+
+class PluginQueriesTest : public CatalogueTest {
+protected:
+    PluginQueriesTest()
+    {
+        m_plugins = {plugin(u"alpha"_s, PluginFormat::au, u"Zed"_s),
+                     plugin(u"Beta"_s, PluginFormat::vst3, u"acme"_s),
+                     plugin(u"gamma"_s, PluginFormat::vst2, u"Acme"_s),
+                     plugin(u"Delta_x"_s, PluginFormat::aax, QString()),
+                     plugin(u"alpha"_s, PluginFormat::clap, u"Älg"_s)};
+        m_plugins[1].isEnabled = false;
+        m_plugins[2].version = u"0.9"_s;
+        m_plugins[3].version = std::nullopt;
+        m_plugins[0].lastUsed = Date::fromUnix(5);
+        m_plugins[2].lastUsed = Date::fromUnix(20);
+        m_database.replaceAllPlugins(m_plugins);
+    }
+
+    AudioPlugins m_plugins;
+    PluginDatabase m_database{m_platform, u":memory:"_s};
+};
+
+TEST_F(PluginQueriesTest, FiltersNarrowEveryQueryAlike)
+{
+    using Format = PluginFormat;
+    const struct {
+        PluginFilter filter;
+        QString wanted;
+    } rows[] = {
+        {{}, u"alpha alpha Beta Delta_x gamma"_s},
+        {{.searchText = u"ALPH"_s}, u"alpha alpha"_s},
+        {{.searchText = u"acm"_s}, u"Beta gamma"_s},
+        {{.searchText = u"ä"_s}, u""_s}, // only ASCII letters lose their case
+        {{.searchText = u"Ä"_s}, u"alpha"_s},
+        {{.searchText = u"%"_s}, u"alpha alpha Beta Delta_x gamma"_s},
+        {{.searchText = u"_"_s}, u"alpha alpha Beta Delta_x gamma"_s},
+        {{.searchText = u"a%a_x"_s}, u""_s},
+        {{.searchText = u"d%a_x"_s}, u"Delta_x"_s},
+        {{.searchText = u"' OR 1 --"_s}, u""_s},
+        {{.formats = {Format::vst2, Format::vst3}}, u"Beta gamma"_s},
+        {{.formats = {Format::wavesBundle}}, u""_s},
+        {{.manufacturers = {u"ACME"_s, u"zed"_s}}, u"alpha Beta gamma"_s},
+        {{.manufacturers = {u"älg"_s}}, u""_s},
+        {{.manufacturers = {QString()}}, u"Delta_x"_s},
+        {{.pluginKeys = {u"alpha|CLAP"_s, u"Beta|VST3"_s, u"gamma|vst"_s}}, u"alpha Beta"_s},
+        {{u"a"_s,
+          {Format::vst2, Format::vst3, Format::au},
+          {u"Acme"_s},
+          {u"gamma|VST"_s, u"alpha|Audio Units"_s}},
+         u"gamma"_s},
+        {{u"zzz"_s, {Format::vst2}, {u"Acme"_s}, {u"gamma|VST"_s}}, u""_s},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(qPrintable(row.filter.searchText + u": "_s + row.wanted));
+        const AudioPlugins found = m_database.queryPlugins(row.filter, "name"_L1, true, 100, 0);
+        EXPECT_EQ(names(found), row.wanted);
+        EXPECT_EQ(m_database.totalCount(row.filter), static_cast<int>(found.size()));
+        PluginFilter withoutKeys = row.filter;
+        withoutKeys.pluginKeys.clear();
+        QSet<QUuid> ids;
+        for (const AudioPlugin& each : m_database.queryPlugins(withoutKeys, "name"_L1, true, 100, 0))
+            ids << each.id;
+        EXPECT_EQ(m_database.getAllFilteredPluginIds(row.filter), ids) << "the keys play no part";
+    }
+}
+
+TEST_F(PluginQueriesTest, PagesComeInTheOrderOfTheColumn)
+{
+    const struct {
+        QLatin1StringView column;
+        bool ascending;
+        int limit;
+        int offset;
+        QString wanted;
+    } rows[] = {
+        {"name"_L1, false, 3, 0, u"gamma Delta_x Beta"_s},
+        {"name"_L1, true, 2, 2, u"Beta Delta_x"_s},
+        {"name"_L1, true, 100, 5, u""_s},
+        {"name"_L1, true, 0, 0, u""_s},
+        {"manufacturer"_L1, true, 1, 0, u"Delta_x"_s},
+        {"manufacturer"_L1, false, 2, 0, u"alpha alpha"_s}, // "Älg" stands behind "Zed"
+        {"format"_L1, true, 9, 0, u"Delta_x alpha alpha gamma Beta"_s},
+        {"isEnabled"_L1, true, 1, 0, u"Beta"_s},
+        {"version"_L1, true, 2, 0, u"Delta_x gamma"_s},
+        {"lastUsed"_L1, false, 2, 0, u"gamma alpha"_s},
+        {"lastUsed"_L1, true, 2, 3, u"alpha gamma"_s}, // without a date first
+        {"no column"_L1, true, 9, 0, u""_s},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.column.data());
+        EXPECT_EQ(names(m_database.queryPlugins({}, row.column, row.ascending, row.limit, row.offset)),
+                  row.wanted);
+    }
+}
+
+TEST_F(PluginQueriesTest, StatementsAndTheirValuesAreTheSameAtEveryCall)
+{
+    static QStringList statements;
+    const auto trace = [](unsigned, void*, void* statement, void*) {
+        char* sql = sqlite3_expanded_sql(static_cast<sqlite3_stmt*>(statement));
+        statements << QString::fromUtf8(sql);
+        sqlite3_free(sql);
+        return 0;
+    };
+    using Extension = int (*)(sqlite3*, char**, const void*);
+    static const auto traceFunction = +trace;
+    const Extension listen = [](sqlite3* db, char**, const void*) {
+        return sqlite3_trace_v2(db, SQLITE_TRACE_STMT, traceFunction, nullptr);
+    };
+    sqlite3_auto_extension(reinterpret_cast<void (*)()>(listen));
+    const PluginDatabase database(m_platform, u":memory:"_s);
+    sqlite3_reset_auto_extension();
+
+    statements.clear();
+    (void)database.queryPlugins({u"x'%"_s,
+                                 {PluginFormat::au, PluginFormat::vst3, PluginFormat::aax},
+                                 {u"b"_s, u"a"_s, u"B"_s},
+                                 {u"𐐀|VST"_s, u"\uFFFD|VST"_s}},
+                                "lastUsed"_L1, false, 100, 7);
+    (void)database.queryPlugins({}, "name"_L1, true, 1, 0);
+    (void)database.totalCount({.formats = {PluginFormat::vst2}});
+    (void)database.getAllFilteredPluginIds({.pluginKeys = {u"A|VST"_s}});
+    (void)database.getPluginsByIds({*parseUuid("B0000000-0000-4000-8000-000000000000"),
+                                    *parseUuid("0B000000-0000-4000-8000-000000000000")});
+    const QString columns =
+        u"SELECT id, name, manufacturer, format, originalPath, currentPath, isEnabled, version, "
+        "bundleIdentifier, lastUsed\nFROM plugins\n"_s;
+    EXPECT_EQ(
+        statements,
+        QStringList({
+            columns +
+                u"WHERE (name LIKE '%x''%%' OR manufacturer LIKE '%x''%%') AND format IN ('AAX', 'Audio Units', "
+                "'VST3') AND manufacturer IN ('B', 'a', 'b') AND (name || '|' || format) IN ('\uFFFD|VST', "
+                "'𐐀|VST')\nORDER BY lastUsed COLLATE NOCASE DESC\nLIMIT 100 OFFSET 7"_s,
+            columns + u"\nORDER BY name COLLATE NOCASE ASC\nLIMIT 1 OFFSET 0"_s,
+            u"SELECT COUNT(*) FROM plugins WHERE format IN ('VST')"_s,
+            u"SELECT id FROM plugins "_s,
+            u"SELECT * FROM plugins WHERE id IN ('0B000000-0000-4000-8000-000000000000', "
+            "'B0000000-0000-4000-8000-000000000000')"_s,
+        }));
+}
+
+TEST_F(PluginQueriesTest, KeysMakersAndIds)
+{
+    AudioPlugin twin = plugin(u"alpha"_s, PluginFormat::au);
+    m_plugins.push_back(twin);
+    m_database.replaceAllPlugins(m_plugins);
+    EXPECT_EQ(m_database.getAllPluginKeys(),
+              QSet<QString>({u"alpha|Audio Units"_s, u"Beta|VST3"_s, u"gamma|VST"_s, u"Delta_x|AAX"_s,
+                             u"alpha|CLAP"_s}));
+    const QStringList makers = m_database.getDistinctManufacturers();
+    EXPECT_EQ(makers.size(), 4);
+    EXPECT_EQ(makers.first().toLower(), u"acme"_s);
+    EXPECT_EQ(makers.sliced(1), QStringList({u"Maker"_s, u"Zed"_s, u"Älg"_s}));
+
+    EXPECT_TRUE(m_database.getPluginsByIds({}).empty());
+    const AudioPlugins found = m_database.getPluginsByIds({twin.id, m_plugins[1].id, makeUuid()});
+    ASSERT_EQ(found.size(), 2U);
+    EXPECT_EQ(names(found) == u"Beta alpha"_s || names(found) == u"alpha Beta"_s, true)
+        << qPrintable(names(found));
+
+    // More than a selection ever holds, and so many that SQLite refuses: no rows, no line, no crash.
+    QSet<QUuid> many{twin.id};
+    while (many.size() < 30'000)
+        many << makeUuid();
+    EXPECT_EQ(m_database.getPluginsByIds(many), AudioPlugins({twin}));
+    while (many.size() < 300'000)
+        many << makeUuid();
+    EXPECT_EQ(printed([&] { EXPECT_TRUE(m_database.getPluginsByIds(many).empty()); }), u""_s);
+}
+
+} // namespace
+
+} // namespace orvanlite::test

@@ -1,0 +1,143 @@
+#include "discovery/BundleMetadata.h"
+
+#include "support/Fakes.h"
+#include "support/PropertyListWriter.h"
+
+#include <QFile>
+
+#include <gtest/gtest.h>
+
+namespace orvanlite::test {
+namespace {
+
+using namespace Qt::StringLiterals;
+using enum BundleMetadata::InfoKey;
+
+QByteArray withIdentifier(const QString& identifier)
+{
+    return infoPlist({{u"CFBundleIdentifier"_s, identifier}});
+}
+
+QByteArray withComponent(const QString& name, const QString& identifier = u"com.other.x"_s)
+{
+    return infoPlist({{u"CFBundleIdentifier"_s, identifier}},
+                     "<key>AudioComponents</key><array><dict><key>name</key><string>" + name.toUtf8() +
+                         "</string></dict></array>");
+}
+
+TEST(BundleMetadataTest, Manufacturer)
+{
+    struct Row {
+        const char* name;
+        QString wanted;
+        QByteArray plist;
+        QString extension = u"vst3"_s;
+        QByteArray clapJson = {};
+    };
+    const QByteArray acmeJson = R"({"plugin": {"vendor": "Acme"}})";
+    const Row rows[] = {
+        {"component", u"Maker"_s, withComponent(u"Maker: Foo"_s)},
+        {"component in a binary list", u"Maker"_s,
+         binaryInfoPlist({{u"CFBundleIdentifier"_s, u"com.other.x"_s}}, u"Maker: Foo"_s)},
+        {"component of Waves", u"Waves Audio"_s, withComponent(u"Waves: Foo"_s)},
+        {"component like Waves", u"Wavelike"_s, withComponent(u"Wavelike: Foo"_s)},
+        {"component of waves in lower case", u"waves"_s, withComponent(u"waves: Foo"_s)},
+        {"blanks and tabs", u"Ma ker"_s, withComponent(u" \tMa ker\t : Foo"_s)},
+        {"other white space stays", u"\nMaker\u00A0"_s, withComponent(u"\nMaker\u00A0: Foo"_s)},
+        {"only blanks are an answer", u""_s, withComponent(u"  :Foo"_s)},
+        {"first colon", u"Maker"_s, withComponent(u"Maker:Foo:Bar"_s)},
+        {"no colon", u"Other"_s, withComponent(u"Foo"_s)},
+        {"nothing before the colon", u"Other"_s, withComponent(u":Foo"_s)},
+        {"nothing behind the colon", u"Other"_s, withComponent(u"Maker:"_s)},
+        {"empty name", u"Other"_s, withComponent(u""_s)},
+        {"identifier", u"Acme"_s, withIdentifier(u"com.acme.reverb"_s)},
+        {"identifier with a capital", u"ACMe"_s, withIdentifier(u"com.ACMe.reverb"_s)},
+        {"two pieces", u"Acme"_s, withIdentifier(u"com.acme"_s)},
+        {"empty pieces", u"Acme"_s, withIdentifier(u"..com..acme."_s)},
+        {"generic piece", u"Vst3"_s, withIdentifier(u"com.vst3.x"_s)},
+        {"AIR", u"AIR Music Technology"_s, withIdentifier(u"com.WIZOO.foo"_s)},
+        {"Waves", u"Waves Audio"_s, withIdentifier(u"com.Waves.foo"_s)},
+        {"Waves Audio", u"Waves Audio"_s, withIdentifier(u"com.wavesaudio.foo"_s)},
+        {"u-he", u"u-he"_s, withIdentifier(u"com.U-HE.foo"_s)},
+        {"sharp s", u"SS-a"_s, withIdentifier(u"com.\u00DF-a.x"_s)},
+        {"beyond the basic plane", u"\U00010400a"_s, withIdentifier(u"com.\U00010428a.x"_s)},
+        {"one piece", u""_s, withIdentifier(u"acme"_s)},
+        {"dots only", u""_s, withIdentifier(u"..."_s)},
+        {"nothing", u""_s, {}},
+        {"damaged list", u""_s, "<plist><dict>"},
+        {"CLAP", u"Acme"_s, {}, u"clap"_s, acmeJson},
+        {"CLAP with one piece", u"Acme"_s, withIdentifier(u"foo"_s), u"clap"_s, acmeJson},
+        {"CLAP with an identifier", u"Other"_s, withIdentifier(u"com.other"_s), u"clap"_s, acmeJson},
+        {"CLAP without a file", u""_s, {}, u"clap"_s},
+        {"not a CLAP", u""_s, {}, u"vst3"_s, acmeJson},
+        {"CLAP damaged", u""_s, {}, u"clap"_s, acmeJson.chopped(1)},
+        {"CLAP root is a list", u""_s, {}, u"clap"_s, "[" + acmeJson + "]"},
+        {"CLAP plugin is a text", u""_s, {}, u"clap"_s, R"({"plugin": "vendor"})"},
+        {"CLAP vendor is a number", u""_s, {}, u"clap"_s, R"({"plugin": {"vendor": 1}})"},
+        {"CLAP without vendor", u""_s, {}, u"clap"_s, R"({"plugin": {}, "vendor": "x"})"},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        TempRoot root;
+        const platform::FreedesktopFileManager files;
+        const QString bundle = u"/Foo."_s + row.extension;
+        root.addBundle(bundle, row.plist);
+        if (!row.clapJson.isEmpty())
+            root.addFile(bundle + u"/clap.json"_s, row.clapJson);
+        EXPECT_EQ(BundleMetadata(files, root.at(bundle)).extractManufacturer(), row.wanted);
+    }
+}
+
+TEST(BundleMetadataTest, InfoTextsAreTextsOrAbsent)
+{
+    TempRoot root;
+    const platform::FreedesktopFileManager files;
+    const auto info = [&](const QByteArray& plist) {
+        root.addBundle(u"/Foo.vst3", plist);
+        const BundleMetadata metadata(files, root.at(u"/Foo.vst3"));
+        return std::pair(metadata.extractInfoFromBundle(version), metadata.extractInfoFromBundle(identifier));
+    };
+    using Pair = std::pair<std::optional<QString>, std::optional<QString>>;
+    const auto key = u"CFBundleShortVersionString"_s;
+    EXPECT_EQ(info(infoPlist({{key, u"1.0"_s}, {u"CFBundleIdentifier"_s, u"a.b"_s}})),
+              Pair(u"1.0"_s, u"a.b"_s));
+    EXPECT_EQ(info(infoPlist({{key, u""_s}, {u"CFBundleVersion"_s, u"9"_s}})), Pair(u""_s, std::nullopt));
+    EXPECT_EQ(info(infoPlist({}, "<key>CFBundleShortVersionString</key><real>1.0</real>")), Pair());
+    EXPECT_EQ(info(binaryInfoPlist({{key, u"\u00E9"_s}})), Pair(u"\u00E9"_s, std::nullopt));
+    EXPECT_EQ(info("bplist00"), Pair());
+    root.addFile(u"/Plain.vst", "code");
+    EXPECT_EQ(BundleMetadata(files, root.at(u"/Plain.vst")).extractManufacturer(), u""_s);
+}
+
+TEST(BundleMetadataTest, LastUsedIsTheAccessTimeOfTheExecutable)
+{
+    TempRoot root;
+    const platform::FreedesktopFileManager files;
+    const auto addFile = [&](const QString& path, qint64 accessed) {
+        root.addFile(path, "code");
+        QFile file(root.at(path));
+        ASSERT_TRUE(file.open(QIODevice::ReadWrite));
+        file.setFileTime(QDateTime::fromMSecsSinceEpoch(accessed * 1000 + 999), QFileDevice::FileAccessTime);
+        file.setFileTime(QDateTime::fromSecsSinceEpoch(1'111'111'111), QFileDevice::FileModificationTime);
+    };
+    const auto lastUsed = [&](const QString& name) {
+        return BundleMetadata(files, root.at(u"/"_s + name + u".vst3"_s)).extractLastUsed(name);
+    };
+    addFile(u"/A.vst3/Contents/MacOS/A"_s, 1'600'000'000);
+    addFile(u"/A.vst3/Contents/MacOS/B"_s, 1'500'000'000);
+    EXPECT_EQ(lastUsed(u"A"_s), Date::fromUnix(1'600'000'000));
+    addFile(u"/Other.vst3/Contents/MacOS/.hidden name"_s, 1'600'000'001);
+    EXPECT_EQ(lastUsed(u"Other"_s), Date::fromUnix(1'600'000'001));
+    root.addFolder(u"/Empty.vst3/Contents/MacOS");
+    EXPECT_EQ(lastUsed(u"Empty"_s), std::nullopt);
+    root.addFolder(u"/Dangling.vst3/Contents/MacOS");
+    QFile::link(u"nowhere"_s, root.at(u"/Dangling.vst3/Contents/MacOS/x"));
+    EXPECT_EQ(lastUsed(u"Dangling"_s), std::nullopt);
+    root.addFolder(u"/None.vst3/Contents");
+    EXPECT_EQ(lastUsed(u"None"_s), std::nullopt);
+    root.addFile(u"/Plain.vst3", "code");
+    EXPECT_EQ(lastUsed(u"Plain"_s), std::nullopt);
+}
+
+} // namespace
+} // namespace orvanlite::test

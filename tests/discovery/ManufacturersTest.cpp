@@ -1,0 +1,89 @@
+#include "discovery/Manufacturers.h"
+
+#include <gtest/gtest.h>
+
+namespace orvanlite::test {
+namespace {
+
+using namespace Qt::StringLiterals;
+using enum PluginFormat;
+
+struct Entry {
+    QString name;
+    PluginFormat format;
+    QString maker;
+    QString wanted;
+};
+
+TEST(Manufacturers, CrossReference)
+{
+    struct Row {
+        const char* name;
+        std::vector<Entry> entries;
+    };
+    const Row rows[] = {
+        {"nothing", {}},
+        {"an Audio Unit outranks, names match in lower case",
+         {{u"Foo"_s, au, u"Acme"_s, u"Acme"_s}, {u"foo"_s, vst3, u"Other"_s, u"Acme"_s}}},
+        {"even when it comes later",
+         {{u"Foo"_s, vst3, u"Other"_s, u"Acme"_s}, {u"FOO"_s, au, u"Acme"_s, u"Acme"_s}}},
+        {"the last Audio Unit wins",
+         {{u"Foo"_s, au, u"A"_s, u"B"_s}, {u"Foo"_s, au, u"B"_s, u"B"_s}, {u"Foo"_s, vst3, u""_s, u"B"_s}}},
+        {"a generic later Audio Unit does not",
+         {{u"Foo"_s, au, u"A"_s, u"A"_s}, {u"Foo"_s, au, u"Unknown"_s, u"A"_s}}},
+        {"a generic Audio Unit lends nothing",
+         {{u"Foo"_s, au, u"YourCompany"_s, u"A"_s}, {u"Foo"_s, aax, u"A"_s, u"A"_s}}},
+        {"the first of the others wins",
+         {{u"Foo"_s, vst3, u"A"_s, u"A"_s}, {u"Foo"_s, clap, u"B"_s, u"A"_s}}},
+        {"an empty maker is generic",
+         {{u"Foo"_s, vst3, u""_s, u"Acme"_s}, {u"Foo"_s, clap, u"Acme"_s, u"Acme"_s}}},
+        {"generic without a better copy stays",
+         {{u"Foo"_s, vst3, u"Synth"_s, u"Synth"_s}, {u"Bar"_s, vst3, u""_s, u""_s}}},
+        {"Waves takes part",
+         {{u"Foo"_s, vst3, u"FX"_s, u"Waves Audio"_s},
+          {u"Foo"_s, wavesBundle, u"Waves Audio"_s, u"Waves Audio"_s}}},
+        {"spellings",
+         {{u"a"_s, vst3, u"Izotope"_s, u"iZotope"_s},
+          {u"b"_s, vst3, u"Valhalla DSP, LLC"_s, u"Valhalla DSP"_s},
+          {u"c"_s, au, u"_510k"_s, u"510k"_s},
+          {u"d"_s, au, u"MCDSP"_s, u"McDSP"_s},
+          {u"e"_s, au, u"hitnmix"_s, u"Hit'n'Mix"_s},
+          {u"f"_s, vst3, u"Acustica Audio Ltd"_s, u"Acustica Audio Ltd"_s}}},
+        {"a spelling that is lent",
+         {{u"g"_s, au, u"gforce"_s, u"GForce Software"_s}, {u"G"_s, vst2, u"Other"_s, u"GForce Software"_s}}},
+        {"accents and other scripts in lower case",
+         {{u"\u00C4\u0416"_s, au, u"Acme"_s, u"Acme"_s}, {u"\u00E4\u0436"_s, clap, u""_s, u"Acme"_s}}},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        AudioPlugins plugins;
+        AudioPlugins wanted;
+        for (const Entry& entry : row.entries) {
+            AudioPlugin plugin;
+            plugin.name = entry.name;
+            plugin.format = entry.format;
+            plugin.manufacturer = entry.maker;
+            plugins.push_back(plugin);
+            plugin.manufacturer = entry.wanted;
+            wanted.push_back(plugin);
+        }
+        EXPECT_TRUE(crossReferenceManufacturers(plugins) == wanted);
+    }
+}
+
+TEST(Manufacturers, EveryGenericWordIsPassedOver)
+{
+    for (const char* word :
+         {"yourcompany", "your company", "mycompany", "my company", "company", "developer", "unknown", "",
+          "aaxplugin", "vst3", "vst", "component", "clap", "synth", "fx", "effect", "instrument"}) {
+        SCOPED_TRACE(word);
+        AudioPlugins plugins(2);
+        plugins[0].manufacturer = QString::fromLatin1(word).toUpper();
+        plugins[1].manufacturer = u"Maker"_s;
+        plugins[1].format = PluginFormat::clap;
+        EXPECT_EQ(crossReferenceManufacturers(plugins)[0].manufacturer, u"Maker"_s);
+    }
+}
+
+} // namespace
+} // namespace orvanlite::test

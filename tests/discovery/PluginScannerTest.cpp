@@ -1,0 +1,272 @@
+#include "discovery/PluginScanner.h"
+
+#include "support/Fakes.h"
+
+#include <QFile>
+
+#include <gmock/gmock.h>
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace orvanlite::test {
+namespace {
+
+using namespace Qt::StringLiterals;
+using testing::HasSubstr;
+using testing::StartsWith;
+using testing::UnorderedElementsAre;
+
+const QString kDisabled = u"/Library/Audio/Plug-Ins/Disabled/"_s;
+
+class PluginScannerTest : public testing::Test {
+protected:
+    AudioPlugins scan()
+    {
+        PluginScanner scanner(system.platform);
+        runTask(scanner.scanAllPlugins());
+        return *scanner.discoveredPlugins;
+    }
+
+    /// "name format current", and " <- original" where it belongs elsewhere; "-" in front when disabled.
+    std::vector<std::string> lines()
+    {
+        std::vector<std::string> found;
+        for (const AudioPlugin& plugin : scan()) {
+            QString line = (plugin.isEnabled ? u""_s : u"-"_s) + plugin.name + u' ' +
+                           rawValue(plugin.format) + u' ' + plugin.currentPath.sliced(root.path().size());
+            if (plugin.originalPath != plugin.currentPath)
+                line += u" <- "_s + plugin.originalPath.sliced(root.path().size());
+            found.push_back(line.toStdString());
+        }
+        return found;
+    }
+
+    std::vector<std::string> names()
+    {
+        std::vector<std::string> found;
+        for (const AudioPlugin& plugin : scan())
+            found.push_back(plugin.name.toStdString());
+        return found;
+    }
+
+    template <typename Function>
+    std::string printed(Function function)
+    {
+        testing::internal::CaptureStdout();
+        function();
+        std::fflush(stdout);
+        return testing::internal::GetCapturedStdout();
+    }
+
+    TestPlatform system;
+    TempRoot& root = system.root;
+};
+
+TEST_F(PluginScannerTest, FindsPluginsByPlaceAndExtension)
+{
+    const QString unused = u"/Library/Application Support/Avid/Audio/Plug-Ins (Unused)/"_s;
+    for (const QString& bundle : {
+             u"/Library/Audio/Plug-Ins/Components/Unit.component"_s,
+             u"/Library/Audio/Plug-Ins/Components/Wrong.vst3"_s,
+             u"/Library/Audio/Plug-Ins/VST3/A/B/C/Deep.vst3"_s,
+             u"/Library/Audio/Plug-Ins/VST3/Outer.vst3/Contents/Inner.vst3"_s,
+             u"/Library/Audio/Plug-Ins/VST3/Folder.VST3/In Upper.vst3"_s,
+             u"/Library/Audio/Plug-Ins/VST3/.Hidden.vst3"_s,
+             u"/Library/Audio/Plug-Ins/VST3/WaveShell-X.vst3"_s,
+             u"/Library/Audio/Plug-Ins/Components/waveshell-y.component"_s,
+             u"/Library/Audio/Plug-Ins/VST3/Not a WaveShell.vst3"_s,
+             u"/Users/tester/Library/Audio/Plug-Ins/CLAP/Two.Dots.clap"_s,
+             u"/Users/tester/Library/Application Support/Avid/Audio/Plug-Ins/Mine.aaxplugin"_s,
+             u"/Library/Application Support/Avid/Audio/Plug-Ins/Ours.aaxplugin"_s,
+             kDisabled + u"VST3/Acme/Off.vst3"_s,
+             kDisabled + u"VST/Lost.vst3"_s,
+             kDisabled + u"Waves/Lost.bundle"_s,
+             kDisabled + u"AAX/Away.aaxplugin"_s,
+             unused + u"Acme/Old.aaxplugin"_s,
+             u"/Users/tester"_s + unused + u"Older.aaxplugin"_s,
+             u"/Applications/Waves/Plug-Ins V14/Wave.bundle"_s,
+         })
+        root.addBundle(bundle);
+    root.addFile(u"/Library/Audio/Plug-Ins/VST/Plain.vst");
+    root.addFile(u"/Library/Audio/Plug-Ins/VST/Plain.txt");
+    EXPECT_THAT(
+        lines(),
+        UnorderedElementsAre(
+            "Unit Audio Units /Library/Audio/Plug-Ins/Components/Unit.component",
+            "Deep VST3 /Library/Audio/Plug-Ins/VST3/A/B/C/Deep.vst3",
+            "Outer VST3 /Library/Audio/Plug-Ins/VST3/Outer.vst3",
+            "In Upper VST3 /Library/Audio/Plug-Ins/VST3/Folder.VST3/In Upper.vst3",
+            "Not a WaveShell VST3 /Library/Audio/Plug-Ins/VST3/Not a WaveShell.vst3",
+            "Plain VST /Library/Audio/Plug-Ins/VST/Plain.vst",
+            "Two.Dots CLAP /Users/tester/Library/Audio/Plug-Ins/CLAP/Two.Dots.clap",
+            "Mine AAX /Users/tester/Library/Application Support/Avid/Audio/Plug-Ins/Mine.aaxplugin",
+            "Ours AAX /Library/Application Support/Avid/Audio/Plug-Ins/Ours.aaxplugin",
+            "-Off VST3 /Library/Audio/Plug-Ins/Disabled/VST3/Acme/Off.vst3 <- /Library/Audio/Plug-Ins/VST3/Off.vst3",
+            "-Away AAX /Library/Audio/Plug-Ins/Disabled/AAX/Away.aaxplugin <- "
+            "/Library/Application Support/Avid/Audio/Plug-Ins/Away.aaxplugin",
+            "-Old AAX /Library/Application Support/Avid/Audio/Plug-Ins (Unused)/Acme/Old.aaxplugin <- "
+            "/Library/Application Support/Avid/Audio/Plug-Ins/Old.aaxplugin",
+            "-Older AAX /Users/tester/Library/Application Support/Avid/Audio/Plug-Ins (Unused)/Older.aaxplugin <- "
+            "/Library/Application Support/Avid/Audio/Plug-Ins/Older.aaxplugin",
+            "Wave Waves /Applications/Waves/Plug-Ins V14/Wave.bundle"));
+}
+
+TEST_F(PluginScannerTest, SortsByCodePointsAndKeepsTheOrderOfDiscovery)
+{
+    for (const QString& name : {u"b"_s, u"B"_s, u"a"_s, u"\U0001F3B9"_s, u"\uFF21"_s, u"\u00E9"_s})
+        root.addBundle(u"/Library/Audio/Plug-Ins/VST3/"_s + name + u".vst3"_s);
+    root.addBundle(u"/Applications/Waves/Plug-Ins V1/B.bundle");
+    root.addBundle(u"/Library/Audio/Plug-Ins/CLAP/B.clap");
+    root.addBundle(kDisabled + u"VST3/B.vst3"_s);
+    root.addBundle(u"/Users/tester/Library/Audio/Plug-Ins/VST3/B.vst3");
+    root.addBundle(u"/Library/Audio/Plug-Ins/Components/B.component");
+    QStringList found;
+    for (const AudioPlugin& plugin : scan())
+        found.append(plugin.name + u' ' + plugin.currentPath.section(u'/', -2, -2));
+    EXPECT_EQ(found, QStringList({u"B Components"_s, u"B VST3"_s, u"B VST3"_s, u"B VST3"_s, u"B CLAP"_s,
+                                  u"B Plug-Ins V1"_s, u"a VST3"_s, u"b VST3"_s, u"\u00E9 VST3"_s,
+                                  u"\uFF21 VST3"_s, u"\U0001F3B9 VST3"_s}));
+    const AudioPlugins plugins = scan();
+    EXPECT_EQ(plugins[1].currentPath, root.at(u"/Library/Audio/Plug-Ins/VST3/B.vst3"));
+    EXPECT_EQ(plugins[2].currentPath, root.at(u"/Users/tester/Library/Audio/Plug-Ins/VST3/B.vst3"));
+    EXPECT_EQ(plugins[3].currentPath, root.at(kDisabled + u"VST3/B.vst3"_s));
+}
+
+TEST_F(PluginScannerTest, ReadsWhatBundlesTellAndCorrectsMakers)
+{
+    root.addBundle(
+        u"/Library/Audio/Plug-Ins/VST3/Foo.vst3",
+        infoPlist({{u"CFBundleIdentifier"_s, u"com.synth.x"_s}, {u"CFBundleShortVersionString"_s, u"2"_s}}),
+        true);
+    root.addBundle(u"/Library/Audio/Plug-Ins/Components/foo.component",
+                   infoPlist({{u"CFBundleIdentifier"_s, u"com.izotope.x"_s}}));
+    const AudioPlugins plugins = scan();
+    ASSERT_EQ(plugins.size(), 2U);
+    EXPECT_EQ(plugins[0].manufacturer, u"iZotope"_s);
+    EXPECT_EQ(plugins[1].manufacturer, u"iZotope"_s);
+    EXPECT_EQ(plugins[0].bundleIdentifier, u"com.synth.x"_s);
+    EXPECT_EQ(plugins[0].version, u"2"_s);
+    EXPECT_TRUE(plugins[0].lastUsed.has_value());
+    EXPECT_EQ(plugins[1].version, std::nullopt);
+    EXPECT_EQ(plugins[1].lastUsed, std::nullopt);
+    const AudioPlugins again = scan();
+    EXPECT_NE(again[0].id, plugins[0].id);
+    EXPECT_NE(again[1].id, again[0].id);
+}
+
+TEST_F(PluginScannerTest, FollowsLinksButNotToNowhere)
+{
+    const auto link = [&](const QString& to, const QString& at) {
+        ASSERT_TRUE(QFile::link(to, root.at(u"/Library/Audio/Plug-Ins/VST3/"_s + at)));
+    };
+    root.addBundle(u"/elsewhere/Real.vst3", infoPlist({{u"CFBundleShortVersionString"_s, u"7"_s}}));
+    root.addFolder(u"/Library/Audio/Plug-Ins/VST3");
+    link(root.at(u"/elsewhere/Real.vst3"), u"Linked.vst3"_s);
+    link(root.at(u"/elsewhere"), u"Vendor"_s);
+    link(root.at(u"/nowhere"), u"Dangling.vst3"_s);
+    link(u"Self.vst3"_s, u"Self.vst3"_s);
+    EXPECT_THAT(lines(), UnorderedElementsAre("Linked VST3 /Library/Audio/Plug-Ins/VST3/Linked.vst3",
+                                              "Real VST3 /Library/Audio/Plug-Ins/VST3/Vendor/Real.vst3"));
+    EXPECT_EQ(scan()[0].version, u"7"_s);
+    link(u"."_s, u"Ring"_s);
+    const auto all = names(); // the system stops following after some tens of links
+    EXPECT_GT(all.size(), 2U);
+    EXPECT_EQ(all.size() % 2, 0U);
+}
+
+TEST_F(PluginScannerTest, GoesAsDeepAsPathsReach)
+{
+    root.addFile(u"/Library/Audio/Plug-Ins/VST3/"_s + u"d/"_s.repeated(1000) + u"Deep.vst3"_s);
+    EXPECT_THAT(names(), UnorderedElementsAre("Deep"));
+}
+
+TEST_F(PluginScannerTest, OddNamesDisturbNoOther)
+{
+    const QStringList odd{u"new\nline"_s, u"qu\"o'te"_s, u"A|B"_s,  u"  blanks "_s, u"e\u0301"_s,
+                          u"\u00E9"_s,    u"100%1$s"_s,  u"a\\b"_s, u"-x"_s,        u"\U0001F3B9"_s};
+    for (const QString& name : odd)
+        root.addBundle(u"/Library/Audio/Plug-Ins/VST3/"_s + name + u".vst3"_s,
+                       infoPlist({{u"CFBundleShortVersionString"_s, name}}), true);
+    const QByteArray folder = root.at(u"/Library/Audio/Plug-Ins/VST3/").toUtf8();
+    ASSERT_EQ(::mkdir((folder + "bad\xFF.vst3").constData(), 0755), 0);
+    ASSERT_EQ(::mkdir((folder + "vendor\xFF").constData(), 0755), 0);
+    AudioPlugins plugins;
+    const std::string output = printed([&] { plugins = scan(); });
+    ::rmdir((folder + "bad\xFF.vst3").constData());
+    ::rmdir((folder + "vendor\xFF").constData());
+    EXPECT_THAT(output,
+                StartsWith("❌ Error scanning directory " + (folder + "vendor\uFFFD: ").toStdString()));
+    QStringList found;
+    for (const AudioPlugin& plugin : plugins) {
+        if (plugin.name == u"bad\uFFFD"_s)
+            continue;
+        found.append(plugin.name);
+        EXPECT_EQ(plugin.version, plugin.name);
+        EXPECT_TRUE(plugin.lastUsed.has_value());
+        EXPECT_TRUE(plugin.currentPath.endsWith(u'/' + plugin.name + u".vst3"_s));
+    }
+    EXPECT_EQ(plugins.size(), 11U);
+    EXPECT_EQ(QSet<QString>(found.begin(), found.end()), QSet<QString>(odd.begin(), odd.end()));
+}
+
+TEST_F(PluginScannerTest, AFolderThatCannotBeListedPrintsItsLineOnly)
+{
+    root.addFile(u"/Library/Audio/Plug-Ins/VST3", "a file in the folder's place");
+    root.addBundle(u"/Library/Audio/Plug-Ins/CLAP/Foo.clap");
+    std::vector<std::string> found;
+    const std::string output = printed([&] { found = names(); });
+    EXPECT_THAT(output, StartsWith("❌ Error scanning directory " +
+                                   root.at(u"/Library/Audio/Plug-Ins/VST3").toStdString() + ": "));
+    EXPECT_EQ(std::count(output.begin(), output.end(), '\n'), 1);
+    EXPECT_THAT(found, UnorderedElementsAre("Foo"));
+}
+
+TEST_F(PluginScannerTest, MakesAndHidesTheFoldersOfDisabledPlugins)
+{
+    EXPECT_EQ(printed([&] { PluginScanner scanner(system.platform); }), "");
+    EXPECT_EQ(root.names(kDisabled),
+              QStringList({u"AAX"_s, u"Audio Units"_s, u"CLAP"_s, u"VST"_s, u"VST3"_s, u"Waves"_s}));
+    const auto isHidden = [&] {
+        return root.content(u"/Library/Audio/Plug-Ins/.hidden").contains("Disabled\n");
+    };
+    EXPECT_TRUE(isHidden());
+    PluginScanner scanner(system.platform);
+    root.addFile(u"/Library/Audio/Plug-Ins/.hidden");
+    runTask(scanner.scanAllPlugins());
+    EXPECT_TRUE(isHidden());
+}
+
+TEST_F(PluginScannerTest, SaysWhatItCouldNotMakeOrHide)
+{
+    const auto create = [&] { PluginScanner scanner(system.platform); };
+    root.addFolder(u"/Library/Audio/Plug-Ins/.hidden/a folder in the file's place");
+    EXPECT_THAT(printed(create), StartsWith("Error creating central disabled directory: "));
+    EXPECT_TRUE(root.exists(kDisabled + u"CLAP"_s));
+    EXPECT_THAT(printed(create), StartsWith("Error setting hidden attribute: "));
+    QFile::rename(root.at(u"/Library"), root.at(u"/Elsewhere"));
+    root.addFile(u"/Library", "a file in the folder's place");
+    EXPECT_THAT(printed(create), StartsWith("Error creating central disabled directory: "));
+    EXPECT_THAT(printed([&] { EXPECT_TRUE(scan().empty()); }), HasSubstr("central disabled directory"));
+}
+
+TEST_F(PluginScannerTest, TellsItsStateInOrder)
+{
+    root.addBundle(u"/Library/Audio/Plug-Ins/CLAP/Foo.clap");
+    PluginScanner scanner(system.platform);
+    QObject context;
+    QStringList steps;
+    const auto add = [&](const QString& step) { steps.append(step); };
+    scanner.isScanning.observe(&context, [&] { add(*scanner.isScanning ? u"scanning"_s : u"ended"_s); });
+    scanner.scanProgress.observe(&context, [&] { add(QString::number(*scanner.scanProgress * 6)); });
+    scanner.scanError.observe(&context,
+                              [&] { add(scanner.scanError->has_value() ? u"error"_s : u"no error"_s); });
+    scanner.discoveredPlugins.observe(
+        &context, [&] { add(u"plugins "_s + QString::number(scanner.discoveredPlugins->size())); });
+    runTask(scanner.scanAllPlugins());
+    EXPECT_EQ(steps.join(u", "),
+              u"scanning, 0, plugins 0, no error, 1, 2, 3, 4, 5, 6, plugins 1, ended, 6"_s);
+}
+
+} // namespace
+} // namespace orvanlite::test

@@ -1,0 +1,193 @@
+#include "records/ActivityLogManager.h"
+
+#include "support/Fakes.h"
+
+#include <QFile>
+
+#include <gtest/gtest.h>
+
+namespace orvanlite::test {
+
+namespace {
+
+using namespace Qt::StringLiterals;
+
+QByteArray entryText(const char* id, const char* action = "Enabled")
+{
+    return QByteArray(R"({"id":")") + id +
+           R"(","timestamp":721692800.25,"pluginName":"P","format":"VST3","action":")" + action + R"("})";
+}
+
+class ActivityLogManagerTest : public testing::Test {
+protected:
+    QString storedNames()
+    {
+        QStringList names;
+        const ActivityLogManager log(m_system.platform);
+        for (const ActivityLogEntry& entry : *log.entries)
+            names << entry.pluginName;
+        return names.join(u' ');
+    }
+    std::size_t storedCount() { return ActivityLogManager(m_system.platform).entries->size(); }
+
+    TestPlatform m_system;
+    /// Seen from the root.
+    const QString m_folder = m_system.layout.applicationFolder().sliced(m_system.root.path().size());
+    const QString m_file = m_folder + u"/activity_log.json"_s;
+};
+
+TEST_F(ActivityLogManagerTest, TheAgeIsTold)
+{
+    const struct {
+        double age;
+        QString wanted;
+    } rows[] = {
+        {-1e300, u"just now"_s},
+        {-90000, u"just now"_s},
+        {0, u"just now"_s},
+        {59.9, u"just now"_s},
+        {60, u"1m ago"_s},
+        {3599.9, u"59m ago"_s},
+        {3600, u"1h ago"_s},
+        {86399, u"23h ago"_s},
+        {86400, u"yesterday"_s},
+        {172799.5, u"yesterday"_s},
+        {172800, u"2d ago"_s},
+        {86400.0 * 400, u"400d ago"_s},
+        {1e300, u"11574074074074d ago"_s},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.age);
+        const Date now{7e8};
+        const ActivityLogEntry entry{{}, Date{now.sinceReference - row.age}, {}, {}, ActivityAction::deleted};
+        EXPECT_EQ(entry.timeAgo(now), row.wanted);
+    }
+}
+
+TEST_F(ActivityLogManagerTest, EntriesAreWrittenNewestFirst)
+{
+    m_system.clock.setNow(1'700'000'000.25);
+    ActivityLogManager log(m_system.platform);
+    QObject context;
+    int assignments = 0;
+    log.entries.observe(&context, [&] { ++assignments; });
+    log.log(u"First \"ü\""_s, u"VST"_s, ActivityAction::disabled);
+    m_system.clock.setNow(1'700'000'060);
+    log.logBatch({{u"B"_s, u"VST3"_s}, {u"A"_s, u"Waves"_s}}, ActivityAction::deleted);
+    EXPECT_EQ(assignments, 2);
+
+    const auto& entries = *log.entries;
+    ASSERT_EQ(entries.size(), 3U);
+    EXPECT_NE(entries[0].id, entries[1].id);
+    EXPECT_EQ(entries[0].timestamp, Date::fromUnix(1'700'000'060));
+    EXPECT_EQ(entries[1].timestamp, entries[0].timestamp);
+    const auto id = [&](std::size_t index) {
+        return entries[index].id.toString(QUuid::WithoutBraces).toUpper();
+    };
+    EXPECT_EQ(
+        QString::fromUtf8(m_system.root.content(m_file)),
+        u"[{\"id\":\"%1\",\"timestamp\":721692860.0,\"pluginName\":\"B\",\"format\":\"VST3\",\"action\":\"Deleted\"},"
+        "{\"id\":\"%2\",\"timestamp\":721692860.0,\"pluginName\":\"A\",\"format\":\"Waves\",\"action\":\"Deleted\"},"
+        "{\"id\":\"%3\",\"timestamp\":721692800.25,\"pluginName\":\"First \\\"ü\\\"\",\"format\":\"VST\","
+        "\"action\":\"Disabled\"}]"_s.arg(id(0), id(1), id(2)));
+    EXPECT_EQ(*ActivityLogManager(m_system.platform).entries, entries);
+
+    log.clear();
+    EXPECT_TRUE(log.entries->empty());
+    EXPECT_EQ(m_system.root.content(m_file), "[]");
+    m_system.files.remove(m_system.root.at(m_file));
+    log.logBatch({}, ActivityAction::enabled);
+    EXPECT_EQ(m_system.root.content(m_file), "[]") << "an empty batch writes too";
+}
+
+TEST_F(ActivityLogManagerTest, OnlyTheNewestTwoHundredStay)
+{
+    ActivityLogManager log(m_system.platform);
+    log.log(u"Old"_s, u"VST"_s, ActivityAction::enabled);
+    for (int i = 1; i <= 200; ++i)
+        log.log(QString::number(i), u"VST"_s, ActivityAction::enabled);
+    EXPECT_EQ(log.entries->size(), 200U);
+    EXPECT_EQ(log.entries->front().pluginName, u"200"_s);
+    EXPECT_EQ(log.entries->back().pluginName, u"1"_s);
+
+    std::vector<LoggedPlugin> batch;
+    for (int i = 0; i < 250; ++i)
+        batch.push_back({u"b%1"_s.arg(i), u"VST"_s});
+    log.logBatch(batch, ActivityAction::disabled);
+    EXPECT_EQ(log.entries->size(), 200U);
+    EXPECT_EQ(log.entries->front().pluginName, u"b0"_s);
+    EXPECT_EQ(log.entries->back().pluginName, u"b199"_s);
+    EXPECT_EQ(storedCount(), 200U);
+
+    const QByteArray one = entryText("00000000-0000-4000-8000-000000000000");
+    m_system.root.addFile(m_file, '[' + (one + ',').repeated(499) + one + ']');
+    ActivityLogManager longLog(m_system.platform);
+    EXPECT_EQ(longLog.entries->size(), 500U);
+    longLog.log(u"New"_s, u"VST"_s, ActivityAction::enabled);
+    EXPECT_EQ(longLog.entries->size(), 200U);
+    EXPECT_EQ(longLog.entries->front().pluginName, u"New"_s);
+}
+
+TEST_F(ActivityLogManagerTest, AnInvalidFileReadsAsEmptyAndIsReplaced)
+{
+    const QByteArray good = entryText("00000000-0000-4000-8000-00000000000A");
+    const struct {
+        const char* name;
+        QByteArray content;
+        std::size_t wanted;
+    } rows[] = {
+        {"two entries", '[' + good + ", " + good + ']', 2},
+        {"further members, other order",
+         R"([{"x":1,"action":"Deleted","format":"","pluginName":"","timestamp":-5,)"
+         R"("id":"00000000-0000-4000-8000-00000000000a"}])",
+         1},
+        {"no array", good, 0},
+        {"empty file", "", 0},
+        {"cut off", '[' + good, 0},
+        {"an unknown action beside a good entry",
+         '[' + good + ',' + entryText("00000000-0000-4000-8000-00000000000B", "enabled") + ']', 0},
+        {"no UUID", '[' + entryText("A") + ']', 0},
+        {"a missing member", '[' + QByteArray(good).replace(R"("format":"VST3",)", "") + ']', 0},
+        {"null", '[' + QByteArray(good).replace("\"P\"", "null") + ']', 0},
+        {"a text as time", '[' + QByteArray(good).replace("721692800.25", "\"721692800\"") + ']', 0},
+        {"an entry that is no object", "[[]]", 0},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        m_system.root.addFile(m_file, row.content);
+        ActivityLogManager log(m_system.platform);
+        EXPECT_EQ(log.entries->size(), row.wanted);
+        EXPECT_EQ(m_system.root.content(m_file), row.content) << "reading changes nothing";
+        log.log(u"N"_s, u"VST"_s, ActivityAction::enabled);
+        EXPECT_EQ(storedCount(), row.wanted + 1);
+    }
+}
+
+TEST_F(ActivityLogManagerTest, TheFileItselfIsRewritten)
+{
+    m_system.root.addFolder(m_folder);
+    m_system.root.addFile(u"/Users/tester/elsewhere.json", "[]");
+    ASSERT_TRUE(QFile::link(m_system.root.at(u"/Users/tester/elsewhere.json"), m_system.root.at(m_file)));
+    ActivityLogManager(m_system.platform).log(u"N"_s, u"VST"_s, ActivityAction::enabled);
+    EXPECT_TRUE(m_system.root.content(u"/Users/tester/elsewhere.json").contains("\"N\""));
+}
+
+TEST_F(ActivityLogManagerTest, AFailedWriteKeepsTheEntries)
+{
+    m_system.root.addFile(m_folder, "a file in the place of the folder");
+    ActivityLogManager log(m_system.platform);
+    log.log(u"N"_s, u"VST"_s, ActivityAction::enabled);
+    EXPECT_EQ(log.entries->size(), 1U);
+    EXPECT_EQ(storedNames(), u""_s);
+    m_system.files.remove(m_system.root.at(m_folder));
+    log.log(u"M"_s, u"VST"_s, ActivityAction::enabled);
+    EXPECT_EQ(storedNames(), u"M N"_s);
+
+    TestPlatform noFolder;
+    noFolder.layout.applicationSupport.clear();
+    EXPECT_DEATH(ActivityLogManager{noFolder.platform}, "application support");
+}
+
+} // namespace
+
+} // namespace orvanlite::test
