@@ -1,0 +1,136 @@
+#pragma once
+
+#include "catalogue/PluginDatabase.h"
+#include "discovery/PluginScanner.h"
+#include "model/AudioPlugin.h"
+#include "model/ConsolidatedPlugin.h"
+#include "model/Observable.h"
+#include "model/PluginError.h"
+#include "model/PluginKeyTransfer.h"
+#include "operations/PluginSort.h"
+
+#include <QObject>
+#include <QSet>
+#include <QStringList>
+
+#include <qcorotask.h>
+
+#include <array>
+#include <optional>
+#include <utility>
+
+namespace orvanlite::platform {
+struct Platform;
+}
+
+namespace orvanlite {
+
+class ActivityLogManager;
+
+/// What happens to a plugin file.
+enum class PluginOperation { enable = 0, disable = 1 };
+
+/// The one object between the views and everything else: it owns the scanner and all state that the views show,
+/// and every operation on plugin files goes through it. The views read its observable state and call its
+/// operations; assigning a filter or the sort reloads the list by itself.
+///
+/// Sources: PluginManagerViewModel.cpp (state, scan, reload, paging), ...Selection.cpp, ...Toggle.cpp (one plugin's
+/// file), ...Waves.cpp.
+class PluginManagerViewModel final : public QObject {
+public:
+    /// Loads the first page of the catalogue. No scan is started.
+    PluginManagerViewModel(const platform::Platform& platform, PluginDatabase& database, ActivityLogManager& activityLog,
+                           QObject* parent = nullptr);
+
+    static constexpr int pageSize = 100;
+
+    /// The whole catalogue, unfiltered. Empty until a scan or refreshAllState() has run.
+    Observable<AudioPlugins> plugins;
+    /// True from the start of a scan until its results are in the catalogue.
+    Observable<bool> isLoading{false};
+    /// The last failure of an operation. Only the start of a scan clears it.
+    Observable<std::optional<PluginError>> error;
+    /// Inverted by resetView(), so that views reset what is their own. The value means nothing.
+    Observable<bool> resetViewTrigger{false};
+    Observable<QString> manufacturerSearchText;
+    Observable<QSet<PluginFormat>> selectedFormats; ///< empty: all
+    Observable<QString> searchText;                 ///< reloads 50 ms after each change
+    /// The rows that the table marks: ids of loaded rows only.
+    Observable<QSet<QUuid>> selectedPlugins;
+    Observable<bool> showAllPlugins{false};
+    Observable<std::vector<ConsolidatedPlugin>> consolidatedBulkPlugins;
+    Observable<QSet<QUuid>> bulkActiveVariants;
+    /// The true selection: all that the user has picked, across filters and pages.
+    QSet<QUuid> persistedSelections;
+    /// The table's sort. Only the first entry counts.
+    Observable<PluginSortOrder> sortOrder{PluginSortOrder{PluginComparator{}}};
+    Observable<int> totalPluginCount{0}; ///< rows that the filter matches
+    Observable<int> dbTotalCount{0};
+    Observable<int> dbEnabledCount{0};
+    Observable<int> dbDisabledCount{0};
+    Observable<QSet<QString>> selectedManufacturers; ///< empty: all
+    Observable<QStringList> allManufacturers;
+    /// The rows loaded so far for the filter and the sort.
+    Observable<AudioPlugins> displayedPlugins;
+    /// What the last scan found that the catalogue did not know before.
+    Observable<AudioPlugins> newlyDetectedPlugins;
+    /// Keys of the selection, kept ready for a drag.
+    Observable<PluginKeyTransfer> cachedPluginKeysTransfer;
+    /// True while a privileged script runs, its password prompt included. The main window takes no input then.
+    Observable<bool> isRunningScript{false};
+
+    [[nodiscard]] int currentOffset() const { return m_currentOffset; }
+    [[nodiscard]] bool hasMorePages() const { return m_hasMorePages; }
+
+    /// Scans the machine, replaces the catalogue and tells what is new. Nothing prevents a second scan meanwhile.
+    QCoro::Task<> scanForPlugins();
+    /// Loads the first page and all counts anew, and tells the helper agent the number of enabled plugins.
+    void refreshFromDatabase();
+    /// After a change of files: reloads everything that shows plugins.
+    void refreshAllState();
+    /// Loads the next page, if there is one. Called when the last row comes into view.
+    void loadMoreIfNeeded();
+    void loadAllPages();
+    void resetView();
+
+    /// What the tables show.
+    [[nodiscard]] const AudioPlugins& filteredPlugins() const { return *displayedPlugins; }
+    /// Everything that the filters match, in the order of the sort, up to 100,000 rows. A fresh query.
+    [[nodiscard]] AudioPlugins allFilteredPlugins() const;
+    /// Rows per format, whatever the filters are. Six queries.
+    [[nodiscard]] std::vector<std::pair<PluginFormat, int>> pluginCounts() const;
+
+    void clearSelection();
+
+    /// Moves one plugin out of the hosts' sight or back, by the state in the record that is passed. A failure goes
+    /// to `error`.
+    QCoro::Task<> togglePlugin(AudioPlugin plugin);
+
+    /// Where a plugin of this format and place goes when it is disabled (a folder).
+    [[nodiscard]] QString disabledFolder(const AudioPlugin& plugin) const;
+    /// Starts the registration of the Waves Audio Units anew, after bundles have come back. Silent.
+    void runWavesAURegUtilities();
+
+private:
+    [[nodiscard]] PluginFilter currentFilter() const;
+    [[nodiscard]] AudioPlugins queryPage(int limit, int offset) const;
+    void publishEnabledCount();
+    void updateCachedTransfer();
+    QCoro::Task<> reloadAfterTyping();
+    void detectNewPlugins(const QSet<QString>& existingKeys);
+
+    QCoro::Task<AudioPlugin> performPluginOperation(AudioPlugin plugin, PluginOperation operation);
+    [[nodiscard]] QString disabledDestination(const AudioPlugin& plugin) const;
+    void performFileOperation(const QString& source, const QString& destination);
+    QCoro::Task<> performWithAdminRights(QString source, QString destination, PluginOperation operation,
+                                         bool clearAUCache);
+
+    const platform::Platform& m_platform;
+    PluginDatabase& m_database;
+    ActivityLogManager& m_activityLog;
+    PluginScanner m_scanner;
+    int m_currentOffset = 0;
+    bool m_hasMorePages = false;
+};
+
+} // namespace orvanlite

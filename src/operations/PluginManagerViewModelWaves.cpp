@@ -1,0 +1,53 @@
+#include "operations/PluginManagerViewModel.h"
+
+#include "platform/FileManager.h"
+#include "platform/Platform.h"
+#include "platform/ProcessLauncher.h"
+
+#include <algorithm>
+
+namespace orvanlite {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+using platform::DirectoryEntry;
+
+std::vector<DirectoryEntry> listOrNothing(const platform::FileManager& files, const QString& path)
+{
+    try {
+        return files.list(path, platform::HiddenEntries::skip);
+    } catch (const platform::FileError&) {
+        return {};
+    }
+}
+
+bool isRegistrationUtility(const DirectoryEntry& entry)
+{
+    return entry.name.startsWith(u"Waves AU Reg Utility"_s) && entry.name.endsWith(u".app"_s);
+}
+
+} // namespace
+
+void PluginManagerViewModel::runWavesAURegUtilities()
+{
+    const QString waves = m_platform.layout.wavesDirectory();
+    for (const DirectoryEntry& shells : listOrNothing(m_platform.files, waves)) {
+        if (!shells.name.startsWith(u"WaveShells V"_s))
+            continue;
+        const QString folder = waves + u'/' + shells.name;
+        const std::vector<DirectoryEntry> entries = listOrNothing(m_platform.files, folder);
+        const auto utility = std::find_if(entries.begin(), entries.end(), isRegistrationUtility);
+        if (utility == entries.end())
+            continue;
+        try {
+            m_platform.processes.start(m_platform.layout.openTool(),
+                                       {u"-a"_s, folder + u'/' + utility->name, u"--args"_s, u"--silent"_s});
+        } catch (const platform::FileError&) {
+            // The plugin is back all the same; hosts find it at the next registration.
+        }
+    }
+}
+
+} // namespace orvanlite
