@@ -1,0 +1,69 @@
+#include "shell/AppDelegate.h"
+
+#include "platform/Defaults.h"
+#include "platform/MainBundle.h"
+#include "platform/NotificationCenter.h"
+#include "platform/Platform.h"
+#include "shell/ContentView.h"
+#include "shell/MainMenu.h"
+#include "shell/MainWindow.h"
+#include "shell/ThemeController.h"
+
+#include <QApplication>
+#include <QIcon>
+
+namespace orvanlite {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr QSize kWindowSize(1200, 800);
+
+} // namespace
+
+AppDelegate::AppDelegate(const platform::Platform& platform, PluginDatabase& database,
+                         ActivityLogManager& activityLog)
+    : m_platform(platform), m_database(database), m_activityLog(activityLog)
+{
+}
+
+AppDelegate::~AppDelegate() = default;
+
+void AppDelegate::applicationDidFinishLaunching()
+{
+    postLaunchNotification();
+    setApplicationIcon();
+    m_theme = std::make_unique<ThemeController>(m_platform.appearance);
+    m_window = std::make_unique<MainWindow>(m_platform.defaults.standard());
+    buildMenuBar(*m_window, m_platform.mainBundle);
+    m_window->resize(kWindowSize);
+    m_window->center();
+    // After the centring: a frame that was saved earlier wins.
+    m_window->setFrameAutosaveName(u"Orvanlite"_s);
+    m_window->setWindowTitle(u"Orvanlite"_s);
+    m_window->setCentralWidget(new ContentView(m_platform, m_database, m_activityLog));
+    m_window->show();
+    m_window->raise();
+    m_window->activateWindow();
+}
+
+void AppDelegate::postLaunchNotification()
+{
+    const QString version = m_platform.mainBundle.infoText(u"CFBundleShortVersionString"_s).value_or(u"0"_s);
+    m_platform.notifications.post(u"com.yourcompany.Orvanlite.appDidLaunch"_s, {{u"version"_s, version}});
+}
+
+void AppDelegate::setApplicationIcon()
+{
+    if (const auto path = m_platform.mainBundle.resource(u"AppIcon"_s, u"icns"_s)) {
+        const QIcon icon(*path);
+        if (!icon.availableSizes().isEmpty()) {
+            QApplication::setWindowIcon(icon);
+            return;
+        }
+    }
+    QApplication::setWindowIcon(QIcon(u":/AppIcon.svg"_s));
+}
+
+} // namespace orvanlite

@@ -1,0 +1,27 @@
+#include "shell/GUIApp.h"
+
+#include "catalogue/PluginDatabase.h"
+#include "platform/Platform.h"
+#include "records/ActivityLogManager.h"
+#include "shell/AppDelegate.h"
+
+#include <QApplication>
+
+namespace orvanlite {
+
+using namespace Qt::StringLiterals;
+
+int runGui(int& argc, char** argv)
+{
+    QApplication application(argc, argv);
+    QApplication::setApplicationName(u"Orvanlite"_s);
+    QApplication::setDesktopFileName(u"com.yourcompany.Orvanlite"_s);
+    const auto services =
+        platform::makePlatformServices(platform::SystemLayout::ofThisMachine(), platform::Elevation::ask);
+    const platform::Platform platform = services->platform();
+    AppDelegate delegate(platform, PluginDatabase::shared(platform), ActivityLogManager::shared(platform));
+    QMetaObject::invokeMethod(&delegate, &AppDelegate::applicationDidFinishLaunching, Qt::QueuedConnection);
+    return QApplication::exec();
+}
+
+} // namespace orvanlite

@@ -1,0 +1,79 @@
+#include "shell/MainWindow.h"
+
+#include "platform/Defaults.h"
+
+#include <QEvent>
+#include <QScreen>
+
+namespace orvanlite {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int kSaveDelayMilliseconds = 400;
+
+} // namespace
+
+MainWindow::MainWindow(platform::Defaults& defaults) : m_defaults(defaults)
+{
+    setObjectName(u"mainWindow"_s);
+    m_saveTimer.setSingleShot(true);
+    m_saveTimer.setInterval(kSaveDelayMilliseconds);
+    connect(&m_saveTimer, &QTimer::timeout, this, &MainWindow::saveFrame);
+}
+
+void MainWindow::setFrameAutosaveName(const QString& name)
+{
+    m_frameKey = u"NSWindow Frame "_s + name;
+    const QByteArray frame = m_defaults.value(m_frameKey).toByteArray();
+    if (!frame.isEmpty())
+        restoreGeometry(frame);
+}
+
+void MainWindow::center()
+{
+    const QRect available = screen()->availableGeometry();
+    move(available.center() - QPoint(width() / 2, height() / 2));
+}
+
+void MainWindow::frameChanged()
+{
+    if (!m_frameKey.isEmpty() && isVisible())
+        m_saveTimer.start();
+}
+
+void MainWindow::saveFrame()
+{
+    m_saveTimer.stop();
+    if (!m_frameKey.isEmpty())
+        m_defaults.setValue(m_frameKey, saveGeometry());
+}
+
+void MainWindow::moveEvent(QMoveEvent* event)
+{
+    QMainWindow::moveEvent(event);
+    frameChanged();
+}
+
+void MainWindow::resizeEvent(QResizeEvent* event)
+{
+    QMainWindow::resizeEvent(event);
+    frameChanged();
+}
+
+void MainWindow::changeEvent(QEvent* event)
+{
+    QMainWindow::changeEvent(event);
+    if (event->type() == QEvent::WindowStateChange)
+        frameChanged();
+}
+
+void MainWindow::closeEvent(QCloseEvent* event)
+{
+    if (m_saveTimer.isActive())
+        saveFrame();
+    QMainWindow::closeEvent(event);
+}
+
+} // namespace orvanlite

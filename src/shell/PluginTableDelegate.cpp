@@ -1,0 +1,302 @@
+#include "shell/PluginTableDelegate.h"
+
+#include "shell/AppTheme.h"
+#include "shell/Icons.h"
+#include "shell/PluginTableModel.h"
+
+#include <QMouseEvent>
+#include <QPainter>
+#include <QTableView>
+#include <QVariantAnimation>
+
+namespace orvanlite {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int kRowHeight = 34;
+constexpr int kCellPadding = 10;
+constexpr int kRowInset = 6;
+constexpr double kRowRadius = 6;
+
+constexpr QSize kSwitchSize(36, 20);
+constexpr double kKnobSize = 16;
+constexpr double kKnobTravel = 8; ///< to either side of the middle
+constexpr int kSwitchMilliseconds = 180;
+
+constexpr int kLinkIconSize = 12;
+constexpr int kLinkSpacing = 3;
+constexpr int kBadgeIconSize = 13;
+constexpr int kBadgePaddingX = 7;
+constexpr int kBadgePaddingY = 3;
+
+PluginColumn columnOf(const QModelIndex& index)
+{
+    return static_cast<PluginColumn>(index.column());
+}
+
+QString textOf(const QModelIndex& index)
+{
+    return index.data(Qt::DisplayRole).toString();
+}
+
+QRect contentRect(const QRect& cell)
+{
+    return cell.adjusted(kCellPadding, 0, -kCellPadding, 0);
+}
+
+QColor mix(const QColor& from, const QColor& to, double share)
+{
+    const auto part = [share](float a, float b) { return a + static_cast<float>(share) * (b - a); };
+    return QColor::fromRgbF(part(from.redF(), to.redF()), part(from.greenF(), to.greenF()),
+                            part(from.blueF(), to.blueF()), part(from.alphaF(), to.alphaF()));
+}
+
+QFont smallFont(const QFont& font)
+{
+    QFont smaller = font;
+    smaller.setPointSizeF(font.pointSizeF() * 0.92);
+    return smaller;
+}
+
+} // namespace
+
+PluginTableDelegate::PluginTableDelegate(const PluginTableModel& model, bool reducesMotion, QObject* parent)
+    : QStyledItemDelegate(parent), m_model(model), m_reducesMotion(reducesMotion)
+{
+}
+
+void PluginTableDelegate::animateSwitch(const QUuid& id, bool isEnabled)
+{
+    if (m_reducesMotion)
+        return;
+    const double from = m_switchPositions.value(id, isEnabled ? 0 : 1);
+    m_switchPositions.insert(id, from);
+    auto* slide = new QVariantAnimation(this);
+    slide->setDuration(kSwitchMilliseconds);
+    slide->setEasingCurve(QEasingCurve::InOutQuad);
+    slide->setStartValue(from);
+    slide->setEndValue(isEnabled ? 1.0 : 0.0);
+    connect(slide, &QVariantAnimation::valueChanged, this, [this, id](const QVariant& value) {
+        m_switchPositions.insert(id, value.toDouble());
+        Q_EMIT needsRepaint();
+    });
+    connect(slide, &QVariantAnimation::finished, this, [this, id] {
+        m_switchPositions.remove(id);
+        Q_EMIT needsRepaint();
+    });
+    slide->start(QAbstractAnimation::DeleteWhenStopped);
+}
+
+QRect PluginTableDelegate::switchRect(const QRect& cell)
+{
+    const QRect content = contentRect(cell);
+    return {QPoint(content.left(), content.center().y() - kSwitchSize.height() / 2 + 1), kSwitchSize};
+}
+
+QRect PluginTableDelegate::linkRect(const QRect& cell, const QModelIndex& index, const QFont& font) const
+{
+    if (columnOf(index) != PluginColumn::manufacturer || index.data(PluginTableModel::IsFadedRole).toBool())
+        return {};
+    const QFontMetrics metrics(font);
+    QRect rect = contentRect(cell);
+    // One more: the advance is rounded, and a text that is a fraction too wide would be cut.
+    const int wanted = metrics.horizontalAdvance(textOf(index)) + 1 + kLinkSpacing + kLinkIconSize;
+    rect.setWidth(std::min(rect.width(), wanted));
+    const int height = metrics.height() + 2 * kBadgePaddingY;
+    rect.setTop(rect.center().y() - height / 2);
+    rect.setHeight(height);
+    return rect;
+}
+
+void PluginTableDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const
+{
+    QStyleOptionViewItem cell = option;
+    initStyleOption(&cell, index);
+    painter->save();
+    painter->setRenderHint(QPainter::Antialiasing);
+    painter->setClipRect(cell.rect);
+    paintGround(*painter, cell, index);
+    switch (columnOf(index)) {
+    case PluginColumn::status:
+        paintSwitch(*painter, cell, index);
+        break;
+    case PluginColumn::manufacturer:
+        paintLink(*painter, cell, index);
+        break;
+    case PluginColumn::format:
+        paintBadge(*painter, cell, index);
+        break;
+    default:
+        paintText(*painter, cell, index);
+    }
+    painter->restore();
+}
+
+void PluginTableDelegate::paintGround(QPainter& painter, const QStyleOptionViewItem& option,
+                                      const QModelIndex& index) const
+{
+    const auto* table = qobject_cast<const QTableView*>(option.widget);
+    if (!table)
+        return;
+    // One rounded rectangle for the whole row, of which each cell shows its part.
+    const QRectF row(kRowInset, option.rect.top() + 1, table->viewport()->width() - 2 * kRowInset,
+                     option.rect.height() - 2);
+    painter.setPen(Qt::NoPen);
+    if (option.state & QStyle::State_Selected) {
+        painter.setBrush(AppTheme::withOpacity(AppTheme::accent(option.palette), table->hasFocus() ? 0.26 : 0.16));
+        painter.drawRoundedRect(row, kRowRadius, kRowRadius);
+    } else if (index.row() % 2 == 1) {
+        painter.setBrush(AppTheme::bgSurface(option.palette));
+        painter.drawRoundedRect(row, kRowRadius, kRowRadius);
+    }
+    if (table->hasFocus() && table->currentIndex().row() == index.row()) {
+        painter.setPen(QPen(AppTheme::accent(option.palette), 1.5));
+        painter.setBrush(Qt::NoBrush);
+        painter.drawRoundedRect(row.adjusted(0.75, 0.75, -0.75, -0.75), kRowRadius, kRowRadius);
+        if (table->currentIndex() == index && columnOf(index) == PluginColumn::manufacturer) {
+            // Return opens the link: show which cell would act.
+            const QRectF link = QRectF(linkRect(option.rect, index, option.font)).adjusted(-4, 0, 4, 0);
+            if (link.isValid())
+                painter.drawRoundedRect(link, 4, 4);
+        }
+    }
+}
+
+void PluginTableDelegate::paintSwitch(QPainter& painter, const QStyleOptionViewItem& option,
+                                      const QModelIndex& index) const
+{
+    const AudioPlugin& plugin = m_model.plugin(index.row());
+    const double position = m_switchPositions.value(plugin.id, plugin.isEnabled ? 1 : 0);
+    const QRectF track = switchRect(option.rect);
+    const QColor off = AppTheme::withOpacity(AppTheme::secondary(option.palette), 0.3);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(mix(off, AppTheme::switchOn(), position));
+    painter.drawRoundedRect(track, track.height() / 2, track.height() / 2);
+
+    const QPointF middle = track.center() + QPointF(kKnobTravel * (2 * position - 1), 0);
+    painter.setBrush(AppTheme::withOpacity(Qt::black, 0.18));
+    painter.drawEllipse(middle + QPointF(0, 0.8), kKnobSize / 2, kKnobSize / 2);
+    painter.setBrush(Qt::white);
+    painter.drawEllipse(middle, kKnobSize / 2, kKnobSize / 2);
+}
+
+void PluginTableDelegate::paintLink(QPainter& painter, const QStyleOptionViewItem& option,
+                                    const QModelIndex& index) const
+{
+    if (index.data(PluginTableModel::IsFadedRole).toBool()) {
+        paintText(painter, option, index);
+        return;
+    }
+    const QRect link = linkRect(option.rect, index, option.font);
+    const bool isHovered = m_hoveredLink == index;
+    QFont font = option.font;
+    font.setUnderline(isHovered);
+    const QColor colour = isHovered ? AppTheme::accent(option.palette) : AppTheme::primary(option.palette);
+    // As high as the cell, so that the text stands on one line with its neighbours.
+    const QRect label(link.left(), option.rect.top(), link.width() - kLinkSpacing - kLinkIconSize, option.rect.height());
+    painter.setFont(font);
+    painter.setPen(colour);
+    painter.drawText(label, Qt::AlignLeft | Qt::AlignVCenter,
+                     option.fontMetrics.elidedText(textOf(index), Qt::ElideRight, label.width()));
+    const QRectF icon(link.right() - kLinkIconSize + 1, link.center().y() - kLinkIconSize / 2.0, kLinkIconSize,
+                      kLinkIconSize);
+    drawIcon(painter, icon, u"arrow.up.right"_s,
+             isHovered ? colour : AppTheme::withOpacity(AppTheme::secondary(option.palette), 0.8));
+}
+
+void PluginTableDelegate::paintBadge(QPainter& painter, const QStyleOptionViewItem& option,
+                                     const QModelIndex& index) const
+{
+    const QFont font = smallFont(option.font);
+    const QFontMetrics metrics(font);
+    const QString text = textOf(index);
+    QRectF badge = contentRect(option.rect);
+    const int wanted =
+        metrics.horizontalAdvance(text) + 1 + kBadgeIconSize + kLinkSpacing + 1 + 2 * kBadgePaddingX;
+    badge.setWidth(std::min<double>(badge.width(), wanted));
+    const double height = metrics.height() + 2 * kBadgePaddingY;
+    badge.setTop(option.rect.center().y() - height / 2 + 0.5);
+    badge.setHeight(height);
+
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(AppTheme::withOpacity(AppTheme::accent(option.palette), 0.1));
+    painter.drawRoundedRect(badge, 4, 4);
+    const QRectF icon(badge.left() + kBadgePaddingX, badge.center().y() - kBadgeIconSize / 2.0, kBadgeIconSize,
+                      kBadgeIconSize);
+    drawIcon(painter, icon, index.data(PluginTableModel::IconRole).toString(), AppTheme::primary(option.palette));
+    QRectF label = badge.adjusted(0, 0, -kBadgePaddingX + 1, 0);
+    label.setLeft(icon.right() + kLinkSpacing + 1);
+    painter.setFont(font);
+    painter.setPen(AppTheme::primary(option.palette));
+    painter.drawText(label, Qt::AlignLeft | Qt::AlignVCenter,
+                     metrics.elidedText(text, Qt::ElideRight, static_cast<int>(label.width())));
+}
+
+void PluginTableDelegate::paintText(QPainter& painter, const QStyleOptionViewItem& option,
+                                    const QModelIndex& index) const
+{
+    QFont font = option.font;
+    QColor colour = AppTheme::secondary(option.palette);
+    switch (columnOf(index)) {
+    case PluginColumn::name:
+        font.setWeight(QFont::Medium);
+        colour = AppTheme::primary(option.palette);
+        break;
+    case PluginColumn::lastUsed:
+        font = smallFont(font);
+        if (index.data(PluginTableModel::IsFadedRole).toBool())
+            colour = AppTheme::withOpacity(colour, 0.5);
+        break;
+    default:
+        break;
+    }
+    painter.setFont(font);
+    painter.setPen(colour);
+    const QRect content = contentRect(option.rect);
+    painter.drawText(content, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
+                     QFontMetrics(font).elidedText(textOf(index), Qt::ElideRight, content.width()));
+}
+
+QSize PluginTableDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const
+{
+    const QFontMetrics metrics(option.font);
+    int width = metrics.horizontalAdvance(textOf(index)) + 2 * kCellPadding;
+    switch (columnOf(index)) {
+    case PluginColumn::status:
+        width = kSwitchSize.width() + 2 * kCellPadding;
+        break;
+    case PluginColumn::manufacturer:
+        width += kLinkSpacing + kLinkIconSize;
+        break;
+    case PluginColumn::format:
+        width += kBadgeIconSize + kLinkSpacing + 2 * kBadgePaddingX;
+        break;
+    default:
+        break;
+    }
+    return {width, std::max(kRowHeight, metrics.height() + kCellPadding)};
+}
+
+bool PluginTableDelegate::editorEvent(QEvent* event, QAbstractItemModel* model, const QStyleOptionViewItem& option,
+                                      const QModelIndex& index)
+{
+    if (event->type() != QEvent::MouseButtonRelease)
+        return false;
+    const auto* mouse = static_cast<QMouseEvent*>(event);
+    if (mouse->button() != Qt::LeftButton)
+        return false;
+    const QPoint position = mouse->position().toPoint();
+    if (columnOf(index) == PluginColumn::status && switchRect(option.rect).contains(position)) {
+        const bool isOn = index.data(Qt::CheckStateRole).toInt() == Qt::Checked;
+        return model->setData(index, isOn ? Qt::Unchecked : Qt::Checked, Qt::CheckStateRole);
+    }
+    if (linkRect(option.rect, index, option.font).contains(position)) {
+        Q_EMIT linkActivated(index);
+        return true;
+    }
+    return false;
+}
+
+} // namespace orvanlite

@@ -1,0 +1,54 @@
+#pragma once
+
+#include <QHash>
+#include <QStyledItemDelegate>
+#include <QUuid>
+
+class QVariantAnimation;
+
+namespace orvanlite {
+
+class PluginTableModel;
+
+/// Draws the cells of the plugin table: the switch, the maker's link, the format's badge and plain texts, on the
+/// rounded ground of the row.
+class PluginTableDelegate final : public QStyledItemDelegate {
+    Q_OBJECT
+
+public:
+    PluginTableDelegate(const PluginTableModel& model, bool reducesMotion, QObject* parent);
+
+    /// Slides the switch of the row to its new side.
+    void animateSwitch(const QUuid& id, bool isEnabled);
+
+    /// Where the link of a maker's cell takes a click.
+    [[nodiscard]] QRect linkRect(const QRect& cell, const QModelIndex& index, const QFont& font) const;
+    /// Where the switch of a status cell takes a click.
+    [[nodiscard]] static QRect switchRect(const QRect& cell);
+
+    void setHoveredLink(const QModelIndex& index) { m_hoveredLink = index; }
+
+    void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
+    [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override;
+    bool editorEvent(QEvent* event, QAbstractItemModel* model, const QStyleOptionViewItem& option,
+                     const QModelIndex& index) override;
+
+Q_SIGNALS:
+    void needsRepaint();
+    void linkActivated(const QModelIndex& index);
+
+private:
+    void paintGround(QPainter& painter, const QStyleOptionViewItem& option, const QModelIndex& index) const;
+    void paintSwitch(QPainter& painter, const QStyleOptionViewItem& option, const QModelIndex& index) const;
+    void paintLink(QPainter& painter, const QStyleOptionViewItem& option, const QModelIndex& index) const;
+    void paintBadge(QPainter& painter, const QStyleOptionViewItem& option, const QModelIndex& index) const;
+    void paintText(QPainter& painter, const QStyleOptionViewItem& option, const QModelIndex& index) const;
+
+    const PluginTableModel& m_model;
+    bool m_reducesMotion;
+    /// Running switches: 0 is off, 1 is on.
+    QHash<QUuid, double> m_switchPositions;
+    QPersistentModelIndex m_hoveredLink;
+};
+
+} // namespace orvanlite

@@ -1,0 +1,129 @@
+#include "shell/PluginTableHeader.h"
+
+#include "shell/AppTheme.h"
+#include "shell/Icons.h"
+
+#include <QKeyEvent>
+#include <QPainter>
+
+namespace orvanlite {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int kHeight = 30;
+constexpr int kPadding = 10;
+constexpr int kArrowSize = 12;
+
+} // namespace
+
+PluginTableHeader::PluginTableHeader(QWidget* parent) : QHeaderView(Qt::Horizontal, parent)
+{
+    setObjectName(u"pluginTableHeader"_s);
+    setSectionsClickable(true);
+    setHighlightSections(false);
+    setSortIndicatorShown(false); // drawn here
+    setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    setMinimumSectionSize(64);
+    setFocusPolicy(Qt::StrongFocus);
+    viewport()->setAutoFillBackground(false);
+    connect(this, &QHeaderView::sectionClicked, this, &PluginTableHeader::sortRequested);
+    connect(this, &QHeaderView::sortIndicatorChanged, this, [this] {
+        viewport()->update();
+        announce();
+    });
+}
+
+QSize PluginTableHeader::sizeHint() const
+{
+    return {QHeaderView::sizeHint().width(), std::max(kHeight, fontMetrics().height() + kPadding)};
+}
+
+void PluginTableHeader::paintSection(QPainter* painter, const QRect& rect, int logicalIndex) const
+{
+    if (!rect.isValid())
+        return;
+    painter->save();
+    const bool isSorted = sortIndicatorSection() == logicalIndex;
+    const QColor colour = isSorted ? AppTheme::primary(palette()) : AppTheme::secondary(palette());
+    painter->setPen(AppTheme::separator(palette()));
+    painter->drawLine(rect.bottomLeft(), rect.bottomRight());
+
+    QFont titleFont = font();
+    titleFont.setWeight(isSorted ? QFont::DemiBold : QFont::Medium);
+    painter->setFont(titleFont);
+    painter->setPen(colour);
+    QRect label = rect.adjusted(kPadding, 0, -kPadding / 2, 0);
+    if (isSorted)
+        label.setRight(label.right() - kArrowSize);
+    const QFontMetrics metrics(titleFont);
+    const QString title = model()->headerData(logicalIndex, Qt::Horizontal).toString();
+    const QString shown = metrics.elidedText(title, Qt::ElideRight, label.width());
+    painter->drawText(label, Qt::AlignLeft | Qt::AlignVCenter, shown);
+    if (isSorted) {
+        const QString arrow = sortIndicatorOrder() == Qt::AscendingOrder ? u"chevron.up"_s : u"chevron.down"_s;
+        const QRectF place(label.left() + metrics.horizontalAdvance(shown) + 4, rect.center().y() - kArrowSize / 2.0,
+                           kArrowSize, kArrowSize);
+        drawIcon(*painter, place, arrow, colour);
+    }
+    if (hasFocus() && m_picked == logicalIndex) {
+        painter->setRenderHint(QPainter::Antialiasing);
+        painter->setPen(QPen(AppTheme::accent(palette()), 2));
+        painter->drawRoundedRect(QRectF(rect).adjusted(3, 3, -3, -3), 4, 4);
+    }
+    painter->restore();
+}
+
+void PluginTableHeader::keyPressEvent(QKeyEvent* event)
+{
+    switch (event->key()) {
+    case Qt::Key_Left:
+        pick(m_picked - 1);
+        break;
+    case Qt::Key_Right:
+        pick(m_picked + 1);
+        break;
+    case Qt::Key_Space:
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        Q_EMIT sortRequested(m_picked);
+        break;
+    default:
+        // Not the base class: it would move a cell that a header does not have.
+        event->ignore();
+    }
+}
+
+void PluginTableHeader::pick(int column)
+{
+    m_picked = std::clamp(column, 0, std::max(0, count() - 1));
+    viewport()->update();
+    announce();
+}
+
+void PluginTableHeader::announce()
+{
+    if (!model())
+        return;
+    const QString title = model()->headerData(m_picked, Qt::Horizontal).toString();
+    QString name = u"Sort by "_s + title;
+    if (sortIndicatorSection() == m_picked)
+        name += sortIndicatorOrder() == Qt::AscendingOrder ? u", ascending"_s : u", descending"_s;
+    setAccessibleName(name); // tells a screen reader of the change
+}
+
+void PluginTableHeader::focusInEvent(QFocusEvent* event)
+{
+    QHeaderView::focusInEvent(event);
+    announce();
+    viewport()->update();
+}
+
+void PluginTableHeader::focusOutEvent(QFocusEvent* event)
+{
+    QHeaderView::focusOutEvent(event);
+    viewport()->update();
+}
+
+} // namespace orvanlite

@@ -1,0 +1,194 @@
+#include "shell/PluginTableModel.h"
+
+#include "platform/Clock.h"
+
+#include <algorithm>
+
+namespace orvanlite {
+
+using namespace Qt::StringLiterals;
+
+QString formatIcon(PluginFormat format)
+{
+    switch (format) {
+    case PluginFormat::au:
+        return u"waveform"_s;
+    case PluginFormat::vst3:
+        return u"cube"_s;
+    case PluginFormat::vst2:
+        return u"square"_s;
+    case PluginFormat::aax:
+        return u"hexagon"_s;
+    case PluginFormat::clap:
+        return u"diamond"_s;
+    case PluginFormat::wavesBundle:
+        break;
+    }
+    return u"w.circle"_s;
+}
+
+PluginTableModel::PluginTableModel(const platform::Clock& clock, QObject* parent)
+    : QAbstractTableModel(parent), m_clock(clock)
+{
+}
+
+std::size_t PluginTableModel::commonHead(const AudioPlugins& plugins) const
+{
+    const std::size_t shorter = std::min(plugins.size(), m_plugins.size());
+    for (std::size_t i = 0; i < shorter; ++i) {
+        if (plugins[i].id != m_plugins[i].id)
+            return i;
+    }
+    return shorter;
+}
+
+void PluginTableModel::setPlugins(const AudioPlugins& plugins)
+{
+    const std::size_t oldCount = m_plugins.size();
+    const std::size_t head = commonHead(plugins);
+    if (head < std::min(oldCount, plugins.size()) || head == 0) {
+        if (oldCount == 0 && plugins.empty())
+            return;
+        beginResetModel();
+        m_plugins = plugins;
+        endResetModel();
+        return;
+    }
+    changeInPlace(plugins, head);
+    if (plugins.size() > oldCount) {
+        beginInsertRows({}, static_cast<int>(oldCount), static_cast<int>(plugins.size()) - 1);
+        m_plugins.insert(m_plugins.end(), plugins.begin() + static_cast<std::ptrdiff_t>(oldCount), plugins.end());
+        endInsertRows();
+    } else if (plugins.size() < oldCount) {
+        beginRemoveRows({}, static_cast<int>(plugins.size()), static_cast<int>(oldCount) - 1);
+        m_plugins.resize(plugins.size());
+        endRemoveRows();
+    }
+}
+
+void PluginTableModel::changeInPlace(const AudioPlugins& plugins, std::size_t count)
+{
+    for (std::size_t i = 0; i < count; ++i) {
+        AudioPlugin& row = m_plugins[i];
+        if (row == plugins[i])
+            continue;
+        const bool switched = row.isEnabled != plugins[i].isEnabled;
+        row = plugins[i];
+        const int number = static_cast<int>(i);
+        // No list of roles: a screen reader hears of the check state and its text too.
+        Q_EMIT dataChanged(index(number, 0), index(number, kPluginColumnCount - 1));
+        if (switched)
+            Q_EMIT stateChanged(row.id, row.isEnabled);
+    }
+}
+
+int PluginTableModel::rowOf(const QUuid& id) const
+{
+    const auto found =
+        std::find_if(m_plugins.begin(), m_plugins.end(), [&](const AudioPlugin& each) { return each.id == id; });
+    return found == m_plugins.end() ? -1 : static_cast<int>(found - m_plugins.begin());
+}
+
+int PluginTableModel::rowCount(const QModelIndex& parent) const
+{
+    return parent.isValid() ? 0 : static_cast<int>(m_plugins.size());
+}
+
+int PluginTableModel::columnCount(const QModelIndex& parent) const
+{
+    return parent.isValid() ? 0 : kPluginColumnCount;
+}
+
+QString PluginTableModel::text(const AudioPlugin& plugin, PluginColumn column) const
+{
+    switch (column) {
+    case PluginColumn::status:
+        return plugin.statusValue();
+    case PluginColumn::name:
+        return plugin.name;
+    case PluginColumn::manufacturer:
+        return plugin.manufacturer.isEmpty() ? u"Unknown"_s : plugin.manufacturer;
+    case PluginColumn::format:
+        return rawValue(plugin.format);
+    case PluginColumn::version:
+        return plugin.versionValue();
+    case PluginColumn::lastUsed:
+        break;
+    }
+    return plugin.lastUsedValue(Date::fromUnix(m_clock.now()));
+}
+
+QString PluginTableModel::accessibleDescription(const AudioPlugin& plugin, PluginColumn column) const
+{
+    switch (column) {
+    case PluginColumn::status:
+        return u"Switch for "_s + plugin.name;
+    case PluginColumn::manufacturer:
+        return plugin.manufacturer.isEmpty() ? QString() : u"Visit "_s + plugin.manufacturer + u" website"_s;
+    default:
+        return {};
+    }
+}
+
+QVariant PluginTableModel::data(const QModelIndex& index, int role) const
+{
+    if (!index.isValid() || index.row() >= rowCount())
+        return {};
+    const AudioPlugin& row = plugin(index.row());
+    const auto column = static_cast<PluginColumn>(index.column());
+    switch (role) {
+    case Qt::DisplayRole:
+        return column == PluginColumn::status ? QVariant() : text(row, column);
+    case Qt::AccessibleTextRole:
+        return text(row, column);
+    case Qt::AccessibleDescriptionRole:
+        return accessibleDescription(row, column);
+    case Qt::ToolTipRole:
+        if (column == PluginColumn::manufacturer)
+            return accessibleDescription(row, column);
+        return column == PluginColumn::name ? QVariant(row.currentPath) : QVariant();
+    case Qt::CheckStateRole:
+        if (column == PluginColumn::status)
+            return row.isEnabled ? Qt::Checked : Qt::Unchecked;
+        return {};
+    case IsFadedRole:
+        return (column == PluginColumn::manufacturer && row.manufacturer.isEmpty())
+            || (column == PluginColumn::lastUsed && !row.lastUsed);
+    case IconRole:
+        return column == PluginColumn::format ? formatIcon(row.format) : QVariant();
+    default:
+        return {};
+    }
+}
+
+bool PluginTableModel::setData(const QModelIndex& index, const QVariant& value, int role)
+{
+    if (role != Qt::CheckStateRole || index.column() != static_cast<int>(PluginColumn::status))
+        return false;
+    const AudioPlugin row = plugin(index.row());
+    if (row.isEnabled == (value.toInt() == Qt::Checked))
+        return false;
+    Q_EMIT toggleRequested(row);
+    return true;
+}
+
+QVariant PluginTableModel::headerData(int section, Qt::Orientation orientation, int role) const
+{
+    static const std::array<QString, kPluginColumnCount> titles{u"Status"_s, u"Name"_s,    u"Manufacturer"_s,
+                                                                u"Format"_s, u"Version"_s, u"Last Used(Est.)"_s};
+    if (orientation != Qt::Horizontal || section < 0 || section >= kPluginColumnCount)
+        return {};
+    if (role == Qt::TextAlignmentRole)
+        return QVariant(Qt::AlignLeft | Qt::AlignVCenter);
+    return role == Qt::DisplayRole ? titles[static_cast<std::size_t>(section)] : QVariant();
+}
+
+Qt::ItemFlags PluginTableModel::flags(const QModelIndex& index) const
+{
+    if (!index.isValid())
+        return Qt::NoItemFlags;
+    const Qt::ItemFlags flags = Qt::ItemIsSelectable | Qt::ItemIsEnabled | Qt::ItemNeverHasChildren;
+    return index.column() == static_cast<int>(PluginColumn::status) ? flags | Qt::ItemIsUserCheckable : flags;
+}
+
+} // namespace orvanlite

@@ -1,0 +1,64 @@
+#pragma once
+
+#include "model/AudioPlugin.h"
+
+#include <QAbstractTableModel>
+
+namespace orvanlite::platform {
+class Clock;
+}
+
+namespace orvanlite {
+
+/// Columns of the plugin table, in order.
+enum class PluginColumn { status, name, manufacturer, format, version, lastUsed };
+inline constexpr int kPluginColumnCount = 6;
+
+/// Icon key of a format's badge.
+[[nodiscard]] QString formatIcon(PluginFormat format);
+
+/// The rows of the plugin table. It holds them and answers for them; it asks nothing of the catalogue.
+class PluginTableModel final : public QAbstractTableModel {
+    Q_OBJECT
+
+public:
+    enum Role {
+        IsFadedRole = Qt::UserRole, ///< bool: the cell says that something is unknown
+        IconRole,                   ///< key of the icon in front of the text
+    };
+
+    explicit PluginTableModel(const platform::Clock& clock, QObject* parent = nullptr);
+
+    /// Takes new rows. The same ids in the same order change in place; a longer or shorter list with the same head
+    /// inserts or removes rows at the end; any other list resets the model.
+    void setPlugins(const AudioPlugins& plugins);
+
+    [[nodiscard]] const AudioPlugins& plugins() const { return m_plugins; }
+    [[nodiscard]] const AudioPlugin& plugin(int row) const { return m_plugins[static_cast<std::size_t>(row)]; }
+    /// Row of the id, or -1.
+    [[nodiscard]] int rowOf(const QUuid& id) const;
+
+    [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
+    [[nodiscard]] int columnCount(const QModelIndex& parent = {}) const override;
+    [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
+    /// Setting the check state of a status cell asks for the toggle; the row changes when that has succeeded.
+    bool setData(const QModelIndex& index, const QVariant& value, int role) override;
+    [[nodiscard]] QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+    [[nodiscard]] Qt::ItemFlags flags(const QModelIndex& index) const override;
+
+Q_SIGNALS:
+    void toggleRequested(const orvanlite::AudioPlugin& plugin);
+    /// A row's switch has changed its side in place.
+    void stateChanged(const QUuid& id, bool isEnabled);
+
+private:
+    [[nodiscard]] QString text(const AudioPlugin& plugin, PluginColumn column) const;
+    [[nodiscard]] QString accessibleDescription(const AudioPlugin& plugin, PluginColumn column) const;
+    [[nodiscard]] std::size_t commonHead(const AudioPlugins& plugins) const;
+    void changeInPlace(const AudioPlugins& plugins, std::size_t count);
+
+    const platform::Clock& m_clock;
+    AudioPlugins m_plugins;
+};
+
+} // namespace orvanlite

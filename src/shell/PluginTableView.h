@@ -1,0 +1,54 @@
+#pragma once
+
+#include "shell/PluginTableModel.h"
+
+#include <QTableView>
+
+#include <array>
+
+namespace orvanlite {
+
+class PluginTableDelegate;
+class PluginTableHeader;
+
+/// The plugin table as a widget: keys, links under the pointer, and the place of the view across reloads.
+class PluginTableView final : public QTableView {
+    Q_OBJECT
+
+public:
+    PluginTableView(PluginTableModel& model, bool reducesMotion, QWidget* parent);
+
+    [[nodiscard]] PluginTableHeader* header() const { return m_header; }
+    /// Whether the last row can be seen.
+    [[nodiscard]] bool showsLastRow() const;
+
+Q_SIGNALS:
+    void linkActivated(const QModelIndex& index);
+    void viewportChanged();
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void leaveEvent(QEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void scrollContentsBy(int dx, int dy) override;
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    void hoverLink(const QModelIndex& index);
+    /// Gives each column its share of the width.
+    void layoutColumns();
+    /// The user has dragged a column: its share stays when the window changes.
+    void takeOverShares();
+    void goToRow(int row, Qt::KeyboardModifiers modifiers);
+
+    PluginTableModel& m_model;
+    PluginTableDelegate* m_delegate;
+    PluginTableHeader* m_header;
+    QPersistentModelIndex m_hovered;
+    /// Share of the width by column.
+    std::array<double, kPluginColumnCount> m_shares{0.08, 0.31, 0.24, 0.14, 0.10, 0.13};
+    bool m_isLayingOut = false;
+};
+
+} // namespace orvanlite

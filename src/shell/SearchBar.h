@@ -1,0 +1,36 @@
+#pragma once
+
+#include "model/Observable.h"
+
+#include <QWidget>
+
+class QLineEdit;
+
+namespace orvanlite {
+
+class PressButton;
+class ViewUpdater;
+
+/// The search field: an icon, the text, and a "Clear" button while there is text. Bound to `searchText` both ways.
+class SearchBar final : public QWidget {
+    Q_OBJECT
+
+public:
+    SearchBar(Observable<QString>& searchText, QWidget* parent);
+
+    [[nodiscard]] QSize minimumSizeHint() const override;
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void render();
+
+    Observable<QString>& m_searchText;
+    QLineEdit* m_field;
+    PressButton* m_clear;
+    ViewUpdater* m_updates;
+};
+
+} // namespace orvanlite

@@ -1,0 +1,45 @@
+#include "shell/ThemeController.h"
+
+#include "platform/Appearance.h"
+#include "shell/AppTheme.h"
+
+#include <QApplication>
+#include <QStyle>
+#include <QStyleFactory>
+
+namespace orvanlite {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+bool systemDrawsWidgets()
+{
+    return QGuiApplication::platformName() == u"cocoa"_s;
+}
+
+} // namespace
+
+ThemeController::ThemeController(platform::Appearance& appearance, QObject* parent)
+    : QObject(parent), m_appearance(appearance), m_startedDark(AppTheme::isDark(QApplication::palette()))
+{
+    if (systemDrawsWidgets())
+        return;
+    QApplication::setStyle(QStyleFactory::create(u"Fusion"_s));
+    apply();
+    appearance.observe(this, [this] { apply(); });
+}
+
+void ThemeController::apply()
+{
+    // Where the system does not say, the palette that the application started with does.
+    const bool dark = m_appearance.isDark().value_or(m_startedDark);
+    QColor accent = AppTheme::defaultAccent(dark);
+    if (const auto chosen = m_appearance.accentColour()) {
+        accent = QColor::fromRgbF(static_cast<float>(chosen->red), static_cast<float>(chosen->green),
+                                  static_cast<float>(chosen->blue));
+    }
+    QApplication::setPalette(AppTheme::palette(dark, accent));
+}
+
+} // namespace orvanlite
