@@ -1,3 +1,11 @@
+# Compiling the same text again is answered from the cache, in an IDE as in the scripts, where ccache is installed.
+if(NOT DEFINED CMAKE_CXX_COMPILER_LAUNCHER)
+    find_program(ORV_CCACHE ccache)
+    if(ORV_CCACHE)
+        set(CMAKE_CXX_COMPILER_LAUNCHER ${ORV_CCACHE})
+    endif()
+endif()
+
 # Flags shared by every target of the project.
 add_library(orv_flags INTERFACE)
 target_compile_features(orv_flags INTERFACE cxx_std_20)

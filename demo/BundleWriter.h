@@ -1,0 +1,48 @@
+#pragma once
+
+#include <QString>
+
+#include <memory>
+#include <optional>
+
+namespace orvanlite::platform {
+class FileManager;
+struct SystemLayout;
+} // namespace orvanlite::platform
+
+namespace orvanlite::demo {
+
+enum class InfoForm { none, xml, binary };
+
+/// A plugin bundle to be written. Empty texts are left out of its property list.
+struct Bundle {
+    QString path; ///< absolute, with the extension
+    InfoForm infoForm = InfoForm::xml;
+    QString version = {};
+    QString identifier = {};
+    QString componentName = {}; ///< "Maker: Plugin", as Audio Units carry it
+    QString clapVendor = {};    ///< makes a "clap.json"
+    QString executable = {};    ///< name of the file in "Contents/MacOS"; empty for none
+    std::optional<double> daysUnused = {};
+};
+
+/// Writes plugin files. Every path must lie below the root of a sandbox.
+class BundleWriter final {
+public:
+    /// Errors: std::logic_error when the layout is not a sandbox.
+    explicit BundleWriter(const platform::SystemLayout& layout);
+    BundleWriter(const BundleWriter&) = delete;
+    BundleWriter& operator=(const BundleWriter&) = delete;
+    ~BundleWriter();
+
+    void write(const Bundle& bundle);
+    /// A plain file with its parent folders.
+    void writeFile(const QString& path, const QByteArray& content);
+    void makeFolder(const QString& path);
+
+private:
+    const std::unique_ptr<platform::FileManager> m_files;
+    const double m_now; ///< seconds since 1970
+};
+
+} // namespace orvanlite::demo

@@ -1,0 +1,257 @@
+#include "cli/CommandLine.h"
+
+#include "platform/freedesktop/FreedesktopFileManager.h"
+#include "support/TempRoot.h"
+
+#include <gtest/gtest.h>
+
+#include <stdexcept>
+
+namespace orvanlite::test {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// What a run left behind.
+struct Outcome {
+    int status = 0;
+    QStringList output;
+    QStringList errors;
+    int starts = 0;
+
+    [[nodiscard]] std::string firstError() const
+    {
+        return errors.isEmpty() ? std::string() : errors.first().section(u'\n', 0, 0).toStdString();
+    }
+};
+
+class CommandLineTest : public testing::Test {
+protected:
+    Outcome run(
+        const QString& line, StartGui start = [] { return 0; })
+    {
+        return run(line.split(u' ', Qt::SkipEmptyParts), std::move(start));
+    }
+    Outcome run(
+        const QStringList& arguments, StartGui start = [] { return 0; })
+    {
+        Outcome outcome;
+        const auto startCounted = [&outcome, &start] {
+            ++outcome.starts;
+            return start();
+        };
+        outcome.status =
+            runCommandLine(arguments, {m_files, m_layout, startCounted,
+                                       [&](const QString& text) { outcome.output.append(text); },
+                                       [&](const QString& text) { outcome.errors.append(text); }});
+        return outcome;
+    }
+
+    TempRoot m_root;
+    platform::FreedesktopFileManager m_files;
+    platform::SystemLayout m_layout = m_root.layout();
+};
+
+const QString kBanner = u"🎛️ Plugin Manager - Audio Plugin Management Tool\n"
+                        "==================================================\n"_s;
+const QString kPlaceholder =
+    u"⚠️ Plugin management functionality will be implemented in the GUI version\n"
+    "💡 Run 'PluginManager GUI' to launch the graphical interface"_s;
+
+} // namespace
+
+TEST_F(CommandLineTest, TextToolAnswers)
+{
+    const QString noName =
+        u"❌ Plugin name required for enable/disable operations\nUse: --name <plugin-name>"_s;
+    const QString unknown = u"\nAvailable actions: scan, list, enable, disable"_s;
+    const struct {
+        QStringList options;
+        QString output; ///< behind the banner
+    } rows[] = {
+        {{},
+         u"Use --action <scan|list|enable|disable> to perform operations\nUse --help for more information\n\n"
+         "💡 To launch the GUI interface, run:\n   PluginManager GUI"_s},
+        {{u"--name"_s, u"X"_s, u"--action"_s, u"enable"_s}, u"Enabling plugin: X\n"_s + kPlaceholder},
+        {{u"--action=DISABLE"_s, u"--name"_s, u"X"_s, u"--format"_s, u"Y"_s},
+         u"Disabling plugin: X\nFormat filter: Y\n"_s + kPlaceholder},
+        {{u"--action"_s, u"enable"_s}, noName},
+        {{u"--action"_s, u"disable"_s, u"--format"_s, u"VST3"_s}, noName},
+        {{u"--action"_s, u"Remove"_s}, u"❌ Unknown action: Remove"_s + unknown},
+        {{u"--action="_s}, u"❌ Unknown action: "_s + unknown},
+        {{u"--action"_s, u""_s}, u"❌ Unknown action: "_s + unknown},
+        {{u"--action=-x=y"_s}, u"❌ Unknown action: -x=y"_s + unknown},
+        // The last value of a repeated option counts; a value may look like a command or like syntax.
+        {{u"--action=enable"_s, u"--name=A"_s, u"--name"_s, u"help"_s},
+         u"Enabling plugin: help\n"_s + kPlaceholder},
+        {{u"--action=enable"_s, u"--name"_s, u"[Ö|'x'] {}"_s},
+         u"Enabling plugin: [Ö|'x'] {}\n"_s + kPlaceholder},
+        {{u"--action=enable"_s, u"--name"_s, u"++"_s}, u"Enabling plugin: ++\n"_s + kPlaceholder},
+        {{u"--action=enable"_s, u"--name="_s}, u"Enabling plugin: \n"_s + kPlaceholder},
+        {{u"--action=enable"_s, u"--name"_s, u"X"_s, u"--"_s}, u"Enabling plugin: X\n"_s + kPlaceholder},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.options.join(u' ').toStdString());
+        const Outcome outcome = run(QStringList{u"cli-command"_s} + row.options);
+        EXPECT_EQ(outcome.output.join(u'\n'), kBanner + row.output);
+        EXPECT_EQ(outcome.status, 0);
+        EXPECT_TRUE(outcome.errors.isEmpty());
+        EXPECT_EQ(outcome.starts, 0);
+    }
+}
+
+TEST_F(CommandLineTest, ScanCountsTheEntriesOfTenFolders)
+{
+    m_root.addBundle(u"/Library/Audio/Plug-Ins/Components/One.component");
+    m_root.addFile(u"/Library/Audio/Plug-Ins/Components/notes.txt");
+    m_root.addFile(u"/Library/Audio/Plug-Ins/Components/.hidden", "notes.txt\n");
+    m_root.addFolder(u"/Library/Audio/Plug-Ins/VST3");
+    m_root.addFile(u"/Library/Audio/Plug-Ins/VST", "a file in the folder's place");
+    m_root.addBundle(u"/Library/Application Support/Avid/Audio/Plug-Ins/Maker/A.aaxplugin");
+    m_root.addBundle(u"/Users/tester/Library/Audio/Plug-Ins/CLAP/B.clap");
+    const QString counts = uR"(🔍 Scanning for audio plugins...
+📁 /Library/Audio/Plug-Ins/Components: 3 plugins
+📁 /Library/Audio/Plug-Ins/VST3: 0 plugins
+❌ Error scanning /Library/Audio/Plug-Ins/VST: Not a directory: /Library/Audio/Plug-Ins/VST
+📁 /Library/Application Support/Avid/Audio/Plug-Ins: 1 plugins
+📁 /Library/Audio/Plug-Ins/CLAP: Directory not found
+📁 /Users/tester/Library/Audio/Plug-Ins/Components: Directory not found
+📁 /Users/tester/Library/Audio/Plug-Ins/VST3: Directory not found
+📁 /Users/tester/Library/Audio/Plug-Ins/VST: Directory not found
+📁 /Users/tester/Library/Application Support/Avid/Audio/Plug-Ins: Directory not found
+📁 /Users/tester/Library/Audio/Plug-Ins/CLAP: 1 plugins
+
+✅ Scan complete. Found 5 total plugins.)"_s;
+    const std::pair<QString, QString> rows[] = {{u"SCAN"_s, QString()},
+                                                {u"list"_s, u"📋 Listing audio plugins...\n"_s}};
+    for (const auto& [action, heading] : rows) {
+        SCOPED_TRACE(action.toStdString());
+        const Outcome outcome = run(u"cli-command --action "_s + action);
+        EXPECT_EQ(outcome.output.join(u'\n').remove(m_root.path()), kBanner + heading + counts);
+        EXPECT_EQ(outcome.status, 0);
+    }
+    EXPECT_FALSE(m_root.exists(u"/Library/Audio/Plug-Ins/Disabled"));
+    EXPECT_TRUE(m_root.names(u"/Users/tester/.local").isEmpty());
+}
+
+TEST_F(CommandLineTest, BadUsage)
+{
+    const struct {
+        const char* line;
+        std::string message;
+        std::string usage;
+    } rows[] = {
+        {"foo", "Unexpected argument 'foo'", "plugin-manager [options]"},
+        {"-", "Unexpected argument '-'", "plugin-manager [options]"},
+        {"--bogus gui-command", "Unknown option '--bogus'", "plugin-manager [options]"},
+        {"--action scan", "Unknown option '--action'", "plugin-manager [options]"},
+        {"--versoin", "Unknown option '--versoin'. Did you mean '--version'?", "plugin-manager [options]"},
+        {"-x", "Unknown option '-x'", "plugin-manager [options]"},
+        {"-- cli-command", "Unexpected argument 'cli-command'", "plugin-manager [options]"},
+        {"gui-command now", "Unexpected argument 'now'", "plugin-manager gui-command"},
+        {"gui-command --name X", "Unknown option '--name'", "plugin-manager gui-command"},
+        {"help me", "Unexpected argument 'me'", "plugin-manager help"},
+        {"help cli-command me", "Unexpected argument 'me'", "plugin-manager help"},
+        {"cli-command scan", "Unexpected argument 'scan'", "plugin-manager cli-command"},
+        {"cli-command gui-command", "Unexpected argument 'gui-command'", "plugin-manager cli-command"},
+        {"cli-command ++", "Unexpected argument '++'", "plugin-manager cli-command"},
+        {"cli-command -- --version", "Unexpected argument '--version'", "plugin-manager cli-command"},
+        {"cli-command --version", "Unknown option '--version'", "plugin-manager cli-command"},
+        {"cli-command --nmae=X", "Unknown option '--nmae'. Did you mean '--name'?",
+         "plugin-manager cli-command"},
+        {"cli-command -action scan", "Unknown option '-action'. Did you mean '--action'?",
+         "plugin-manager cli-command"},
+        {"cli-command --Format=", "Unknown option '--Format'. Did you mean '--format'?",
+         "plugin-manager cli-command"},
+        {"cli-command --action", "Missing value for '--action'", "plugin-manager cli-command"},
+        {"cli-command --action --name X", "Missing value for '--action'", "plugin-manager cli-command"},
+        {"cli-command --name -x", "Missing value for '--name'", "plugin-manager cli-command"},
+        {"cli-command --format -- VST3", "Missing value for '--format'", "plugin-manager cli-command"},
+        {"cli-command --action scan --action", "Missing value for '--action'", "plugin-manager cli-command"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.line);
+        const Outcome outcome = run(QString::fromLatin1(row.line));
+        EXPECT_EQ(outcome.status, 64);
+        EXPECT_TRUE(outcome.output.isEmpty());
+        EXPECT_EQ(outcome.starts, 0);
+        EXPECT_EQ(outcome.firstError(), "Error: " + row.message);
+        const QString usage = QString::fromStdString("\nUsage: " + row.usage);
+        EXPECT_TRUE(outcome.errors.join(u'\n').contains(usage)) << outcome.errors.join(u'\n').toStdString();
+    }
+}
+
+TEST_F(CommandLineTest, HelpAndVersion)
+{
+    const QString root = uR"(Audio Plugin Management Tool
+
+A tool to manage audio plugins (AU, VST2, VST3, AAX, CLAP) on macOS
+
+Usage: plugin-manager [options] [<subcommand>]
+
+Options:
+      --version          Show the version.
+  -h, --help             Show help information.
+
+Subcommands:
+  cli-command            Command-line interface for Orvanlite
+  gui-command (default)  Launch the graphical interface
+  help                   Show subcommand help information.
+
+Run 'plugin-manager help <subcommand>' for the help of a subcommand.)"_s;
+    const QString cli = uR"(Command-line interface for Orvanlite
+
+Usage: plugin-manager cli-command [--action <action>] [--format <format>] [--name <name>]
+
+Options:
+      --action <action>  Action to perform (scan|list|enable|disable)
+      --format <format>  Plugin format to filter by
+      --name <name>      Plugin name to search for
+  -h, --help             Show help information.)"_s;
+    const QString gui = uR"(Launch the graphical interface
+
+Usage: plugin-manager gui-command
+
+Options:
+  -h, --help  Show help information.)"_s;
+    const std::pair<const char*, QString> rows[] = {
+        {"--help", root},
+        {"-h", root},
+        {"help", root},
+        {"--version --bogus -h", root},
+        {"cli-command -h", cli},
+        {"cli-command --action scan --bogus --help", cli},
+        {"help cli-command", cli},
+        {"--help cli-command", cli},
+        {"gui-command --help", gui},
+        {"help gui-command", gui},
+        {"--version", u"2.4.0"_s},
+        {"--version cli-command --action", u"2.4.0"_s},
+    };
+    for (const auto& [line, wanted] : rows) {
+        SCOPED_TRACE(line);
+        const Outcome outcome = run(QString::fromLatin1(line));
+        EXPECT_EQ(outcome.output, QStringList{wanted});
+        EXPECT_EQ(outcome.status, 0);
+        EXPECT_EQ(outcome.starts, 0);
+        EXPECT_TRUE(outcome.errors.isEmpty());
+    }
+}
+
+TEST_F(CommandLineTest, TheWindowIsAnnouncedAndItsEndDecides)
+{
+    for (const QString& line : {QString(), u"gui-command"_s, u"--"_s}) {
+        SCOPED_TRACE(line.toStdString());
+        const Outcome ended = run(line, [] { return 7; });
+        EXPECT_EQ(ended.output, QStringList{u"🚀 Launching Orvanlite GUI..."_s});
+        EXPECT_EQ(ended.status, 7);
+        EXPECT_EQ(ended.starts, 1);
+
+        const Outcome failed = run(line, []() -> int { throw std::runtime_error("no display – gone"); });
+        EXPECT_EQ(failed.status, 1);
+        EXPECT_EQ(failed.firstError(), "Error: no display – gone");
+    }
+}
+
+} // namespace orvanlite::test
