@@ -1,0 +1,10 @@
+#import <Foundation/Foundation.h>
+
+// One release short: the check has to fail on this file.
+NSUInteger lengthOfCopy(NSString* text);
+
+NSUInteger lengthOfCopy(NSString* text)
+{
+    NSString* copy = [[NSString alloc] initWithString:text];
+    return [copy length];
+}

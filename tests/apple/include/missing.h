@@ -1,0 +1,50 @@
+#pragma once
+
+// Stands before every source: what GNUstep's headers lack of Foundation and AppKit, as Apple's
+// documentation declares it. A declaration that is wrong here hides the same mistake in the sources, so each
+// one is to be compared with the documentation when it is added.
+
+#import <AppKit/AppKit.h>
+#import <Foundation/Foundation.h>
+
+@interface NSAppleEventDescriptor (Missing)
+@property(readonly, copy) NSString* stringValue;
+@end
+
+@interface NSAppleScript (Missing)
+- (instancetype)initWithSource:(NSString*)source;
+- (NSAppleEventDescriptor*)executeAndReturnError:(NSDictionary<NSString*, id>**)errorInfo;
+@end
+
+@interface NSUserDefaults (Missing)
+- (instancetype)initWithSuiteName:(NSString*)suitename;
+@end
+
+@interface NSAppearance (Missing)
+- (void)performAsCurrentDrawingAppearance:(void (^)(void))block;
+@end
+
+@interface NSApplication (Missing)
+@property(readonly, retain) NSAppearance* effectiveAppearance;
+@end
+
+@interface NSColor (Missing)
+@property(class, readonly, retain) NSColor* controlAccentColor;
+@end
+
+@interface NSColorSpace (Missing)
+@property(class, readonly, retain) NSColorSpace* sRGBColorSpace;
+@end
+
+@interface NSWorkspaceOpenConfiguration : NSObject <NSCopying>
++ (instancetype)configuration;
+@end
+
+@interface NSWorkspace (Missing)
+@property(readonly) BOOL accessibilityDisplayShouldReduceMotion;
+- (void)openApplicationAtURL:(NSURL*)applicationURL
+               configuration:(NSWorkspaceOpenConfiguration*)configuration
+           completionHandler:(void (^)(NSRunningApplication* app, NSError* error))completionHandler;
+@end
+
+extern "C" NSNotificationName const NSWorkspaceAccessibilityDisplayOptionsDidChangeNotification;

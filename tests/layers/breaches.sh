@@ -1,0 +1,59 @@
+#!/bin/sh
+# Shows that layer-rules.sh sees what it is there for: writes one line at a time into a tree of its own and looks at
+# the answer. Each row: wanted reason (- for none), file, line. Usage: breaches.sh FOLDER-OF-QT-WIDGETS-HEADERS.
+set -eu
+
+rules=$(cd "$(dirname "$0")" && pwd)/layer-rules.sh
+tree=$(mktemp -d)
+trap 'rm -rf "$tree"' EXIT
+rows=0
+failed=0
+while IFS='|' read -r wanted file line; do
+    [ -n "$wanted" ] || continue
+    rows=$((rows + 1))
+    rm -rf "${tree:?}/src" "${tree:?}/tests"
+    mkdir -p "$tree/$(dirname "$file")"
+    printf '#pragma once\n%s\n' "$line" >"$tree/$file"
+    if answer=$(sh "$rules" "$tree" "$1" 2>&1); then status=0; else status=$?; fi
+    case "$wanted:$status:$answer" in
+        -:0:) ;;
+        -:*) failed=1; echo "should pass: $file: $line"; echo "$answer" ;;
+        *:1:"$file:"[12]": $wanted"*) ;;
+        *) failed=1; echo "should fail with '$wanted': $file: $line"; echo "status $status: $answer" ;;
+    esac
+done <<'ROWS'
+-|src/shell/A.h|#include "operations/B.h"
+-|src/platform/apple/A.h|#include "platform/posix/B.h"
+-|src/cli/main.cpp|#include "shell/B.h"
+-|src/shell/A.cpp|#include "A.moc"
+model may not use discovery|src/model/A.h|#include "discovery/B.h"
+catalogue may not use discovery|src/catalogue/A.cpp|  #  include "discovery/B.h"
+operations may not use shell|src/operations/A.cpp|#include "shell/B.h" // for a colour
+cli may not use shell|src/cli/A.cpp|#include "shell/B.h"
+includes are written|src/model/A.cpp|#include "A.h"
+only a back end|src/platform/A.cpp|#include "platform/freedesktop/B.h"
+only a back end|src/shell/A.cpp|#include "platform/apple/B.h"
+src/extra is no folder|src/extra/A.h|int a;
+Qt Widgets belongs|src/operations/A.cpp|#include <QMessageBox>
+Qt Widgets belongs|src/records/A.cpp|#include <QtWidgets/QLabel>
+-|src/helper/A.cpp|#include <QMenu>
+-|src/records/A.cpp|#include <QPdfWriter>
+<sqlite3.h> belongs to catalogue|src/operations/A.cpp|#include <sqlite3.h>
+-|src/catalogue/A.cpp|#include <sqlite3.h>
+no header includes|src/platform/apple/A.h|#import <Foundation/Foundation.h>
+Objective-C++ belongs|src/shell/A.mm|int a;
+only src/platform asks|src/shell/A.cpp|#if defined(Q_OS_MACOS)
+-|src/platform/A.cpp|#ifdef __linux__
+paths of the system|src/shell/A.cpp|f(u"https://a.b", u"/Applications/Waves");
+paths of the system|src/discovery/A.cpp|p.startsWith(u"/Library"_s);
+-|src/discovery/A.cpp|f(u"x"); // lies in "/Library"
+-|src/shell/A.cpp|bundle.append(u"Contents/Library/LoginItems"_s);
+-|src/operations/A.cpp|u"rm -rf ~/Library/Caches/A/*"_s
+-|src/model/PluginFormat.cpp|u"/Library/Audio"
+folders of the user|src/operations/A.cpp|auto home = QDir::homePath();
+QCoro::waitFor never|src/uad/A.cpp|QCoro::waitFor(f());
+outside the runner|tests/model/A.cpp|    QVERIFY(true);
+-|tests/model/A.cpp|    // QVERIFY passes when it fails
+ROWS
+echo "$rows rows"
+[ "$rows" -gt 20 ] && exit "$failed"
