@@ -21,6 +21,7 @@ constexpr double kGoal = 1.3;
 double run(const std::vector<const char*>& command)
 {
     std::vector<char*> arguments;
+    arguments.reserve(command.size() + 1);
     for (const char* word : command)
         arguments.push_back(const_cast<char*>(word));
     arguments.push_back(nullptr);

@@ -11,7 +11,9 @@ namespace orvanlite::demo {
 /// Light or dark as the walk wants it.
 class DemoAppearance final : public platform::Appearance {
 public:
-    explicit DemoAppearance(std::optional<bool> dark) : m_dark(dark) {}
+    explicit DemoAppearance(std::optional<bool> dark)
+        : m_dark(dark)
+    {}
 
     void setDark(bool dark)
     {

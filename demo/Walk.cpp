@@ -24,12 +24,15 @@ namespace orvanlite::demo {
 
 using namespace Qt::StringLiterals;
 
-Walk::Walk(MainWindow& window, DemoAppearance& appearance, const platform::SystemLayout& layout, QString outputFolder)
-    : m_window(window), m_appearance(appearance), m_layout(layout), m_outputFolder(std::move(outputFolder)),
-      m_viewModel(qobject_cast<ContentView*>(window.centralWidget())->pluginManager()),
-      m_table(named<PluginTableView>(u"pluginTable"_s))
-{
-}
+Walk::Walk(MainWindow& window, DemoAppearance& appearance, const platform::SystemLayout& layout,
+           QString outputFolder)
+    : m_window(window)
+    , m_appearance(appearance)
+    , m_layout(layout)
+    , m_outputFolder(std::move(outputFolder))
+    , m_viewModel(qobject_cast<ContentView*>(window.centralWidget())->pluginManager())
+    , m_table(named<PluginTableView>(u"pluginTable"_s))
+{}
 
 bool Walk::run()
 {
@@ -41,8 +44,9 @@ bool Walk::run()
     disableAndEnable(u"system plugin"_s, [this](const AudioPlugin& plugin) {
         return plugin.format == PluginFormat::vst3 && m_layout.isInSystemLibrary(plugin.currentPath);
     });
-    disableAndEnable(u"user plugin"_s,
-                     [this](const AudioPlugin& plugin) { return plugin.currentPath.startsWith(m_layout.home); });
+    disableAndEnable(u"user plugin"_s, [this](const AudioPlugin& plugin) {
+        return plugin.currentPath.startsWith(m_layout.home);
+    });
     disableAndEnable(u"Waves plugin"_s,
                      [](const AudioPlugin& plugin) { return plugin.format == PluginFormat::wavesBundle; });
     looks();
@@ -63,16 +67,17 @@ void Walk::search()
     const AudioPlugin sample = m_viewModel.filteredPlugins().front();
     const QString text = sample.manufacturer.isEmpty() ? sample.name : sample.manufacturer;
     typeSearch(text);
-    const bool allMatch = std::all_of(m_viewModel.filteredPlugins().begin(), m_viewModel.filteredPlugins().end(),
-                                      [&text](const AudioPlugin& each) {
-                                          return each.name.contains(text, Qt::CaseInsensitive)
-                                              || each.manufacturer.contains(text, Qt::CaseInsensitive);
+    const bool allMatch = std::all_of(m_viewModel.filteredPlugins().begin(),
+                                      m_viewModel.filteredPlugins().end(), [&text](const AudioPlugin& each) {
+                                          return each.name.contains(text, Qt::CaseInsensitive) ||
+                                                 each.manufacturer.contains(text, Qt::CaseInsensitive);
                                       });
     step(u"Typing \"%1\" narrows the list"_s.arg(text), allMatch && *m_viewModel.totalPluginCount > 0,
          u"%1 plugins"_s.arg(*m_viewModel.totalPluginCount));
     screenshot(u"search"_s);
     QTest::mouseClick(&named<QWidget>(u"clearSearchButton"_s), Qt::LeftButton);
-    const bool isBack = waitFor([this] { return *m_viewModel.totalPluginCount == *m_viewModel.dbTotalCount; });
+    const bool isBack =
+        waitFor([this] { return *m_viewModel.totalPluginCount == *m_viewModel.dbTotalCount; });
     step(u"\"Clear\" brings everything back"_s, isBack);
 }
 
@@ -83,7 +88,8 @@ void Walk::sortByEachColumn()
         const QPoint title(header.sectionViewportPosition(column) + 20, header.height() / 2);
         QTest::mouseClick(header.viewport(), Qt::LeftButton, {}, title);
         QTest::qWait(50);
-        step(u"A click on \"%1\" sorts by it"_s.arg(m_table.model()->headerData(column, Qt::Horizontal).toString()),
+        step(u"A click on \"%1\" sorts by it"_s.arg(
+                 m_table.model()->headerData(column, Qt::Horizontal).toString()),
              header.sortIndicatorSection() == column, m_viewModel.filteredPlugins().front().name);
     }
     screenshot(u"sorted-by-status"_s);
@@ -98,7 +104,8 @@ void Walk::page()
     const auto loaded = m_viewModel.filteredPlugins().size();
     QTest::keyClick(&m_table, Qt::Key_Down, Qt::ControlModifier);
     const bool hasMore = waitFor([&] { return m_viewModel.filteredPlugins().size() > loaded; });
-    step(u"The last row brings the next page"_s, hasMore, u"%1 rows"_s.arg(m_viewModel.filteredPlugins().size()));
+    step(u"The last row brings the next page"_s, hasMore,
+         u"%1 rows"_s.arg(m_viewModel.filteredPlugins().size()));
     QTest::mouseClick(&named<QWidget>(u"loadAllButton"_s), Qt::LeftButton);
     const bool hasAll = waitFor([this] {
         return static_cast<int>(m_viewModel.filteredPlugins().size()) == *m_viewModel.totalPluginCount;
@@ -113,8 +120,8 @@ void Walk::disableAndEnable(const QString& title, const std::function<bool(const
     const AudioPlugins all = *m_viewModel.plugins;
     const auto found = std::find_if(all.begin(), all.end(), [&](const AudioPlugin& each) {
         const auto sameName = [&each](const AudioPlugin& other) { return other.name == each.name; };
-        return each.isEnabled && isWanted(each) && std::count_if(all.begin(), all.end(), sameName) == 1
-            && !each.name.contains(u'\'') && QFile::exists(each.currentPath);
+        return each.isEnabled && isWanted(each) && std::count_if(all.begin(), all.end(), sameName) == 1 &&
+               !each.name.contains(u'\'') && QFile::exists(each.currentPath);
     });
     if (found == all.end()) {
         step(u"There is a %1 to disable"_s.arg(title), false);
@@ -124,9 +131,10 @@ void Walk::disableAndEnable(const QString& title, const std::function<bool(const
     typeSearch(plugin.name);
     clickSwitch(0);
     const auto now = [this]() -> const AudioPlugin& { return m_viewModel.filteredPlugins().front(); };
-    bool succeeded = waitFor([&] { return !now().isEnabled; }) && !QFile::exists(plugin.originalPath)
-        && QFile::exists(now().currentPath);
-    step(u"A click on its switch disables a %1"_s.arg(title), succeeded, plugin.name + u" → "_s + now().currentPath);
+    bool succeeded = waitFor([&] { return !now().isEnabled; }) && !QFile::exists(plugin.originalPath) &&
+                     QFile::exists(now().currentPath);
+    step(u"A click on its switch disables a %1"_s.arg(title), succeeded,
+         plugin.name + u" → "_s + now().currentPath);
     QTest::qWait(300);
     screenshot(u"disabled-"_s + title.section(u' ', 0, 0));
 
@@ -177,12 +185,10 @@ void Walk::clickSwitch(int row)
     QTest::mouseClick(m_table.viewport(), Qt::LeftButton, {}, PluginTableDelegate::switchRect(cell).center());
 }
 
-bool Walk::waitFor(const std::function<bool()>& condition)
-{
-    return QTest::qWaitFor(condition, 10'000);
-}
+bool Walk::waitFor(const std::function<bool()>& condition) { return QTest::qWaitFor(condition, 10'000); }
 
-template <typename Widget> Widget& Walk::named(const QString& objectName)
+template <typename Widget>
+Widget& Walk::named(const QString& objectName)
 {
     auto* widget = m_window.findChild<Widget*>(objectName);
     if (!widget)

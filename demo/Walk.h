@@ -27,7 +27,8 @@ class DemoAppearance;
 /// and leaves screenshots.
 class Walk final {
 public:
-    Walk(MainWindow& window, DemoAppearance& appearance, const platform::SystemLayout& layout, QString outputFolder);
+    Walk(MainWindow& window, DemoAppearance& appearance, const platform::SystemLayout& layout,
+         QString outputFolder);
 
     /// True when every step came out right.
     bool run();
@@ -46,7 +47,8 @@ private:
     void clickSwitch(int row);
     /// Turns the event loop until the condition holds, ten seconds at most.
     bool waitFor(const std::function<bool()>& condition);
-    template <typename Widget> Widget& named(const QString& objectName);
+    template <typename Widget>
+    Widget& named(const QString& objectName);
 
     MainWindow& m_window;
     DemoAppearance& m_appearance;

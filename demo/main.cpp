@@ -36,9 +36,18 @@ platform::SystemLayout makeSandbox(const QString& folder)
 
 platform::Platform withAppearance(const platform::Platform& platform, platform::Appearance& appearance)
 {
-    return {platform.layout,     platform.files,      platform.scripts,           platform.processes,
-            platform.defaults,   platform.notifications, platform.loginItems,     platform.workspace,
-            platform.mainBundle, appearance,          platform.userNotifications, platform.clock};
+    return {platform.layout,
+            platform.files,
+            platform.scripts,
+            platform.processes,
+            platform.defaults,
+            platform.notifications,
+            platform.loginItems,
+            platform.workspace,
+            platform.mainBundle,
+            appearance,
+            platform.userNotifications,
+            platform.clock};
 }
 
 } // namespace

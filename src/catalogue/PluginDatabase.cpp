@@ -47,10 +47,15 @@ QString cataloguePath(const platform::SystemLayout& layout)
 /// Binds one record in column order and runs the statement. The texts live here, until it has run.
 void insertPlugin(Statement& insert, const AudioPlugin& plugin)
 {
+    const QByteArray originalPath = plugin.originalPath.toUtf8();
+    const bool standsThere = plugin.currentPath == plugin.originalPath;
     const std::array texts{
-        uuidBytes(plugin.id),         plugin.name.toUtf8(),
-        plugin.manufacturer.toUtf8(), rawValue(plugin.format).toUtf8(),
-        plugin.originalPath.toUtf8(), plugin.currentPath.toUtf8(),
+        uuidBytes(plugin.id),
+        plugin.name.toUtf8(),
+        plugin.manufacturer.toUtf8(),
+        rawValue(plugin.format).toUtf8(),
+        originalPath,
+        standsThere ? originalPath : plugin.currentPath.toUtf8(),
     };
     int parameter = 1;
     for (const QByteArray& text : texts)
@@ -97,8 +102,14 @@ PluginDatabase::~PluginDatabase() { sqlite3_close(m_db); }
 
 void PluginDatabase::openDatabase()
 {
-    if (sqlite3_open(m_dbPath.toUtf8().constData(), &m_db) == SQLITE_OK)
+    // Without a lock of its own: only the main thread uses the connection, and every column read would take it.
+    constexpr int kFlags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_NOMUTEX;
+    if (sqlite3_open_v2(m_dbPath.toUtf8().constData(), &m_db, kFlags, nullptr) == SQLITE_OK) {
+        // Pages in memory, at most 16 MB: a scan that fits is not written and read back before its end. A setting
+        // of this connection alone, so nobody need hear when it fails.
+        sqlite3_exec(m_db, "PRAGMA cache_size=-16000", nullptr, nullptr, nullptr);
         return;
+    }
     printLine(u"❌ Failed to open database at "_s + m_dbPath);
     // A failed open leaves a handle too.
     sqlite3_close(m_db);

@@ -196,8 +196,9 @@ void CommandTree::parse(const QStringList& arguments)
 {
     std::vector<std::string> reversed; // as the library wants them
     reversed.reserve(static_cast<std::size_t>(arguments.size()));
-    for (auto argument = arguments.crbegin(); argument != arguments.crend(); ++argument)
-        reversed.push_back(guarded(*argument));
+    for (const QString& argument : arguments)
+        reversed.push_back(guarded(argument));
+    std::reverse(reversed.begin(), reversed.end());
     m_root->parse(std::move(reversed));
 }
 

@@ -26,15 +26,33 @@ void append(AudioPlugins& plugins, AudioPlugins more)
     std::move(more.begin(), more.end(), std::back_inserter(plugins));
 }
 
-/// Stable: plugins of one name keep the order in which they were found.
-void sortByName(AudioPlugins& plugins)
+/// Whether the lower-case name begins with "waveshell".
+bool isWaveShell(const QString& name)
 {
-    const auto shown = [](const AudioPlugin& plugin) {
-        return plugin.name.isEmpty() ? QStringView(u"Unknown Plugin") : QStringView(plugin.name);
+    constexpr QStringView shell = u"waveshell";
+    return name.first(std::min(name.size(), shell.size())).toLower() == shell;
+}
+
+/// Stable: plugins of one name keep the order in which they were found.
+AudioPlugins sortedByName(AudioPlugins plugins)
+{
+    struct Place {
+        QStringView name;
+        std::size_t index;
     };
-    std::stable_sort(plugins.begin(), plugins.end(), [&](const AudioPlugin& left, const AudioPlugin& right) {
-        return plainLess(shown(left), shown(right));
-    });
+    // The places are sorted and not the records, which are many times as large.
+    std::vector<Place> places;
+    places.reserve(plugins.size());
+    for (const AudioPlugin& plugin : plugins)
+        places.push_back(
+            {plugin.name.isEmpty() ? u"Unknown Plugin" : QStringView(plugin.name), places.size()});
+    std::stable_sort(places.begin(), places.end(),
+                     [](const Place& left, const Place& right) { return plainLess(left.name, right.name); });
+    AudioPlugins sorted;
+    sorted.reserve(plugins.size());
+    for (const Place& place : places)
+        sorted.push_back(std::move(plugins[place.index]));
+    return sorted;
 }
 
 } // namespace
@@ -61,10 +79,7 @@ QCoro::Task<> PluginScanner::scanAllPlugins()
         append(plugins, scanPluginsForFormat(format));
         scanProgress = ++done / static_cast<double>(allCases<PluginFormat>.size());
     }
-    plugins = crossReferenceManufacturers(std::move(plugins));
-    sortByName(plugins);
-
-    discoveredPlugins = std::move(plugins);
+    discoveredPlugins = sortedByName(crossReferenceManufacturers(std::move(plugins)));
     isScanning = false;
     scanProgress = 1;
     co_return;
@@ -150,7 +165,7 @@ std::optional<AudioPlugin> PluginScanner::createPluginFromURL(const QString& pat
 {
     AudioPlugin plugin;
     plugin.name = baseName(fileName);
-    if (plugin.name.toLower().startsWith(u"waveshell"))
+    if (isWaveShell(plugin.name))
         return std::nullopt;
     const BundleMetadata metadata(m_files, path);
     plugin.manufacturer = metadata.extractManufacturer();

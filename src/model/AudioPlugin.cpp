@@ -3,25 +3,29 @@
 #include "model/Json.h"
 #include "model/Uuid.h"
 
+#include <algorithm>
+
 namespace orvanlite {
 
 using namespace Qt::StringLiterals;
 
-QString AudioPlugin::statusValue() const
-{
-    return isEnabled ? u"Enabled"_s : u"Disabled"_s;
-}
+namespace {
 
-QString AudioPlugin::versionValue() const
-{
-    return version.value_or(u"Unknown"_s);
-}
+constexpr double kMostDays = 1e15;
+
+} // namespace
+
+QString AudioPlugin::statusValue() const { return isEnabled ? u"Enabled"_s : u"Disabled"_s; }
+
+QString AudioPlugin::versionValue() const { return version.value_or(u"Unknown"_s); }
 
 QString AudioPlugin::lastUsedValue(Date now) const
 {
     if (!lastUsed)
         return u"Unknown"_s;
-    const auto days = static_cast<qint64>((now.sinceReference - lastUsed->sinceReference) / 86400.0);
+    // Held to what a whole number can be: a date from a damaged catalogue may lie anywhere.
+    const double elapsed = (now.sinceReference - lastUsed->sinceReference) / 86400.0;
+    const auto days = static_cast<qint64>(std::clamp(elapsed, -kMostDays, kMostDays));
     if (days == 0)
         return u"Today"_s;
     if (days == 1)
@@ -36,10 +40,7 @@ QString AudioPlugin::lastUsedValue(Date now) const
     return u"%1 years ago"_s.arg(days / 365);
 }
 
-QString pluginKey(const QString& name, PluginFormat format)
-{
-    return name + u'|' + rawValue(format);
-}
+QString pluginKey(const QString& name, PluginFormat format) { return name + u'|' + rawValue(format); }
 
 nlohmann::ordered_json toJson(const AudioPlugin& plugin)
 {

@@ -41,7 +41,10 @@ using AudioPlugins = std::vector<AudioPlugin>;
 /// The only identity of a plugin that outlives a scan: name, "|", raw value of the format. Case-sensitive,
 /// nothing is escaped; the catalogue's queries build the same text in SQL.
 [[nodiscard]] QString pluginKey(const QString& name, PluginFormat format);
-[[nodiscard]] inline QString pluginKey(const AudioPlugin& plugin) { return pluginKey(plugin.name, plugin.format); }
+[[nodiscard]] inline QString pluginKey(const AudioPlugin& plugin)
+{
+    return pluginKey(plugin.name, plugin.format);
+}
 
 /// One object with the fields in declared order; absent optional fields are left out. Dates are seconds since
 /// 2001-01-01 UTC.

@@ -39,7 +39,8 @@ QByteArray writeJson(const Json& json)
     return QByteArray::fromStdString(json.dump(-1, ' ', false, Json::error_handler_t::replace));
 }
 
-JsonObject::JsonObject(const Json& json) : m_json(json)
+JsonObject::JsonObject(const Json& json)
+    : m_json(json)
 {
     if (!json.is_object())
         throw JsonError("no object");
@@ -59,10 +60,7 @@ const Json& JsonObject::member(const char* key) const
     return *found;
 }
 
-QString JsonObject::text(const char* key) const
-{
-    return toText(member(key), key);
-}
+QString JsonObject::text(const char* key) const { return toText(member(key), key); }
 
 bool JsonObject::boolean(const char* key) const
 {

@@ -45,7 +45,8 @@ public:
     [[nodiscard]] Date date(const char* key) const;
     [[nodiscard]] QStringList texts(const char* key) const;
 
-    template <typename Enum> [[nodiscard]] Enum enumeration(const char* key) const
+    template <typename Enum>
+    [[nodiscard]] Enum enumeration(const char* key) const
     {
         const auto value = fromRawValue<Enum>(text(key));
         if (!value)

@@ -18,9 +18,12 @@ Q_SIGNALS:
 ///
 /// Observers are called in the order in which they were added: an owner adds its follow-up steps first, so that
 /// these have run before any view hears of the change.
-template <typename T> class Observable {
+template <typename T>
+class Observable {
 public:
-    explicit Observable(T initial = T{}) : m_value(std::move(initial)) {}
+    explicit Observable(T initial = T{})
+        : m_value(std::move(initial))
+    {}
 
     [[nodiscard]] const T& get() const { return m_value; }
     const T& operator*() const { return m_value; }
@@ -39,7 +42,8 @@ public:
     /// Assigns the empty value of the type.
     void clear() { set(T{}); }
     /// Changes the value in place: one assignment, however many steps the function takes.
-    template <typename Function> void mutate(Function&& change)
+    template <typename Function>
+    void mutate(Function&& change)
     {
         std::forward<Function>(change)(m_value);
         Q_EMIT m_signal.assigned();
@@ -47,7 +51,8 @@ public:
 
     /// Calls the function after every assignment, until the context dies. Give two functions to one context and
     /// they run in this order.
-    template <typename Function> QMetaObject::Connection observe(QObject* context, Function&& function) const
+    template <typename Function>
+    QMetaObject::Connection observe(QObject* context, Function&& function) const
     {
         return QObject::connect(&m_signal, &AssignmentSignal::assigned, context,
                                 std::forward<Function>(function));

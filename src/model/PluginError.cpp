@@ -4,7 +4,9 @@ namespace orvanlite {
 
 using namespace Qt::StringLiterals;
 
-PluginError::PluginError(Kind kind, QString payload) : m_kind(kind), m_payload(std::move(payload))
+PluginError::PluginError(Kind kind, QString payload)
+    : m_kind(kind)
+    , m_payload(std::move(payload))
 {
     m_what = errorDescription().toUtf8();
 }

@@ -34,9 +34,6 @@ QStringList systemPaths(PluginFormat format, const platform::SystemLayout& layou
     return {layout.system(folder), layout.inHome(folder)};
 }
 
-QStringView bundleExtension(PluginFormat format)
-{
-    return row(format).extension;
-}
+QStringView bundleExtension(PluginFormat format) { return row(format).extension; }
 
 } // namespace orvanlite

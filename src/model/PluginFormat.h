@@ -17,7 +17,8 @@ namespace orvanlite {
 /// catalogue, is part of the plugin key, names the format's folder of disabled plugins and is shown to the user.
 enum class PluginFormat { au, vst3, vst2, aax, clap, wavesBundle };
 
-template <> struct RawValueTable<PluginFormat> {
+template <>
+struct RawValueTable<PluginFormat> {
     static constexpr std::array<RawValueRow<PluginFormat>, 6> rows{{
         {PluginFormat::au, u"Audio Units"},
         {PluginFormat::vst3, u"VST3"},

@@ -8,14 +8,16 @@
 namespace orvanlite {
 
 /// A case of an enumeration with its stored text.
-template <typename Enum> struct RawValueRow {
+template <typename Enum>
+struct RawValueRow {
     Enum value;
     QStringView text;
 };
 
 /// The one table of an enumeration with stored texts: specialise it with `static constexpr std::array rows`, in
 /// declared order.
-template <typename Enum> struct RawValueTable;
+template <typename Enum>
+struct RawValueTable;
 
 /// All cases in declared order.
 template <typename Enum>
@@ -27,7 +29,8 @@ inline constexpr auto allCases = [] {
 }();
 
 /// The stored text of a case.
-template <typename Enum> [[nodiscard]] QString rawValue(Enum value)
+template <typename Enum>
+[[nodiscard]] QString rawValue(Enum value)
 {
     for (const auto& row : RawValueTable<Enum>::rows) {
         if (row.value == value)
@@ -37,7 +40,8 @@ template <typename Enum> [[nodiscard]] QString rawValue(Enum value)
 }
 
 /// The case whose stored text is exactly this, letter case included.
-template <typename Enum> [[nodiscard]] std::optional<Enum> fromRawValue(QStringView text)
+template <typename Enum>
+[[nodiscard]] std::optional<Enum> fromRawValue(QStringView text)
 {
     for (const auto& row : RawValueTable<Enum>::rows) {
         if (row.text == text)

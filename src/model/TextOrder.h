@@ -10,7 +10,8 @@ namespace orvanlite {
 [[nodiscard]] bool plainLess(QStringView left, QStringView right);
 
 /// The members in ascending plain order, e.g. of a QSet of texts.
-template <typename Texts> [[nodiscard]] QStringList plainSorted(const Texts& texts)
+template <typename Texts>
+[[nodiscard]] QStringList plainSorted(const Texts& texts)
 {
     QStringList sorted(texts.begin(), texts.end());
     std::sort(sorted.begin(), sorted.end(), plainLess);

@@ -82,10 +82,7 @@ QByteArray uuidBytes(const QUuid& id)
     return text;
 }
 
-QString uuidText(const QUuid& id)
-{
-    return QString::fromLatin1(uuidBytes(id));
-}
+QString uuidText(const QUuid& id) { return QString::fromLatin1(uuidBytes(id)); }
 
 std::optional<QUuid> parseUuid(QByteArrayView text)
 {

@@ -17,9 +17,6 @@ QCoro::Task<> watch(QCoro::Task<> task)
 
 } // namespace
 
-void detach(QCoro::Task<> task)
-{
-    watch(std::move(task));
-}
+void detach(QCoro::Task<> task) { watch(std::move(task)); }
 
 } // namespace orvanlite

@@ -24,7 +24,11 @@ constexpr std::chrono::milliseconds kTypingDelay{50};
 
 PluginManagerViewModel::PluginManagerViewModel(const platform::Platform& platform, PluginDatabase& database,
                                                ActivityLogManager& activityLog, QObject* parent)
-    : QObject(parent), m_platform(platform), m_database(database), m_activityLog(activityLog), m_scanner(platform)
+    : QObject(parent)
+    , m_platform(platform)
+    , m_database(database)
+    , m_activityLog(activityLog)
+    , m_scanner(platform)
 {
     const auto reload = [this] { refreshFromDatabase(); };
     selectedFormats.observe(this, reload);
@@ -146,10 +150,7 @@ void PluginManagerViewModel::loadAllPages()
     m_hasMorePages = false;
 }
 
-AudioPlugins PluginManagerViewModel::allFilteredPlugins() const
-{
-    return queryPage(kAllRows, 0);
-}
+AudioPlugins PluginManagerViewModel::allFilteredPlugins() const { return queryPage(kAllRows, 0); }
 
 void PluginManagerViewModel::refreshAllState()
 {

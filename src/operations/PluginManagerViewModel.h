@@ -39,8 +39,8 @@ enum class PluginOperation { enable = 0, disable = 1 };
 class PluginManagerViewModel final : public QObject {
 public:
     /// Loads the first page of the catalogue. No scan is started.
-    PluginManagerViewModel(const platform::Platform& platform, PluginDatabase& database, ActivityLogManager& activityLog,
-                           QObject* parent = nullptr);
+    PluginManagerViewModel(const platform::Platform& platform, PluginDatabase& database,
+                           ActivityLogManager& activityLog, QObject* parent = nullptr);
 
     static constexpr int pageSize = 100;
 

@@ -19,10 +19,7 @@ QString parentFolder(const QString& path)
     return path.first(std::max<qsizetype>(path.lastIndexOf(u'/'), 0));
 }
 
-QString lastComponent(const QString& path)
-{
-    return path.sliced(path.lastIndexOf(u'/') + 1);
-}
+QString lastComponent(const QString& path) { return path.sliced(path.lastIndexOf(u'/') + 1); }
 
 /// A file name split at its last dot; a leading dot starts no extension.
 struct FileName {
@@ -42,10 +39,10 @@ FileName splitName(const QString& name)
 /// On purpose: the closing "true" hides a failed move as well as a failed flush.
 QString audioUnitCacheFlush(const platform::SystemLayout& layout)
 {
-    const QString cache = layout.isSandbox() ? shellQuoted(layout.audioUnitSystemCache())
-                                             : layout.audioUnitSystemCache();
-    return u" && rm -rf ~/Library/Caches/AudioUnitCache/* "_s + cache
-        + u" 2>/dev/null && killall -9 AudioComponentRegistrar 2>/dev/null; true"_s;
+    const QString cache =
+        layout.isSandbox() ? shellQuoted(layout.audioUnitSystemCache()) : layout.audioUnitSystemCache();
+    return u" && rm -rf ~/Library/Caches/AudioUnitCache/* "_s + cache +
+           u" 2>/dev/null && killall -9 AudioComponentRegistrar 2>/dev/null; true"_s;
 }
 
 } // namespace
@@ -100,7 +97,8 @@ QString PluginManagerViewModel::disabledDestination(const AudioPlugin& plugin) c
     return destination;
 }
 
-QCoro::Task<AudioPlugin> PluginManagerViewModel::performPluginOperation(AudioPlugin plugin, PluginOperation operation)
+QCoro::Task<AudioPlugin> PluginManagerViewModel::performPluginOperation(AudioPlugin plugin,
+                                                                        PluginOperation operation)
 {
     const bool enables = operation == PluginOperation::enable;
     const QString destination = enables ? plugin.originalPath : disabledDestination(plugin);

@@ -36,7 +36,7 @@ using PropertyListTexts = std::vector<std::optional<QString>>;
 /// The two forms behind readPropertyList(), which tells them apart by the first eight bytes.
 [[nodiscard]] std::optional<PropertyListTexts> readXmlPropertyList(QByteArrayView data,
                                                                    std::span<const PropertyListField> wanted);
-[[nodiscard]] std::optional<PropertyListTexts> readBinaryPropertyList(QByteArrayView data,
-                                                                      std::span<const PropertyListField> wanted);
+[[nodiscard]] std::optional<PropertyListTexts>
+readBinaryPropertyList(QByteArrayView data, std::span<const PropertyListField> wanted);
 
 } // namespace orvanlite::platform

@@ -27,6 +27,12 @@ QString described(const QString& text)
 
 } // namespace
 
+ScriptErrorDictionary scriptError(const QString& message, int number)
+{
+    return {{kScriptErrorMessageKey.toString(), message},
+            {kScriptErrorNumberKey.toString(), QString::number(number)}};
+}
+
 QString description(const ScriptErrorDictionary& dictionary)
 {
     QString text = u"{\n"_s;

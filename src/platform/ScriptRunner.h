@@ -27,6 +27,12 @@ struct ScriptOutcome {
     bool operator==(const ScriptOutcome&) const = default;
 };
 
+/// Number of a failure that has none of its own. Source: errOSAGeneralError.
+inline constexpr int kScriptGeneralError = -2700;
+
+/// An error dictionary with these two entries.
+[[nodiscard]] ScriptErrorDictionary scriptError(const QString& message, int number);
+
 /// The text of a whole error dictionary, one "key = value;" a line in braces, keys in ascending order.
 [[nodiscard]] QString description(const ScriptErrorDictionary& dictionary);
 

@@ -12,7 +12,8 @@ namespace orvanlite {
 /// What the user did to a plugin. The raw values are stored and shown.
 enum class ActivityAction { enabled, disabled, deleted };
 
-template <> struct RawValueTable<ActivityAction> {
+template <>
+struct RawValueTable<ActivityAction> {
     static constexpr std::array<RawValueRow<ActivityAction>, 3> rows{{
         {ActivityAction::enabled, u"Enabled"},
         {ActivityAction::disabled, u"Disabled"},

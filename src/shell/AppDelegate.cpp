@@ -24,9 +24,10 @@ constexpr QSize kWindowSize(1200, 800);
 
 AppDelegate::AppDelegate(const platform::Platform& platform, PluginDatabase& database,
                          ActivityLogManager& activityLog)
-    : m_platform(platform), m_database(database), m_activityLog(activityLog)
-{
-}
+    : m_platform(platform)
+    , m_database(database)
+    , m_activityLog(activityLog)
+{}
 
 AppDelegate::~AppDelegate() = default;
 

@@ -20,7 +20,8 @@ class AppDelegate final : public QObject {
     Q_OBJECT
 
 public:
-    AppDelegate(const platform::Platform& platform, PluginDatabase& database, ActivityLogManager& activityLog);
+    AppDelegate(const platform::Platform& platform, PluginDatabase& database,
+                ActivityLogManager& activityLog);
     ~AppDelegate() override;
 
     /// To be called once, when the event loop runs.

@@ -12,110 +12,50 @@ QColor withOpacity(QColor colour, double opacity)
     return colour;
 }
 
-bool isDark(const QPalette& palette)
-{
-    return palette.color(QPalette::Window).lightnessF() < 0.5F;
-}
+bool isDark(const QPalette& palette) { return palette.color(QPalette::Window).lightnessF() < 0.5F; }
 
-QColor primary(const QPalette& palette)
-{
-    return palette.color(QPalette::Active, QPalette::WindowText);
-}
+QColor primary(const QPalette& palette) { return palette.color(QPalette::Active, QPalette::WindowText); }
 
 QColor secondary(const QPalette& palette)
 {
     return withOpacity(primary(palette), isDark(palette) ? 0.64 : 0.68);
 }
 
-QColor accent(const QPalette& palette)
-{
-    return palette.color(QPalette::Active, QPalette::Highlight);
-}
+QColor accent(const QPalette& palette) { return palette.color(QPalette::Active, QPalette::Highlight); }
 
-QColor bgSurface(const QPalette& palette)
-{
-    return withOpacity(primary(palette), 0.03);
-}
+QColor bgSurface(const QPalette& palette) { return withOpacity(primary(palette), 0.03); }
 
-QColor glassBg(const QPalette& palette)
-{
-    return withOpacity(primary(palette), 0.08);
-}
+QColor glassBg(const QPalette& palette) { return withOpacity(primary(palette), 0.08); }
 
-QColor glassBorder(const QPalette& palette)
-{
-    return withOpacity(primary(palette), 0.15);
-}
+QColor glassBorder(const QPalette& palette) { return withOpacity(primary(palette), 0.15); }
 
-QColor glassGlow(const QPalette& palette)
-{
-    return withOpacity(primary(palette), 0.05);
-}
+QColor glassGlow(const QPalette& palette) { return withOpacity(primary(palette), 0.05); }
 
-QColor glassShadow()
-{
-    return withOpacity(Qt::black, 0.3);
-}
+QColor glassShadow() { return withOpacity(Qt::black, 0.3); }
 
-QColor textPrimary(const QPalette& palette)
-{
-    return primary(palette);
-}
+QColor textPrimary(const QPalette& palette) { return primary(palette); }
 
-QColor textSecondary(const QPalette& palette)
-{
-    return secondary(palette);
-}
+QColor textSecondary(const QPalette& palette) { return secondary(palette); }
 
-QColor textTertiary(const QPalette& palette)
-{
-    return withOpacity(primary(palette), 0.6);
-}
+QColor textTertiary(const QPalette& palette) { return withOpacity(primary(palette), 0.6); }
 
-QColor separator(const QPalette& palette)
-{
-    return withOpacity(primary(palette), 0.12);
-}
+QColor separator(const QPalette& palette) { return withOpacity(primary(palette), 0.12); }
 
-QColor accentPurple()
-{
-    return QColor::fromRgbF(0.6F, 0.4F, 0.9F);
-}
+QColor accentPurple() { return QColor::fromRgbF(0.6F, 0.4F, 0.9F); }
 
-QColor accentBlue()
-{
-    return QColor::fromRgbF(0.4F, 0.6F, 1.0F);
-}
+QColor accentBlue() { return QColor::fromRgbF(0.4F, 0.6F, 1.0F); }
 
-QColor accentPink()
-{
-    return QColor::fromRgbF(0.8F, 0.4F, 0.7F);
-}
+QColor accentPink() { return QColor::fromRgbF(0.8F, 0.4F, 0.7F); }
 
-QColor statusEnabled()
-{
-    return QColor::fromRgbF(0.4F, 0.9F, 0.6F);
-}
+QColor statusEnabled() { return QColor::fromRgbF(0.4F, 0.9F, 0.6F); }
 
-QColor statusDisabled()
-{
-    return QColor::fromRgbF(0.9F, 0.4F, 0.4F);
-}
+QColor statusDisabled() { return QColor::fromRgbF(0.9F, 0.4F, 0.4F); }
 
-QColor switchOn()
-{
-    return QColor(52, 199, 89);
-}
+QColor switchOn() { return QColor(52, 199, 89); }
 
-QColor actionText()
-{
-    return QColor(221, 72, 116);
-}
+QColor actionText() { return QColor(221, 72, 116); }
 
-QColor defaultAccent(bool dark)
-{
-    return dark ? QColor(10, 132, 255) : QColor(0, 122, 255);
-}
+QColor defaultAccent(bool dark) { return dark ? QColor(10, 132, 255) : QColor(0, 122, 255); }
 
 QPalette palette(bool dark, const QColor& accent)
 {

@@ -16,9 +16,10 @@ using namespace Qt::StringLiterals;
 
 ContentView::ContentView(const platform::Platform& platform, PluginDatabase& database,
                          ActivityLogManager& activityLog, QWidget* parent)
-    : QWidget(parent), m_pluginManager(std::make_unique<PluginManagerViewModel>(platform, database, activityLog)),
-      m_inputGate(std::make_unique<InputGate>(m_pluginManager->isRunningScript)),
-      m_mainContent(new MainContentView(*m_pluginManager, platform, this))
+    : QWidget(parent)
+    , m_pluginManager(std::make_unique<PluginManagerViewModel>(platform, database, activityLog))
+    , m_inputGate(std::make_unique<InputGate>(m_pluginManager->isRunningScript))
+    , m_mainContent(new MainContentView(*m_pluginManager, platform, this))
 {
     setObjectName(u"contentView"_s);
     auto* column = new QVBoxLayout(this);
@@ -45,9 +46,6 @@ void ContentView::paintEvent(QPaintEvent* /*event*/)
     }
 }
 
-void ContentView::appear()
-{
-    detach(m_pluginManager->scanForPlugins());
-}
+void ContentView::appear() { detach(m_pluginManager->scanForPlugins()); }
 
 } // namespace orvanlite

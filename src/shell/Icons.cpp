@@ -8,10 +8,7 @@
 
 /// Registers the icons: in a static library they are not there by themselves. Outside any namespace, as the macro
 /// wants it.
-static void registerIcons()
-{
-    Q_INIT_RESOURCE(resources);
-}
+static void registerIcons() { Q_INIT_RESOURCE(resources); }
 
 namespace orvanlite {
 
@@ -21,7 +18,8 @@ QPixmap iconPixmap(const QString& key, int size, const QColor& colour, double de
 {
     static const bool isRegistered = (registerIcons(), true);
     Q_UNUSED(isRegistered)
-    const QString cacheKey = u"orv:%1:%2:%3:%4"_s.arg(key).arg(size).arg(colour.rgba(), 0, 16).arg(devicePixelRatio);
+    const QString cacheKey =
+        u"orv:%1:%2:%3:%4"_s.arg(key).arg(size).arg(colour.rgba(), 0, 16).arg(devicePixelRatio);
     QPixmap pixmap;
     if (QPixmapCache::find(cacheKey, &pixmap))
         return pixmap;

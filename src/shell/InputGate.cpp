@@ -5,15 +5,13 @@
 
 namespace orvanlite {
 
-InputGate::InputGate(const Observable<bool>& isClosed, QObject* parent) : QObject(parent)
+InputGate::InputGate(const Observable<bool>& isClosed, QObject* parent)
+    : QObject(parent)
 {
     isClosed.observe(this, [this, &isClosed] { follow(*isClosed); });
 }
 
-InputGate::~InputGate()
-{
-    follow(false);
-}
+InputGate::~InputGate() { follow(false); }
 
 void InputGate::follow(bool isClosed)
 {

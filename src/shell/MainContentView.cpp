@@ -37,7 +37,9 @@ QWidget* makeDivider(QWidget* parent)
 
 MainContentView::MainContentView(PluginManagerViewModel& viewModel, const platform::Platform& platform,
                                  QWidget* parent)
-    : QWidget(parent), m_viewModel(viewModel), m_updates(new ViewUpdater([this] { render(); }, this))
+    : QWidget(parent)
+    , m_viewModel(viewModel)
+    , m_updates(new ViewUpdater([this] { render(); }, this))
 {
     setObjectName(u"mainContentView"_s);
     auto* toolRow = new QWidget(this);
@@ -89,10 +91,7 @@ void MainContentView::buildToolRow(QWidget* row, const platform::Platform& platf
     layout->addWidget(m_scan);
 }
 
-void MainContentView::render()
-{
-    m_busy->setVisible(*m_viewModel.isLoading);
-}
+void MainContentView::render() { m_busy->setVisible(*m_viewModel.isLoading); }
 
 void MainContentView::showBusyState()
 {

@@ -17,10 +17,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 /// A system with a menu bar of its own also brings the entries that hide applications.
-bool systemHasApplicationMenu()
-{
-    return QGuiApplication::platformName() == u"cocoa"_s;
-}
+bool systemHasApplicationMenu() { return QGuiApplication::platformName() == u"cocoa"_s; }
 
 QAction* addEntry(QMenu* menu, const QString& title, const QKeySequence& key, const QString& objectName)
 {
@@ -33,7 +30,8 @@ QAction* addEntry(QMenu* menu, const QString& title, const QKeySequence& key, co
 void showAboutPanel(QMainWindow& window, const platform::MainBundle& bundle)
 {
     const QString version = bundle.infoText(u"CFBundleShortVersionString"_s).value_or(u"0"_s);
-    auto* panel = new QMessageBox(QMessageBox::NoIcon, u"About Orvanlite"_s, u"Orvanlite"_s, QMessageBox::Ok, &window);
+    auto* panel =
+        new QMessageBox(QMessageBox::NoIcon, u"About Orvanlite"_s, u"Orvanlite"_s, QMessageBox::Ok, &window);
     panel->setObjectName(u"aboutPanel"_s);
     panel->setAttribute(Qt::WA_DeleteOnClose);
     panel->setInformativeText(u"Version %1\n\nAudio Plugin Management"_s.arg(version));
@@ -61,7 +59,8 @@ void addApplicationMenu(QMenuBar* bar, QMainWindow& window, const platform::Main
     QMenu* menu = bar->addMenu(u"Orvanlite"_s);
     QAction* about = addEntry(menu, u"About Orvanlite"_s, {}, u"aboutAction"_s);
     about->setMenuRole(QAction::AboutRole);
-    QObject::connect(about, &QAction::triggered, &window, [&window, &bundle] { showAboutPanel(window, bundle); });
+    QObject::connect(about, &QAction::triggered, &window,
+                     [&window, &bundle] { showAboutPanel(window, bundle); });
     menu->addSeparator();
     if (!systemHasApplicationMenu())
         addHidingEntries(menu, window);
@@ -98,8 +97,8 @@ void addEditMenu(QMenuBar* bar, QMainWindow& window)
                                             {u"Select All"_s, "selectAll", u"Ctrl+A"_s}}};
     QMenu* menu = bar->addMenu(u"Edit"_s);
     for (const EditEntry& entry : entries) {
-        QAction* action =
-            addEntry(menu, entry.title, QKeySequence(entry.key), QString::fromLatin1(entry.slot) + u"Action"_s);
+        QAction* action = addEntry(menu, entry.title, QKeySequence(entry.key),
+                                   QString::fromLatin1(entry.slot) + u"Action"_s);
         QObject::connect(action, &QAction::triggered, &window, [slot = entry.slot] { sendToFocus(slot); });
         if (entry.title == u"Redo"_s)
             menu->addSeparator();

@@ -15,7 +15,8 @@ constexpr int kSaveDelayMilliseconds = 400;
 
 } // namespace
 
-MainWindow::MainWindow(platform::Defaults& defaults) : m_defaults(defaults)
+MainWindow::MainWindow(platform::Defaults& defaults)
+    : m_defaults(defaults)
 {
     setObjectName(u"mainWindow"_s);
     m_saveTimer.setSingleShot(true);

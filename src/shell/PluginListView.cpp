@@ -53,11 +53,15 @@ QLabel* caption(const QString& name, double size, QWidget* parent)
 
 } // namespace
 
-PluginListView::PluginListView(PluginManagerViewModel& viewModel, const platform::Platform& platform, QWidget* parent)
-    : QWidget(parent), m_viewModel(viewModel), m_platform(platform),
-      m_model(new PluginTableModel(platform.clock, this)),
-      m_table(new PluginTableView(*m_model, platform.appearance.reducesMotion(), this)),
-      m_footer(new QWidget(this)), m_updates(new ViewUpdater([this] { render(); }, this))
+PluginListView::PluginListView(PluginManagerViewModel& viewModel, const platform::Platform& platform,
+                               QWidget* parent)
+    : QWidget(parent)
+    , m_viewModel(viewModel)
+    , m_platform(platform)
+    , m_model(new PluginTableModel(platform.clock, this))
+    , m_table(new PluginTableView(*m_model, platform.appearance.reducesMotion(), this))
+    , m_footer(new QWidget(this))
+    , m_updates(new ViewUpdater([this] { render(); }, this))
 {
     setObjectName(u"pluginListView"_s);
     buildFooter();
@@ -80,7 +84,8 @@ void PluginListView::buildFooter()
     m_footer->setObjectName(u"tableFooter"_s);
     m_shown = caption(u"shownLabel"_s, 0.92, m_footer);
     m_spinner = new Spinner(12, m_platform.appearance.reducesMotion(), m_footer);
-    m_loadAll = new PressButton(u"Load All"_s, u"arrow.down.to.line"_s, PressButton::Ground::accent, m_footer);
+    m_loadAll =
+        new PressButton(u"Load All"_s, u"arrow.down.to.line"_s, PressButton::Ground::accent, m_footer);
     m_loadAll->setObjectName(u"loadAllButton"_s);
     m_loadAll->setFont(scaled(m_loadAll->font(), 0.92));
     m_loadAll->setReducesMotion(m_platform.appearance.reducesMotion());
@@ -128,7 +133,8 @@ void PluginListView::render()
 bool PluginListView::isSameFirstPage(const AudioPlugins& rows) const
 {
     const AudioPlugins& shown = m_model->plugins();
-    const std::size_t page = std::min({rows.size(), shown.size(), std::size_t{PluginManagerViewModel::pageSize}});
+    const std::size_t page =
+        std::min({rows.size(), shown.size(), std::size_t{PluginManagerViewModel::pageSize}});
     for (std::size_t i = 0; i < page; ++i) {
         if (rows[i].id != shown[i].id)
             return false;
@@ -139,28 +145,39 @@ bool PluginListView::isSameFirstPage(const AudioPlugins& rows) const
 void PluginListView::renderRows()
 {
     const AudioPlugins& rows = m_viewModel.filteredPlugins();
-    QScrollBar* scrollBar = m_table->verticalScrollBar();
     const bool isSamePage = isSameFirstPage(rows);
-    if (isSamePage && rows.size() < m_model->plugins().size())
-        m_wantedScroll = scrollBar->value();
-    else if (!isSamePage)
+    if (isSamePage && rows.size() < m_model->plugins().size()) {
+        m_wantedScroll = m_table->verticalScrollBar()->value();
+        const int lowest = m_table->rowAt(m_table->viewport()->height() - 1);
+        m_wantedRows = lowest < 0 ? m_model->rowCount() : lowest + 1;
+    } else if (!isSamePage) {
         m_wantedScroll.reset();
+    }
 
     const QModelIndex current = m_table->currentIndex();
-    const QUuid currentId = current.isValid() ? m_model->plugin(current.row()).id : QUuid();
+    if (current.isValid() && m_wantedCurrent.isNull()) {
+        m_wantedCurrent = m_model->plugin(current.row()).id;
+        m_wantedColumn = current.column();
+    }
     m_model->setPlugins(rows);
-    if (!currentId.isNull() && !m_table->currentIndex().isValid()) {
-        const int row = m_model->rowOf(currentId);
-        if (row >= 0) {
-            const QModelIndex again = m_model->index(row, current.column());
-            m_table->selectionModel()->setCurrentIndex(again, QItemSelectionModel::NoUpdate);
-        }
+    putBackPlace();
+}
+
+void PluginListView::putBackPlace()
+{
+    if (const int row = m_wantedCurrent.isNull() ? -1 : m_model->rowOf(m_wantedCurrent); row >= 0) {
+        m_table->selectionModel()->setCurrentIndex(m_model->index(row, m_wantedColumn),
+                                                   QItemSelectionModel::NoUpdate);
+        m_wantedCurrent = QUuid();
     }
     if (m_wantedScroll) {
-        scrollBar->setValue(*m_wantedScroll);
-        if (scrollBar->maximum() >= *m_wantedScroll || !m_viewModel.hasMorePages())
+        m_table->doItemsLayout(); // the scroll bar must know of the new rows
+        m_table->verticalScrollBar()->setValue(*m_wantedScroll);
+        if (m_model->rowCount() >= m_wantedRows || !m_viewModel.hasMorePages())
             m_wantedScroll.reset();
     }
+    if (!m_wantedScroll)
+        m_wantedCurrent = QUuid(); // no further page is on its way that could hold it
 }
 
 void PluginListView::renderSelection()
@@ -173,7 +190,8 @@ void PluginListView::renderSelection()
         const bool isWanted = wanted.contains(m_model->plugin(row).id);
         differs = differs || isWanted != selection->isRowSelected(row);
         if (isWanted)
-            rows.append(QItemSelectionRange(m_model->index(row, 0), m_model->index(row, kPluginColumnCount - 1)));
+            rows.append(
+                QItemSelectionRange(m_model->index(row, 0), m_model->index(row, kPluginColumnCount - 1)));
     }
     if (differs)
         selection->select(rows, QItemSelectionModel::ClearAndSelect);

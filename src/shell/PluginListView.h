@@ -35,6 +35,7 @@ private:
     void connectTable();
     void render();
     void renderRows();
+    void putBackPlace();
     void renderSort();
     void renderSelection();
     void renderFooter();
@@ -56,6 +57,10 @@ private:
     bool m_isRendering = false;
     /// Where the view stood before a reload cut its rows to the first page; kept until enough pages are back.
     std::optional<int> m_wantedScroll;
+    int m_wantedRows = 0; ///< as many as reach down to the lower edge of the view
+    /// The row and column that were current then; a null id when there is none to put back.
+    QUuid m_wantedCurrent;
+    int m_wantedColumn = 0;
 };
 
 } // namespace orvanlite

@@ -31,20 +31,11 @@ constexpr int kBadgeIconSize = 13;
 constexpr int kBadgePaddingX = 7;
 constexpr int kBadgePaddingY = 3;
 
-PluginColumn columnOf(const QModelIndex& index)
-{
-    return static_cast<PluginColumn>(index.column());
-}
+PluginColumn columnOf(const QModelIndex& index) { return static_cast<PluginColumn>(index.column()); }
 
-QString textOf(const QModelIndex& index)
-{
-    return index.data(Qt::DisplayRole).toString();
-}
+QString textOf(const QModelIndex& index) { return index.data(Qt::DisplayRole).toString(); }
 
-QRect contentRect(const QRect& cell)
-{
-    return cell.adjusted(kCellPadding, 0, -kCellPadding, 0);
-}
+QRect contentRect(const QRect& cell) { return cell.adjusted(kCellPadding, 0, -kCellPadding, 0); }
 
 QColor mix(const QColor& from, const QColor& to, double share)
 {
@@ -63,9 +54,10 @@ QFont smallFont(const QFont& font)
 } // namespace
 
 PluginTableDelegate::PluginTableDelegate(const PluginTableModel& model, bool reducesMotion, QObject* parent)
-    : QStyledItemDelegate(parent), m_model(model), m_reducesMotion(reducesMotion)
-{
-}
+    : QStyledItemDelegate(parent)
+    , m_model(model)
+    , m_reducesMotion(reducesMotion)
+{}
 
 void PluginTableDelegate::animateSwitch(const QUuid& id, bool isEnabled)
 {
@@ -110,7 +102,8 @@ QRect PluginTableDelegate::linkRect(const QRect& cell, const QModelIndex& index,
     return rect;
 }
 
-void PluginTableDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const
+void PluginTableDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
+                                const QModelIndex& index) const
 {
     QStyleOptionViewItem cell = option;
     initStyleOption(&cell, index);
@@ -145,7 +138,8 @@ void PluginTableDelegate::paintGround(QPainter& painter, const QStyleOptionViewI
                      option.rect.height() - 2);
     painter.setPen(Qt::NoPen);
     if (option.state & QStyle::State_Selected) {
-        painter.setBrush(AppTheme::withOpacity(AppTheme::accent(option.palette), table->hasFocus() ? 0.26 : 0.16));
+        painter.setBrush(
+            AppTheme::withOpacity(AppTheme::accent(option.palette), table->hasFocus() ? 0.26 : 0.16));
         painter.drawRoundedRect(row, kRowRadius, kRowRadius);
     } else if (index.row() % 2 == 1) {
         painter.setBrush(AppTheme::bgSurface(option.palette));
@@ -195,13 +189,14 @@ void PluginTableDelegate::paintLink(QPainter& painter, const QStyleOptionViewIte
     font.setUnderline(isHovered);
     const QColor colour = isHovered ? AppTheme::accent(option.palette) : AppTheme::primary(option.palette);
     // As high as the cell, so that the text stands on one line with its neighbours.
-    const QRect label(link.left(), option.rect.top(), link.width() - kLinkSpacing - kLinkIconSize, option.rect.height());
+    const QRect label(link.left(), option.rect.top(), link.width() - kLinkSpacing - kLinkIconSize,
+                      option.rect.height());
     painter.setFont(font);
     painter.setPen(colour);
     painter.drawText(label, Qt::AlignLeft | Qt::AlignVCenter,
                      option.fontMetrics.elidedText(textOf(index), Qt::ElideRight, label.width()));
-    const QRectF icon(link.right() - kLinkIconSize + 1, link.center().y() - kLinkIconSize / 2.0, kLinkIconSize,
-                      kLinkIconSize);
+    const QRectF icon(link.right() - kLinkIconSize + 1, link.center().y() - kLinkIconSize / 2.0,
+                      kLinkIconSize, kLinkIconSize);
     drawIcon(painter, icon, u"arrow.up.right"_s,
              isHovered ? colour : AppTheme::withOpacity(AppTheme::secondary(option.palette), 0.8));
 }
@@ -223,9 +218,10 @@ void PluginTableDelegate::paintBadge(QPainter& painter, const QStyleOptionViewIt
     painter.setPen(Qt::NoPen);
     painter.setBrush(AppTheme::withOpacity(AppTheme::accent(option.palette), 0.1));
     painter.drawRoundedRect(badge, 4, 4);
-    const QRectF icon(badge.left() + kBadgePaddingX, badge.center().y() - kBadgeIconSize / 2.0, kBadgeIconSize,
-                      kBadgeIconSize);
-    drawIcon(painter, icon, index.data(PluginTableModel::IconRole).toString(), AppTheme::primary(option.palette));
+    const QRectF icon(badge.left() + kBadgePaddingX, badge.center().y() - kBadgeIconSize / 2.0,
+                      kBadgeIconSize, kBadgeIconSize);
+    drawIcon(painter, icon, index.data(PluginTableModel::IconRole).toString(),
+             AppTheme::primary(option.palette));
     QRectF label = badge.adjusted(0, 0, -kBadgePaddingX + 1, 0);
     label.setLeft(icon.right() + kLinkSpacing + 1);
     painter.setFont(font);
@@ -279,8 +275,8 @@ QSize PluginTableDelegate::sizeHint(const QStyleOptionViewItem& option, const QM
     return {width, std::max(kRowHeight, metrics.height() + kCellPadding)};
 }
 
-bool PluginTableDelegate::editorEvent(QEvent* event, QAbstractItemModel* model, const QStyleOptionViewItem& option,
-                                      const QModelIndex& index)
+bool PluginTableDelegate::editorEvent(QEvent* event, QAbstractItemModel* model,
+                                      const QStyleOptionViewItem& option, const QModelIndex& index)
 {
     if (event->type() != QEvent::MouseButtonRelease)
         return false;

@@ -18,7 +18,8 @@ constexpr int kArrowSize = 12;
 
 } // namespace
 
-PluginTableHeader::PluginTableHeader(QWidget* parent) : QHeaderView(Qt::Horizontal, parent)
+PluginTableHeader::PluginTableHeader(QWidget* parent)
+    : QHeaderView(Qt::Horizontal, parent)
 {
     setObjectName(u"pluginTableHeader"_s);
     setSectionsClickable(true);
@@ -62,9 +63,10 @@ void PluginTableHeader::paintSection(QPainter* painter, const QRect& rect, int l
     const QString shown = metrics.elidedText(title, Qt::ElideRight, label.width());
     painter->drawText(label, Qt::AlignLeft | Qt::AlignVCenter, shown);
     if (isSorted) {
-        const QString arrow = sortIndicatorOrder() == Qt::AscendingOrder ? u"chevron.up"_s : u"chevron.down"_s;
-        const QRectF place(label.left() + metrics.horizontalAdvance(shown) + 4, rect.center().y() - kArrowSize / 2.0,
-                           kArrowSize, kArrowSize);
+        const QString arrow =
+            sortIndicatorOrder() == Qt::AscendingOrder ? u"chevron.up"_s : u"chevron.down"_s;
+        const QRectF place(label.left() + metrics.horizontalAdvance(shown) + 4,
+                           rect.center().y() - kArrowSize / 2.0, kArrowSize, kArrowSize);
         drawIcon(*painter, place, arrow, colour);
     }
     if (hasFocus() && m_picked == logicalIndex) {

@@ -28,9 +28,9 @@ QString formatIcon(PluginFormat format)
 }
 
 PluginTableModel::PluginTableModel(const platform::Clock& clock, QObject* parent)
-    : QAbstractTableModel(parent), m_clock(clock)
-{
-}
+    : QAbstractTableModel(parent)
+    , m_clock(clock)
+{}
 
 std::size_t PluginTableModel::commonHead(const AudioPlugins& plugins) const
 {
@@ -57,7 +57,8 @@ void PluginTableModel::setPlugins(const AudioPlugins& plugins)
     changeInPlace(plugins, head);
     if (plugins.size() > oldCount) {
         beginInsertRows({}, static_cast<int>(oldCount), static_cast<int>(plugins.size()) - 1);
-        m_plugins.insert(m_plugins.end(), plugins.begin() + static_cast<std::ptrdiff_t>(oldCount), plugins.end());
+        m_plugins.insert(m_plugins.end(), plugins.begin() + static_cast<std::ptrdiff_t>(oldCount),
+                         plugins.end());
         endInsertRows();
     } else if (plugins.size() < oldCount) {
         beginRemoveRows({}, static_cast<int>(plugins.size()), static_cast<int>(oldCount) - 1);
@@ -84,8 +85,8 @@ void PluginTableModel::changeInPlace(const AudioPlugins& plugins, std::size_t co
 
 int PluginTableModel::rowOf(const QUuid& id) const
 {
-    const auto found =
-        std::find_if(m_plugins.begin(), m_plugins.end(), [&](const AudioPlugin& each) { return each.id == id; });
+    const auto found = std::find_if(m_plugins.begin(), m_plugins.end(),
+                                    [&](const AudioPlugin& each) { return each.id == id; });
     return found == m_plugins.end() ? -1 : static_cast<int>(found - m_plugins.begin());
 }
 
@@ -152,8 +153,8 @@ QVariant PluginTableModel::data(const QModelIndex& index, int role) const
             return row.isEnabled ? Qt::Checked : Qt::Unchecked;
         return {};
     case IsFadedRole:
-        return (column == PluginColumn::manufacturer && row.manufacturer.isEmpty())
-            || (column == PluginColumn::lastUsed && !row.lastUsed);
+        return (column == PluginColumn::manufacturer && row.manufacturer.isEmpty()) ||
+               (column == PluginColumn::lastUsed && !row.lastUsed);
     case IconRole:
         return column == PluginColumn::format ? formatIcon(row.format) : QVariant();
     default:
@@ -174,8 +175,8 @@ bool PluginTableModel::setData(const QModelIndex& index, const QVariant& value, 
 
 QVariant PluginTableModel::headerData(int section, Qt::Orientation orientation, int role) const
 {
-    static const std::array<QString, kPluginColumnCount> titles{u"Status"_s, u"Name"_s,    u"Manufacturer"_s,
-                                                                u"Format"_s, u"Version"_s, u"Last Used(Est.)"_s};
+    static const std::array<QString, kPluginColumnCount> titles{
+        u"Status"_s, u"Name"_s, u"Manufacturer"_s, u"Format"_s, u"Version"_s, u"Last Used(Est.)"_s};
     if (orientation != Qt::Horizontal || section < 0 || section >= kPluginColumnCount)
         return {};
     if (role == Qt::TextAlignmentRole)

@@ -34,7 +34,10 @@ public:
     void setPlugins(const AudioPlugins& plugins);
 
     [[nodiscard]] const AudioPlugins& plugins() const { return m_plugins; }
-    [[nodiscard]] const AudioPlugin& plugin(int row) const { return m_plugins[static_cast<std::size_t>(row)]; }
+    [[nodiscard]] const AudioPlugin& plugin(int row) const
+    {
+        return m_plugins[static_cast<std::size_t>(row)];
+    }
     /// Row of the id, or -1.
     [[nodiscard]] int rowOf(const QUuid& id) const;
 

@@ -35,8 +35,10 @@ public:
 } // namespace
 
 PluginTableView::PluginTableView(PluginTableModel& model, bool reducesMotion, QWidget* parent)
-    : QTableView(parent), m_model(model), m_delegate(new PluginTableDelegate(model, reducesMotion, this)),
-      m_header(new PluginTableHeader(this))
+    : QTableView(parent)
+    , m_model(model)
+    , m_delegate(new PluginTableDelegate(model, reducesMotion, this))
+    , m_header(new PluginTableHeader(this))
 {
     setObjectName(u"pluginTable"_s);
     auto* bareRows = new BareRowStyle;
@@ -90,8 +92,8 @@ void PluginTableView::keyPressEvent(QKeyEvent* event)
         return;
     case Qt::Key_Return:
     case Qt::Key_Enter:
-        if (current.column() == static_cast<int>(PluginColumn::manufacturer)
-            && !current.data(PluginTableModel::IsFadedRole).toBool())
+        if (current.column() == static_cast<int>(PluginColumn::manufacturer) &&
+            !current.data(PluginTableModel::IsFadedRole).toBool())
             Q_EMIT linkActivated(current);
         return;
     case Qt::Key_Up:
@@ -157,7 +159,8 @@ void PluginTableView::layoutColumns()
     int left = width;
     for (int column = 0; column < kPluginColumnCount; ++column) {
         const bool isLast = column == kPluginColumnCount - 1;
-        const int share = isLast ? left : static_cast<int>(width * m_shares[static_cast<std::size_t>(column)]);
+        const int share =
+            isLast ? left : static_cast<int>(width * m_shares[static_cast<std::size_t>(column)]);
         m_header->resizeSection(column, share);
         left -= share;
     }
@@ -169,7 +172,8 @@ void PluginTableView::takeOverShares()
     if (m_isLayingOut || m_header->length() <= 0)
         return;
     for (int column = 0; column < kPluginColumnCount; ++column)
-        m_shares[static_cast<std::size_t>(column)] = double(m_header->sectionSize(column)) / m_header->length();
+        m_shares[static_cast<std::size_t>(column)] =
+            double(m_header->sectionSize(column)) / m_header->length();
 }
 
 void PluginTableView::resizeEvent(QResizeEvent* event)

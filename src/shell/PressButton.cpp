@@ -22,7 +22,10 @@ constexpr int kPressMilliseconds = 150;
 } // namespace
 
 PressButton::PressButton(const QString& text, const QString& iconKey, Ground ground, QWidget* parent)
-    : QAbstractButton(parent), m_iconKey(iconKey), m_ground(ground), m_animation(new QVariantAnimation(this))
+    : QAbstractButton(parent)
+    , m_iconKey(iconKey)
+    , m_ground(ground)
+    , m_animation(new QVariantAnimation(this))
 {
     setText(text);
     setFocusPolicy(Qt::StrongFocus);

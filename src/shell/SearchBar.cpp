@@ -27,9 +27,11 @@ constexpr double kCornerRadius = 10;
 } // namespace
 
 SearchBar::SearchBar(Observable<QString>& searchText, QWidget* parent)
-    : QWidget(parent), m_searchText(searchText), m_field(new QLineEdit(this)),
-      m_clear(new PressButton(u"Clear"_s, {}, PressButton::Ground::none, this)),
-      m_updates(new ViewUpdater([this] { render(); }, this))
+    : QWidget(parent)
+    , m_searchText(searchText)
+    , m_field(new QLineEdit(this))
+    , m_clear(new PressButton(u"Clear"_s, {}, PressButton::Ground::none, this))
+    , m_updates(new ViewUpdater([this] { render(); }, this))
 {
     setObjectName(u"searchBar"_s);
     m_field->setObjectName(u"searchField"_s);
@@ -70,10 +72,7 @@ void SearchBar::render()
     m_clear->setVisible(!m_searchText->isEmpty());
 }
 
-QSize SearchBar::minimumSizeHint() const
-{
-    return {220, QWidget::minimumSizeHint().height()};
-}
+QSize SearchBar::minimumSizeHint() const { return {220, QWidget::minimumSizeHint().height()}; }
 
 bool SearchBar::eventFilter(QObject* watched, QEvent* event)
 {
@@ -91,7 +90,8 @@ void SearchBar::paintEvent(QPaintEvent* /*event*/)
         painter.setPen(QPen(AppTheme::withOpacity(AppTheme::accent(palette()), 0.7), 2));
         painter.drawRoundedRect(QRectF(rect()).adjusted(1, 1, -1, -1), kCornerRadius, kCornerRadius);
     }
-    const QRectF icon(kPaddingX + (kIconSlot - kIconSize) / 2.0, (height() - kIconSize) / 2.0, kIconSize, kIconSize);
+    const QRectF icon(kPaddingX + (kIconSlot - kIconSize) / 2.0, (height() - kIconSize) / 2.0, kIconSize,
+                      kIconSize);
     drawIcon(painter, icon, u"magnifyingglass"_s, AppTheme::secondary(palette()));
 }
 

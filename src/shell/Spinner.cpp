@@ -14,7 +14,9 @@ constexpr int kStepMilliseconds = 110;
 
 } // namespace
 
-Spinner::Spinner(int size, bool reducesMotion, QWidget* parent) : QWidget(parent), m_reducesMotion(reducesMotion)
+Spinner::Spinner(int size, bool reducesMotion, QWidget* parent)
+    : QWidget(parent)
+    , m_reducesMotion(reducesMotion)
 {
     setFixedSize(size, size);
     setAttribute(Qt::WA_TransparentForMouseEvents);
@@ -26,10 +28,7 @@ void Spinner::showEvent(QShowEvent* /*event*/)
         m_timer.start(kStepMilliseconds, this);
 }
 
-void Spinner::hideEvent(QHideEvent* /*event*/)
-{
-    m_timer.stop();
-}
+void Spinner::hideEvent(QHideEvent* /*event*/) { m_timer.stop(); }
 
 void Spinner::timerEvent(QTimerEvent* event)
 {

@@ -13,15 +13,14 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-bool systemDrawsWidgets()
-{
-    return QGuiApplication::platformName() == u"cocoa"_s;
-}
+bool systemDrawsWidgets() { return QGuiApplication::platformName() == u"cocoa"_s; }
 
 } // namespace
 
 ThemeController::ThemeController(platform::Appearance& appearance, QObject* parent)
-    : QObject(parent), m_appearance(appearance), m_startedDark(AppTheme::isDark(QApplication::palette()))
+    : QObject(parent)
+    , m_appearance(appearance)
+    , m_startedDark(AppTheme::isDark(QApplication::palette()))
 {
     if (systemDrawsWidgets())
         return;

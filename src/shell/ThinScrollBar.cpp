@@ -16,7 +16,8 @@ constexpr int kShortestHandle = 32;
 
 } // namespace
 
-ThinScrollBar::ThinScrollBar(Qt::Orientation orientation, QWidget* parent) : QScrollBar(orientation, parent)
+ThinScrollBar::ThinScrollBar(Qt::Orientation orientation, QWidget* parent)
+    : QScrollBar(orientation, parent)
 {
     setAttribute(Qt::WA_Hover);
     setAttribute(Qt::WA_OpaquePaintEvent, false);
@@ -86,7 +87,8 @@ void ThinScrollBar::mouseMoveEvent(QMouseEvent* event)
     if (m_grip < 0)
         return;
     const int position = along(event->position().toPoint()) - m_grip;
-    setSliderPosition(QStyle::sliderValueFromPosition(minimum(), maximum(), position, length() - handleLength()));
+    setSliderPosition(
+        QStyle::sliderValueFromPosition(minimum(), maximum(), position, length() - handleLength()));
 }
 
 void ThinScrollBar::mouseReleaseEvent(QMouseEvent* /*event*/)

@@ -5,9 +5,9 @@
 namespace orvanlite {
 
 ViewUpdater::ViewUpdater(std::function<void()> render, QObject* parent)
-    : QObject(parent), m_render(std::move(render))
-{
-}
+    : QObject(parent)
+    , m_render(std::move(render))
+{}
 
 void ViewUpdater::schedule()
 {

@@ -14,7 +14,8 @@ public:
     explicit ViewUpdater(std::function<void()> render, QObject* parent = nullptr);
 
     /// Renders once, in the next turn, after any of these has been assigned.
-    template <typename... Values> void watch(const Observable<Values>&... values)
+    template <typename... Values>
+    void watch(const Observable<Values>&... values)
     {
         (values.observe(this, [this] { schedule(); }), ...);
     }

@@ -19,15 +19,12 @@ public:
     RawConnection& operator=(const RawConnection&) = delete;
     ~RawConnection() { sqlite3_close(m_db); }
 
-    /// Runs the text and gives the rows, columns joined by "|"; fails the test on an error.
+    /// Runs the text and gives the first column of its rows; fails the test on an error.
     QStringList run(const QString& sql)
     {
         QStringList rows;
-        const auto keep = [](void* list, int count, char** values, char**) {
-            QStringList cells;
-            for (int i = 0; i < count; ++i)
-                cells << QString::fromUtf8(values[i] ? values[i] : "NULL");
-            static_cast<QStringList*>(list)->append(cells.join(u'|'));
+        const auto keep = [](void* list, int, char** values, char**) {
+            static_cast<QStringList*>(list)->append(QString::fromUtf8(values[0]));
             return 0;
         };
         EXPECT_EQ(sqlite3_exec(m_db, sql.toUtf8().constData(), keep, &rows, nullptr), SQLITE_OK)
@@ -39,18 +36,11 @@ private:
     sqlite3* m_db = nullptr;
 };
 
-/// A record with a new id; enabled, of version 1.0.
 inline AudioPlugin plugin(const QString& name, PluginFormat format = PluginFormat::vst3,
                           const QString& maker = u"Maker"_s)
 {
-    AudioPlugin made;
-    made.id = makeUuid();
-    made.name = name;
-    made.manufacturer = maker;
-    made.format = format;
-    made.originalPath = made.currentPath = u"/Library/"_s + name;
-    made.version = u"1.0"_s;
-    return made;
+    const QString path = u"/Library/"_s + name;
+    return {makeUuid(), name, maker, format, path, path, true, u"1.0"_s, std::nullopt, std::nullopt};
 }
 
 inline QString names(const AudioPlugins& plugins)
@@ -61,24 +51,18 @@ inline QString names(const AudioPlugins& plugins)
     return list.join(u' ');
 }
 
-class CatalogueTest : public testing::Test {
-protected:
-    AudioPlugins all(const PluginDatabase& database)
-    {
-        return database.queryPlugins({}, "name"_L1, true, 1000, 0);
-    }
-    /// What the function prints.
-    template <typename Function>
-    QString printed(Function&& function)
-    {
-        testing::internal::CaptureStdout();
-        function();
-        return QString::fromStdString(testing::internal::GetCapturedStdout());
-    }
+inline AudioPlugins all(const PluginDatabase& database)
+{
+    return database.queryPlugins({}, "name"_L1, true, 1000, 0);
+}
 
-    TestPlatform m_system;
-    const platform::Platform& m_platform = m_system.platform;
-    QString m_path = m_system.layout.applicationFolder() + u"/plugins.db"_s;
-};
+/// What the function prints.
+template <typename Function>
+std::string printed(Function&& function)
+{
+    testing::internal::CaptureStdout();
+    function();
+    return testing::internal::GetCapturedStdout();
+}
 
 } // namespace orvanlite::test

@@ -75,16 +75,17 @@ TEST_F(TogglePluginTest, AsksForRightsWithTheExactCommand)
     toggle(u"Foo"_s);
     toggle(u"Foo"_s);
     toggle(u"Bar"_s);
-    const QString flush = u" && rm -rf ~/Library/Caches/AudioUnitCache/* '/Library/Caches/com.apple.audiounits.cache'"
-                          " 2>/dev/null && killall -9 AudioComponentRegistrar 2>/dev/null; true"_s;
+    const QString flush =
+        u" && rm -rf ~/Library/Caches/AudioUnitCache/* '/Library/Caches/com.apple.audiounits.cache'"
+        " 2>/dev/null && killall -9 AudioComponentRegistrar 2>/dev/null; true"_s;
     const QStringList commands{
         u"mkdir -p '/Library/Audio/Plug-Ins/Disabled/VST3' && mv '/Library/Audio/Plug-Ins/VST3/Foo.vst3' "
         "'/Library/Audio/Plug-Ins/Disabled/VST3/Foo.vst3'"_s,
         u"mv '/Library/Audio/Plug-Ins/Disabled/VST3/Foo.vst3' '/Library/Audio/Plug-Ins/VST3/Foo.vst3'"_s,
         u"mkdir -p '/Library/Audio/Plug-Ins/Disabled/Audio Units' && mv "
         "'/Library/Audio/Plug-Ins/Components/Bar.component' "
-        "'/Library/Audio/Plug-Ins/Disabled/Audio Units/Bar.component'"_s
-            + flush};
+        "'/Library/Audio/Plug-Ins/Disabled/Audio Units/Bar.component'"_s +
+            flush};
     ASSERT_EQ(m_system.scripts.sources.size(), commands.size());
     for (qsizetype i = 0; i < commands.size(); ++i) {
         EXPECT_EQ(m_system.scripts.sources[i],
@@ -155,7 +156,8 @@ TEST_F(TogglePluginTest, LeavesEverythingAsItWasWhenItFails)
         runTask(model().togglePlugin(before));
         ASSERT_TRUE(model().error->has_value());
         EXPECT_EQ((*model().error)->kind(), each.kind);
-        EXPECT_TRUE((*model().error)->payload().contains(each.payloadPart)) << qPrintable((*model().error)->payload());
+        EXPECT_TRUE((*model().error)->payload().contains(each.payloadPart))
+            << qPrintable((*model().error)->payload());
         EXPECT_EQ(m_root.exists(each.place), stood);
         EXPECT_EQ(row(u"Foo"_s), before);
         EXPECT_TRUE(m_log.entries->empty());

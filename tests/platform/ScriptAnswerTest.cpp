@@ -83,6 +83,9 @@ TEST(ChildScriptRunner, HandsTheSourceToTheHelperAndReadsItsAnswer)
 {
     const QByteArray echo = R"sh(source=$(cat); printf '{"result":"%s"}' "$source")sh";
     const QString large(300'000, u'x');
+    const ScriptOutcome stopped{
+        {},
+        platform::scriptError(u"The script was stopped before its end."_s, platform::kScriptGeneralError)};
     const struct {
         const char* name;
         QByteArray helper;
@@ -96,8 +99,8 @@ TEST(ChildScriptRunner, HandsTheSourceToTheHelperAndReadsItsAnswer)
          {{}, ScriptErrorDictionary{{u"NSAppleScriptErrorNumber"_s, u"-128"_s}}}},
         {"more than a pipe holds, both ways", echo, large, {large, {}}},
         {"helper that reads nothing", R"sh(echo '{"result":"done"}')sh", large, {u"done"_s, {}}},
-        {"killed behind its answer", R"sh(echo '{"result":"half"}'; kill -9 $$)sh", u"x"_s, {}},
-        {"failed behind its answer", R"sh(echo '{"result":"half"}'; exit 1)sh", u"x"_s, {}},
+        {"killed behind its answer", R"sh(echo '{"result":"half"}'; kill -9 $$)sh", u"x"_s, stopped},
+        {"failed behind its answer", R"sh(echo '{"result":"half"}'; exit 1)sh", u"x"_s, stopped},
         {"says nothing", "cat >/dev/null", u"x"_s, {}},
     };
     for (const auto& row : rows) {

@@ -116,9 +116,8 @@ void FakeClock::advance(std::chrono::milliseconds duration)
 {
     const double end = m_now + std::chrono::duration<double>(duration).count();
     while (true) {
-        const auto next = std::min_element(m_sleepers.begin(), m_sleepers.end(), [](const auto& a, const auto& b) {
-            return a.first < b.first;
-        });
+        const auto next = std::min_element(m_sleepers.begin(), m_sleepers.end(),
+                                           [](const auto& a, const auto& b) { return a.first < b.first; });
         if (next == m_sleepers.end() || next->first > end)
             break;
         m_now = std::max(m_now, next->first);
@@ -130,15 +129,9 @@ void FakeClock::advance(std::chrono::milliseconds duration)
     m_now = end;
 }
 
-int FakeClock::sleepers() const
-{
-    return static_cast<int>(m_sleepers.size());
-}
+int FakeClock::sleepers() const { return static_cast<int>(m_sleepers.size()); }
 
-TestPlatform::TestPlatform()
-{
-    QDir().mkpath(layout.temporary);
-}
+TestPlatform::TestPlatform() { QDir().mkpath(layout.temporary); }
 
 void runTask(QCoro::Task<> task, std::chrono::milliseconds limit)
 {

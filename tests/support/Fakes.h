@@ -111,7 +111,10 @@ public:
     QStringList openedApplications;
     std::vector<qint64> terminated;
     bool open(const QUrl& url) override;
-    [[nodiscard]] std::vector<platform::RunningApplication> runningApplications() const override { return running; }
+    [[nodiscard]] std::vector<platform::RunningApplication> runningApplications() const override
+    {
+        return running;
+    }
     void openApplication(const QString& bundlePath) override { openedApplications.append(bundlePath); }
     void terminate(const platform::RunningApplication& application) override
     {
@@ -175,13 +178,15 @@ public:
     LocalNotificationCenter notifications;
     FakeLoginItems loginItems;
     RecordingWorkspace workspace;
-    platform::MainBundle mainBundle{files, root.at(u"/Applications/Orvanlite.app/Contents/MacOS/plugin-manager")};
+    platform::MainBundle mainBundle{files,
+                                    root.at(u"/Applications/Orvanlite.app/Contents/MacOS/plugin-manager")};
     FakeAppearance appearance;
     RecordingUserNotifications userNotifications;
     FakeClock clock;
 
-    platform::Platform platform{layout,     files,      scripts,   processes,  defaults,          notifications,
-                                loginItems, workspace,  mainBundle, appearance, userNotifications, clock};
+    platform::Platform platform{layout,     files,         scripts,           processes,
+                                defaults,   notifications, loginItems,        workspace,
+                                mainBundle, appearance,    userNotifications, clock};
 };
 
 /// Starts the task and turns the event loop until it has ended; fails the test after `limit`. An exception of the

@@ -7,7 +7,8 @@ namespace orvanlite::test {
 
 using namespace Qt::StringLiterals;
 
-TempRoot::TempRoot() : m_path(QDir(m_directory.path()).canonicalPath())
+TempRoot::TempRoot()
+    : m_path(QDir(m_directory.path()).canonicalPath())
 {
     addFolder(u"/Users/tester");
 }
@@ -39,10 +40,7 @@ void TempRoot::addBundle(QStringView absolutePath, const QByteArray& infoPlist, 
     }
 }
 
-bool TempRoot::exists(QStringView absolutePath) const
-{
-    return QFile::exists(at(absolutePath));
-}
+bool TempRoot::exists(QStringView absolutePath) const { return QFile::exists(at(absolutePath)); }
 
 QByteArray TempRoot::content(QStringView absolutePath) const
 {
@@ -54,8 +52,8 @@ QByteArray TempRoot::content(QStringView absolutePath) const
 
 QStringList TempRoot::names(QStringView absolutePath) const
 {
-    return QDir(at(absolutePath)).entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot,
-                                            QDir::Name);
+    return QDir(at(absolutePath))
+        .entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot, QDir::Name);
 }
 
 QByteArray infoPlist(const QList<std::pair<QString, QString>>& members, const QByteArray& extra)
@@ -66,8 +64,8 @@ QByteArray infoPlist(const QList<std::pair<QString, QString>>& members, const QB
 <dict>
 )";
     for (const auto& [key, value] : members) {
-        text += "\t<key>" + key.toHtmlEscaped().toUtf8() + "</key>\n\t<string>" + value.toHtmlEscaped().toUtf8()
-            + "</string>\n";
+        text += "\t<key>" + key.toHtmlEscaped().toUtf8() + "</key>\n\t<string>" +
+                value.toHtmlEscaped().toUtf8() + "</string>\n";
     }
     return text + extra + "</dict>\n</plist>\n";
 }

@@ -24,7 +24,8 @@ public:
     void addFolder(QStringView absolutePath) const;
     /// Makes a bundle folder; `infoPlist` becomes its "Contents/Info.plist" unless it is empty. With an
     /// executable, "Contents/MacOS/{name}" is made too.
-    void addBundle(QStringView absolutePath, const QByteArray& infoPlist = {}, bool withExecutable = false) const;
+    void addBundle(QStringView absolutePath, const QByteArray& infoPlist = {},
+                   bool withExecutable = false) const;
 
     [[nodiscard]] bool exists(QStringView absolutePath) const;
     [[nodiscard]] QByteArray content(QStringView absolutePath) const;
@@ -37,6 +38,7 @@ private:
 };
 
 /// An XML property list with these members in its root dictionary; `extra` goes in as it is.
-[[nodiscard]] QByteArray infoPlist(const QList<std::pair<QString, QString>>& members, const QByteArray& extra = {});
+[[nodiscard]] QByteArray infoPlist(const QList<std::pair<QString, QString>>& members,
+                                   const QByteArray& extra = {});
 
 } // namespace orvanlite::test

@@ -4,9 +4,21 @@
 #include <gtest/gtest.h>
 
 #include <clocale>
+#include <cstdio>
 #include <cstdlib>
 
 using namespace Qt::StringLiterals;
+
+namespace {
+
+/// The offscreen platform says of every window what it cannot do.
+void dropPlatformNoise(QtMsgType /*type*/, const QMessageLogContext& /*context*/, const QString& message)
+{
+    if (!message.startsWith(u"This plugin does not support"_s))
+        std::fprintf(stderr, "%s\n", qPrintable(message));
+}
+
+} // namespace
 
 /// The same surroundings for every test: no display, UTC, UTF-8, one style, no session bus and no search paths of
 /// the user who runs them.
@@ -17,6 +29,7 @@ int main(int argc, char** argv)
     setenv("LC_ALL", "C.UTF-8", 1);
     setenv("QT_LOGGING_RULES", "qt.qpa.*=false", 1);
     std::setlocale(LC_ALL, "C.UTF-8");
+    qInstallMessageHandler(dropPlatformNoise);
     testing::InitGoogleTest(&argc, argv);
     QApplication::setStyle(u"Fusion"_s);
     const QApplication application(argc, argv);

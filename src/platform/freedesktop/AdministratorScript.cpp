@@ -38,12 +38,6 @@ ScriptErrorDictionary notHandled()
 
 } // namespace
 
-ScriptErrorDictionary scriptError(const QString& message, int number)
-{
-    return {{kScriptErrorMessageKey.toString(), message},
-            {kScriptErrorNumberKey.toString(), QString::number(number)}};
-}
-
 std::variant<QString, ScriptErrorDictionary> parseAdministratorScript(QStringView source)
 {
     QStringView left = source.trimmed();

@@ -19,7 +19,6 @@ namespace {
 
 constexpr int kUserCancelled = -128;
 constexpr int kAuthorisationDenied = -60005; // Source: errAuthorizationDenied
-constexpr int kGeneralError = -2700;         // Source: errOSAGeneralError
 
 // Source: pkexec(1), "RETURN VALUE"; what it writes then begins with these words in every language.
 constexpr int kPromptDismissed = 126;
@@ -48,11 +47,11 @@ bool isFromPrompt(const Call& call, const QString& errorText)
 ScriptOutcome outcomeOf(QProcess& process, const Call& call)
 {
     if (process.error() == QProcess::FailedToStart)
-        return failure(process.errorString(), kGeneralError);
+        return failure(process.errorString(), kScriptGeneralError);
     const QString errorText = QString::fromUtf8(process.readAllStandardError()).trimmed();
     if (process.exitStatus() != QProcess::NormalExit)
         return failure(errorText.isEmpty() ? u"The command was stopped by a signal."_s : errorText,
-                       kGeneralError);
+                       kScriptGeneralError);
     const int status = process.exitCode();
     if (status == kPromptDismissed && isFromPrompt(call, errorText))
         return failure(u"User canceled."_s, kUserCancelled);

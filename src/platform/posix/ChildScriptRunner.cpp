@@ -9,6 +9,8 @@
 
 namespace orvanlite::platform {
 
+using namespace Qt::StringLiterals;
+
 QCoro::Task<ScriptOutcome> ChildScriptRunner::execute(QString source)
 {
     QProcess child;
@@ -20,10 +22,14 @@ QCoro::Task<ScriptOutcome> ChildScriptRunner::execute(QString source)
     // No limit, as the user takes any time to answer the password prompt.
     if (child.state() != QProcess::NotRunning)
         co_await qCoro(&end, &ProcessEnd::reached);
-    // An answer counts only if the helper lived to finish it.
-    if (child.error() == QProcess::FailedToStart || child.exitStatus() != QProcess::NormalExit ||
-        child.exitCode() != 0)
-        co_return ScriptOutcome{};
+    if (child.error() == QProcess::FailedToStart)
+        co_return ScriptOutcome{}; // no script was made
+    // An answer counts only if the helper lived to finish it. The command may have run in part: that is a failure.
+    if (child.exitStatus() != QProcess::NormalExit || child.exitCode() != 0) {
+        ScriptOutcome stopped;
+        stopped.error = scriptError(u"The script was stopped before its end."_s, kScriptGeneralError);
+        co_return stopped;
+    }
     co_return decodeScriptAnswer(child.readAllStandardOutput());
 }
 

@@ -1,0 +1,101 @@
+#include "shell/AppTheme.h"
+#include "shell/Icons.h"
+#include "shell/PluginTableModel.h"
+#include "shell/ThemeController.h"
+#include "support/Fakes.h"
+
+#include <QApplication>
+#include <QImage>
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+namespace orvanlite::test {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// Source: WCAG 2.1, relative luminance and contrast ratio.
+double luminance(const QColor& colour)
+{
+    const auto linear = [](double part) {
+        return part <= 0.04045 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
+    };
+    return 0.2126 * linear(colour.redF()) + 0.7152 * linear(colour.greenF()) +
+           0.0722 * linear(colour.blueF());
+}
+
+QColor over(const QColor& ground, const QColor& colour)
+{
+    const double a = colour.alphaF();
+    const auto part = [a](double g, double c) { return static_cast<float>(g + a * (c - g)); };
+    return QColor::fromRgbF(part(ground.redF(), colour.redF()), part(ground.greenF(), colour.greenF()),
+                            part(ground.blueF(), colour.blueF()));
+}
+
+double contrast(const QColor& ground, const QColor& text)
+{
+    const double a = luminance(ground) + 0.05;
+    const double b = luminance(over(ground, text)) + 0.05;
+    return std::max(a, b) / std::min(a, b);
+}
+
+} // namespace
+
+TEST(AppThemeTest, TextIsLegibleInLightAndDark)
+{
+    for (const bool dark : {false, true}) {
+        SCOPED_TRACE(dark ? "dark" : "light");
+        const QPalette palette = AppTheme::palette(dark, AppTheme::defaultAccent(dark));
+        EXPECT_EQ(AppTheme::isDark(palette), dark);
+        // The window's ground at its strongest, a selected row and a badge on it.
+        const QColor window =
+            over(palette.color(QPalette::Window), AppTheme::withOpacity(AppTheme::primary(palette), 0.05));
+        const QColor selected = over(window, AppTheme::withOpacity(AppTheme::accent(palette), 0.26));
+        const QColor badge = over(selected, AppTheme::withOpacity(AppTheme::accent(palette), 0.1));
+        for (const QColor& ground : {window, selected, badge})
+            EXPECT_GE(contrast(ground, AppTheme::primary(palette)), 4.5);
+        EXPECT_GE(contrast(window, AppTheme::secondary(palette)), 4.5);
+        EXPECT_GE(contrast(selected, AppTheme::secondary(palette)), 4.5);
+        EXPECT_GE(contrast(window, palette.color(QPalette::PlaceholderText)), 4.5);
+    }
+}
+
+TEST(AppThemeTest, FollowsTheUsersChoiceAtRunTime)
+{
+    const QPalette before = QApplication::palette();
+    FakeAppearance appearance;
+    appearance.dark = false;
+    const ThemeController theme(appearance);
+    EXPECT_FALSE(AppTheme::isDark(QApplication::palette()));
+    appearance.dark = true;
+    appearance.accent = platform::Rgb{1, 0.5, 0};
+    appearance.notify();
+    EXPECT_TRUE(AppTheme::isDark(QApplication::palette()));
+    EXPECT_EQ(AppTheme::accent(QApplication::palette()).rgb(), QColor(255, 128, 0).rgb());
+    QApplication::setPalette(before);
+}
+
+TEST(IconsTest, EveryFormatHasAnIconThatTakesTheColour)
+{
+    for (const PluginFormat format : allCases<PluginFormat>) {
+        SCOPED_TRACE(qPrintable(rawValue(format)));
+        const QImage image = iconPixmap(formatIcon(format), 24, Qt::red, 2).toImage();
+        EXPECT_EQ(image.width(), 48);
+        int drawn = 0;
+        for (int y = 0; y < image.height(); ++y) {
+            for (int x = 0; x < image.width(); ++x) {
+                const QColor pixel = image.pixelColor(x, y);
+                if (pixel.alpha() < 200)
+                    continue;
+                ++drawn;
+                EXPECT_EQ(pixel.rgb(), QColor(Qt::red).rgb());
+            }
+        }
+        EXPECT_GT(drawn, 40);
+    }
+}
+
+} // namespace orvanlite::test

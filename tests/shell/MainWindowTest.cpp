@@ -1,0 +1,188 @@
+#include "ShellFixture.h"
+
+#include "shell/ViewUpdater.h"
+
+#include <QAccessible>
+#include <QMenuBar>
+#include <QSet>
+
+namespace orvanlite::test {
+
+class MainWindowTest : public ShellTest {};
+
+TEST_F(MainWindowTest, LaunchesWithItsNotificationAndItsFrame)
+{
+    m_root.addFile(u"/Applications/Orvanlite.app/Contents/Info.plist",
+                   infoPlist({{u"CFBundleShortVersionString"_s, u"7.8"_s}}));
+    launch();
+    ASSERT_FALSE(m_system.notifications.posted.empty());
+    const LocalNotificationCenter::Posted wanted{u"com.yourcompany.Orvanlite.appDidLaunch"_s,
+                                                 {{u"version"_s, u"7.8"_s}}};
+    EXPECT_EQ(m_system.notifications.posted.front(), wanted) << "before the first count";
+    EXPECT_EQ(window().windowTitle(), u"Orvanlite"_s);
+    EXPECT_EQ(window().size(), QSize(1200, 800));
+
+    window().resize(900, 700);
+    QTest::qWait(1);
+    window().close();
+    AppDelegate second(m_system.platform, m_database, m_log);
+    testing::internal::CaptureStdout();
+    second.applicationDidFinishLaunching();
+    settle();
+    testing::internal::GetCapturedStdout();
+    EXPECT_EQ(second.window()->size(), QSize(900, 700)) << "the saved frame wins over the centred one";
+}
+
+TEST_F(MainWindowTest, TellsVersionZeroWithoutAnInfoDictionary)
+{
+    launch();
+    EXPECT_EQ(m_system.notifications.posted.front().userInfo.value(u"version"_s), u"0"_s);
+}
+
+TEST_F(MainWindowTest, HasTheWholeMenu)
+{
+    launch();
+    QStringList lines;
+    for (const QAction* menu : window().menuBar()->actions()) {
+        lines.append(menu->text());
+        for (const QAction* entry : menu->menu()->actions()) {
+            const QString key = entry->shortcut().toString(QKeySequence::PortableText);
+            lines.append(entry->isSeparator() ? u"  --"_s : u"  "_s + entry->text() + u" "_s + key);
+        }
+    }
+    EXPECT_EQ(lines.join(u'\n'), u"Orvanlite\n"
+                                 "  About Orvanlite \n"
+                                 "  --\n"
+                                 "  Hide Orvanlite Ctrl+H\n"
+                                 "  Hide Others Ctrl+Alt+H\n"
+                                 "  Show All \n"
+                                 "  --\n"
+                                 "  Check for Updates… \n"
+                                 "  --\n"
+                                 "  Quit Orvanlite Ctrl+Q\n"
+                                 "Edit\n"
+                                 "  Undo Ctrl+Z\n"
+                                 "  Redo Ctrl+Shift+Z\n"
+                                 "  --\n"
+                                 "  Cut Ctrl+X\n"
+                                 "  Copy Ctrl+C\n"
+                                 "  Paste Ctrl+V\n"
+                                 "  Select All Ctrl+A\n"
+                                 "Window\n"
+                                 "  Minimize Ctrl+M\n"
+                                 "  Zoom \n"
+                                 "  --\n"
+                                 "  Close Window Ctrl+W"_s);
+}
+
+TEST_F(MainWindowTest, EditEntriesReachTheFieldWithTheFocus)
+{
+    launch();
+    auto& field = named<QLineEdit>(window(), u"searchField"_s);
+    window().activateWindow();
+    field.setFocus();
+    QTest::keyClicks(&field, u"reverb"_s);
+    window().findChild<QAction*>(u"selectAllAction"_s)->trigger();
+    EXPECT_EQ(field.selectedText(), u"reverb"_s);
+    window().findChild<QAction*>(u"cutAction"_s)->trigger();
+    EXPECT_EQ(*viewModel().searchText, QString()) << "what the menu does to the field reaches the filter";
+    window().findChild<QAction*>(u"pasteAction"_s)->trigger();
+    EXPECT_EQ(*viewModel().searchText, u"reverb"_s);
+}
+
+TEST_F(MainWindowTest, ClosingTheWindowEndsTheApplication)
+{
+    EXPECT_EQ(QGuiApplication::quitOnLastWindowClosed(), false) << "only the tests keep it from ending";
+    launch();
+    window().findChild<QAction*>(u"closeWindowAction"_s)->trigger();
+    EXPECT_FALSE(window().isVisible());
+}
+
+TEST_F(MainWindowTest, ScansAfterItsFirstPaintAndShowsThatItIsBusy)
+{
+    addPlugins(3);
+    bool wasPaintedBefore = false;
+    bool busyWasSeen = false;
+    testing::internal::CaptureStdout();
+    m_delegate.applicationDidFinishLaunching();
+    viewModel().isLoading.observe(&window(), [&] {
+        if (!*viewModel().isLoading)
+            return;
+        wasPaintedBefore = window().windowHandle()->isExposed();
+        busyWasSeen = named<QLabel>(window(), u"scanningLabel"_s).isVisible();
+    });
+    EXPECT_TRUE(viewModel().plugins->empty()) << "nothing is scanned before the window stands";
+    settle();
+    testing::internal::GetCapturedStdout();
+    EXPECT_TRUE(wasPaintedBefore);
+    EXPECT_TRUE(busyWasSeen);
+    EXPECT_FALSE(named<QLabel>(window(), u"scanningLabel"_s).isVisible());
+    EXPECT_EQ(footer(), u"Showing 3 of 3 plugins"_s);
+}
+
+TEST_F(MainWindowTest, ScanButtonScansAgain)
+{
+    launch();
+    EXPECT_EQ(footer(), u"Showing 0 of 0 plugins"_s);
+    addPlugins(2);
+    testing::internal::CaptureStdout();
+    auto& scan = named<QAbstractButton>(window(), u"scanButton"_s);
+    scan.setFocus();
+    QTest::keyClick(&scan, Qt::Key_Space);
+    settle();
+    testing::internal::GetCapturedStdout();
+    EXPECT_EQ(footer(), u"Showing 2 of 2 plugins"_s);
+}
+
+TEST_F(MainWindowTest, EveryControlHasANameAndAnIdentity)
+{
+    addPlugins(150);
+    launch();
+    search(u"plugin"_s);
+    QSet<QString> identities;
+    int controls = 0;
+    for (QWidget* widget : window().findChildren<QWidget*>()) {
+        if (!widget->isVisible() || widget->focusPolicy() == Qt::NoFocus || widget == &window())
+            continue;
+        ++controls;
+        EXPECT_FALSE(widget->objectName().isEmpty()) << widget->metaObject()->className();
+        EXPECT_FALSE(identities.contains(widget->objectName())) << qPrintable(widget->objectName());
+        identities.insert(widget->objectName());
+        QAccessibleInterface* spoken = QAccessible::queryAccessibleInterface(widget);
+        EXPECT_FALSE(spoken->text(QAccessible::Name).isEmpty()) << qPrintable(widget->objectName());
+    }
+    EXPECT_GE(controls, 5);
+
+    // Tab leads from the field through everything and back, and does not stay in the table's cells.
+    window().activateWindow();
+    named<QLineEdit>(window(), u"searchField"_s).setFocus();
+    QStringList stops;
+    for (int i = 0; i < controls; ++i) {
+        stops.append(QApplication::focusWidget()->objectName());
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    }
+    EXPECT_EQ(QApplication::focusWidget()->objectName(), u"searchField"_s) << qPrintable(stops.join(u' '));
+}
+
+TEST(ViewUpdaterTest, RendersOnceForAllChangesOfATurn)
+{
+    Observable<int> number{0};
+    Observable<QString> text;
+    int renders = 0;
+    ViewUpdater updater([&] { ++renders; });
+    updater.watch(number, text);
+    number = 1;
+    number = 1;
+    text = u"a"_s;
+    EXPECT_EQ(renders, 0);
+    turnEventLoop();
+    EXPECT_EQ(renders, 1);
+    updater.flush();
+    EXPECT_EQ(renders, 1) << "nothing is due";
+    number = 2;
+    updater.flush();
+    turnEventLoop();
+    EXPECT_EQ(renders, 2);
+}
+
+} // namespace orvanlite::test

@@ -1,0 +1,119 @@
+#include "shell/PluginTableModel.h"
+
+#include "model/Uuid.h"
+#include "support/Fakes.h"
+
+#include <QAbstractItemModelTester>
+#include <QSignalSpy>
+
+#include <gtest/gtest.h>
+
+namespace orvanlite::test {
+
+using namespace Qt::StringLiterals;
+
+class PluginTableModelTest : public testing::Test {
+protected:
+    static AudioPlugin plugin(const QString& name)
+    {
+        AudioPlugin made;
+        made.id = makeUuid();
+        made.name = name;
+        made.format = PluginFormat::wavesBundle;
+        made.currentPath = u"/Applications/Waves/"_s + name;
+        return made;
+    }
+    QVariant cell(PluginColumn column, int role = Qt::DisplayRole)
+    {
+        return m_model.index(0, static_cast<int>(column)).data(role);
+    }
+
+    FakeClock m_clock;
+    PluginTableModel m_model{m_clock};
+    QAbstractItemModelTester m_tester{&m_model, QAbstractItemModelTester::FailureReportingMode::Fatal};
+};
+
+TEST_F(PluginTableModelTest, TellsWhatChangedInsteadOfResetting)
+{
+    const AudioPlugins four{plugin(u"a"_s), plugin(u"b"_s), plugin(u"c"_s), plugin(u"d"_s)};
+    const AudioPlugins two(four.begin(), four.begin() + 2);
+    AudioPlugins switched = two;
+    switched[1].isEnabled = false;
+    const AudioPlugins turned{four[1], four[0]};
+    const struct {
+        const char* title;
+        AudioPlugins from;
+        AudioPlugins to;
+        int resets, changes, inserts, removals, switches;
+    } rows[] = {
+        {"the same", two, two, 0, 0, 0, 0, 0},       {"one switched", two, switched, 0, 1, 0, 0, 1},
+        {"longer", two, four, 0, 0, 1, 0, 0},        {"shorter", four, two, 0, 0, 0, 1, 0},
+        {"other order", two, turned, 1, 0, 0, 0, 0}, {"emptied", two, {}, 1, 0, 0, 0, 0},
+        {"nothing", {}, {}, 0, 0, 0, 0, 0},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.title);
+        m_model.setPlugins(row.from);
+        const QSignalSpy resets(&m_model, &QAbstractItemModel::modelReset);
+        const QSignalSpy changes(&m_model, &QAbstractItemModel::dataChanged);
+        const QSignalSpy inserts(&m_model, &QAbstractItemModel::rowsInserted);
+        const QSignalSpy removals(&m_model, &QAbstractItemModel::rowsRemoved);
+        const QSignalSpy switches(&m_model, &PluginTableModel::stateChanged);
+        m_model.setPlugins(row.to);
+        EXPECT_EQ(m_model.plugins(), row.to);
+        EXPECT_EQ(resets.size(), row.resets);
+        EXPECT_EQ(changes.size(), row.changes);
+        EXPECT_EQ(inserts.size(), row.inserts);
+        EXPECT_EQ(removals.size(), row.removals);
+        EXPECT_EQ(switches.size(), row.switches);
+    }
+}
+
+TEST_F(PluginTableModelTest, SpeaksForEveryCell)
+{
+    AudioPlugin row = plugin(u"Foo"_s);
+    m_model.setPlugins({row});
+    const struct {
+        PluginColumn column;
+        QString title, accessible, description;
+        bool isFaded;
+    } cells[] = {
+        {PluginColumn::status, u"Status"_s, u"Enabled"_s, u"Switch for Foo"_s, false},
+        {PluginColumn::name, u"Name"_s, u"Foo"_s, {}, false},
+        {PluginColumn::manufacturer, u"Manufacturer"_s, u"Unknown"_s, {}, true},
+        {PluginColumn::format, u"Format"_s, u"Waves"_s, {}, false},
+        {PluginColumn::version, u"Version"_s, u"Unknown"_s, {}, false},
+        {PluginColumn::lastUsed, u"Last Used(Est.)"_s, u"Unknown"_s, {}, true},
+    };
+    for (const auto& each : cells) {
+        SCOPED_TRACE(qPrintable(each.title));
+        EXPECT_EQ(m_model.headerData(static_cast<int>(each.column), Qt::Horizontal, Qt::DisplayRole),
+                  each.title);
+        EXPECT_EQ(cell(each.column, Qt::AccessibleTextRole), each.accessible);
+        EXPECT_EQ(cell(each.column, Qt::AccessibleDescriptionRole).toString(), each.description);
+        EXPECT_EQ(cell(each.column, PluginTableModel::IsFadedRole).toBool(), each.isFaded);
+    }
+    EXPECT_EQ(cell(PluginColumn::status, Qt::CheckStateRole), Qt::Checked);
+    row.manufacturer = u"Klang"_s;
+    row.version = QString();
+    row.lastUsed = Date::fromUnix(m_clock.now() - 3 * 86400);
+    m_model.setPlugins({row});
+    EXPECT_EQ(cell(PluginColumn::manufacturer, Qt::ToolTipRole), u"Visit Klang website"_s);
+    EXPECT_EQ(cell(PluginColumn::version), QString());
+    EXPECT_EQ(cell(PluginColumn::lastUsed), u"3 days ago"_s);
+    EXPECT_FALSE(cell(PluginColumn::lastUsed, PluginTableModel::IsFadedRole).toBool());
+}
+
+TEST_F(PluginTableModelTest, AsksForAToggleAndKeepsTheRow)
+{
+    m_model.setPlugins({plugin(u"Foo"_s)});
+    const QSignalSpy asked(&m_model, &PluginTableModel::toggleRequested);
+    const QModelIndex status = m_model.index(0, 0);
+    EXPECT_FALSE(m_model.setData(status, Qt::Checked, Qt::CheckStateRole)) << "it is on already";
+    EXPECT_FALSE(m_model.setData(m_model.index(0, 1), Qt::Unchecked, Qt::CheckStateRole));
+    EXPECT_TRUE(m_model.setData(status, Qt::Unchecked, Qt::CheckStateRole));
+    EXPECT_EQ(asked.size(), 1);
+    EXPECT_EQ(status.data(Qt::CheckStateRole), Qt::Checked) << "the file has not moved yet";
+}
+
+} // namespace orvanlite::test

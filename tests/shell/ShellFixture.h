@@ -1,0 +1,106 @@
+#pragma once
+
+#include "catalogue/PluginDatabase.h"
+#include "operations/PluginManagerViewModel.h"
+#include "platform/freedesktop/FreedesktopScriptRunner.h"
+#include "records/ActivityLogManager.h"
+#include "shell/AppDelegate.h"
+#include "shell/ContentView.h"
+#include "shell/MainWindow.h"
+#include "shell/PluginTableDelegate.h"
+#include "shell/PluginTableHeader.h"
+#include "shell/PluginTableModel.h"
+#include "shell/PluginTableView.h"
+#include "support/Fakes.h"
+
+#include <QAbstractButton>
+#include <QLabel>
+#include <QLineEdit>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+namespace orvanlite::test {
+
+using namespace Qt::StringLiterals;
+
+/// The control of that name; fails the test when it is missing.
+template <typename Widget>
+Widget& named(const QWidget& window, const QString& objectName)
+{
+    auto* found = window.findChild<Widget*>(objectName);
+    if (!found)
+        qFatal("no control is named %s", qPrintable(objectName));
+    return *found;
+}
+
+/// The whole application on a temporary root, with real files, a real catalogue and a real shell.
+class ShellTest : public testing::Test {
+protected:
+    ShellTest() { m_system.scripts.runner = &m_runner; }
+
+    /// Opens the window and waits for the first scan.
+    void launch()
+    {
+        testing::internal::CaptureStdout();
+        m_delegate.applicationDidFinishLaunching();
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(&window()));
+        settle();
+        testing::internal::GetCapturedStdout();
+    }
+    /// Lets the event loop turn until all that is due at once is done.
+    static void settle()
+    {
+        for (int turn = 0; turn < 4; ++turn)
+            turnEventLoop();
+    }
+    [[nodiscard]] MainWindow& window() { return *m_delegate.window(); }
+    [[nodiscard]] PluginManagerViewModel& viewModel()
+    {
+        return static_cast<ContentView*>(window().centralWidget())->pluginManager();
+    }
+    [[nodiscard]] PluginTableView& table() { return named<PluginTableView>(window(), u"pluginTable"_s); }
+    [[nodiscard]] QString footer() { return named<QLabel>(window(), u"shownLabel"_s).text(); }
+    [[nodiscard]] QStringList shownNames()
+    {
+        QStringList names;
+        for (int row = 0; row < table().model()->rowCount(); ++row)
+            names.append(table().model()->index(row, 1).data().toString());
+        return names;
+    }
+    void addPlugins(int count)
+    {
+        for (int i = 0; i < count; ++i)
+            m_root.addFile(u"/Library/Audio/Plug-Ins/VST3/Plugin %1.vst3"_s.arg(i, 4, 10, QChar(u'0')));
+    }
+    void search(const QString& text)
+    {
+        QTest::keyClicks(&named<QLineEdit>(window(), u"searchField"_s), text);
+        m_system.clock.advance(std::chrono::milliseconds(60));
+        settle();
+    }
+    void clickSwitch(int row)
+    {
+        const QRect cell = table().visualRect(table().model()->index(row, 0));
+        QTest::mouseClick(table().viewport(), Qt::LeftButton, {},
+                          PluginTableDelegate::switchRect(cell).center());
+    }
+    void clickHeader(int column)
+    {
+        PluginTableHeader& header = *table().header();
+        const QPoint place(header.sectionViewportPosition(column) + 20, header.height() / 2);
+        QTest::mouseClick(header.viewport(), Qt::LeftButton, {}, place);
+        settle();
+    }
+    /// Waits for a real child process.
+    static bool waitFor(const std::function<bool()>& condition) { return QTest::qWaitFor(condition, 20'000); }
+
+    TestPlatform m_system;
+    const TempRoot& m_root = m_system.root;
+    platform::FreedesktopScriptRunner m_runner{m_system.layout, platform::Elevation::none};
+    PluginDatabase m_database{m_system.platform, m_system.layout.applicationFolder() + u"/plugins.db"_s};
+    ActivityLogManager m_log{m_system.platform};
+    AppDelegate m_delegate{m_system.platform, m_database, m_log};
+};
+
+} // namespace orvanlite::test
