@@ -12,6 +12,8 @@ QCoro::Task<> watch(QCoro::Task<> task)
         co_await std::move(task);
     } catch (const std::exception& failure) {
         qCritical("an operation ended with an error that nobody took: %s", failure.what());
+    } catch (...) {
+        qCritical("an operation ended with an unknown error");
     }
 }
 

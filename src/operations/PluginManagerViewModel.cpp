@@ -2,6 +2,7 @@
 
 #include "model/Console.h"
 #include "operations/Detach.h"
+#include "operations/OperationErrors.h"
 #include "platform/Clock.h"
 #include "platform/Defaults.h"
 #include "platform/NotificationCenter.h"
@@ -53,17 +54,24 @@ QCoro::Task<> PluginManagerViewModel::scanForPlugins()
     const QPointer<PluginManagerViewModel> self(this);
     isLoading = true;
     error = std::nullopt;
-    const QSet<QString> existingKeys = m_database.getAllPluginKeys();
-    co_await m_scanner.scanAllPlugins();
-    if (!self)
-        co_return;
-    plugins = *m_scanner.discoveredPlugins;
-    m_database.replaceAllPlugins(*plugins);
-    allManufacturers = m_database.getDistinctManufacturers();
-    refreshFromDatabase();
-    isLoading = false;
-    detectNewPlugins(existingKeys);
-    if (const std::optional<PluginError> failure = *m_scanner.scanError)
+    std::optional<PluginError> failure;
+    try {
+        const QSet<QString> existingKeys = m_database.getAllPluginKeys();
+        co_await m_scanner.scanAllPlugins();
+        if (!self)
+            co_return;
+        plugins = *m_scanner.discoveredPlugins;
+        m_database.replaceAllPlugins(*plugins);
+        allManufacturers = m_database.getDistinctManufacturers();
+        refreshFromDatabase();
+        isLoading = false;
+        detectNewPlugins(existingKeys);
+        failure = *m_scanner.scanError;
+    } catch (const std::exception& thrown) {
+        failure = toPluginError(thrown); // e.g. out of memory: the window must not stay busy for ever
+        isLoading = false;
+    }
+    if (failure)
         error = failure;
 }
 

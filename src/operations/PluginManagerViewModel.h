@@ -7,7 +7,9 @@
 #include "model/Observable.h"
 #include "model/PluginError.h"
 #include "model/PluginKeyTransfer.h"
+#include "operations/BatchScript.h"
 #include "operations/PluginSort.h"
+#include "platform/ScriptRunner.h"
 
 #include <QObject>
 #include <QSet>
@@ -15,7 +17,8 @@
 
 #include <qcorotask.h>
 
-#include <array>
+#include <functional>
+#include <memory>
 #include <optional>
 #include <utility>
 
@@ -26,6 +29,7 @@ struct Platform;
 namespace orvanlite {
 
 class ActivityLogManager;
+class BatchProgress;
 
 /// What happens to a plugin file.
 enum class PluginOperation { enable = 0, disable = 1 };
@@ -34,13 +38,18 @@ enum class PluginOperation { enable = 0, disable = 1 };
 /// and every operation on plugin files goes through it. The views read its observable state and call its
 /// operations; assigning a filter or the sort reloads the list by itself.
 ///
-/// Sources: PluginManagerViewModel.cpp (state, scan, reload, paging), ...Selection.cpp, ...Toggle.cpp (one plugin's
-/// file), ...Waves.cpp.
+/// Sources: PluginManagerViewModel.cpp (state, scan, reload, paging), ...Selection.cpp, ...Bulk.cpp (the bulk pane's
+/// content), ...Toggle.cpp (one plugin's file), ...Batch.cpp (many with one request for rights), ...Deletion.cpp,
+/// ...Waves.cpp.
 class PluginManagerViewModel final : public QObject {
 public:
     /// Loads the first page of the catalogue. No scan is started.
     PluginManagerViewModel(const platform::Platform& platform, PluginDatabase& database,
                            ActivityLogManager& activityLog, QObject* parent = nullptr);
+
+    /// Where long batches report to; nowhere until this is called. It has to outlive every batch, also one that goes
+    /// on when this object has gone.
+    void setBatchProgress(BatchProgress* progress) { m_batchProgress = progress; }
 
     static constexpr int pageSize = 100;
 
@@ -92,6 +101,8 @@ public:
     void loadMoreIfNeeded();
     void loadAllPages();
     void resetView();
+    /// Brings `cachedPluginKeysTransfer` in step with the selection.
+    void updateCachedTransfer();
 
     /// What the tables show.
     [[nodiscard]] const AudioPlugins& filteredPlugins() const { return *displayedPlugins; }
@@ -101,10 +112,46 @@ public:
     [[nodiscard]] std::vector<std::pair<PluginFormat, int>> pluginCounts() const;
 
     void clearSelection();
+    /// Selects everything outside the current filter, and nothing else: it inverts the filter, not the selection.
+    void invertSelection();
+    /// Takes every plugin out of the selection whose name holds "waveshell" in any case.
+    void removeWavesPluginsFromSelection();
+    /// Takes all formats of a name out of the selection.
+    void deselectPluginsByName(const QString& name);
+    /// The table's marks have grown by these: they join the selection. What is unmarked stays in it, so that it
+    /// grows by clicks across searches.
+    void collectSelection(const QSet<QUuid>& added);
+    /// Whether the bulk pane would disable a Waves bundle.
+    [[nodiscard]] bool selectionContainsWavesBundleToDisable() const;
+
+    /// Folds the selection by name, with every variant switched on.
+    void refreshBulkPane();
+    void toggleBulkVariant(const QUuid& id);
+    /// The formats in the bulk pane, in ascending order of their raw values.
+    [[nodiscard]] std::vector<PluginFormat> selectedFormatsInBulk() const;
+    /// All variants of the format are switched on; false when there are none.
+    [[nodiscard]] bool isFormatFullyActive(PluginFormat format) const;
+    /// Some variants of the format are switched on, but not all.
+    [[nodiscard]] bool isFormatPartiallyActive(PluginFormat format) const;
+    /// Switches all variants of the format off if all are on, otherwise all on.
+    void toggleBulkFormat(PluginFormat format);
+    /// What a bulk action acts on: the selected plugins whose variant is switched on, by name. A fresh query.
+    [[nodiscard]] AudioPlugins bulkActionPlugins() const;
 
     /// Moves one plugin out of the hosts' sight or back, by the state in the record that is passed. A failure goes
     /// to `error`.
     QCoro::Task<> togglePlugin(AudioPlugin plugin);
+
+    /// Flips every plugin by its own state, with one script and one request for rights, whatever their number. From
+    /// 51 on the progress panel shows how far it has come. A failure goes to `error`.
+    QCoro::Task<> toggleMultiplePlugins(AudioPlugins plugins);
+
+    /// Removes the plugins' files for good, with one request for rights, and then their rows. Asks nothing itself.
+    /// A failure goes to `error`.
+    QCoro::Task<> deletePlugins(AudioPlugins plugins);
+
+    /// All Waves rows of a name, in the order of `plugins`.
+    [[nodiscard]] AudioPlugins allWavesPluginsMatchingName(const QString& name) const;
 
     /// Where a plugin of this format and place goes when it is disabled (a folder).
     [[nodiscard]] QString disabledFolder(const AudioPlugin& plugin) const;
@@ -115,12 +162,21 @@ private:
     [[nodiscard]] PluginFilter currentFilter() const;
     [[nodiscard]] AudioPlugins queryPage(int limit, int offset) const;
     void publishEnabledCount();
-    void updateCachedTransfer();
     QCoro::Task<> reloadAfterTyping();
     void detectNewPlugins(const QSet<QString>& existingKeys);
 
     QCoro::Task<AudioPlugin> performPluginOperation(AudioPlugin plugin, PluginOperation operation);
     [[nodiscard]] QString disabledDestination(const AudioPlugin& plugin) const;
+    [[nodiscard]] std::vector<AudioPlugin> selectedRecords() const;
+    void removeFromSelection(const std::function<bool(const AudioPlugin&)>& isMeant);
+    [[nodiscard]] QSet<QUuid> bulkVariantIds(PluginFormat format) const;
+    /// Runs a script while the windows take no input.
+    QCoro::Task<platform::ScriptOutcome> runScript(QString source);
+    QCoro::Task<AudioPlugins> performBatchOperations(std::vector<BatchItem> items);
+    QCoro::Task<> pollProgress(QString progressFile, int total, std::shared_ptr<bool> isCancelled);
+    /// What follows when the files have moved: rows, reload, log, Waves.
+    void recordBatch(const AudioPlugins& batch, const AudioPlugins& updated);
+    void logBatch(const AudioPlugins& plugins, bool wasEnabled);
     void performFileOperation(const QString& source, const QString& destination);
     QCoro::Task<> performWithAdminRights(QString source, QString destination, PluginOperation operation,
                                          bool clearAUCache);
@@ -129,6 +185,7 @@ private:
     PluginDatabase& m_database;
     ActivityLogManager& m_activityLog;
     PluginScanner m_scanner;
+    BatchProgress* m_batchProgress = nullptr;
     int m_currentOffset = 0;
     bool m_hasMorePages = false;
 };

@@ -1,12 +1,13 @@
 #include "operations/PluginManagerViewModel.h"
 
+#include "operations/OperationErrors.h"
 #include "operations/ShellQuoting.h"
 #include "platform/FileManager.h"
 #include "platform/Platform.h"
-#include "platform/ScriptRunner.h"
 #include "records/ActivityLogManager.h"
 
 #include <QPointer>
+#include <QScopeGuard>
 
 namespace orvanlite {
 
@@ -50,6 +51,14 @@ QString audioUnitCacheFlush(const platform::SystemLayout& layout)
 QCoro::Task<> PluginManagerViewModel::togglePlugin(AudioPlugin plugin)
 {
     const QPointer<PluginManagerViewModel> self(this);
+    if (plugin.format == PluginFormat::wavesBundle) {
+        // All installed versions of a Waves plugin go together.
+        AudioPlugins matches = allWavesPluginsMatchingName(plugin.name);
+        if (matches.size() >= 2) {
+            co_await toggleMultiplePlugins(std::move(matches));
+            co_return;
+        }
+    }
     const bool wasEnabled = plugin.isEnabled;
     std::optional<PluginError> failure;
     try {
@@ -63,12 +72,8 @@ QCoro::Task<> PluginManagerViewModel::togglePlugin(AudioPlugin plugin)
                           wasEnabled ? ActivityAction::disabled : ActivityAction::enabled);
         if (changed.format == PluginFormat::wavesBundle && !wasEnabled)
             runWavesAURegUtilities();
-    } catch (const PluginError& thrown) {
-        failure = thrown;
-    } catch (const platform::FileError& thrown) {
-        failure = PluginError(PluginError::Kind::unknownError, thrown.message);
     } catch (const std::exception& thrown) {
-        failure = PluginError(PluginError::Kind::unknownError, QString::fromUtf8(thrown.what()));
+        failure = toPluginError(thrown);
     }
     if (failure && self)
         error = failure;
@@ -136,16 +141,24 @@ QCoro::Task<> PluginManagerViewModel::performWithAdminRights(QString source, QSt
     // as a script that does not compile.
     const QString script = u"do shell script \""_s + command + u"\" with administrator privileges"_s;
 
-    const QPointer<PluginManagerViewModel> self(this);
-    isRunningScript = true;
-    const platform::ScriptOutcome outcome = co_await m_platform.scripts.execute(script);
-    if (self)
-        isRunningScript = false;
+    const platform::ScriptOutcome outcome = co_await runScript(script);
     if (outcome.succeeded())
         co_return;
     if (outcome.error && !outcome.error->isEmpty())
         throw PluginError(PluginError::Kind::permissionDenied, platform::description(*outcome.error));
     throw PluginError(PluginError::Kind::unknownError, u"Failed to execute AppleScript"_s);
+}
+
+QCoro::Task<platform::ScriptOutcome> PluginManagerViewModel::runScript(QString source)
+{
+    isRunningScript = true;
+    // However the script ends: with the mark left on, the windows would take no input ever again.
+    const auto finish = [self = QPointer<PluginManagerViewModel>(this)] {
+        if (self)
+            self->isRunningScript = false;
+    };
+    const auto atEnd = qScopeGuard(finish);
+    co_return co_await m_platform.scripts.execute(source);
 }
 
 } // namespace orvanlite

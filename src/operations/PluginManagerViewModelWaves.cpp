@@ -5,6 +5,7 @@
 #include "platform/ProcessLauncher.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace orvanlite {
 
@@ -29,6 +30,16 @@ bool isRegistrationUtility(const DirectoryEntry& entry)
 }
 
 } // namespace
+
+AudioPlugins PluginManagerViewModel::allWavesPluginsMatchingName(const QString& name) const
+{
+    AudioPlugins matches;
+    std::copy_if(plugins->begin(), plugins->end(), std::back_inserter(matches),
+                 [&name](const AudioPlugin& each) {
+                     return each.format == PluginFormat::wavesBundle && each.name == name;
+                 });
+    return matches;
+}
 
 void PluginManagerViewModel::runWavesAURegUtilities()
 {

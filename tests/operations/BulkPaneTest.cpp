@@ -1,0 +1,213 @@
+#include "OperationsFixture.h"
+
+namespace orvanlite::test {
+
+class BulkPaneTest : public OperationsTest {
+protected:
+    /// Puts a row into the catalogue and gives its id.
+    QUuid add(const QString& name, PluginFormat format, const QString& version = {}, bool isEnabled = true)
+    {
+        AudioPlugin plugin;
+        plugin.id = QUuid(++m_lastId, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0); // in the order of adding
+        plugin.name = name;
+        plugin.format = format;
+        plugin.originalPath = plugin.currentPath = u"/Library/"_s + name;
+        plugin.isEnabled = isEnabled;
+        if (!version.isEmpty())
+            plugin.version = version;
+        m_rows.push_back(plugin);
+        m_database.replaceAllPlugins(m_rows);
+        return plugin.id;
+    }
+    void select(const QSet<QUuid>& ids) { model().collectSelection(ids); }
+    /// "{name}: {badge}, {badge}", a variant that is switched off in brackets.
+    [[nodiscard]] QStringList pane()
+    {
+        QStringList groups;
+        for (const ConsolidatedPlugin& group : *model().consolidatedBulkPlugins) {
+            QStringList badges;
+            for (const FormatVariant& variant : group.variants) {
+                const bool isActive = model().bulkActiveVariants->contains(variant.id);
+                badges.append(isActive ? variant.badgeLabel() : u'[' + variant.badgeLabel() + u']');
+            }
+            groups.append(group.name + u": "_s + badges.join(u", "_s));
+        }
+        return groups;
+    }
+    [[nodiscard]] QStringList actedOn()
+    {
+        QStringList names;
+        for (const AudioPlugin& each : model().bulkActionPlugins())
+            names.append(each.name + u' ' + rawValue(each.format));
+        return names;
+    }
+    QSet<QUuid> allIds() { return m_database.getAllFilteredPluginIds({}); }
+
+    AudioPlugins m_rows;
+    uint m_lastId = 0;
+};
+
+TEST_F(BulkPaneTest, FoldsTheSelectionByName)
+{
+    EXPECT_TRUE(model().selectedFormatsInBulk().empty());
+    EXPECT_TRUE(model().bulkActionPlugins().empty());
+    add(u"reverb"_s, PluginFormat::clap);
+    add(u"Zoom"_s, PluginFormat::wavesBundle, u"V9"_s);
+    add(u"Zoom"_s, PluginFormat::wavesBundle, u"V14"_s);
+    add(u"Zoom"_s, PluginFormat::wavesBundle);
+    add(u"Reverb"_s, PluginFormat::vst3, u"2.0"_s);
+    add(u"Reverb"_s, PluginFormat::au);
+    add(u"alpha"_s, PluginFormat::vst2);
+    add(u"Beta"_s, PluginFormat::aax);
+    const QUuid outside = add(u"Not picked"_s, PluginFormat::vst3);
+    select(allIds().subtract({outside}));
+    select({makeUuid()}); // of an earlier scan
+    EXPECT_EQ(pane(), (QStringList{u"alpha: VST"_s, u"Beta: AAX"_s, u"reverb: CLAP"_s,
+                                   u"Reverb: Audio Units, VST3"_s, u"Zoom: V14, V9, Waves"_s}));
+    EXPECT_EQ(model().selectedFormatsInBulk(),
+              (std::vector{PluginFormat::aax, PluginFormat::au, PluginFormat::clap, PluginFormat::vst2,
+                           PluginFormat::vst3, PluginFormat::wavesBundle}));
+    EXPECT_EQ(actedOn(),
+              (QStringList{u"alpha VST"_s, u"Beta AAX"_s, u"reverb CLAP"_s, u"Reverb VST3"_s,
+                           u"Reverb Audio Units"_s, u"Zoom Waves"_s, u"Zoom Waves"_s, u"Zoom Waves"_s}));
+    model().clearSelection();
+    EXPECT_EQ(pane(), QStringList());
+    EXPECT_TRUE(model().bulkActiveVariants->isEmpty());
+}
+
+TEST_F(BulkPaneTest, SwitchesVariantsAndFormats)
+{
+    const QUuid first = add(u"A"_s, PluginFormat::vst3);
+    const QUuid second = add(u"B"_s, PluginFormat::vst3);
+    const QUuid other = add(u"B"_s, PluginFormat::au);
+    const QUuid later = add(u"C"_s, PluginFormat::clap);
+    select({first, second, other});
+    const auto variant = [this](const QUuid& id) { model().toggleBulkVariant(id); };
+    const auto vst3 = [this] { model().toggleBulkFormat(PluginFormat::vst3); };
+    const struct {
+        const char* step;
+        std::function<void()> act;
+        bool full;
+        bool part;
+        QString wanted;
+    } steps[] = {
+        {"at first", [] {}, true, false, u"A: VST3 / B: Audio Units, VST3"_s},
+        {"one off", [&] { variant(first); }, false, true, u"A: [VST3] / B: Audio Units, VST3"_s},
+        {"part to full", vst3, true, false, u"A: VST3 / B: Audio Units, VST3"_s},
+        {"full to none", vst3, false, false, u"A: [VST3] / B: Audio Units, [VST3]"_s},
+        {"one on", [&] { variant(second); }, false, true, u"A: [VST3] / B: Audio Units, VST3"_s},
+        {"one more picked", [&] { select({later}); }, true, false,
+         u"A: VST3 / B: Audio Units, VST3 / C: CLAP"_s},
+    };
+    for (const auto& each : steps) {
+        SCOPED_TRACE(each.step);
+        each.act();
+        EXPECT_EQ(pane().join(u" / "_s), each.wanted);
+        EXPECT_EQ(model().isFormatFullyActive(PluginFormat::vst3), each.full);
+        EXPECT_EQ(model().isFormatPartiallyActive(PluginFormat::vst3), each.part);
+        EXPECT_FALSE(model().isFormatFullyActive(PluginFormat::aax)) << "none is there";
+        EXPECT_FALSE(model().isFormatPartiallyActive(PluginFormat::aax));
+    }
+    model().toggleBulkFormat(PluginFormat::vst3);
+    EXPECT_EQ(actedOn(), (QStringList{u"B Audio Units"_s, u"C CLAP"_s}));
+}
+
+TEST_F(BulkPaneTest, ShowsStatesOfItsLastRebuildAndActsOnFreshOnes)
+{
+    const QUuid waves = add(u"W"_s, PluginFormat::wavesBundle, u"V14"_s);
+    select({add(u"A"_s, PluginFormat::vst3), waves});
+    EXPECT_TRUE(model().selectionContainsWavesBundleToDisable());
+    m_system.scripts.answerNext({QString(), std::nullopt});
+    runTask(model().toggleMultiplePlugins(model().bulkActionPlugins()));
+    for (const ConsolidatedPlugin& group : *model().consolidatedBulkPlugins)
+        EXPECT_TRUE(group.variants.at(0).isEnabled) << qPrintable(group.name);
+    for (const AudioPlugin& each : model().bulkActionPlugins())
+        EXPECT_FALSE(each.isEnabled) << qPrintable(each.name);
+    EXPECT_FALSE(model().selectionContainsWavesBundleToDisable()) << "it is disabled already";
+    model().refreshBulkPane();
+    EXPECT_FALSE(model().consolidatedBulkPlugins->front().variants.at(0).isEnabled);
+    model().toggleBulkVariant(waves);
+    EXPECT_FALSE(model().selectionContainsWavesBundleToDisable());
+}
+
+TEST_F(BulkPaneTest, GrowsByMarksAcrossSearches)
+{
+    const QUuid alpha = add(u"Alpha"_s, PluginFormat::vst3);
+    const QUuid beta = add(u"Beta"_s, PluginFormat::clap);
+    model().selectedFormats = QSet<PluginFormat>{PluginFormat::vst3};
+    model().selectedPlugins = QSet<QUuid>{alpha};
+    select({alpha});
+    model().selectedFormats = QSet<PluginFormat>{PluginFormat::clap};
+    EXPECT_EQ(*model().selectedPlugins, QSet<QUuid>()) << "its row is filtered away";
+    select({beta});
+    EXPECT_EQ(pane(), (QStringList{u"Alpha: VST3"_s, u"Beta: CLAP"_s}));
+    EXPECT_EQ(model().cachedPluginKeysTransfer->keys.size(), 2);
+    model().selectedFormats.clear();
+    model().selectedPlugins.clear(); // the user unmarks all rows
+    EXPECT_EQ(model().persistedSelections, (QSet<QUuid>{alpha, beta}));
+    model().refreshFromDatabase();
+    EXPECT_EQ(*model().selectedPlugins, (QSet<QUuid>{alpha, beta}));
+    model().resetView();
+    EXPECT_TRUE(model().persistedSelections.isEmpty() && model().selectedPlugins->isEmpty());
+    EXPECT_TRUE(model().cachedPluginKeysTransfer->keys.isEmpty());
+    EXPECT_EQ(pane(), QStringList());
+}
+
+TEST_F(BulkPaneTest, InvertsTheFilterAndNotTheSelection)
+{
+    add(u"One"_s, PluginFormat::vst3);
+    const QUuid two = add(u"Two"_s, PluginFormat::vst3);
+    add(u"Three"_s, PluginFormat::clap);
+    add(u"Four"_s, PluginFormat::au);
+    const struct {
+        const char* title;
+        QString search;
+        QSet<PluginFormat> formats;
+        QStringList wanted;
+    } cases[] = {
+        {"by format", {}, {PluginFormat::vst3}, {u"Four: Audio Units"_s, u"Three: CLAP"_s}},
+        {"by search", u"o"_s, {}, {u"Three: CLAP"_s}},
+        {"by both", u"o"_s, {PluginFormat::vst3}, {u"Four: Audio Units"_s, u"Three: CLAP"_s}},
+        {"no filter", {}, {}, {}},
+    };
+    for (const auto& each : cases) {
+        SCOPED_TRACE(each.title);
+        model().searchText = each.search;
+        model().selectedFormats = each.formats;
+        model().selectedPlugins = QSet<QUuid>{two};
+        select({two});
+        model().invertSelection();
+        EXPECT_EQ(pane(), each.wanted);
+        EXPECT_TRUE(model().selectedPlugins->isEmpty());
+        EXPECT_EQ(model().cachedPluginKeysTransfer->keys.size(), each.wanted.size());
+    }
+}
+
+TEST_F(BulkPaneTest, TakesNamesOutOfTheSelection)
+{
+    const QUuid shell = add(u"Waveshell-VST3 9"_s, PluginFormat::wavesBundle);
+    const QUuid inside = add(u"My WAVESHELL copy"_s, PluginFormat::clap);
+    const QUuid longS = add(u"Wave\u017Fhell"_s, PluginFormat::clap); // another letter, whatever folding says
+    const QUuid foo = add(u"Foo"_s, PluginFormat::vst3);
+    const QUuid fooToo = add(u"Foo"_s, PluginFormat::au);
+    const QUuid lower = add(u"foo"_s, PluginFormat::au);
+    select(allIds());
+    model().refreshFromDatabase();
+    model().toggleBulkVariant(foo);
+    model().deselectPluginsByName(u"Not there"_s);
+    EXPECT_EQ(model().persistedSelections.size(), 6);
+    EXPECT_TRUE(model().bulkActiveVariants->contains(foo)) << "the pane is rebuilt all the same";
+
+    model().removeWavesPluginsFromSelection();
+    EXPECT_EQ(model().persistedSelections, allIds().subtract({shell, inside}));
+    EXPECT_EQ(*model().selectedPlugins, model().persistedSelections);
+    EXPECT_EQ(model().cachedPluginKeysTransfer->keys.size(), 4);
+
+    model().deselectPluginsByName(u"Foo"_s);
+    EXPECT_EQ(model().persistedSelections, (QSet<QUuid>{longS, lower}));
+    EXPECT_EQ(*model().selectedPlugins, model().persistedSelections);
+    EXPECT_EQ(pane(), (QStringList{u"foo: Audio Units"_s, u"Wave\u017Fhell: CLAP"_s}));
+    EXPECT_FALSE(model().persistedSelections.contains(fooToo));
+}
+
+} // namespace orvanlite::test
