@@ -22,11 +22,9 @@ constexpr QSize kWindowSize(1200, 800);
 
 } // namespace
 
-AppDelegate::AppDelegate(const platform::Platform& platform, PluginDatabase& database,
-                         ActivityLogManager& activityLog)
+AppDelegate::AppDelegate(const platform::Platform& platform, const SharedObjects& shared)
     : m_platform(platform)
-    , m_database(database)
-    , m_activityLog(activityLog)
+    , m_shared(shared)
 {}
 
 AppDelegate::~AppDelegate() = default;
@@ -38,12 +36,11 @@ void AppDelegate::applicationDidFinishLaunching()
     m_theme = std::make_unique<ThemeController>(m_platform.appearance);
     m_window = std::make_unique<MainWindow>(m_platform.defaults.standard());
     buildMenuBar(*m_window, m_platform.mainBundle);
-    m_window->resize(kWindowSize);
-    m_window->center();
+    m_window->center(kWindowSize);
     // After the centring: a frame that was saved earlier wins.
     m_window->setFrameAutosaveName(u"Orvanlite"_s);
     m_window->setWindowTitle(u"Orvanlite"_s);
-    m_window->setCentralWidget(new ContentView(m_platform, m_database, m_activityLog));
+    m_window->setCentralWidget(new ContentView(m_platform, m_shared));
     m_window->show();
     m_window->raise();
     m_window->activateWindow();

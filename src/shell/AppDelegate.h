@@ -1,5 +1,7 @@
 #pragma once
 
+#include "shell/SharedObjects.h"
+
 #include <QObject>
 
 #include <memory>
@@ -10,9 +12,7 @@ struct Platform;
 
 namespace orvanlite {
 
-class ActivityLogManager;
 class MainWindow;
-class PluginDatabase;
 class ThemeController;
 
 /// Starts the application: the launch notification, the menu and the window, which it owns.
@@ -20,8 +20,7 @@ class AppDelegate final : public QObject {
     Q_OBJECT
 
 public:
-    AppDelegate(const platform::Platform& platform, PluginDatabase& database,
-                ActivityLogManager& activityLog);
+    AppDelegate(const platform::Platform& platform, const SharedObjects& shared);
     ~AppDelegate() override;
 
     /// To be called once, when the event loop runs.
@@ -35,8 +34,7 @@ private:
     void setApplicationIcon();
 
     const platform::Platform& m_platform;
-    PluginDatabase& m_database;
-    ActivityLogManager& m_activityLog;
+    SharedObjects m_shared;
     std::unique_ptr<ThemeController> m_theme;
     std::unique_ptr<MainWindow> m_window;
 };

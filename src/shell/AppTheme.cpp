@@ -2,9 +2,36 @@
 
 #include <QPainter>
 
+#include <cmath>
+
 namespace orvanlite {
 
 namespace AppTheme {
+
+namespace {
+
+/// How strongly a tint may colour the ground under text of its own colour.
+constexpr double kStrongestTint = 0.28;
+constexpr double kLegibleContrast = 4.5;
+
+/// Source: WCAG 2.1, relative luminance.
+double luminance(const QColor& colour)
+{
+    const auto linear = [](double part) {
+        return part <= 0.04045 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
+    };
+    return 0.2126 * linear(colour.redF()) + 0.7152 * linear(colour.greenF()) +
+           0.0722 * linear(colour.blueF());
+}
+
+QColor mixed(const QColor& from, const QColor& to, double share)
+{
+    const auto part = [share](double f, double t) { return static_cast<float>(f + share * (t - f)); };
+    return QColor::fromRgbF(part(from.redF(), to.redF()), part(from.greenF(), to.greenF()),
+                            part(from.blueF(), to.blueF()));
+}
+
+} // namespace
 
 QColor withOpacity(QColor colour, double opacity)
 {
@@ -55,6 +82,37 @@ QColor switchOn() { return QColor(52, 199, 89); }
 
 QColor actionText() { return QColor(221, 72, 116); }
 
+QColor green(const QPalette& palette) { return isDark(palette) ? QColor(48, 209, 88) : QColor(40, 167, 69); }
+
+QColor orange(const QPalette& palette)
+{
+    return isDark(palette) ? QColor(255, 159, 10) : QColor(235, 125, 0);
+}
+
+QColor red(const QPalette& palette) { return isDark(palette) ? QColor(255, 95, 86) : QColor(224, 49, 49); }
+
+QColor blue(const QPalette& palette) { return isDark(palette) ? QColor(64, 156, 255) : QColor(0, 112, 230); }
+
+QColor gray(const QPalette& palette)
+{
+    return isDark(palette) ? QColor(152, 152, 157) : QColor(130, 130, 136);
+}
+
+QColor legible(const QColor& colour, const QPalette& palette)
+{
+    const QColor end = isDark(palette) ? Qt::white : Qt::black;
+    // Cards lie on the window's own shade: together a tenth of the way to its text.
+    const QColor card = mixed(palette.color(QPalette::Active, QPalette::Window), primary(palette), 0.1);
+    const double ground = luminance(mixed(card, colour, kStrongestTint)) + 0.05;
+    for (double share = 0; share < 1; share += 0.05) {
+        const QColor text = mixed(colour, end, share);
+        const double ink = luminance(text) + 0.05;
+        if (std::max(ground, ink) / std::min(ground, ink) >= kLegibleContrast)
+            return text;
+    }
+    return end;
+}
+
 QColor defaultAccent(bool dark) { return dark ? QColor(10, 132, 255) : QColor(0, 122, 255); }
 
 QPalette palette(bool dark, const QColor& accent)
@@ -69,6 +127,7 @@ QPalette palette(bool dark, const QColor& accent)
     QPalette made(text, button, button.lighter(dark ? 130 : 105), window.darker(dark ? 160 : 130),
                   window.darker(115), text, Qt::white, base, window);
     made.setColor(QPalette::AlternateBase, alternate);
+    made.setColor(QPalette::Mid, dark ? window.lighter(200) : window.darker(118)); // dividers
     made.setColor(QPalette::Highlight, accent);
     made.setColor(QPalette::HighlightedText, Qt::white);
     made.setColor(QPalette::PlaceholderText, withOpacity(text, dark ? 0.64 : 0.68));

@@ -42,6 +42,15 @@ namespace AppTheme {
 /// Plain text buttons of the tool row.
 [[nodiscard]] QColor actionText();
 
+/// Signs and tints. For text in one of them, see legible().
+[[nodiscard]] QColor green(const QPalette& palette);
+[[nodiscard]] QColor orange(const QPalette& palette);
+[[nodiscard]] QColor red(const QPalette& palette);
+[[nodiscard]] QColor blue(const QPalette& palette);
+[[nodiscard]] QColor gray(const QPalette& palette);
+/// The colour, moved as far to black or white as text in it needs for at least 4.5 to 1 on a card of the same tint.
+[[nodiscard]] QColor legible(const QColor& colour, const QPalette& palette);
+
 /// The palette of the application in light or dark.
 [[nodiscard]] QPalette palette(bool dark, const QColor& accent);
 /// The accent of systems that name none.

@@ -4,6 +4,7 @@
 #include "platform/Platform.h"
 #include "records/ActivityLogManager.h"
 #include "shell/AppDelegate.h"
+#include "shell/ProgressWindowManager.h"
 
 #include <QApplication>
 
@@ -19,7 +20,9 @@ int runGui(int& argc, char** argv)
     const auto services =
         platform::makePlatformServices(platform::SystemLayout::ofThisMachine(), platform::Elevation::ask);
     const platform::Platform platform = services->platform();
-    AppDelegate delegate(platform, PluginDatabase::shared(platform), ActivityLogManager::shared(platform));
+    const SharedObjects shared{PluginDatabase::shared(platform), ActivityLogManager::shared(platform),
+                               ProgressWindowManager::shared(platform)};
+    AppDelegate delegate(platform, shared);
     QMetaObject::invokeMethod(&delegate, &AppDelegate::applicationDidFinishLaunching, Qt::QueuedConnection);
     return QApplication::exec();
 }

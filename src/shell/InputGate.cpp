@@ -33,8 +33,8 @@ bool InputGate::eventFilter(QObject* /*watched*/, QEvent* event)
         const auto* key = static_cast<QKeyEvent*>(event);
         return !key->matches(QKeySequence::Close) && !key->matches(QKeySequence::Quit);
     }
+    // Releases pass: what was held when the gate closed must be let go. Nothing can have been pressed since.
     case QEvent::MouseButtonPress:
-    case QEvent::MouseButtonRelease:
     case QEvent::MouseButtonDblClick:
     case QEvent::MouseMove:
     case QEvent::Wheel:

@@ -5,14 +5,16 @@
 #include "platform/Appearance.h"
 #include "platform/Platform.h"
 #include "shell/AppTheme.h"
+#include "shell/BulkActionsView.h"
+#include "shell/DragHandle.h"
 #include "shell/PluginListView.h"
 #include "shell/PressButton.h"
 #include "shell/SearchBar.h"
-#include "shell/Spinner.h"
 #include "shell/ViewUpdater.h"
 
 #include <QHBoxLayout>
-#include <QLabel>
+
+#include <algorithm>
 
 namespace orvanlite {
 
@@ -22,7 +24,8 @@ namespace {
 
 constexpr int kToolSpacing = 10;
 constexpr int kDividerHeight = 16;
-constexpr int kBusySpinner = 14;
+constexpr double kSmallestPane = 80;
+constexpr double kLargestPane = 500;
 
 QWidget* makeDivider(QWidget* parent)
 {
@@ -35,8 +38,8 @@ QWidget* makeDivider(QWidget* parent)
 
 } // namespace
 
-MainContentView::MainContentView(PluginManagerViewModel& viewModel, const platform::Platform& platform,
-                                 QWidget* parent)
+MainContentView::MainContentView(PluginManagerViewModel& viewModel, BulkConfirmation& confirmation,
+                                 const platform::Platform& platform, QWidget* parent)
     : QWidget(parent)
     , m_viewModel(viewModel)
     , m_updates(new ViewUpdater([this] { render(); }, this))
@@ -45,16 +48,22 @@ MainContentView::MainContentView(PluginManagerViewModel& viewModel, const platfo
     auto* toolRow = new QWidget(this);
     buildToolRow(toolRow, platform);
     m_list = new PluginListView(viewModel, platform, this);
+    m_handle = new DragHandle(this);
+    m_bulkActions = new BulkActionsView(viewModel, confirmation, platform, this);
+    m_bulkActions->setPaneHeight(m_bulkPaneHeight);
+    connect(m_handle, &DragHandle::dragged, this, &MainContentView::resizeBulkPane);
 
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(0);
     column->addWidget(toolRow);
     column->addWidget(m_list, 1);
+    column->addWidget(m_handle);
+    column->addWidget(m_bulkActions);
 
-    m_updates->watch(viewModel.isLoading);
-    // A scan holds the event loop from its start to its end: what tells of it must be painted before.
-    viewModel.isLoading.observe(this, [this] { showBusyState(); });
+    // The selection itself tells nobody of its changes; these do, each time that it has changed.
+    m_updates->watch(viewModel.selectedPlugins, viewModel.consolidatedBulkPlugins,
+                     viewModel.displayedPlugins);
     render();
 }
 
@@ -70,36 +79,32 @@ void MainContentView::buildToolRow(QWidget* row, const platform::Platform& platf
     QFont bold = m_scan->font();
     bold.setWeight(QFont::DemiBold); // helps a colour that is weak on a light ground
     m_scan->setFont(bold);
-    connect(m_scan, &QAbstractButton::clicked, this, [this] { detach(m_viewModel.scanForPlugins()); });
-
-    m_busy = new QWidget(row);
-    auto* busyRow = new QHBoxLayout(m_busy);
-    busyRow->setContentsMargins(0, 0, 0, 0);
-    busyRow->setSpacing(AppTheme::kSpace2);
-    auto* busyText = new QLabel(u"Scanning..."_s, m_busy);
-    busyText->setObjectName(u"scanningLabel"_s);
-    busyText->setForegroundRole(QPalette::PlaceholderText);
-    busyRow->addWidget(new Spinner(kBusySpinner, reducesMotion, m_busy));
-    busyRow->addWidget(busyText);
+    connect(m_scan, &QAbstractButton::clicked, this, [this] {
+        if (!*m_viewModel.isRunningScript)
+            detach(m_viewModel.scanForPlugins());
+    });
 
     auto* layout = new QHBoxLayout(row);
     layout->setContentsMargins(AppTheme::kSpace5, AppTheme::kSpace3, AppTheme::kSpace5, AppTheme::kSpace3);
     layout->setSpacing(kToolSpacing);
     layout->addWidget(search, 1);
     layout->addWidget(makeDivider(row));
-    layout->addWidget(m_busy);
     layout->addWidget(m_scan);
 }
 
-void MainContentView::render() { m_busy->setVisible(*m_viewModel.isLoading); }
-
-void MainContentView::showBusyState()
+void MainContentView::render()
 {
-    if (!*m_viewModel.isLoading || !isVisible())
-        return;
-    m_updates->flush();
-    layout()->activate();
-    window()->repaint();
+    const bool hasSelection = !m_viewModel.persistedSelections.isEmpty();
+    m_handle->setVisible(hasSelection);
+    m_bulkActions->setVisible(hasSelection);
+}
+
+void MainContentView::resizeBulkPane(double translation)
+{
+    // On purpose: the way counts from the start of the drag while the height is the changed one already, so that the
+    // pane runs ahead of the pointer.
+    m_bulkPaneHeight = std::clamp(m_bulkPaneHeight - translation, kSmallestPane, kLargestPane);
+    m_bulkActions->setPaneHeight(m_bulkPaneHeight);
 }
 
 } // namespace orvanlite

@@ -56,7 +56,7 @@ void addHidingEntries(QMenu* menu, QMainWindow& window)
 
 void addApplicationMenu(QMenuBar* bar, QMainWindow& window, const platform::MainBundle& bundle)
 {
-    QMenu* menu = bar->addMenu(u"Orvanlite"_s);
+    QMenu* menu = bar->addMenu(u"&Orvanlite"_s);
     QAction* about = addEntry(menu, u"About Orvanlite"_s, {}, u"aboutAction"_s);
     about->setMenuRole(QAction::AboutRole);
     QObject::connect(about, &QAction::triggered, &window,
@@ -95,7 +95,7 @@ void addEditMenu(QMenuBar* bar, QMainWindow& window)
                                             {u"Copy"_s, "copy", u"Ctrl+C"_s},
                                             {u"Paste"_s, "paste", u"Ctrl+V"_s},
                                             {u"Select All"_s, "selectAll", u"Ctrl+A"_s}}};
-    QMenu* menu = bar->addMenu(u"Edit"_s);
+    QMenu* menu = bar->addMenu(u"&Edit"_s);
     for (const EditEntry& entry : entries) {
         QAction* action = addEntry(menu, entry.title, QKeySequence(entry.key),
                                    QString::fromLatin1(entry.slot) + u"Action"_s);
@@ -107,7 +107,7 @@ void addEditMenu(QMenuBar* bar, QMainWindow& window)
 
 void addWindowMenu(QMenuBar* bar, QMainWindow& window)
 {
-    QMenu* menu = bar->addMenu(u"Window"_s);
+    QMenu* menu = bar->addMenu(u"&Window"_s);
     QAction* minimize = addEntry(menu, u"Minimize"_s, QKeySequence(u"Ctrl+M"_s), u"minimizeAction"_s);
     QObject::connect(minimize, &QAction::triggered, &window, &QWidget::showMinimized);
     QAction* zoom = addEntry(menu, u"Zoom"_s, {}, u"zoomAction"_s);

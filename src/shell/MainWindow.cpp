@@ -5,6 +5,8 @@
 #include <QEvent>
 #include <QScreen>
 
+#include <algorithm>
+
 namespace orvanlite {
 
 using namespace Qt::StringLiterals;
@@ -12,6 +14,9 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int kSaveDelayMilliseconds = 400;
+constexpr QSize kSmallestSize(640, 420);
+/// What a window manager usually puts above a window; its real height is known only once the window is shown.
+constexpr int kTitleBar = 32;
 
 } // namespace
 
@@ -19,6 +24,7 @@ MainWindow::MainWindow(platform::Defaults& defaults)
     : m_defaults(defaults)
 {
     setObjectName(u"mainWindow"_s);
+    setMinimumSize(kSmallestSize);
     m_saveTimer.setSingleShot(true);
     m_saveTimer.setInterval(kSaveDelayMilliseconds);
     connect(&m_saveTimer, &QTimer::timeout, this, &MainWindow::saveFrame);
@@ -32,10 +38,13 @@ void MainWindow::setFrameAutosaveName(const QString& name)
         restoreGeometry(frame);
 }
 
-void MainWindow::center()
+void MainWindow::center(const QSize& wanted)
 {
-    const QRect available = screen()->availableGeometry();
-    move(available.center() - QPoint(width() / 2, height() / 2));
+    const QRect available = screen()->availableGeometry().adjusted(0, kTitleBar, 0, 0);
+    const QSize size = wanted.boundedTo(available.size()).expandedTo(minimumSize());
+    const QPoint corner = available.center() - QPoint(size.width() / 2, size.height() / 2);
+    setGeometry(
+        QRect(QPoint(std::max(corner.x(), available.left()), std::max(corner.y(), available.top())), size));
 }
 
 void MainWindow::frameChanged()

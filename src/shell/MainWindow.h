@@ -18,8 +18,8 @@ public:
 
     /// Takes the frame that was saved under the name, if there is one, and saves every later one there.
     void setFrameAutosaveName(const QString& name);
-    /// Puts the window in the middle of its screen.
-    void center();
+    /// Takes this size, or as much of it as the screen has, in the middle of the screen.
+    void center(const QSize& wanted);
 
 protected:
     void moveEvent(QMoveEvent* event) override;

@@ -7,6 +7,7 @@
 #include "platform/Workspace.h"
 #include "shell/AppTheme.h"
 #include "shell/ManufacturerWebsites.h"
+#include "shell/PluginContextMenu.h"
 #include "shell/PluginTableHeader.h"
 #include "shell/PluginTableModel.h"
 #include "shell/PluginTableView.h"
@@ -16,6 +17,7 @@
 
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QMenu>
 #include <QScopedValueRollback>
 #include <QScrollBar>
 
@@ -30,6 +32,7 @@ constexpr int kHintCount = 101;
 
 /// Brings the first column in line with the footer and the tool row.
 constexpr int kTableInset = 10;
+constexpr int kSpinnerSize = 12;
 
 constexpr std::array<PluginSortKey, kPluginColumnCount> kColumnSortKeys{
     PluginSortKey::statusValue, PluginSortKey::name,         PluginSortKey::manufacturer,
@@ -73,17 +76,36 @@ PluginListView::PluginListView(PluginManagerViewModel& viewModel, const platform
     inset->addWidget(m_table);
     column->addLayout(inset, 1);
     column->addWidget(m_footer);
+    m_empty = caption(u"emptyTableLabel"_s, 1, m_table->viewport());
+    m_empty->setText(u"No plugins to show"_s);
+    m_empty->setAlignment(Qt::AlignCenter);
+    auto* middle = new QVBoxLayout(m_table->viewport());
+    middle->addWidget(m_empty);
     connectTable();
     m_updates->watch(viewModel.displayedPlugins, viewModel.totalPluginCount, viewModel.selectedPlugins,
-                     viewModel.sortOrder);
+                     viewModel.sortOrder, viewModel.isLoading);
+    // A scan holds the event loop from its start to its end: what tells of it must be painted before.
+    viewModel.isLoading.observe(this, [this] { showBusyState(); });
+    setTabOrder(m_table->header(), m_table);
+    setTabOrder(m_table, m_loadAll);
     render();
+}
+
+void PluginListView::showBusyState()
+{
+    m_hasScanned = m_hasScanned || !*m_viewModel.isLoading;
+    if (!*m_viewModel.isLoading || !isVisible())
+        return;
+    m_updates->flush();
+    m_footer->layout()->activate();
+    window()->repaint();
 }
 
 void PluginListView::buildFooter()
 {
     m_footer->setObjectName(u"tableFooter"_s);
     m_shown = caption(u"shownLabel"_s, 0.92, m_footer);
-    m_spinner = new Spinner(12, m_platform.appearance.reducesMotion(), m_footer);
+    m_spinner = new Spinner(kSpinnerSize, m_platform.appearance.reducesMotion(), m_footer);
     m_loadAll =
         new PressButton(u"Load All"_s, u"arrow.down.to.line"_s, PressButton::Ground::accent, m_footer);
     m_loadAll->setObjectName(u"loadAllButton"_s);
@@ -92,11 +114,21 @@ void PluginListView::buildFooter()
     m_hint = caption(u"keysHint"_s, 0.82, m_footer);
     m_hint->setText(u"⌘↑ Top · ⌘↓ Bottom"_s);
 
+    m_busy = new QWidget(m_footer);
+    auto* busyRow = new QHBoxLayout(m_busy);
+    busyRow->setContentsMargins(AppTheme::kSpace2, 0, 0, 0);
+    busyRow->setSpacing(AppTheme::kSpace2);
+    QLabel* busyText = caption(u"scanningLabel"_s, 0.92, m_busy);
+    busyText->setText(u"Scanning..."_s);
+    busyRow->addWidget(new Spinner(kSpinnerSize, m_platform.appearance.reducesMotion(), m_busy));
+    busyRow->addWidget(busyText);
+
     auto* row = new QHBoxLayout(m_footer);
     row->setContentsMargins(AppTheme::kSpace5, AppTheme::kSpace1, AppTheme::kSpace5, AppTheme::kSpace1);
     row->setSpacing(AppTheme::kSpace2);
     row->addWidget(m_shown);
     row->addWidget(m_spinner);
+    row->addWidget(m_busy);
     row->addStretch(1);
     row->addWidget(m_loadAll);
     row->addWidget(m_hint);
@@ -111,13 +143,17 @@ void PluginListView::connectTable()
     connect(m_table->selectionModel(), &QItemSelectionModel::selectionChanged, this,
             &PluginListView::takeOverSelection);
     connect(m_table, &PluginTableView::viewportChanged, m_updates, &ViewUpdater::schedule);
-    connect(m_table->verticalScrollBar(), &QAbstractSlider::actionTriggered, this,
-            [this] { m_wantedScroll.reset(); });
     connect(m_table, &PluginTableView::linkActivated, this, [this](const QModelIndex& index) {
         m_platform.workspace.open(manufacturerWebsiteURL(m_model->plugin(index.row()).manufacturer));
     });
-    connect(m_model, &PluginTableModel::toggleRequested, this,
-            [this](const AudioPlugin& plugin) { detach(m_viewModel.togglePlugin(plugin)); });
+    m_table->setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(m_table, &QWidget::customContextMenuRequested, this, &PluginListView::showContextMenu);
+    m_viewModel.selectedPlugins.observe(this, [this] { selectionChanged(); });
+    connect(m_model, &PluginTableModel::toggleRequested, this, [this](const AudioPlugin& plugin) {
+        // A screen reader's action does not come as input that could be kept away.
+        if (!*m_viewModel.isRunningScript)
+            detach(m_viewModel.togglePlugin(plugin));
+    });
 }
 
 void PluginListView::render()
@@ -136,7 +172,7 @@ bool PluginListView::isSameFirstPage(const AudioPlugins& rows) const
     const std::size_t page =
         std::min({rows.size(), shown.size(), std::size_t{PluginManagerViewModel::pageSize}});
     for (std::size_t i = 0; i < page; ++i) {
-        if (rows[i].id != shown[i].id)
+        if (rows[i].originalPath != shown[i].originalPath)
             return false;
     }
     return page > 0;
@@ -144,40 +180,30 @@ bool PluginListView::isSameFirstPage(const AudioPlugins& rows) const
 
 void PluginListView::renderRows()
 {
-    const AudioPlugins& rows = m_viewModel.filteredPlugins();
-    const bool isSamePage = isSameFirstPage(rows);
-    if (isSamePage && rows.size() < m_model->plugins().size()) {
-        m_wantedScroll = m_table->verticalScrollBar()->value();
-        const int lowest = m_table->rowAt(m_table->viewport()->height() - 1);
-        m_wantedRows = lowest < 0 ? m_model->rowCount() : lowest + 1;
-    } else if (!isSamePage) {
-        m_wantedScroll.reset();
-    }
-
+    // Where the view stands. Ids are new after a scan; the place where a plugin belongs stays the same.
     const QModelIndex current = m_table->currentIndex();
-    if (current.isValid() && m_wantedCurrent.isNull()) {
-        m_wantedCurrent = m_model->plugin(current.row()).id;
-        m_wantedColumn = current.column();
-    }
-    m_model->setPlugins(rows);
-    putBackPlace();
-}
+    const QString currentPath = current.isValid() ? m_model->plugin(current.row()).originalPath : QString();
+    const int column = current.column();
+    QScrollBar& scrollBar = *m_table->verticalScrollBar();
+    const int scroll = scrollBar.value();
+    const int lowest = m_table->rowAt(m_table->viewport()->height() - 1);
+    const int wantedRows = lowest < 0 ? m_model->rowCount() : lowest + 1;
+    const bool isSamePage = isSameFirstPage(m_viewModel.filteredPlugins());
 
-void PluginListView::putBackPlace()
-{
-    if (const int row = m_wantedCurrent.isNull() ? -1 : m_model->rowOf(m_wantedCurrent); row >= 0) {
-        m_table->selectionModel()->setCurrentIndex(m_model->index(row, m_wantedColumn),
+    m_model->setPlugins(m_viewModel.filteredPlugins());
+    // A reload has cut the list to its first page: the rows that were in view come back at once.
+    while (isSamePage && m_model->rowCount() < wantedRows && m_viewModel.hasMorePages()) {
+        m_viewModel.loadMoreIfNeeded();
+        m_model->setPlugins(m_viewModel.filteredPlugins());
+    }
+    const int row = currentPath.isEmpty() ? -1 : m_model->rowOf(currentPath);
+    if (row >= 0 && row != m_table->currentIndex().row())
+        m_table->selectionModel()->setCurrentIndex(m_model->index(row, column),
                                                    QItemSelectionModel::NoUpdate);
-        m_wantedCurrent = QUuid();
-    }
-    if (m_wantedScroll) {
+    if (isSamePage && scrollBar.value() != scroll) {
         m_table->doItemsLayout(); // the scroll bar must know of the new rows
-        m_table->verticalScrollBar()->setValue(*m_wantedScroll);
-        if (m_model->rowCount() >= m_wantedRows || !m_viewModel.hasMorePages())
-            m_wantedScroll.reset();
+        scrollBar.setValue(scroll);
     }
-    if (!m_wantedScroll)
-        m_wantedCurrent = QUuid(); // no further page is on its way that could hold it
 }
 
 void PluginListView::renderSelection()
@@ -212,7 +238,12 @@ void PluginListView::renderFooter()
     m_shown->setText(u"Showing %1 of %2 plugins"_s.arg(m_viewModel.filteredPlugins().size())
                          .arg(*m_viewModel.totalPluginCount));
     const bool hasMore = m_viewModel.hasMorePages();
-    m_spinner->setVisible(hasMore);
+    const bool isLoading = *m_viewModel.isLoading;
+    m_busy->setVisible(isLoading);
+    m_spinner->setVisible(hasMore && !isLoading);
+    if (!hasMore && m_loadAll->hasFocus())
+        m_table->setFocus(); // before the button goes, and the focus to wherever comes next
+    m_empty->setVisible(m_model->rowCount() == 0 && !isLoading && m_hasScanned);
     m_loadAll->setVisible(hasMore);
     m_hint->setVisible(!hasMore && *m_viewModel.totalPluginCount >= kHintCount);
 }
@@ -239,6 +270,25 @@ void PluginListView::takeOverSelection()
             selected.insert(m_model->plugin(row).id);
     }
     m_viewModel.selectedPlugins = std::move(selected);
+}
+
+void PluginListView::selectionChanged()
+{
+    const QSet<QUuid> now = *m_viewModel.selectedPlugins;
+    const QSet<QUuid> before = std::exchange(m_previousSelectedPlugins, now);
+    if (now == before)
+        return;
+    // On purpose: what is unmarked stays selected. Only the bulk pane takes out of the selection.
+    m_viewModel.collectSelection(now - before);
+}
+
+void PluginListView::showContextMenu(const QPoint& position)
+{
+    QMenu* menu = makePluginContextMenu(m_viewModel, m_platform, m_table);
+    if (menu->isEmpty())
+        delete menu;
+    else
+        menu->popup(m_table->viewport()->mapToGlobal(position));
 }
 
 void PluginListView::loadMoreAtLastRow()

@@ -5,8 +5,6 @@
 #include <QSet>
 #include <QWidget>
 
-#include <optional>
-
 class QLabel;
 
 namespace orvanlite::platform {
@@ -32,15 +30,18 @@ public:
 
 private:
     void buildFooter();
+    void showBusyState();
     void connectTable();
     void render();
     void renderRows();
-    void putBackPlace();
     void renderSort();
     void renderSelection();
     void renderFooter();
     void sortBy(int column);
     void takeOverSelection();
+    /// What the table marks has changed, by whomever: new marks join the selection.
+    void selectionChanged();
+    void showContextMenu(const QPoint& position);
     void loadMoreAtLastRow();
     [[nodiscard]] bool isSameFirstPage(const AudioPlugins& rows) const;
 
@@ -51,16 +52,14 @@ private:
     QWidget* m_footer;
     QLabel* m_shown;
     Spinner* m_spinner;
+    QWidget* m_busy;
+    QLabel* m_empty;
     PressButton* m_loadAll;
     QLabel* m_hint;
     ViewUpdater* m_updates;
     bool m_isRendering = false;
-    /// Where the view stood before a reload cut its rows to the first page; kept until enough pages are back.
-    std::optional<int> m_wantedScroll;
-    int m_wantedRows = 0; ///< as many as reach down to the lower edge of the view
-    /// The row and column that were current then; a null id when there is none to put back.
-    QUuid m_wantedCurrent;
-    int m_wantedColumn = 0;
+    bool m_hasScanned = false;
+    QSet<QUuid> m_previousSelectedPlugins;
 };
 
 } // namespace orvanlite

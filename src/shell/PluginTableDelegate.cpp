@@ -4,6 +4,7 @@
 #include "shell/Icons.h"
 #include "shell/PluginTableModel.h"
 
+#include <QHeaderView>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QTableView>
@@ -134,7 +135,9 @@ void PluginTableDelegate::paintGround(QPainter& painter, const QStyleOptionViewI
     if (!table)
         return;
     // One rounded rectangle for the whole row, of which each cell shows its part.
-    const QRectF row(kRowInset, option.rect.top() + 1, table->viewport()->width() - 2 * kRowInset,
+    const QHeaderView& header = *table->horizontalHeader();
+    const QRectF row(kRowInset - header.offset(), option.rect.top() + 1,
+                     std::max(header.length(), table->viewport()->width()) - 2 * kRowInset,
                      option.rect.height() - 2);
     painter.setPen(Qt::NoPen);
     if (option.state & QStyle::State_Selected) {
@@ -145,7 +148,7 @@ void PluginTableDelegate::paintGround(QPainter& painter, const QStyleOptionViewI
         painter.setBrush(AppTheme::bgSurface(option.palette));
         painter.drawRoundedRect(row, kRowRadius, kRowRadius);
     }
-    if (table->hasFocus() && table->currentIndex().row() == index.row()) {
+    if (m_showsFocus && table->hasFocus() && table->currentIndex().row() == index.row()) {
         painter.setPen(QPen(AppTheme::accent(option.palette), 1.5));
         painter.setBrush(Qt::NoBrush);
         painter.drawRoundedRect(row.adjusted(0.75, 0.75, -0.75, -0.75), kRowRadius, kRowRadius);
@@ -187,7 +190,10 @@ void PluginTableDelegate::paintLink(QPainter& painter, const QStyleOptionViewIte
     const bool isHovered = m_hoveredLink == index;
     QFont font = option.font;
     font.setUnderline(isHovered);
-    const QColor colour = isHovered ? AppTheme::accent(option.palette) : AppTheme::primary(option.palette);
+    // On the ground of a marked row the accent colour could not be read.
+    const bool isMarked = option.state & QStyle::State_Selected;
+    const QColor colour =
+        isHovered && !isMarked ? AppTheme::accent(option.palette) : AppTheme::primary(option.palette);
     // As high as the cell, so that the text stands on one line with its neighbours.
     const QRect label(link.left(), option.rect.top(), link.width() - kLinkSpacing - kLinkIconSize,
                       option.rect.height());

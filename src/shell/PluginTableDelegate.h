@@ -27,6 +27,8 @@ public:
     [[nodiscard]] static QRect switchRect(const QRect& cell);
 
     void setHoveredLink(const QModelIndex& index) { m_hoveredLink = index; }
+    [[nodiscard]] bool showsFocus() const { return m_showsFocus; }
+    void setShowsFocus(bool shows) { m_showsFocus = shows; }
 
     void paint(QPainter* painter, const QStyleOptionViewItem& option,
                const QModelIndex& index) const override;
@@ -47,6 +49,7 @@ private:
 
     const PluginTableModel& m_model;
     bool m_reducesMotion;
+    bool m_showsFocus = true;
     /// Running switches: 0 is off, 1 is on.
     QHash<QUuid, double> m_switchPositions;
     QPersistentModelIndex m_hoveredLink;

@@ -3,6 +3,7 @@
 #include "shell/AppTheme.h"
 #include "shell/Icons.h"
 
+#include <QAccessibleWidget>
 #include <QKeyEvent>
 #include <QPainter>
 
@@ -16,11 +17,35 @@ constexpr int kHeight = 30;
 constexpr int kPadding = 10;
 constexpr int kArrowSize = 12;
 
+/// What a screen reader finds: the picked title, which can be pressed.
+class HeaderAccessible final : public QAccessibleWidget {
+public:
+    explicit HeaderAccessible(PluginTableHeader* header)
+        : QAccessibleWidget(header, QAccessible::ButtonMenu)
+    {}
+
+    [[nodiscard]] QStringList actionNames() const override { return {pressAction()}; }
+    void doAction(const QString& action) override
+    {
+        if (action == pressAction())
+            static_cast<PluginTableHeader*>(widget())->sortByPicked();
+    }
+};
+
+QAccessibleInterface* makeHeaderAccessible(const QString& className, QObject* object)
+{
+    auto* header = qobject_cast<PluginTableHeader*>(object);
+    const bool isMeant = header && className == QLatin1StringView(header->metaObject()->className());
+    return isMeant ? new HeaderAccessible(header) : nullptr;
+}
+
 } // namespace
 
 PluginTableHeader::PluginTableHeader(QWidget* parent)
     : QHeaderView(Qt::Horizontal, parent)
 {
+    static const bool isInstalled = (QAccessible::installFactory(makeHeaderAccessible), true);
+    Q_UNUSED(isInstalled)
     setObjectName(u"pluginTableHeader"_s);
     setSectionsClickable(true);
     setHighlightSections(false);
@@ -29,7 +54,10 @@ PluginTableHeader::PluginTableHeader(QWidget* parent)
     setMinimumSectionSize(64);
     setFocusPolicy(Qt::StrongFocus);
     viewport()->setAutoFillBackground(false);
-    connect(this, &QHeaderView::sectionClicked, this, &PluginTableHeader::sortRequested);
+    connect(this, &QHeaderView::sectionClicked, this, [this](int column) {
+        pick(column);
+        sortByPicked();
+    });
     connect(this, &QHeaderView::sortIndicatorChanged, this, [this] {
         viewport()->update();
         announce();
@@ -89,13 +117,16 @@ void PluginTableHeader::keyPressEvent(QKeyEvent* event)
     case Qt::Key_Space:
     case Qt::Key_Return:
     case Qt::Key_Enter:
-        Q_EMIT sortRequested(m_picked);
+        if (!event->isAutoRepeat())
+            sortByPicked();
         break;
     default:
         // Not the base class: it would move a cell that a header does not have.
         event->ignore();
     }
 }
+
+void PluginTableHeader::sortByPicked() { Q_EMIT sortRequested(m_picked); }
 
 void PluginTableHeader::pick(int column)
 {
@@ -118,6 +149,8 @@ void PluginTableHeader::announce()
 void PluginTableHeader::focusInEvent(QFocusEvent* event)
 {
     QHeaderView::focusInEvent(event);
+    if (event->reason() != Qt::ActiveWindowFocusReason && event->reason() != Qt::PopupFocusReason)
+        m_picked = std::max(0, sortIndicatorSection());
     announce();
     viewport()->update();
 }

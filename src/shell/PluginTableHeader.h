@@ -13,6 +13,9 @@ public:
 
     [[nodiscard]] QSize sizeHint() const override;
 
+    /// Sorts by the title that the keys have picked.
+    void sortByPicked();
+
 Q_SIGNALS:
     /// The user wants this column as the sort; a second time turns the direction round.
     void sortRequested(int column);

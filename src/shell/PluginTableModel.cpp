@@ -83,10 +83,11 @@ void PluginTableModel::changeInPlace(const AudioPlugins& plugins, std::size_t co
     }
 }
 
-int PluginTableModel::rowOf(const QUuid& id) const
+int PluginTableModel::rowOf(const QString& originalPath) const
 {
-    const auto found = std::find_if(m_plugins.begin(), m_plugins.end(),
-                                    [&](const AudioPlugin& each) { return each.id == id; });
+    const auto found = std::find_if(m_plugins.begin(), m_plugins.end(), [&](const AudioPlugin& each) {
+        return each.originalPath == originalPath;
+    });
     return found == m_plugins.end() ? -1 : static_cast<int>(found - m_plugins.begin());
 }
 
@@ -124,6 +125,8 @@ QString PluginTableModel::accessibleDescription(const AudioPlugin& plugin, Plugi
     switch (column) {
     case PluginColumn::status:
         return u"Switch for "_s + plugin.name;
+    case PluginColumn::name:
+        return plugin.currentPath;
     case PluginColumn::manufacturer:
         return plugin.manufacturer.isEmpty() ? QString() : u"Visit "_s + plugin.manufacturer + u" website"_s;
     default:
@@ -145,9 +148,7 @@ QVariant PluginTableModel::data(const QModelIndex& index, int role) const
     case Qt::AccessibleDescriptionRole:
         return accessibleDescription(row, column);
     case Qt::ToolTipRole:
-        if (column == PluginColumn::manufacturer)
-            return accessibleDescription(row, column);
-        return column == PluginColumn::name ? QVariant(row.currentPath) : QVariant();
+        return column == PluginColumn::status ? QVariant() : accessibleDescription(row, column);
     case Qt::CheckStateRole:
         if (column == PluginColumn::status)
             return row.isEnabled ? Qt::Checked : Qt::Unchecked;

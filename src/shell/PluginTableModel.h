@@ -38,8 +38,8 @@ public:
     {
         return m_plugins[static_cast<std::size_t>(row)];
     }
-    /// Row of the id, or -1.
-    [[nodiscard]] int rowOf(const QUuid& id) const;
+    /// Row of the plugin that belongs at this path, or -1.
+    [[nodiscard]] int rowOf(const QString& originalPath) const;
 
     [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
     [[nodiscard]] int columnCount(const QModelIndex& parent = {}) const override;

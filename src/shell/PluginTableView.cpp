@@ -1,13 +1,11 @@
 #include "shell/PluginTableView.h"
 
-#include "shell/AppTheme.h"
 #include "shell/PluginTableDelegate.h"
 #include "shell/PluginTableHeader.h"
 #include "shell/PluginTableModel.h"
 #include "shell/ThinScrollBar.h"
 
 #include <QKeyEvent>
-#include <QPainter>
 #include <QProxyStyle>
 #include <QScrollBar>
 
@@ -19,7 +17,8 @@ namespace {
 
 constexpr int kRowHeight = 34;
 
-constexpr int kSmallestWidth = 680;
+/// Below this the titles and badges would be cut, and the table scrolls sideways.
+constexpr int kSmallestWidth = 780;
 
 /// Leaves the ground of the rows to the delegate.
 class BareRowStyle final : public QProxyStyle {
@@ -57,6 +56,9 @@ PluginTableView::PluginTableView(PluginTableModel& model, bool reducesMotion, QW
     setMouseTracking(true);
     setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    setVerticalScrollBarPolicy(
+        Qt::ScrollBarAlwaysOn); // seen only when needed, and the columns stay where they are
+    setCornerWidget(new QWidget(this));
     setCornerButtonEnabled(false);
     setVerticalScrollBar(new ThinScrollBar(Qt::Vertical, this));
     setHorizontalScrollBar(new ThinScrollBar(Qt::Horizontal, this));
@@ -80,11 +82,13 @@ bool PluginTableView::showsLastRow() const
 
 void PluginTableView::keyPressEvent(QKeyEvent* event)
 {
+    showKeyboardFocus(true);
     const QModelIndex current = currentIndex();
     const bool command = event->modifiers() & Qt::ControlModifier;
     switch (event->key()) {
     case Qt::Key_Space:
-        if (current.isValid()) {
+        // A key that is held down must not move files to and fro.
+        if (current.isValid() && !event->isAutoRepeat()) {
             const QModelIndex status = current.siblingAtColumn(static_cast<int>(PluginColumn::status));
             const bool isOn = status.data(Qt::CheckStateRole).toInt() == Qt::Checked;
             m_model.setData(status, isOn ? Qt::Unchecked : Qt::Checked, Qt::CheckStateRole);
@@ -92,7 +96,7 @@ void PluginTableView::keyPressEvent(QKeyEvent* event)
         return;
     case Qt::Key_Return:
     case Qt::Key_Enter:
-        if (current.column() == static_cast<int>(PluginColumn::manufacturer) &&
+        if (!event->isAutoRepeat() && current.column() == static_cast<int>(PluginColumn::manufacturer) &&
             !current.data(PluginTableModel::IsFadedRole).toBool())
             Q_EMIT linkActivated(current);
         return;
@@ -114,16 +118,64 @@ void PluginTableView::goToRow(int row, Qt::KeyboardModifiers modifiers)
     if (row < 0)
         return;
     const QModelIndex target = m_model.index(row, std::max(0, currentIndex().column()));
-    const bool extends = modifiers & Qt::ShiftModifier;
-    if (extends && currentIndex().isValid()) {
+    if ((modifiers & Qt::ShiftModifier) && currentIndex().isValid()) {
         const QItemSelection span(m_model.index(std::min(row, currentIndex().row()), 0),
                                   m_model.index(std::max(row, currentIndex().row()), kPluginColumnCount - 1));
         selectionModel()->select(span, QItemSelectionModel::Select);
         selectionModel()->setCurrentIndex(target, QItemSelectionModel::NoUpdate);
     } else {
-        setCurrentIndex(target);
+        // Not setCurrentIndex() of the view: it would look at the Control key that is held and toggle the mark.
+        selectionModel()->setCurrentIndex(target,
+                                          QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
     }
     scrollTo(target);
+}
+
+void PluginTableView::showKeyboardFocus(bool shows)
+{
+    if (m_delegate->showsFocus() == shows)
+        return;
+    m_delegate->setShowsFocus(shows);
+    viewport()->update();
+}
+
+void PluginTableView::focusInEvent(QFocusEvent* event)
+{
+    QTableView::focusInEvent(event);
+    showKeyboardFocus(event->reason() != Qt::MouseFocusReason);
+    viewport()->update();
+}
+
+void PluginTableView::focusOutEvent(QFocusEvent* event)
+{
+    QTableView::focusOutEvent(event);
+    viewport()->update();
+}
+
+void PluginTableView::currentChanged(const QModelIndex& current, const QModelIndex& previous)
+{
+    QTableView::currentChanged(current, previous);
+    viewport()->update(); // the mark of the current row runs through all its cells
+}
+
+void PluginTableView::mousePressEvent(QMouseEvent* event)
+{
+    showKeyboardFocus(false);
+    QTableView::mousePressEvent(event);
+}
+
+void PluginTableView::mouseDoubleClickEvent(QMouseEvent* event)
+{
+    // Two quick clicks on a switch are two clicks.
+    mousePressEvent(event);
+}
+
+void PluginTableView::followPointer(const QPoint& position)
+{
+    const QModelIndex index = indexAt(position);
+    const bool isOnLink =
+        index.isValid() && m_delegate->linkRect(visualRect(index), index, font()).contains(position);
+    hoverLink(isOnLink ? index : QModelIndex());
 }
 
 void PluginTableView::hoverLink(const QModelIndex& index)
@@ -138,11 +190,7 @@ void PluginTableView::hoverLink(const QModelIndex& index)
 
 void PluginTableView::mouseMoveEvent(QMouseEvent* event)
 {
-    const QPoint position = event->position().toPoint();
-    const QModelIndex index = indexAt(position);
-    const bool isOnLink =
-        index.isValid() && m_delegate->linkRect(visualRect(index), index, font()).contains(position);
-    hoverLink(isOnLink ? index : QModelIndex());
+    followPointer(event->position().toPoint());
     QTableView::mouseMoveEvent(event);
 }
 
@@ -179,6 +227,11 @@ void PluginTableView::takeOverShares()
 void PluginTableView::resizeEvent(QResizeEvent* event)
 {
     QTableView::resizeEvent(event);
+    // The bulk pane that comes up under the table must not cover the row that has just been picked.
+    const int current = currentIndex().isValid() ? rowViewportPosition(currentIndex().row()) : -1;
+    if (current >= 0 && current < event->oldSize().height() &&
+        current + rowHeight(0) > event->size().height())
+        scrollTo(currentIndex());
     if (event->size().width() != event->oldSize().width())
         layoutColumns();
     Q_EMIT viewportChanged();
@@ -187,17 +240,9 @@ void PluginTableView::resizeEvent(QResizeEvent* event)
 void PluginTableView::scrollContentsBy(int dx, int dy)
 {
     QTableView::scrollContentsBy(dx, dy);
+    if (viewport()->underMouse())
+        followPointer(viewport()->mapFromGlobal(QCursor::pos()));
     Q_EMIT viewportChanged();
-}
-
-void PluginTableView::paintEvent(QPaintEvent* event)
-{
-    QTableView::paintEvent(event);
-    if (m_model.rowCount() > 0)
-        return;
-    QPainter painter(viewport());
-    painter.setPen(AppTheme::secondary(palette()));
-    painter.drawText(viewport()->rect(), Qt::AlignCenter, u"No plugins to show"_s);
 }
 
 } // namespace orvanlite

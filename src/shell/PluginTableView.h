@@ -32,10 +32,17 @@ protected:
     void leaveEvent(QEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void scrollContentsBy(int dx, int dy) override;
-    void paintEvent(QPaintEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+    void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
 
 private:
     void hoverLink(const QModelIndex& index);
+    void followPointer(const QPoint& position);
+    /// The current row is marked for those who move it by keys, not after a click.
+    void showKeyboardFocus(bool shows);
     /// Gives each column its share of the width.
     void layoutColumns();
     /// The user has dragged a column: its share stays when the window changes.

@@ -3,7 +3,7 @@
 #include "shell/AppTheme.h"
 #include "shell/Icons.h"
 
-#include <QEvent>
+#include <QFocusEvent>
 #include <QPainter>
 #include <QStyleOptionFocusRect>
 #include <QVariantAnimation>
@@ -16,6 +16,8 @@ constexpr int kIconSize = 14;
 constexpr int kIconGap = 4;
 constexpr int kPaddingX = 8;
 constexpr int kPaddingY = 5;
+constexpr int kSmallPaddingY = 3;
+constexpr double kCornerRadius = 4;
 constexpr double kPressedScale = 0.96;
 constexpr int kPressMilliseconds = 150;
 
@@ -47,6 +49,12 @@ void PressButton::setTextColour(const QColor& colour)
     update();
 }
 
+void PressButton::setTint(QColor (*tint)(const QPalette&))
+{
+    m_tint = tint;
+    update();
+}
+
 void PressButton::animateTo(double scale)
 {
     m_animation->stop();
@@ -63,10 +71,11 @@ void PressButton::animateTo(double scale)
 QSize PressButton::sizeHint() const
 {
     const QFontMetrics metrics = fontMetrics();
+    const int paddingY = m_ground == Ground::accent ? kSmallPaddingY : kPaddingY;
     int width = text().isEmpty() ? 0 : metrics.horizontalAdvance(text());
     if (!m_iconKey.isEmpty())
         width += kIconSize + (width > 0 ? kIconGap : 0);
-    return {width + 2 * kPaddingX, std::max(metrics.height(), kIconSize) + 2 * kPaddingY};
+    return {width + 2 * kPaddingX, std::max(metrics.height(), kIconSize) + 2 * paddingY};
 }
 
 bool PressButton::event(QEvent* event)
@@ -76,6 +85,42 @@ bool PressButton::event(QEvent* event)
     return QAbstractButton::event(event);
 }
 
+void PressButton::focusInEvent(QFocusEvent* event)
+{
+    m_showsFocus = event->reason() != Qt::MouseFocusReason;
+    QAbstractButton::focusInEvent(event);
+}
+
+QColor PressButton::labelColour() const
+{
+    QColor colour = AppTheme::primary(palette());
+    if (m_textColour.isValid())
+        colour = m_textColour;
+    else if (m_tint)
+        colour = AppTheme::legible(m_tint(palette()), palette());
+    return isEnabled() ? colour : AppTheme::withOpacity(colour, 0.4);
+}
+
+void PressButton::paintGround(QPainter& painter) const
+{
+    const QColor neutral = AppTheme::primary(palette());
+    QColor ground = m_ground == Ground::accent ? AppTheme::accent(palette()) : neutral;
+    double strength = m_ground == Ground::accent ? 0.1 : 0;
+    QRectF bounds = rect();
+    painter.setPen(Qt::NoPen);
+    if (m_ground == Ground::bordered) {
+        ground = m_tint ? m_tint(palette()) : neutral;
+        strength = m_tint ? 0.12 : 0.05;
+        const double border = (m_tint ? 0.45 : 0.22) * (isEnabled() ? 1 : 0.5);
+        painter.setPen(QPen(AppTheme::withOpacity(ground, border), 1));
+        bounds.adjust(0.5, 0.5, -0.5, -0.5);
+    }
+    if (isEnabled() && underMouse())
+        strength += 0.08;
+    painter.setBrush(AppTheme::withOpacity(ground, strength));
+    painter.drawRoundedRect(bounds, kCornerRadius, kCornerRadius);
+}
+
 void PressButton::paintEvent(QPaintEvent* /*event*/)
 {
     QPainter painter(this);
@@ -83,20 +128,12 @@ void PressButton::paintEvent(QPaintEvent* /*event*/)
     const QRectF bounds = rect();
     const QPalette& colours = palette();
 
-    const double groundStrength = m_ground == Ground::accent ? 0.1 : 0;
-    const double hoverStrength = isEnabled() && underMouse() ? 0.08 : 0;
-    const QColor ground = m_ground == Ground::accent ? AppTheme::accent(colours) : AppTheme::primary(colours);
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(AppTheme::withOpacity(ground, groundStrength + hoverStrength));
-    painter.drawRoundedRect(bounds, 4, 4);
-
+    paintGround(painter);
     painter.save();
     painter.translate(bounds.center());
     painter.scale(m_scale, m_scale);
     painter.translate(-bounds.center());
-    QColor colour = m_textColour.isValid() ? m_textColour : AppTheme::primary(colours);
-    if (!isEnabled())
-        colour = AppTheme::withOpacity(colour, 0.4);
+    const QColor colour = labelColour();
     QRectF label = bounds.adjusted(kPaddingX, 0, -kPaddingX, 0);
     if (!m_iconKey.isEmpty()) {
         const QRectF icon(label.left(), label.center().y() - kIconSize / 2.0, kIconSize, kIconSize);
@@ -107,10 +144,10 @@ void PressButton::paintEvent(QPaintEvent* /*event*/)
     painter.drawText(label, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextShowMnemonic, text());
     painter.restore();
 
-    if (hasFocus()) {
+    if (hasFocus() && m_showsFocus) {
         painter.setPen(QPen(AppTheme::accent(colours), 2));
         painter.setBrush(Qt::NoBrush);
-        painter.drawRoundedRect(bounds.adjusted(1, 1, -1, -1), 4, 4);
+        painter.drawRoundedRect(bounds.adjusted(1, 1, -1, -1), kCornerRadius, kCornerRadius);
     }
 }
 

@@ -13,8 +13,9 @@ class PressButton final : public QAbstractButton {
 
 public:
     enum class Ground {
-        none,   ///< bare text; a light ground under the pointer only
-        accent, ///< on the accent colour at opacity 0.1
+        none,     ///< bare text; a light ground under the pointer only
+        accent,   ///< on the accent colour at opacity 0.1
+        bordered, ///< a framed ground in the tint, if one is set
     };
 
     /// `iconKey` may be empty.
@@ -22,6 +23,8 @@ public:
 
     /// The colour of text and icon: primary, unless set here.
     void setTextColour(const QColor& colour);
+    /// The colour of a bordered button, asked anew for light and dark, e.g. &AppTheme::green.
+    void setTint(QColor (*tint)(const QPalette&));
     void setReducesMotion(bool reduces) { m_reducesMotion = reduces; }
 
     [[nodiscard]] QSize sizeHint() const override;
@@ -30,14 +33,19 @@ public:
 protected:
     void paintEvent(QPaintEvent* event) override;
     bool event(QEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
 
 private:
     void animateTo(double scale);
+    void paintGround(QPainter& painter) const;
+    [[nodiscard]] QColor labelColour() const;
 
     QString m_iconKey;
     Ground m_ground;
     QColor m_textColour;
+    QColor (*m_tint)(const QPalette&) = nullptr;
     bool m_reducesMotion = false;
+    bool m_showsFocus = true; ///< not after a click
     double m_scale = 1;
     QVariantAnimation* m_animation;
 };

@@ -4,7 +4,7 @@
 #include "shell/AppTheme.h"
 
 #include <QApplication>
-#include <QStyle>
+#include <QProxyStyle>
 #include <QStyleFactory>
 
 namespace orvanlite {
@@ -12,6 +12,22 @@ namespace orvanlite {
 using namespace Qt::StringLiterals;
 
 namespace {
+
+/// The plain style without icons on the buttons of dialogs.
+class ApplicationStyle final : public QProxyStyle {
+public:
+    ApplicationStyle()
+        : QProxyStyle(QStyleFactory::create(u"Fusion"_s))
+    {}
+
+    int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                  QStyleHintReturn* returned) const override
+    {
+        if (hint == SH_DialogButtonBox_ButtonsHaveIcons)
+            return 0;
+        return QProxyStyle::styleHint(hint, option, widget, returned);
+    }
+};
 
 bool systemDrawsWidgets() { return QGuiApplication::platformName() == u"cocoa"_s; }
 
@@ -24,7 +40,7 @@ ThemeController::ThemeController(platform::Appearance& appearance, QObject* pare
 {
     if (systemDrawsWidgets())
         return;
-    QApplication::setStyle(QStyleFactory::create(u"Fusion"_s));
+    QApplication::setStyle(new ApplicationStyle);
     apply();
     appearance.observe(this, [this] { apply(); });
 }

@@ -58,6 +58,14 @@ TEST(AppThemeTest, TextIsLegibleInLightAndDark)
         for (const QColor& ground : {window, selected, badge})
             EXPECT_GE(contrast(ground, AppTheme::primary(palette)), 4.5);
         EXPECT_GE(contrast(window, AppTheme::secondary(palette)), 4.5);
+        // A tinted button or strip on a card, under the pointer.
+        const QColor card = over(window, AppTheme::glassGlow(palette));
+        for (auto* tint : {&AppTheme::green, &AppTheme::orange, &AppTheme::red, &AppTheme::blue}) {
+            const QColor colour = tint(palette);
+            const QColor ground = over(card, AppTheme::withOpacity(colour, 0.26));
+            EXPECT_GE(contrast(ground, AppTheme::legible(colour, palette)), 4.5) << qPrintable(colour.name());
+            EXPECT_GE(contrast(ground, AppTheme::primary(palette)), 4.5);
+        }
         EXPECT_GE(contrast(selected, AppTheme::secondary(palette)), 4.5);
         EXPECT_GE(contrast(window, palette.color(QPalette::PlaceholderText)), 4.5);
     }

@@ -25,7 +25,7 @@ TEST_F(MainWindowTest, LaunchesWithItsNotificationAndItsFrame)
     window().resize(900, 700);
     QTest::qWait(1);
     window().close();
-    AppDelegate second(m_system.platform, m_database, m_log);
+    AppDelegate second(m_system.platform, m_shared);
     testing::internal::CaptureStdout();
     second.applicationDidFinishLaunching();
     settle();
@@ -44,7 +44,7 @@ TEST_F(MainWindowTest, HasTheWholeMenu)
     launch();
     QStringList lines;
     for (const QAction* menu : window().menuBar()->actions()) {
-        lines.append(menu->text());
+        lines.append(menu->text().remove(u'&'));
         for (const QAction* entry : menu->menu()->actions()) {
             const QString key = entry->shortcut().toString(QKeySequence::PortableText);
             lines.append(entry->isSeparator() ? u"  --"_s : u"  "_s + entry->text() + u" "_s + key);

@@ -79,7 +79,7 @@ TEST_F(PluginTableModelTest, SpeaksForEveryCell)
         bool isFaded;
     } cells[] = {
         {PluginColumn::status, u"Status"_s, u"Enabled"_s, u"Switch for Foo"_s, false},
-        {PluginColumn::name, u"Name"_s, u"Foo"_s, {}, false},
+        {PluginColumn::name, u"Name"_s, u"Foo"_s, u"/Applications/Waves/Foo"_s, false},
         {PluginColumn::manufacturer, u"Manufacturer"_s, u"Unknown"_s, {}, true},
         {PluginColumn::format, u"Format"_s, u"Waves"_s, {}, false},
         {PluginColumn::version, u"Version"_s, u"Unknown"_s, {}, false},

@@ -194,7 +194,8 @@ TEST_F(PluginTableTest, BindsTheSelectionBothWays)
     EXPECT_FALSE(table().selectionModel()->isRowSelected(1));
     clickHeader(1); // another order, so that the model resets
     EXPECT_TRUE(table().selectionModel()->isRowSelected(0));
-    EXPECT_EQ(*viewModel().selectedPlugins, QSet<QUuid>{last}) << "the reset itself changes no state";
+    EXPECT_EQ(viewModel().selectedPlugins->size(), 4) << "a reload marks again all that has been picked";
+    EXPECT_EQ(table().selectionModel()->selectedRows().size(), 4);
 }
 
 TEST_F(PluginTableTest, OpensAMakersPageByMouseAndKeyboard)

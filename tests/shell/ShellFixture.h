@@ -11,6 +11,7 @@
 #include "shell/PluginTableHeader.h"
 #include "shell/PluginTableModel.h"
 #include "shell/PluginTableView.h"
+#include "shell/ProgressWindowManager.h"
 #include "support/Fakes.h"
 
 #include <QAbstractButton>
@@ -100,7 +101,9 @@ protected:
     platform::FreedesktopScriptRunner m_runner{m_system.layout, platform::Elevation::none};
     PluginDatabase m_database{m_system.platform, m_system.layout.applicationFolder() + u"/plugins.db"_s};
     ActivityLogManager m_log{m_system.platform};
-    AppDelegate m_delegate{m_system.platform, m_database, m_log};
+    ProgressWindowManager m_progress{m_system.platform};
+    SharedObjects m_shared{m_database, m_log, m_progress};
+    AppDelegate m_delegate{m_system.platform, m_shared};
 };
 
 } // namespace orvanlite::test

@@ -1,0 +1,17 @@
+#pragma once
+
+namespace orvanlite {
+
+class ActivityLogManager;
+class BatchProgress;
+class PluginDatabase;
+
+/// The objects of which a process has one, handed to the root view. In the application they are the shared ones,
+/// in a test its own.
+struct SharedObjects {
+    PluginDatabase& database;
+    ActivityLogManager& activityLog;
+    BatchProgress& batchProgress;
+};
+
+} // namespace orvanlite

@@ -1,0 +1,202 @@
+#include "ShellFixture.h"
+
+#include "shell/BulkConfirmation.h"
+#include "shell/BulkOperations.h"
+#include "shell/DragHandle.h"
+#include "shell/MainContentView.h"
+
+#include <QClipboard>
+#include <QMenu>
+#include <QMessageBox>
+
+namespace orvanlite::test {
+
+class SelectionTest : public ShellTest {
+protected:
+    QPoint m_start;
+
+    void clickRow(int row, Qt::KeyboardModifiers modifiers = {})
+    {
+        QTest::mouseClick(table().viewport(), Qt::LeftButton, modifiers,
+                          table().visualRect(table().model()->index(row, 1)).center());
+        settle();
+    }
+    /// The entries of the context menu, a line each; "--" is a divider.
+    QStringList menuEntries()
+    {
+        QStringList titles;
+        QMenu& menu = contextMenu();
+        for (const QAction* entry : menu.actions())
+            titles.append(entry->isSeparator() ? u"--"_s : entry->text());
+        menu.close();
+        settle();
+        return titles;
+    }
+    QMenu& contextMenu()
+    {
+        const QPoint cell = table().visualRect(table().model()->index(0, 1)).center();
+        Q_EMIT table().customContextMenuRequested(cell);
+        return named<QMenu>(window(), u"pluginContextMenu"_s);
+    }
+    void trigger(const QString& entry)
+    {
+        QMenu& menu = contextMenu();
+        menu.findChild<QAction*>(entry)->trigger();
+        menu.close();
+        settle();
+    }
+};
+
+TEST_F(SelectionTest, GrowsByClicksAcrossSearches)
+{
+    for (const QString& name : {u"Alpha"_s, u"beta"_s, u"Gamma"_s})
+        m_root.addBundle(u"/Library/Audio/Plug-Ins/VST3/"_s + name + u".vst3"_s);
+    launch();
+    auto& handle = named<DragHandle>(window(), u"bulkPaneHandle"_s);
+    EXPECT_FALSE(handle.isVisible());
+    clickRow(0);
+    EXPECT_TRUE(handle.isVisible());
+    clickRow(2);
+    EXPECT_EQ(viewModel().selectedPlugins->size(), 1) << "a plain click replaces the mark";
+    EXPECT_EQ(viewModel().persistedSelections.size(), 2) << "and adds to what the pane holds";
+    EXPECT_EQ(viewModel().consolidatedBulkPlugins->size(), 2U);
+    EXPECT_EQ(viewModel().cachedPluginKeysTransfer->keys, (QStringList{u"Alpha|VST3"_s, u"Gamma|VST3"_s}));
+    search(u"beta"_s);
+    clickRow(0);
+    EXPECT_EQ(viewModel().persistedSelections.size(), 3);
+    QTest::mouseClick(&named<QAbstractButton>(window(), u"clearSearchButton"_s), Qt::LeftButton);
+    m_system.clock.advance(std::chrono::milliseconds(60));
+    settle();
+    EXPECT_EQ(table().selectionModel()->selectedRows().size(), 3) << "a reload marks all that is selected";
+    clickRow(1, Qt::ControlModifier);
+    EXPECT_EQ(table().selectionModel()->selectedRows().size(), 2);
+    EXPECT_EQ(viewModel().persistedSelections.size(), 3) << "what is unmarked stays selected";
+    viewModel().clearSelection();
+    settle();
+    EXPECT_TRUE(table().selectionModel()->selectedRows().isEmpty());
+    EXPECT_FALSE(handle.isVisible());
+}
+
+TEST_F(SelectionTest, ContextMenuSpeaksOfTheSelection)
+{
+    m_root.addBundle(u"/Library/Audio/Plug-Ins/VST3/Alpha.vst3",
+                     infoPlist({{u"CFBundleIdentifier"_s, u"com.r&D.alpha"_s},
+                                {u"CFBundleShortVersionString"_s, u"1.2"_s}}));
+    m_root.addBundle(u"/Library/Audio/Plug-Ins/Disabled/VST3/Beta.vst3"_s);
+    launch();
+    Q_EMIT table().customContextMenuRequested({10, 10});
+    EXPECT_FALSE(window().findChild<QMenu*>(u"pluginContextMenu"_s))
+        << "nothing is selected, so there is no menu";
+    clickRow(0);
+    EXPECT_EQ(menuEntries(), (QStringList{u"Visit R&&D Website"_s, u"Search for Updates"_s, u"--"_s,
+                                          u"Copy Version (1.2)"_s, u"--"_s, u"Disable Plugin"_s}));
+    trigger(u"copyVersionAction"_s);
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), u"1.2"_s);
+    trigger(u"searchUpdatesAction"_s);
+    ASSERT_EQ(m_system.workspace.opened.size(), 1U);
+    EXPECT_EQ(m_system.workspace.opened.back().query(), u"q=Alpha R&D update latest version"_s);
+
+    viewModel().clearSelection();
+    settle();
+    clickRow(1);
+    EXPECT_EQ(menuEntries(), (QStringList{u"Visit Manufacturer Website"_s, u"Search for Updates"_s, u"--"_s,
+                                          u"Enable Plugin"_s}))
+        << "no version, no entry and no divider for it";
+    clickRow(0, Qt::ControlModifier);
+    EXPECT_EQ(menuEntries().back(), u"Toggle 2 Plugins"_s);
+    trigger(u"togglePluginsAction"_s);
+    ASSERT_TRUE(waitFor([&] { return !*viewModel().isRunningScript && m_log.entries->size() == 2; }));
+    EXPECT_TRUE(m_root.exists(u"/Library/Audio/Plug-Ins/Disabled/VST3/Alpha.vst3"));
+    EXPECT_TRUE(m_root.exists(u"/Library/Audio/Plug-Ins/VST3/Beta.vst3"));
+    EXPECT_EQ(m_system.scripts.sources.size(), 1) << "one password for both";
+}
+
+TEST_F(SelectionTest, DragHandleRunsAheadOfThePointerWithinItsLimits)
+{
+    addPlugins(3);
+    launch();
+    clickRow(0);
+    const auto& pane = named<MainContentView>(window(), u"mainContentView"_s);
+    auto& handle = named<DragHandle>(window(), u"bulkPaneHandle"_s);
+    EXPECT_EQ(pane.bulkPaneHeight(), 200);
+    const QPoint start(20, 6);
+    const auto drag = [&](int by) {
+        QTest::mouseMove(&handle, handle.mapFromGlobal(m_start + QPoint(0, by)));
+    };
+    m_start = handle.mapToGlobal(start);
+    QTest::mousePress(&handle, Qt::LeftButton, {}, start);
+    drag(-9);
+    EXPECT_EQ(pane.bulkPaneHeight(), 200) << "no drag yet";
+    drag(-15);
+    EXPECT_EQ(pane.bulkPaneHeight(), 215);
+    drag(-20);
+    EXPECT_EQ(pane.bulkPaneHeight(), 235) << "the whole way counts again";
+    QTest::mouseRelease(&handle, Qt::LeftButton, {}, handle.mapFromGlobal(m_start));
+    for (int i = 0; i < 30; ++i)
+        QTest::keyClick(&handle, Qt::Key_Up);
+    EXPECT_EQ(pane.bulkPaneHeight(), 500);
+    for (int i = 0; i < 40; ++i)
+        QTest::keyClick(&handle, Qt::Key_Down);
+    EXPECT_EQ(pane.bulkPaneHeight(), 80);
+}
+
+TEST_F(SelectionTest, BulkWarningAsksWithTheExactTexts)
+{
+    addPlugins(12);
+    launch();
+    BulkConfirmation& request = static_cast<ContentView*>(window().centralWidget())->bulkConfirmation();
+    const AudioPlugins twelve = viewModel().filteredPlugins();
+    const struct {
+        BulkAction action;
+        QString title, message, button;
+    } rows[] = {
+        {BulkAction::enable, u"Confirm Bulk Action"_s,
+         u"You are about to enable 12 plugins. Are you sure you want to continue?"_s, u"Continue"_s},
+        {BulkAction::disable, u"Confirm Bulk Action"_s,
+         u"You are about to disable 12 plugins. Are you sure you want to continue?"_s, u"Continue"_s},
+        {BulkAction::delete_, u"⚠️ Permanently Delete Plugins"_s,
+         u"You are about to permanently delete 12 plugin(s) from your system. This action CANNOT be undone. The "
+         "plugin(s) will need to be reinstalled."_s,
+         u"Delete Permanently"_s},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(qPrintable(row.message));
+        request.pendingAction = row.action;
+        request.pendingPlugins = twelve;
+        request.isShowing = true;
+        auto& warning = named<QMessageBox>(window(), u"bulkWarning"_s);
+        EXPECT_EQ(warning.windowTitle(), row.title);
+        EXPECT_EQ(warning.text(), row.message);
+        EXPECT_EQ(named<QAbstractButton>(warning, u"confirmBulkButton"_s).text(), row.button);
+        QTest::keyClick(&warning, Qt::Key_Escape);
+        settle();
+        EXPECT_FALSE(*request.isShowing);
+        EXPECT_EQ(request.pendingPlugins, twelve) << "a cancelled request stays until the next one";
+        EXPECT_TRUE(m_system.scripts.sources.isEmpty());
+    }
+    request.isShowing = true;
+    QTest::mouseClick(&named<QAbstractButton>(window(), u"confirmBulkButton"_s), Qt::LeftButton);
+    ASSERT_TRUE(waitFor([&] { return request.pendingPlugins.empty(); }));
+    settle();
+    EXPECT_FALSE(request.pendingAction || *request.isShowing);
+    EXPECT_EQ(*viewModel().dbTotalCount, 0);
+    EXPECT_EQ(m_root.names(u"/Library/Audio/Plug-Ins/VST3"), QStringList());
+}
+
+TEST_F(SelectionTest, WholeFormatsAreSwitchedByTheFilters)
+{
+    m_root.addBundle(u"/Library/Audio/Plug-Ins/VST3/Alpha.vst3");
+    m_root.addBundle(u"/Library/Audio/Plug-Ins/CLAP/Alpha.clap");
+    m_root.addBundle(u"/Library/Audio/Plug-Ins/CLAP/Beta.clap");
+    launch();
+    runTask(disableAllForFormat(&viewModel(), PluginFormat::clap));
+    EXPECT_EQ(*viewModel().dbDisabledCount, 2);
+    EXPECT_TRUE(m_root.exists(u"/Library/Audio/Plug-Ins/VST3/Alpha.vst3"));
+    search(u"beta"_s);
+    runTask(enableAllForFormat(&viewModel(), std::nullopt));
+    EXPECT_EQ(m_root.names(u"/Library/Audio/Plug-Ins/CLAP"), (QStringList{u"Beta.clap"_s}))
+        << "filters count";
+    EXPECT_TRUE(viewModel().persistedSelections.isEmpty()) << "and the selection does not";
+}
+
+} // namespace orvanlite::test
