@@ -1,6 +1,6 @@
 #include "demo/BundleWriter.h"
 
-#include "demo/BinaryPropertyList.h"
+#include "support/PropertyListWriter.h"
 
 #include "platform/FileManager.h"
 #include "platform/Platform.h"
@@ -55,21 +55,20 @@ QByteArray xmlInfo(const Bundle& bundle)
 
 QByteArray binaryInfo(const Bundle& bundle)
 {
-    using Reference = BinaryPropertyListWriter::Reference;
-    BinaryPropertyListWriter writer;
+    test::BinaryPropertyList writer;
     const auto texts = [&writer](const Members& members) {
-        std::vector<std::pair<Reference, Reference>> references;
+        std::vector<std::pair<int, int>> references;
         for (const auto& [key, value] : members) {
-            const Reference keyReference = writer.addText(key);
+            const int keyReference = writer.addText(key);
             references.emplace_back(keyReference, writer.addText(value));
         }
         return references;
     };
     auto root = texts(infoMembers(bundle));
     if (!bundle.componentName.isEmpty()) {
-        const Reference component =
+        const int component =
             writer.addDictionary(texts({{u"name"_s, bundle.componentName}, {u"type"_s, u"aufx"_s}}));
-        const Reference key = writer.addText(u"AudioComponents"_s);
+        const int key = writer.addText(u"AudioComponents"_s);
         root.emplace_back(key, writer.addList({component}));
     }
     return writer.finished(writer.addDictionary(root));

@@ -10,6 +10,8 @@
 #include "shell/PluginTableHeader.h"
 #include "shell/PluginTableModel.h"
 #include "shell/PluginTableView.h"
+#include "shell/ProgressHUDModel.h"
+#include "shell/ProgressWindowManager.h"
 
 #include <QFile>
 #include <QLineEdit>
@@ -24,9 +26,10 @@ namespace orvanlite::demo {
 
 using namespace Qt::StringLiterals;
 
-Walk::Walk(MainWindow& window, DemoAppearance& appearance, const platform::SystemLayout& layout,
-           QString outputFolder)
+Walk::Walk(MainWindow& window, ProgressWindowManager& progress, DemoAppearance& appearance,
+           const platform::SystemLayout& layout, QString outputFolder)
     : m_window(window)
+    , m_progress(progress)
     , m_appearance(appearance)
     , m_layout(layout)
     , m_outputFolder(std::move(outputFolder))
@@ -49,6 +52,9 @@ bool Walk::run()
     });
     disableAndEnable(u"Waves plugin"_s,
                      [](const AudioPlugin& plugin) { return plugin.format == PluginFormat::wavesBundle; });
+    pickAcrossSearches();
+    bulk();
+    deleteThree();
     looks();
     printLine(m_allSucceeded ? u"All steps came out right."_s : u"Some steps FAILED."_s);
     return m_allSucceeded;
@@ -146,6 +152,122 @@ void Walk::disableAndEnable(const QString& title, const std::function<bool(const
     typeSearch({});
 }
 
+qsizetype Walk::pickAll(const QString& text)
+{
+    typeSearch(text);
+    m_table.setFocus();
+    QTest::keyClick(&m_table, Qt::Key_A, Qt::ControlModifier);
+    QTest::qWait(100);
+    return m_viewModel.persistedSelections.size();
+}
+
+void Walk::pickAcrossSearches()
+{
+    // Two makers with enough plugins for the progress panel.
+    std::vector<std::pair<int, QString>> makers;
+    for (const QString& maker : *m_viewModel.allManufacturers) {
+        const auto isTheirs = [&maker](const AudioPlugin& each) { return each.manufacturer == maker; };
+        const auto count = std::count_if(m_viewModel.plugins->begin(), m_viewModel.plugins->end(), isTheirs);
+        makers.emplace_back(static_cast<int>(count), maker);
+    }
+    std::sort(makers.rbegin(), makers.rend());
+    const qsizetype first = pickAll(makers[1].second);
+    const qsizetype both = pickAll(makers[2].second);
+    step(u"Two searches collect one selection"_s, first > 0 && both > first && both >= 90,
+         u"%1 plugins, then %2"_s.arg(first).arg(both));
+    screenshot(u"bulk-pane"_s);
+}
+
+int Walk::countOnDisk(const AudioPlugins& plugins, bool atOriginalPath) const
+{
+    const auto stands = [atOriginalPath](const AudioPlugin& each) {
+        return QFile::exists(each.originalPath) == atOriginalPath;
+    };
+    return static_cast<int>(std::count_if(plugins.begin(), plugins.end(), stands));
+}
+
+void Walk::act(const QString& button, const QString& midRunScreenshot)
+{
+    QTest::mouseClick(&named<QWidget>(button), Qt::LeftButton);
+    QTest::qWait(100);
+    if (auto* confirm = m_window.findChild<QWidget*>(u"confirmBulkButton"_s)) {
+        if (!midRunScreenshot.isEmpty())
+            screenshot(midRunScreenshot + u"-question"_s, Area::screen);
+        QTest::mouseClick(confirm, Qt::LeftButton);
+    }
+    if (!midRunScreenshot.isEmpty()) {
+        const bool isMidRun = waitFor([this] { return *m_progress.hudModel().progress >= 0.3; });
+        step(u"The progress panel counts while the script runs"_s, isMidRun && *m_viewModel.isRunningScript,
+             u"%1%"_s.arg(static_cast<int>(100 * *m_progress.hudModel().progress)));
+        QTest::qWait(150); // until the panel has come up
+        screenshot(midRunScreenshot, Area::screen);
+    }
+    waitFor([this] { return !*m_viewModel.isRunningScript; });
+    QTest::qWait(700); // the panel shows its end for a moment
+}
+
+void Walk::bulk()
+{
+    QTest::mouseClick(&named<QWidget>(u"bulkRow0Chip0"_s), Qt::LeftButton);
+    QTest::mouseClick(&named<QWidget>(u"formatChipAAX"_s), Qt::LeftButton);
+    QTest::qWait(400);
+    AudioPlugins meant = m_viewModel.bulkActionPlugins();
+    std::erase_if(meant, [](const AudioPlugin& each) { return !each.isEnabled; });
+    const bool hasNoAAX = std::none_of(
+        meant.begin(), meant.end(), [](const AudioPlugin& each) { return each.format == PluginFormat::aax; });
+    step(u"One variant and one whole format are switched off"_s,
+         hasNoAAX && std::ssize(meant) < m_viewModel.persistedSelections.size() && meant.size() >= 51,
+         u"%1 enabled plugins are left"_s.arg(meant.size()));
+    screenshot(u"bulk-pane-chips"_s);
+
+    const int enabledBefore = *m_viewModel.dbEnabledCount;
+    const int count = static_cast<int>(meant.size());
+    act(u"disableSelectedButton"_s, u"bulk-progress"_s);
+    step(u"\"Disable Selected\" moves all of them with one request"_s,
+         countOnDisk(meant, false) == count && *m_viewModel.dbEnabledCount == enabledBefore - count,
+         u"%1 moved, %2 enabled in the catalogue"_s.arg(countOnDisk(meant, false))
+             .arg(*m_viewModel.dbEnabledCount));
+    screenshot(u"bulk-disabled"_s);
+
+    act(u"enableSelectedButton"_s);
+    // What was off before the walk has been enabled as well; what stood in use is back in its place.
+    step(u"\"Enable Selected\" brings them back"_s,
+         countOnDisk(meant, true) == count && *m_viewModel.dbEnabledCount >= enabledBefore,
+         u"%1 enabled in the catalogue"_s.arg(*m_viewModel.dbEnabledCount));
+    QTest::mouseClick(&named<QWidget>(u"clearAllButton"_s), Qt::LeftButton);
+    typeSearch({});
+    step(u"\"Clear All\" empties the selection"_s, m_viewModel.persistedSelections.isEmpty());
+}
+
+void Walk::deleteThree()
+{
+    m_table.setFocus();
+    m_table.setCurrentIndex(m_table.model()->index(10, 1));
+    QTest::keyClick(&m_table, Qt::Key_Down, Qt::ShiftModifier);
+    QTest::keyClick(&m_table, Qt::Key_Down, Qt::ShiftModifier);
+    QTest::qWait(100);
+    const AudioPlugins three = m_viewModel.bulkActionPlugins();
+    const int before = *m_viewModel.dbTotalCount;
+    act(u"deleteSelectedButton"_s);
+    const bool areGone = std::none_of(
+        three.begin(), three.end(), [](const AudioPlugin& each) { return QFile::exists(each.currentPath); });
+    step(u"\"Delete Selected\" deletes three for good"_s,
+         three.size() == 3 && areGone && *m_viewModel.dbTotalCount == before - 3,
+         u"%1 plugins are left"_s.arg(*m_viewModel.dbTotalCount));
+    m_viewModel.clearSelection();
+    testScanAgrees();
+}
+
+void Walk::testScanAgrees()
+{
+    const int total = *m_viewModel.dbTotalCount;
+    const int enabled = *m_viewModel.dbEnabledCount;
+    QTest::mouseClick(&named<QWidget>(u"scanButton"_s), Qt::LeftButton);
+    step(u"A new scan finds just what the catalogue says"_s,
+         *m_viewModel.dbTotalCount == total && *m_viewModel.dbEnabledCount == enabled,
+         u"%1 plugins, %2 of them enabled"_s.arg(*m_viewModel.dbTotalCount).arg(*m_viewModel.dbEnabledCount));
+}
+
 void Walk::looks()
 {
     m_appearance.setDark(true);
@@ -161,10 +283,14 @@ void Walk::step(const QString& title, bool succeeded, const QString& detail)
     printLine(result + title + (detail.isEmpty() ? QString() : u": "_s + detail));
 }
 
-void Walk::screenshot(const QString& name)
+void Walk::screenshot(const QString& name, Area area)
 {
-    QTest::qWait(150);
-    const QPixmap image = m_window.screen()->grabWindow(m_window.winId());
+    if (area == Area::window)
+        QTest::qWait(150);
+    const QRect frame = m_window.geometry();
+    const QPixmap image = area == Area::window ? m_window.screen()->grabWindow(m_window.winId())
+                                               : m_window.screen()->grabWindow(0, frame.x(), frame.y(),
+                                                                               frame.width(), frame.height());
     const QString file = m_outputFolder + u'/' + name + u".png"_s;
     step(u"Screenshot"_s, !image.isNull() && image.save(file), file);
 }

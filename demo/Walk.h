@@ -13,6 +13,7 @@ namespace orvanlite {
 class MainWindow;
 class PluginManagerViewModel;
 class PluginTableView;
+class ProgressWindowManager;
 } // namespace orvanlite
 
 namespace orvanlite::platform {
@@ -27,8 +28,8 @@ class DemoAppearance;
 /// and leaves screenshots.
 class Walk final {
 public:
-    Walk(MainWindow& window, DemoAppearance& appearance, const platform::SystemLayout& layout,
-         QString outputFolder);
+    Walk(MainWindow& window, ProgressWindowManager& progress, DemoAppearance& appearance,
+         const platform::SystemLayout& layout, QString outputFolder);
 
     /// True when every step came out right.
     bool run();
@@ -39,10 +40,23 @@ private:
     void sortByEachColumn();
     void page();
     void disableAndEnable(const QString& title, const std::function<bool(const AudioPlugin&)>& isWanted);
+    void pickAcrossSearches();
+    void bulk();
+    void deleteThree();
+    void testScanAgrees();
     void looks();
 
+    /// Selects every row that the text finds; gives the size of the whole selection then.
+    qsizetype pickAll(const QString& text);
+    /// Presses a button of the bulk pane, confirms where it is asked, and waits for the script's end.
+    void act(const QString& button, const QString& midRunScreenshot = {});
+    [[nodiscard]] int countOnDisk(const AudioPlugins& plugins, bool atOriginalPath) const;
     void step(const QString& title, bool succeeded, const QString& detail = {});
-    void screenshot(const QString& name);
+    enum class Area {
+        window, ///< the main window alone, when it has come to rest
+        screen, ///< what the screen shows in its place at once, other windows included
+    };
+    void screenshot(const QString& name, Area area = Area::window);
     void typeSearch(const QString& text);
     void clickSwitch(int row);
     /// Turns the event loop until the condition holds, ten seconds at most.
@@ -51,6 +65,7 @@ private:
     Widget& named(const QString& objectName);
 
     MainWindow& m_window;
+    ProgressWindowManager& m_progress;
     DemoAppearance& m_appearance;
     const platform::SystemLayout& m_layout;
     QString m_outputFolder;

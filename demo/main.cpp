@@ -3,38 +3,60 @@
 #include "demo/PluginLibrary.h"
 #include "demo/Walk.h"
 #include "model/Console.h"
+#include "platform/FileManager.h"
+#include "platform/MainBundle.h"
 #include "platform/Platform.h"
 #include "records/ActivityLogManager.h"
 #include "shell/AppDelegate.h"
 #include "shell/MainWindow.h"
+#include "shell/ProgressWindowManager.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QDir>
+
+#include <cstdio>
+#include <cstdlib>
 
 using namespace Qt::StringLiterals;
 using namespace orvanlite;
 
 namespace {
 
+/// Stands in every sandbox that the demo has made, so that it never clears a folder of anybody else's.
+constexpr char kMarker[] = ".orvanlite-demo-sandbox";
+
+[[noreturn]] void fail(const QString& message)
+{
+    std::fprintf(stderr, "%s\n", qPrintable(message));
+    std::exit(1);
+}
+
 /// An empty sandbox with the plugin library and stand-ins for the tools that a script must not reach.
 platform::SystemLayout makeSandbox(const QString& folder)
 {
     const QString root = folder + u"/root"_s;
-    QDir(root).removeRecursively();
-    QDir().mkpath(root);
+    const QString marker = root + u'/' + QString::fromLatin1(kMarker);
+    if (QDir(root).exists() && !QDir(root).isEmpty()) {
+        if (!QFile::exists(marker))
+            fail(root + u" is not a sandbox of the demo: it is left alone."_s);
+        QDir(root).removeRecursively();
+    }
+    QFile mark(marker);
+    if (!QDir().mkpath(root) || !mark.open(QIODevice::WriteOnly))
+        fail(u"The sandbox cannot be made in "_s + root);
     const platform::SystemLayout layout = platform::SystemLayout::sandbox(QDir(root).canonicalPath());
     demo::makePluginLibrary(layout);
-    QDir().mkpath(layout.toolOverrides);
     QFile killall(layout.toolOverrides + u"/killall"_s);
-    if (killall.open(QIODevice::WriteOnly)) {
-        killall.write("#!/bin/sh\nexit 0\n");
-        killall.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-    }
+    if (!QDir().mkpath(layout.toolOverrides) || !killall.open(QIODevice::WriteOnly) ||
+        killall.write("#!/bin/sh\nexit 0\n") < 0 ||
+        !killall.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner))
+        fail(u"The stand-ins cannot be made in "_s + layout.toolOverrides);
     return layout;
 }
 
-platform::Platform withAppearance(const platform::Platform& platform, platform::Appearance& appearance)
+platform::Platform withDemoParts(const platform::Platform& platform, platform::Appearance& appearance,
+                                 platform::MainBundle& bundle)
 {
     return {platform.layout,
             platform.files,
@@ -44,7 +66,7 @@ platform::Platform withAppearance(const platform::Platform& platform, platform::
             platform.notifications,
             platform.loginItems,
             platform.workspace,
-            platform.mainBundle,
+            bundle,
             appearance,
             platform.userNotifications,
             platform.clock};
@@ -72,11 +94,20 @@ int main(int argc, char** argv)
     const platform::SystemLayout layout = makeSandbox(output);
     const auto services = platform::makePlatformServices(layout, platform::Elevation::none);
     demo::DemoAppearance appearance(options.isSet(dark) ? std::optional(true) : std::nullopt);
-    const platform::Platform platform = withAppearance(services->platform(), appearance);
-    AppDelegate delegate(platform, PluginDatabase::shared(platform), ActivityLogManager::shared(platform));
+    // The demo stands beside the application's bundle, not in it.
+    platform::MainBundle bundle(services->platform().files,
+                                QCoreApplication::applicationDirPath() +
+                                    u"/Orvanlite.app/Contents/MacOS/plugin-manager"_s);
+    const platform::Platform platform = withDemoParts(services->platform(), appearance, bundle);
+    const SharedObjects shared{PluginDatabase::shared(platform), ActivityLogManager::shared(platform),
+                               ProgressWindowManager::shared(platform)};
+    AppDelegate delegate(platform, shared);
     delegate.applicationDidFinishLaunching();
     if (!options.isSet(walks))
         return QApplication::exec();
     printLine(u"Walking through the application in "_s + layout.root);
-    return demo::Walk(*delegate.window(), appearance, layout, output).run() ? 0 : 1;
+    return demo::Walk(*delegate.window(), ProgressWindowManager::shared(platform), appearance, layout, output)
+                   .run()
+               ? 0
+               : 1;
 }
