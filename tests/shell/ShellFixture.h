@@ -40,6 +40,9 @@ class ShellTest : public testing::Test {
 protected:
     ShellTest() { m_system.scripts.runner = &m_runner; }
 
+    /// What still sleeps comes to its end while its objects are there.
+    void TearDown() override { m_system.clock.advance(std::chrono::seconds(1)); }
+
     /// Opens the window and waits for the first scan.
     void launch()
     {

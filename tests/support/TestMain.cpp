@@ -38,8 +38,8 @@ int main(int argc, char** argv)
     std::setlocale(LC_ALL, "C.UTF-8");
     qInstallMessageHandler(dropPlatformNoise);
     testing::InitGoogleTest(&argc, argv);
-    QApplication::setStyle(u"Fusion"_s);
     const QApplication application(argc, argv);
+    QApplication::setStyle(u"Fusion"_s);
     QApplication::setQuitOnLastWindowClosed(false);
     return RUN_ALL_TESTS();
 }
