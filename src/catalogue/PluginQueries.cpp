@@ -2,6 +2,7 @@
 #include "catalogue/Statement.h"
 #include "model/TextOrder.h"
 #include "model/Uuid.h"
+#include "platform/Utf8.h"
 
 #include <algorithm>
 #include <string>
@@ -99,7 +100,7 @@ std::optional<QString> optionalText(QByteArrayView text)
 {
     if (text.isEmpty())
         return std::nullopt;
-    return QString::fromUtf8(text);
+    return platform::fromUtf8(text);
 }
 
 } // namespace
@@ -118,12 +119,13 @@ std::optional<AudioPlugin> PluginDatabase::pluginFromRow(const Statement& statem
 
     std::optional<AudioPlugin> plugin(std::in_place);
     plugin->id = *id;
-    plugin->name = QString::fromUtf8(name);
-    plugin->manufacturer = QString::fromUtf8(manufacturer);
+    plugin->name = platform::fromUtf8(name);
+    plugin->manufacturer = platform::fromUtf8(manufacturer);
     plugin->format = *format;
-    plugin->originalPath = QString::fromUtf8(originalPath);
+    plugin->originalPath = platform::fromUtf8(originalPath);
     // Most plugins stand where they belong: one text in memory serves both.
-    plugin->currentPath = currentPath == originalPath ? plugin->originalPath : QString::fromUtf8(currentPath);
+    plugin->currentPath =
+        currentPath == originalPath ? plugin->originalPath : platform::fromUtf8(currentPath);
     plugin->isEnabled = statement.isOne(6);
     plugin->version = optionalText(statement.text(7));
     plugin->bundleIdentifier = optionalText(statement.text(8));
@@ -189,7 +191,7 @@ QSet<QString> PluginDatabase::getAllPluginKeys() const
         if (name.isNull() || format.isNull())
             continue;
         key.assign(name.begin(), name.end()).append(1, '|').append(format.begin(), format.end());
-        keys.insert(QString::fromStdString(key));
+        keys.insert(platform::fromUtf8(key));
     }
     return keys;
 }
@@ -201,7 +203,7 @@ QStringList PluginDatabase::getDistinctManufacturers() const
     QStringList manufacturers;
     while (statement.step()) {
         if (const QByteArrayView manufacturer = statement.text(0); !manufacturer.isEmpty())
-            manufacturers << QString::fromUtf8(manufacturer);
+            manufacturers << platform::fromUtf8(manufacturer);
     }
     return manufacturers;
 }

@@ -48,7 +48,7 @@ void CliCommand::scanPlugins() const
     for (const qsizetype place : {0, 1}) {
         for (const PluginFormat format : allCases<PluginFormat>) {
             const QStringList folders = systemPaths(format, m_layout);
-            if (!folders.isEmpty())
+            if (place < folders.size())
                 total += countEntries(folders.at(place));
         }
     }

@@ -27,8 +27,9 @@ QString messageForLeftover(const CLI::App& command, const QString& argument)
     if (!argument.startsWith(u'-') || argument.size() == 1)
         return u"Unexpected argument '"_s + argument + u'\'';
     const QString option = optionOf(argument);
-    const QString message = u"Unknown option '"_s + option + u'\'';
     const QString near = nearestOption(command, option);
+    // A switch that was given a value is wrong by its value.
+    const QString message = u"Unknown option '"_s + (near == option ? argument : option) + u'\'';
     return near.isEmpty() ? message : message + u". Did you mean '"_s + near + u"'?"_s;
 }
 
@@ -45,7 +46,7 @@ TextAnswer helpCommandAnswer(const CommandTree& tree)
         return helpAnswer(tree, tree.root());
     if (const CLI::App* command = tree.subcommand(topic))
         return helpAnswer(tree, *command);
-    return usageError(tree, tree.helpCommand(), u"Unexpected argument '"_s + topic + u'\'');
+    return usageError(tree, tree.helpCommand(), messageForLeftover(tree.helpCommand(), topic));
 }
 
 } // namespace
@@ -95,7 +96,8 @@ int runCommandLine(const QStringList& arguments, const CommandSurroundings& surr
             CliCommand(surroundings.files, surroundings.layout, surroundings.printOutput).run(*options);
             return kExitSuccess;
         }
-        return GuiCommand(surroundings.startGui, surroundings.printOutput).run();
+        GuiCommand(surroundings.startGui, surroundings.printOutput).run();
+        return kExitSuccess;
     } catch (const std::exception& error) {
         surroundings.printError(u"Error: "_s + QString::fromUtf8(error.what()));
         return kExitFailure;

@@ -30,7 +30,8 @@ using CommandRequest = std::variant<GuiRequest, CliArguments, TextAnswer>;
 /// Reads the arguments without the program's name.
 /// Shape:  help goes before everything else, then the version, then errors: what does not fit before the
 ///         subcommand, missing values, what does not fit behind it. Of a repeated option the last value
-///         counts. A value that begins with a dash is written "--name=-value".
+///         counts. A value that begins with a dash is written "--name=-value"; only the lone "-" stands for
+///         itself.
 [[nodiscard]] CommandRequest parseCommandLine(const QStringList& arguments);
 
 /// What the commands work with.

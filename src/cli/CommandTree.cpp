@@ -1,5 +1,7 @@
 #include "cli/CommandTree.h"
 
+#include "platform/Utf8.h"
+
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
@@ -21,20 +23,16 @@ const std::string& missingValue()
     return text;
 }
 
-std::string guarded(const QString& argument)
-{
-    std::string text = argument.toStdString();
-    if (text == "++") // the library's own end mark of a subcommand
-        text.insert(text.begin(), kOurs);
-    else if (text.starts_with("--") && text.find('=') == text.size() - 1) // an empty value, not a missing one
-        text.push_back(kOurs);
-    return text;
-}
-
 QString taken(std::string text)
 {
     std::erase(text, kOurs);
-    return QString::fromStdString(text);
+    return platform::fromUtf8(text);
+}
+
+/// The option stood at the end, or before something with a dash in front, which is no value.
+bool isMissing(const std::string& value)
+{
+    return value == missingValue() || (value.size() > 1 && value[0] == kOurs && value[1] == '-');
 }
 
 void addFlag(CLI::App& command, const std::string& names, const std::string& help)
@@ -57,6 +55,19 @@ bool takesValue(const CLI::Option& option) { return option.get_items_expected_ma
 std::vector<const CLI::Option*> namedOptions(const CLI::App& command)
 {
     return command.get_options([](const CLI::Option* option) { return !option->get_lnames().empty(); });
+}
+
+/// Whether the text is an option of the command, written as it is to be written: a switch stands alone,
+/// without a value and not in one word with another.
+bool isOption(const CLI::App& command, const std::string& text)
+{
+    const auto options = namedOptions(command);
+    return std::any_of(options.begin(), options.end(), [&text](const CLI::Option* option) {
+        const std::string name = "--" + option->get_lnames().front();
+        if (takesValue(*option))
+            return text.substr(0, text.find('=')) == name;
+        return text == name || (!option->get_snames().empty() && text == '-' + option->get_snames().front());
+    });
 }
 
 /// One line of a list in two columns.
@@ -192,12 +203,23 @@ QString CommandTree::help(const CLI::App& command) const
     return text;
 }
 
+std::string CommandTree::guarded(std::string text) const
+{
+    const bool looksLikeOption = text.size() > 1 && text.front() == '-';
+    const bool isKnown = isOption(*m_root, text) || isOption(*m_cli, text); // the others have no more
+    if (text == "++" || (looksLikeOption && !isKnown)) // "++" is the library's own end mark of a subcommand
+        text.insert(text.begin(), kOurs);
+    else if (text.starts_with("--") && text.find('=') == text.size() - 1) // an empty value, not a missing one
+        text.push_back(kOurs);
+    return text;
+}
+
 void CommandTree::parse(const QStringList& arguments)
 {
     std::vector<std::string> reversed; // as the library wants them
     reversed.reserve(static_cast<std::size_t>(arguments.size()));
     for (const QString& argument : arguments)
-        reversed.push_back(guarded(argument));
+        reversed.push_back(guarded(argument.toStdString()));
     std::reverse(reversed.begin(), reversed.end());
     m_root->parse(std::move(reversed));
 }
@@ -233,7 +255,7 @@ QString CommandTree::optionWithoutValue(const CLI::App& command)
 {
     for (const CLI::Option* option : namedOptions(command)) {
         const auto& values = option->results();
-        if (std::find(values.begin(), values.end(), missingValue()) != values.end())
+        if (std::any_of(values.begin(), values.end(), isMissing))
             return QString::fromStdString(option->get_name());
     }
     return {};
@@ -243,7 +265,7 @@ QString CommandTree::helpTopic() const { return value(*m_help, "subcommand").val
 
 QString nearestOption(const CLI::App& command, const QString& misspelled)
 {
-    QString word = misspelled;
+    QString word = misspelled.toLower();
     while (word.startsWith(u'-'))
         word.remove(0, 1);
     QString nearest;

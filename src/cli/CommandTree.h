@@ -4,6 +4,7 @@
 
 #include <memory>
 #include <optional>
+#include <string>
 
 namespace CLI {
 class App;
@@ -49,6 +50,8 @@ public:
 
 private:
     [[nodiscard]] QString usageLine(const CLI::App& command) const;
+    /// The argument as the parser library is to see it.
+    [[nodiscard]] std::string guarded(std::string text) const;
 
     std::unique_ptr<CLI::App> m_root;
     CLI::App* m_cli = nullptr;

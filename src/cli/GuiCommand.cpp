@@ -4,10 +4,10 @@ namespace orvanlite {
 
 using namespace Qt::StringLiterals;
 
-int GuiCommand::run() const
+void GuiCommand::run() const
 {
     m_print(u"🚀 Launching Orvanlite GUI..."_s);
-    return m_start();
+    m_start();
 }
 
 } // namespace orvanlite

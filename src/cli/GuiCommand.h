@@ -5,7 +5,7 @@
 namespace orvanlite {
 
 /// Opens the window; returns when the application has ended.
-using StartGui = std::function<int()>;
+using StartGui = std::function<void()>;
 
 /// Says that the window is coming, then starts it.
 class GuiCommand final {
@@ -15,8 +15,8 @@ public:
         , m_print(std::move(print))
     {}
 
-    /// Returns the application's exit status; what the start throws passes through.
-    [[nodiscard]] int run() const;
+    /// Returns when the application has ended, however it did; what the start throws passes through.
+    void run() const;
 
 private:
     StartGui m_start;

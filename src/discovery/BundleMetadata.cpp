@@ -1,6 +1,6 @@
 #include "discovery/BundleMetadata.h"
 
-#include "model/Json.h"
+#include "discovery/ClapManifest.h"
 #include "platform/FileManager.h"
 #include "platform/PropertyList.h"
 
@@ -15,7 +15,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 /// Far above any real description, so that a scan never reads a disk image that a stranger left in a bundle.
-constexpr qint64 kLargestDescription = 16 << 20;
+constexpr qint64 kLargestDescription = 4 << 20;
 
 constexpr QStringView kWaves = u"Waves Audio";
 
@@ -116,16 +116,7 @@ std::optional<QString> BundleMetadata::manufacturerFromIdentifier() const
 std::optional<QString> BundleMetadata::extractManufacturerFromCLAP() const
 {
     const auto content = m_files.read(m_path + u"/clap.json"_s, kLargestDescription);
-    const auto json = content ? parseJson(*content) : std::nullopt;
-    if (!json || !json->is_object())
-        return std::nullopt;
-    const auto plugin = json->find("plugin");
-    if (plugin == json->end() || !plugin->is_object())
-        return std::nullopt;
-    const auto vendor = plugin->find("vendor");
-    if (vendor == plugin->end() || !vendor->is_string())
-        return std::nullopt;
-    return QString::fromStdString(vendor->get_ref<const std::string&>());
+    return content ? vendorInClapManifest(*content) : std::nullopt;
 }
 
 std::optional<Date> BundleMetadata::extractLastUsed(const QString& name) const

@@ -16,8 +16,7 @@ namespace orvanlite {
 /// when this is made.
 ///
 /// Errors: none. A file that is missing or damaged costs only the answers that depend on it, and a plain file
-/// in
-///         a bundle's place answers nothing.
+///         in a bundle's place answers nothing.
 class BundleMetadata {
 public:
     enum class InfoKey { version, identifier };

@@ -47,15 +47,35 @@ const QHash<QString, QString>& manufacturerNormalization()
     return forms;
 }
 
-bool isGeneric(const AudioPlugin& plugin)
-{
-    return genericManufacturers().contains(plugin.manufacturer.toLower());
-}
+/// What a maker's text is worth, found out once for every distinct text: few makers make many plugins.
+class MakerTexts {
+public:
+    struct Maker {
+        bool isGeneric = false;
+        QString normalized;
+    };
+
+    const Maker& operator[](const QString& text)
+    {
+        auto found = m_makers.constFind(text);
+        if (found == m_makers.constEnd()) {
+            const QString lowered = text.toLower();
+            const Maker maker{genericManufacturers().contains(lowered),
+                              manufacturerNormalization().value(lowered, text)};
+            found = m_makers.insert(text, maker);
+        }
+        return *found;
+    }
+
+private:
+    QHash<QString, Maker> m_makers;
+};
 
 } // namespace
 
 AudioPlugins crossReferenceManufacturers(AudioPlugins plugins)
 {
+    MakerTexts texts;
     QStringList names; // in lower case, in the order of the plugins
     names.reserve(static_cast<qsizetype>(plugins.size()));
     for (const AudioPlugin& plugin : plugins)
@@ -66,20 +86,20 @@ AudioPlugins crossReferenceManufacturers(AudioPlugins plugins)
     qsizetype i = 0;
     for (const AudioPlugin& plugin : plugins) {
         const QString& name = names[i++];
-        if (plugin.format == PluginFormat::au && !isGeneric(plugin))
+        if (plugin.format == PluginFormat::au && !texts[plugin.manufacturer].isGeneric)
             makers.insert(name, plugin.manufacturer);
     }
     i = 0;
     for (const AudioPlugin& plugin : plugins) {
         const QString& name = names[i++];
-        if (plugin.format != PluginFormat::au && !makers.contains(name) && !isGeneric(plugin))
+        if (plugin.format != PluginFormat::au && !makers.contains(name) &&
+            !texts[plugin.manufacturer].isGeneric)
             makers.insert(name, plugin.manufacturer);
     }
     i = 0;
     for (AudioPlugin& plugin : plugins) {
-        plugin.manufacturer = makers.value(names[i++], plugin.manufacturer);
-        const auto& forms = manufacturerNormalization();
-        plugin.manufacturer = forms.value(plugin.manufacturer.toLower(), plugin.manufacturer);
+        const auto entry = makers.constFind(names[i++]);
+        plugin.manufacturer = texts[entry == makers.constEnd() ? plugin.manufacturer : *entry].normalized;
     }
     return plugins;
 }

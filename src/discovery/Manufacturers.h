@@ -8,9 +8,8 @@ namespace orvanlite {
 /// gives known makers their one spelling.
 ///
 /// Shape: the same plugins in the same order; only `manufacturer` may differ. The last Audio Unit of a name
-/// that
-///        names a maker decides, otherwise the first copy in another format that does. Unrelated plugins of
-///        one name end up with one maker.
+///        that names a maker decides, otherwise the first copy in another format that does. Unrelated plugins
+///        of one name end up with one maker.
 [[nodiscard]] AudioPlugins crossReferenceManufacturers(AudioPlugins plugins);
 
 } // namespace orvanlite

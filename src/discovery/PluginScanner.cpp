@@ -30,7 +30,8 @@ void append(AudioPlugins& plugins, AudioPlugins more)
 bool isWaveShell(const QString& name)
 {
     constexpr QStringView shell = u"waveshell";
-    return name.first(std::min(name.size(), shell.size())).toLower() == shell;
+    // The first comparison is quick, but folds more than letter case.
+    return name.startsWith(shell, Qt::CaseInsensitive) && name.first(shell.size()).toLower() == shell;
 }
 
 /// Stable: plugins of one name keep the order in which they were found.
@@ -133,8 +134,9 @@ AudioPlugins PluginScanner::scanDirectory(const QString& path, PluginFormat form
 void PluginScanner::recursivelyScanDirectory(const QString& path, PluginFormat format,
                                              AudioPlugins& plugins) const
 {
-    // The system's limit on the length of a path bounds the depth, and its limit on links ends a ring of
-    // them.
+    // On purpose no guard against rings of links. The system's limits on the links in a path and on its length
+    // bound the depth: a folder with a link to itself is walked some tens of times. Several such links side by
+    // side multiply, and a scan of them would not end; nobody has that among plugins.
     std::vector<platform::DirectoryEntry> entries;
     try {
         entries = m_files.list(path, platform::HiddenEntries::skip);
@@ -172,10 +174,10 @@ std::optional<AudioPlugin> PluginScanner::createPluginFromURL(const QString& pat
     plugin.version = metadata.extractInfoFromBundle(BundleMetadata::InfoKey::version);
     plugin.bundleIdentifier = metadata.extractInfoFromBundle(BundleMetadata::InfoKey::identifier);
     plugin.lastUsed = metadata.extractLastUsed(plugin.name);
-    plugin.isEnabled = !path.contains(m_centralDisabledDirectory) && !path.contains(kUnusedMark);
     plugin.id = makeUuid();
     plugin.format = format;
-    plugin.originalPath = getOriginalPath(path, fileName, format);
+    plugin.isEnabled = !path.contains(m_centralDisabledDirectory) && !path.contains(kUnusedMark);
+    plugin.originalPath = plugin.isEnabled ? path : getOriginalPath(path, fileName, format);
     plugin.currentPath = path;
     return plugin;
 }
@@ -186,9 +188,7 @@ QString PluginScanner::getOriginalPath(const QString& path, const QString& fileN
     // On purpose: it goes back to the top of the system's folder, wherever it came from before.
     if (path.contains(m_centralDisabledDirectory))
         return systemPaths(format, m_layout).first() + u'/' + fileName;
-    if (path.contains(kUnusedMark))
-        return m_layout.aaxDirectory() + u'/' + fileName;
-    return path;
+    return m_layout.aaxDirectory() + u'/' + fileName;
 }
 
 } // namespace orvanlite

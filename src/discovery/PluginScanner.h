@@ -46,7 +46,7 @@ private:
     /// Nothing for a container of other plugins, whose removal would switch all of them off.
     [[nodiscard]] std::optional<AudioPlugin> createPluginFromURL(const QString& path, const QString& fileName,
                                                                  PluginFormat format) const;
-    /// Where a plugin found at this path belongs when enabled.
+    /// Where a disabled plugin found at this path belongs when enabled.
     [[nodiscard]] QString getOriginalPath(const QString& path, const QString& fileName,
                                           PluginFormat format) const;
 

@@ -28,15 +28,6 @@ std::vector<platform::DirectoryEntry> listQuietly(const platform::FileManager& f
     }
 }
 
-bool isDirectory(const platform::FileManager& files, const platform::DirectoryEntry& entry,
-                 const QString& path)
-{
-    if (entry.kind != platform::EntryKind::unresolved)
-        return entry.kind == platform::EntryKind::directory;
-    const auto status = files.status(path);
-    return status && status->isDirectory;
-}
-
 void appendBundles(const platform::FileManager& files, const VersionFolder& home, const QString& folder,
                    AudioPlugins& plugins)
 {
@@ -63,9 +54,10 @@ AudioPlugins scanWavesBundlePlugins(const platform::FileManager& files, const pl
     AudioPlugins plugins;
     const QString root = layout.wavesDirectory();
     for (const platform::DirectoryEntry& entry : listQuietly(files, root)) {
-        const QString path = root + u'/' + entry.name;
-        if (!entry.name.startsWith(kVersionFolderPrefix) || !isDirectory(files, entry, path))
+        // The listing's own word decides: a link to a folder is none.
+        if (!entry.name.startsWith(kVersionFolderPrefix) || entry.kind != platform::EntryKind::directory)
             continue;
+        const QString path = root + u'/' + entry.name;
         const VersionFolder folder{path, entry.name.sliced(kVersionStart)};
         appendBundles(files, folder, path, plugins);
         appendBundles(files, folder, path + u"/Disabled"_s, plugins);

@@ -61,7 +61,7 @@ nlohmann::ordered_json toJson(const AudioPlugin& plugin)
     return json;
 }
 
-AudioPlugin audioPluginFromJson(const nlohmann::ordered_json& json)
+AudioPlugin audioPluginFromJson(const nlohmann::json& json)
 {
     const JsonObject object(json);
     AudioPlugin plugin;

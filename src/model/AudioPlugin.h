@@ -51,6 +51,6 @@ using AudioPlugins = std::vector<AudioPlugin>;
 [[nodiscard]] nlohmann::ordered_json toJson(const AudioPlugin& plugin);
 
 /// Errors: JsonError for a missing required key, a wrong type, an id that is no UUID or an unknown format.
-[[nodiscard]] AudioPlugin audioPluginFromJson(const nlohmann::ordered_json& json);
+[[nodiscard]] AudioPlugin audioPluginFromJson(const nlohmann::json& json);
 
 } // namespace orvanlite

@@ -1,12 +1,13 @@
 #include "model/Json.h"
 
 #include "model/Uuid.h"
+#include "platform/Utf8.h"
 
 namespace orvanlite {
 
 namespace {
 
-using Json = nlohmann::ordered_json;
+using Json = nlohmann::json;
 
 /// Deeper nesting than any of our files has. The parser itself does not recurse, but a value's destructor and
 /// its writer do.
@@ -16,7 +17,7 @@ QString toText(const Json& value, const char* key)
 {
     if (!value.is_string())
         throw JsonError(std::string("no text: ") + key);
-    return QString::fromStdString(value.get_ref<const std::string&>());
+    return platform::fromUtf8(value.get_ref<const std::string&>());
 }
 
 } // namespace
@@ -34,9 +35,10 @@ std::optional<Json> parseJson(QByteArrayView text)
     return json;
 }
 
-QByteArray writeJson(const Json& json)
+QByteArray writeJson(const nlohmann::ordered_json& json)
 {
-    return QByteArray::fromStdString(json.dump(-1, ' ', false, Json::error_handler_t::replace));
+    return QByteArray::fromStdString(
+        json.dump(-1, ' ', false, nlohmann::ordered_json::error_handler_t::replace));
 }
 
 JsonObject::JsonObject(const Json& json)

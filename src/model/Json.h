@@ -23,9 +23,10 @@ public:
 
 [[nodiscard]] inline std::string toUtf8(const QString& text) { return text.toStdString(); }
 
-/// Parses a whole text. A byte-order mark is accepted, of equal keys the last one wins; nothing for anything that
-/// is no JSON.
-[[nodiscard]] std::optional<nlohmann::ordered_json> parseJson(QByteArrayView text);
+/// Parses a whole text. A byte-order mark is accepted, of equal keys the last one wins; nothing for anything
+/// that is no JSON. The members lose their order, which says nothing in our files: to keep it, each of them
+/// would be compared with all before it, and a stranger's file with many would take minutes.
+[[nodiscard]] std::optional<nlohmann::json> parseJson(QByteArrayView text);
 
 /// Compact UTF-8 text with the members in their order.
 [[nodiscard]] QByteArray writeJson(const nlohmann::ordered_json& json);
@@ -34,7 +35,9 @@ public:
 class JsonObject {
 public:
     /// Throws JsonError when the value is no object.
-    explicit JsonObject(const nlohmann::ordered_json& json);
+    explicit JsonObject(const nlohmann::json& json);
+    /// The converted copy would not live long enough.
+    explicit JsonObject(const nlohmann::ordered_json& json) = delete;
 
     /// Whether the member is there and not null.
     [[nodiscard]] bool has(const char* key) const;
@@ -55,9 +58,9 @@ public:
     }
 
 private:
-    [[nodiscard]] const nlohmann::ordered_json& member(const char* key) const;
+    [[nodiscard]] const nlohmann::json& member(const char* key) const;
 
-    const nlohmann::ordered_json& m_json;
+    const nlohmann::json& m_json;
 };
 
 } // namespace orvanlite

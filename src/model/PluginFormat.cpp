@@ -31,7 +31,10 @@ QStringList systemPaths(PluginFormat format, const platform::SystemLayout& layou
     const QStringView folder = row(format).folder;
     if (folder.isEmpty())
         return {};
-    return {layout.system(folder), layout.inHome(folder)};
+    QStringList paths{layout.system(folder)};
+    if (const QString ofUser = layout.inHome(folder); !ofUser.isEmpty())
+        paths.append(ofUser);
+    return paths;
 }
 
 QStringView bundleExtension(PluginFormat format) { return row(format).extension; }

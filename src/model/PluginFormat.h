@@ -29,8 +29,8 @@ struct RawValueTable<PluginFormat> {
     }};
 };
 
-/// Where hosts look for plugins of the format: the system's folder, then the user's. Empty for `wavesBundle`,
-/// whose folders carry version numbers and are found by the scan.
+/// Where hosts look for plugins of the format: the system's folder, then the user's, which is left out without
+/// a home folder. Empty for `wavesBundle`, whose folders carry version numbers and are found by the scan.
 [[nodiscard]] QStringList systemPaths(PluginFormat format, const platform::SystemLayout& layout);
 
 /// The file name extension, without the dot, that makes an entry a plugin of the format.

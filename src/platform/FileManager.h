@@ -29,7 +29,7 @@ private:
 enum class EntryKind {
     directory,
     file,
-    unresolved, ///< a symbolic link, or a kind that the listing did not tell: ask status()
+    unresolved, ///< a symbolic link, or neither of the two: ask status()
 };
 
 struct DirectoryEntry {
@@ -73,7 +73,8 @@ public:
 
     /// The entries of a folder without "." and "..", in the order in which the file system gives them.
     /// Hidden is a name with a leading dot, and what the platform marks as hidden in its own way.
-    [[nodiscard]] virtual std::vector<DirectoryEntry> list(const QString& path, HiddenEntries hidden) const = 0;
+    [[nodiscard]] virtual std::vector<DirectoryEntry> list(const QString& path,
+                                                           HiddenEntries hidden) const = 0;
 
     /// The content of a regular file of at most `limit` bytes; nothing for anything else. Never waits (a pipe or
     /// a device is no regular file).

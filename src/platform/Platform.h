@@ -56,6 +56,7 @@ public:
 };
 
 /// The services of the system that this was built for. Needs a QCoreApplication.
-[[nodiscard]] std::unique_ptr<PlatformServices> makePlatformServices(SystemLayout layout, Elevation elevation);
+[[nodiscard]] std::unique_ptr<PlatformServices> makePlatformServices(SystemLayout layout,
+                                                                     Elevation elevation);
 
 } // namespace orvanlite::platform

@@ -21,7 +21,7 @@ struct PropertyListField {
 /// The answers in the order of the wanted fields.
 using PropertyListTexts = std::vector<std::optional<QString>>;
 
-/// Reads a few texts from a property list in its XML or its binary form, in one pass and without recursion.
+/// Reads a few texts from a property list in its XML or its binary form, without recursion.
 ///
 /// Shape:  one answer per field. A missing key, a value of another type and (for a field in a first dictionary)
 ///         an empty list or a list that holds anything but dictionaries give an absent answer. Of equal keys the

@@ -156,16 +156,16 @@ std::optional<QString> textInFirstDictionary(const BinaryReader& reader, const O
         if (reader.member(list, i).kind != Kind::dictionary)
             return std::nullopt;
     }
-    std::optional<QString> answer;
+    Object value; // the last one under the key, decoded once: the same long text may stand under many
     const Object first = list.count == 0 ? Object() : reader.member(list, 0);
     for (quint64 i = 0; i < first.count; ++i) {
         const Object key = reader.member(first, i);
         if (!key.isText())
             return std::nullopt;
         if (reader.isEqual(key, wanted))
-            answer = reader.text(reader.member(first, first.count + i));
+            value = reader.member(first, first.count + i);
     }
-    return answer;
+    return reader.text(value);
 }
 
 } // namespace

@@ -1,5 +1,7 @@
 #include "platform/PropertyListCollector.h"
 
+#include "platform/Utf8.h"
+
 #include <algorithm>
 
 namespace orvanlite::platform {
@@ -110,7 +112,7 @@ bool PropertyListCollector::end()
         m_open.back() = Open::dictionaryBeforeValue;
     } else if (m_leaf == Leaf::value) {
         if (m_collecting)
-            answer(QString::fromUtf8(m_text));
+            answer(fromUtf8(m_text));
     } else if (!m_open.empty()) {
         if (m_open.back() == Open::dictionaryBeforeValue)
             return false;

@@ -13,13 +13,16 @@ namespace orvanlite::platform {
 
 namespace {
 
-/// One Expat parser for all lists, with one salt: Expat would ask the system for random bytes at every list.
-class SharedParser {
+/// Expat keeps the memory that the largest list so far took: one of this many bytes gets a parser of its own.
+constexpr std::size_t kLargeList = 256 * 1024;
+
+/// One Expat parser for many lists, with one salt: Expat would ask the system for random bytes at every list.
+class Parser {
 public:
-    SharedParser() = default;
-    SharedParser(const SharedParser&) = delete;
-    SharedParser& operator=(const SharedParser&) = delete;
-    ~SharedParser() { XML_ParserFree(m_parser); }
+    Parser() = default;
+    Parser(const Parser&) = delete;
+    Parser& operator=(const Parser&) = delete;
+    ~Parser() { XML_ParserFree(m_parser); }
 
     XML_Parser fresh()
     {
@@ -62,12 +65,9 @@ void onText(void* data, const XML_Char* text, int length)
 
 void onEntity(void* data, const XML_Char*, int) { Target::of(data).require(false); }
 
-bool readWithExpat(std::string_view text, PropertyListCollector& collector)
+bool readWith(Parser& parser, std::string_view text, PropertyListCollector& collector)
 {
-    if (text.size() > std::numeric_limits<int>::max())
-        return false;
-    thread_local SharedParser shared;
-    Target target{shared.fresh(), collector};
+    Target target{parser.fresh(), collector};
     XML_SetUserData(target.parser, &target);
     XML_SetElementHandler(target.parser, &onStart, &onEnd);
     XML_SetCharacterDataHandler(target.parser, &onText);
@@ -76,6 +76,18 @@ bool readWithExpat(std::string_view text, PropertyListCollector& collector)
     XML_SetDefaultHandler(target.parser, nullptr);
     XML_SetSkippedEntityHandler(target.parser, &onEntity);
     return XML_Parse(target.parser, text.data(), static_cast<int>(text.size()), 1) == XML_STATUS_OK;
+}
+
+bool readWithExpat(std::string_view text, PropertyListCollector& collector)
+{
+    if (text.size() > std::numeric_limits<int>::max())
+        return false;
+    if (text.size() >= kLargeList) {
+        Parser own;
+        return readWith(own, text, collector);
+    }
+    thread_local Parser shared;
+    return readWith(shared, text, collector);
 }
 
 } // namespace

@@ -10,8 +10,7 @@ namespace orvanlite::platform {
 /// object "error" whose values are all texts, or with none of them when the script could not be created.
 [[nodiscard]] QByteArray encodeScriptAnswer(const ScriptOutcome& outcome);
 
-/// Errors: anything that is no such object (the helper is missing, was killed or printed something else)
-/// reads as
+/// Errors: anything that is no such object (the helper is missing, was killed or printed something else) reads as
 ///         an outcome without result and error. Members of other types are left out.
 [[nodiscard]] ScriptOutcome decodeScriptAnswer(const QByteArray& answer);
 

@@ -4,10 +4,7 @@ namespace orvanlite::platform {
 
 using namespace Qt::StringLiterals;
 
-QString SystemLayout::centralDisabledDirectory() const
-{
-    return system(u"/Library/Audio/Plug-Ins/Disabled");
-}
+QString SystemLayout::centralDisabledDirectory() const { return system(u"/Library/Audio/Plug-Ins/Disabled"); }
 
 QString SystemLayout::aaxDirectory() const
 {
@@ -24,10 +21,7 @@ QString SystemLayout::aaxUnusedDirectoryOfUser() const
     return inHome(u"/Library/Application Support/Avid/Audio/Plug-Ins (Unused)");
 }
 
-QString SystemLayout::wavesDirectory() const
-{
-    return system(u"/Applications/Waves");
-}
+QString SystemLayout::wavesDirectory() const { return system(u"/Applications/Waves"); }
 
 bool SystemLayout::isInSystemLibrary(const QString& path) const
 {
@@ -35,35 +29,27 @@ bool SystemLayout::isInSystemLibrary(const QString& path) const
     return path.startsWith(system(u"/Library"));
 }
 
-QString SystemLayout::applicationFolder() const
-{
-    return applicationSupport + u"/Orvanlite"_s;
-}
+QString SystemLayout::applicationFolder() const { return applicationSupport + u"/Orvanlite"_s; }
 
 QString SystemLayout::audioUnitSystemCache() const
 {
     return system(u"/Library/Caches/com.apple.audiounits.cache");
 }
 
-QString SystemLayout::machineIdFile() const
-{
-    return system(u"/etc/machine-id");
-}
+QString SystemLayout::machineIdFile() const { return system(u"/etc/machine-id"); }
 
 QString SystemLayout::shell() const
 {
-    // The shell is the real one in a sandbox too: it is started there, not looked at.
+    // The real one in a sandbox too: it is started there, not looked at.
     return u"/bin/sh"_s;
 }
 
-QString SystemLayout::openTool() const
-{
-    return system(u"/usr/bin/open");
-}
+QString SystemLayout::openTool() const { return system(u"/usr/bin/open"); }
 
 QString SystemLayout::chflags() const
 {
-    return system(u"/bin/chflags");
+    // The real one in a sandbox too: it only gets paths of the sandbox, and changes nothing outside.
+    return u"/bin/chflags"_s;
 }
 
 } // namespace orvanlite::platform

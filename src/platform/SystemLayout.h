@@ -14,12 +14,12 @@ struct SystemLayout {
     QString applicationSupport; ///< where applications of this user keep their data
     QString configuration;      ///< where settings of this user lie
     QString cache;
-    QString runtime;            ///< sockets and marks of running processes
-    QString temporary;          ///< private to the user, exists once made by makeTemporary()
+    QString runtime;   ///< sockets and marks of running processes
+    QString temporary; ///< private to the user; made when the platform services are
     QString desktop;
     QString downloads;
     QString documents;
-    QString toolOverrides;      ///< folder of stand-ins that leads the search path of scripts; empty in production
+    QString toolOverrides; ///< folder of stand-ins that leads the search path of scripts; empty in production
 
     /// The layout of this machine for this user.
     [[nodiscard]] static SystemLayout ofThisMachine();
@@ -30,9 +30,16 @@ struct SystemLayout {
     [[nodiscard]] bool isSandbox() const { return !root.isEmpty(); }
 
     /// `root` in front of an absolute path of the system.
-    [[nodiscard]] QString system(QStringView absolutePath) const { return QString(root).append(absolutePath); }
-    /// The home folder in front of an absolute path of the system.
-    [[nodiscard]] QString inHome(QStringView absolutePath) const { return QString(home).append(absolutePath); }
+    [[nodiscard]] QString system(QStringView absolutePath) const
+    {
+        return QString(root).append(absolutePath);
+    }
+    /// The home folder in front of an absolute path of the system; empty for a user without a home folder of
+    /// their own, which would make it the system's path.
+    [[nodiscard]] QString inHome(QStringView absolutePath) const
+    {
+        return home.isEmpty() || home == u"/" ? QString() : QString(home).append(absolutePath);
+    }
 
     /// "/Library/Audio/Plug-Ins/Disabled": one subfolder per format for what is switched off.
     [[nodiscard]] QString centralDisabledDirectory() const;
@@ -40,7 +47,7 @@ struct SystemLayout {
     [[nodiscard]] QString aaxDirectory() const;
     [[nodiscard]] QString aaxUnusedDirectory() const;
     [[nodiscard]] QString aaxUnusedDirectoryOfUser() const; ///< the same below the home folder
-    [[nodiscard]] QString wavesDirectory() const; ///< "/Applications/Waves"
+    [[nodiscard]] QString wavesDirectory() const;           ///< "/Applications/Waves"
     /// Whether the path begins with the text "/Library", the system's library.
     [[nodiscard]] bool isInSystemLibrary(const QString& path) const;
 

@@ -37,7 +37,7 @@ nlohmann::ordered_json toJson(const ActivityLogEntry& entry)
     return json;
 }
 
-ActivityLogEntry activityLogEntryFromJson(const nlohmann::ordered_json& json)
+ActivityLogEntry activityLogEntryFromJson(const nlohmann::json& json)
 {
     const JsonObject object(json);
     ActivityLogEntry entry;

@@ -39,6 +39,6 @@ struct ActivityLogEntry {
 [[nodiscard]] nlohmann::ordered_json toJson(const ActivityLogEntry& entry);
 
 /// Errors: JsonError for a missing key, a wrong type, an id that is no UUID or an unknown action.
-[[nodiscard]] ActivityLogEntry activityLogEntryFromJson(const nlohmann::ordered_json& json);
+[[nodiscard]] ActivityLogEntry activityLogEntryFromJson(const nlohmann::json& json);
 
 } // namespace orvanlite

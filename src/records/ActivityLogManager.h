@@ -20,8 +20,8 @@ struct LoggedPlugin {
 /// The history of what the user did to plugins, newest first, kept in "activity_log.json". Only for the user
 /// to look at: nothing decides by it.
 ///
-/// Errors:  a missing, unreadable or invalid file reads as empty; a failed write leaves the entries as they
-/// are. Effects: every change assigns `entries` once and then rewrites the whole file.
+/// Errors:  a missing, unreadable or invalid file reads as empty; a failed write leaves the entries as they are.
+/// Effects: every change assigns `entries` once and then rewrites the whole file.
 class ActivityLogManager final {
 public:
     static constexpr std::size_t kMaxEntries = 200;

@@ -24,7 +24,7 @@ TEST_F(PluginDatabaseTest, ARecordReadsBackAsItWasWritten)
     strange.version = QString();
     strange.bundleIdentifier = u"com.x"_s;
     strange.lastUsed = Date::fromUnix(0);
-    AudioPlugin unknown = plugin(u"C"_s, PluginFormat::wavesBundle);
+    AudioPlugin unknown = plugin(u"\uFEFFC"_s, PluginFormat::wavesBundle, u"\uFEFFM"_s);
     unknown.version = std::nullopt;
     unknown.lastUsed = Date::fromUnix(1'700'000'000.5);
 
@@ -39,9 +39,11 @@ TEST_F(PluginDatabaseTest, ARecordReadsBackAsItWasWritten)
               QStringList(
                   {uuidText(strange.id) +
                        u"'B ''q'' |\"% ü 🎹''''Audio Units''/Library/B ''q'' |\"% ü 🎹''/off'0'''com.x'0.0"_s,
-                   uuidText(unknown.id) + u"'C''Maker''Waves''/Library/C''/Library/C'1''''1700000000.5"_s}));
+                   uuidText(unknown.id) +
+                       u"'\uFEFFC''\uFEFFM''Waves''/Library/\uFEFFC''/Library/\uFEFFC'1''''1700000000.5"_s}));
     strange.version = std::nullopt; // an empty version is an absent one
     EXPECT_EQ(all(database), AudioPlugins({plain, strange, unknown}));
+    EXPECT_TRUE(database.getAllPluginKeys().contains(u"\uFEFFC|Waves"_s));
     EXPECT_EQ(database.countPlugins(true), 2);
     EXPECT_EQ(database.countPlugins(false), 1);
     EXPECT_EQ(all(PluginDatabase(m_platform, m_path)).size(), 3U) << "a second start keeps the rows";
@@ -176,6 +178,35 @@ TEST_F(PluginDatabaseTest, ALockedFileKeepsItsRows)
     raw.run(u"COMMIT"_s);
     database.replaceAllPlugins({plugin(u"New"_s)});
     EXPECT_EQ(names(all(database)), u"New"_s);
+}
+
+TEST_F(PluginDatabaseTest, AFileThatIsLockedWhenItIsOpenedIsUsedLater)
+{
+    PluginDatabase(m_platform, m_path).replaceAllPlugins({plugin(u"Old"_s)});
+    RawConnection raw(m_path);
+    raw.run(u"PRAGMA journal_mode=DELETE; BEGIN EXCLUSIVE"_s);
+    std::optional<PluginDatabase> database;
+    const std::string locked = "❌ SQL error: database is locked\n";
+    EXPECT_EQ(printed([&] { database.emplace(m_platform, m_path); }), locked + locked + locked);
+    EXPECT_EQ(database->totalCount({}), 0);
+    raw.run(u"COMMIT"_s);
+    EXPECT_EQ(names(all(*database)), u"Old"_s);
+    database->replaceAllPlugins({plugin(u"New"_s)});
+    EXPECT_EQ(names(all(*database)), u"New"_s);
+}
+
+TEST_F(PluginDatabaseTest, RowsThatCannotBeStoredCostNoOther)
+{
+    PluginDatabase database(m_platform, m_path);
+    AudioPlugin twin = plugin(u"B"_s);
+    const AudioPlugin first = plugin(u"A"_s);
+    twin.id = first.id;
+    EXPECT_EQ(printed([&] { database.replaceAllPlugins({first, twin, plugin(u"C"_s)}); }), "");
+    EXPECT_EQ(names(all(database)), u"A C"_s);
+    // In a file of another version the statement cannot even be prepared.
+    RawConnection(m_path).run(u"ALTER TABLE plugins DROP COLUMN bundleIdentifier"_s);
+    EXPECT_EQ(printed([&] { database.replaceAllPlugins({first}); }), "");
+    EXPECT_EQ(database.totalCount({}), 0);
 }
 
 TEST_F(PluginDatabaseTest, AReadOnlyFileIsReadAndNeverWritten)

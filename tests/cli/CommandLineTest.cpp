@@ -29,17 +29,17 @@ struct Outcome {
 class CommandLineTest : public testing::Test {
 protected:
     Outcome run(
-        const QString& line, StartGui start = [] { return 0; })
+        const QString& line, StartGui start = [] {})
     {
         return run(line.split(u' ', Qt::SkipEmptyParts), std::move(start));
     }
     Outcome run(
-        const QStringList& arguments, StartGui start = [] { return 0; })
+        const QStringList& arguments, StartGui start = [] {})
     {
         Outcome outcome;
         const auto startCounted = [&outcome, &start] {
             ++outcome.starts;
-            return start();
+            start();
         };
         outcome.status =
             runCommandLine(arguments, {m_files, m_layout, startCounted,
@@ -88,6 +88,8 @@ TEST_F(CommandLineTest, TextToolAnswers)
         {{u"--action=enable"_s, u"--name"_s, u"[Ö|'x'] {}"_s},
          u"Enabling plugin: [Ö|'x'] {}\n"_s + kPlaceholder},
         {{u"--action=enable"_s, u"--name"_s, u"++"_s}, u"Enabling plugin: ++\n"_s + kPlaceholder},
+        {{u"--action=enable"_s, u"--name"_s, u"-"_s}, u"Enabling plugin: -\n"_s + kPlaceholder},
+        {{u"--action=enable"_s, u"--name=-5"_s}, u"Enabling plugin: -5\n"_s + kPlaceholder},
         {{u"--action=enable"_s, u"--name="_s}, u"Enabling plugin: \n"_s + kPlaceholder},
         {{u"--action=enable"_s, u"--name"_s, u"X"_s, u"--"_s}, u"Enabling plugin: X\n"_s + kPlaceholder},
     };
@@ -131,6 +133,9 @@ TEST_F(CommandLineTest, ScanCountsTheEntriesOfTenFolders)
         EXPECT_EQ(outcome.output.join(u'\n').remove(m_root.path()), kBanner + heading + counts);
         EXPECT_EQ(outcome.status, 0);
     }
+    m_layout.home.clear();
+    EXPECT_EQ(run(u"cli-command --action scan"_s).output.last(),
+              u"\n✅ Scan complete. Found 4 total plugins."_s);
     EXPECT_FALSE(m_root.exists(u"/Library/Audio/Plug-Ins/Disabled"));
     EXPECT_TRUE(m_root.names(u"/Users/tester/.local").isEmpty());
 }
@@ -148,6 +153,18 @@ TEST_F(CommandLineTest, BadUsage)
         {"--action scan", "Unknown option '--action'", "plugin-manager [options]"},
         {"--versoin", "Unknown option '--versoin'. Did you mean '--version'?", "plugin-manager [options]"},
         {"-x", "Unknown option '-x'", "plugin-manager [options]"},
+        {"-5", "Unknown option '-5'", "plugin-manager [options]"},
+        {"-hx", "Unknown option '-hx'", "plugin-manager [options]"},
+        {"--VERSION", "Unknown option '--VERSION'. Did you mean '--version'?", "plugin-manager [options]"},
+        {"--version=0", "Unknown option '--version=0'. Did you mean '--version'?",
+         "plugin-manager [options]"},
+        {"--help=", "Unknown option '--help='. Did you mean '--help'?", "plugin-manager [options]"},
+        {"--help=foo cli-command", "Unknown option '--help=foo'. Did you mean '--help'?",
+         "plugin-manager [options]"},
+        {"help -x", "Unknown option '-x'", "plugin-manager help"},
+        {"cli-command -hx", "Unknown option '-hx'", "plugin-manager cli-command"},
+        {"cli-command --help=true", "Unknown option '--help=true'. Did you mean '--help'?",
+         "plugin-manager cli-command"},
         {"-- cli-command", "Unexpected argument 'cli-command'", "plugin-manager [options]"},
         {"gui-command now", "Unexpected argument 'now'", "plugin-manager gui-command"},
         {"gui-command --name X", "Unknown option '--name'", "plugin-manager gui-command"},
@@ -167,6 +184,8 @@ TEST_F(CommandLineTest, BadUsage)
         {"cli-command --action", "Missing value for '--action'", "plugin-manager cli-command"},
         {"cli-command --action --name X", "Missing value for '--action'", "plugin-manager cli-command"},
         {"cli-command --name -x", "Missing value for '--name'", "plugin-manager cli-command"},
+        {"cli-command --name -5", "Missing value for '--name'", "plugin-manager cli-command"},
+        {"cli-command --name --bogus=1", "Missing value for '--name'", "plugin-manager cli-command"},
         {"cli-command --format -- VST3", "Missing value for '--format'", "plugin-manager cli-command"},
         {"cli-command --action scan --action", "Missing value for '--action'", "plugin-manager cli-command"},
     };
@@ -239,16 +258,16 @@ Options:
     }
 }
 
-TEST_F(CommandLineTest, TheWindowIsAnnouncedAndItsEndDecides)
+TEST_F(CommandLineTest, TheWindowIsAnnouncedAndItsFailureIsTold)
 {
     for (const QString& line : {QString(), u"gui-command"_s, u"--"_s}) {
         SCOPED_TRACE(line.toStdString());
-        const Outcome ended = run(line, [] { return 7; });
+        const Outcome ended = run(line);
         EXPECT_EQ(ended.output, QStringList{u"🚀 Launching Orvanlite GUI..."_s});
-        EXPECT_EQ(ended.status, 7);
+        EXPECT_EQ(ended.status, 0);
         EXPECT_EQ(ended.starts, 1);
 
-        const Outcome failed = run(line, []() -> int { throw std::runtime_error("no display – gone"); });
+        const Outcome failed = run(line, [] { throw std::runtime_error("no display – gone"); });
         EXPECT_EQ(failed.status, 1);
         EXPECT_EQ(failed.firstError(), "Error: no display – gone");
     }

@@ -22,9 +22,9 @@ TEST(PluginManagerProcess, StreamsAndExitStatus)
         QByteArray errorStart; ///< empty: nothing at all
     } rows[] = {
         {{u"--version"_s}, 0, "2.4.0\n", ""},
-        {{u"cli-command"_s, u"--action"_s, u"Ändern"_s},
+        {{u"cli-command"_s, u"--action"_s, u"\uFEFFÄndern"_s},
          0,
-         banner + "❌ Unknown action: Ändern\nAvailable actions: scan, list, enable, disable\n",
+         banner + "❌ Unknown action: \uFEFFÄndern\nAvailable actions: scan, list, enable, disable\n",
          ""},
         {{u"cli-command"_s, u"--action"_s}, 64, "", "Error: Missing value for '--action'\nUsage: "},
         {{u"fooo"_s}, 64, "", "Error: Unexpected argument 'fooo'\nUsage: "},

@@ -35,6 +35,9 @@ TEST(BundleMetadataTest, Manufacturer)
         QByteArray clapJson = {};
     };
     const QByteArray acmeJson = R"({"plugin": {"vendor": "Acme"}})";
+    QByteArray wide;
+    for (int i = 0; i < 50'000; ++i)
+        wide += ", \"" + QByteArray::number(i) + "\": 0.5";
     const Row rows[] = {
         {"component", u"Maker"_s, withComponent(u"Maker: Foo"_s)},
         {"component in a binary list", u"Maker"_s,
@@ -74,6 +77,30 @@ TEST(BundleMetadataTest, Manufacturer)
         {"CLAP root is a list", u""_s, {}, u"clap"_s, "[" + acmeJson + "]"},
         {"CLAP plugin is a text", u""_s, {}, u"clap"_s, R"({"plugin": "vendor"})"},
         {"CLAP vendor is a number", u""_s, {}, u"clap"_s, R"({"plugin": {"vendor": 1}})"},
+        {"CLAP vendor in a list", u""_s, {}, u"clap"_s, R"({"plugin": ["vendor", "x"]})"},
+        {"CLAP vendor is deeper",
+         u""_s,
+         {},
+         u"clap"_s,
+         R"({"plugin": {"vendor": {"vendor": "x"}, "y": "z"}})"},
+        {"CLAP vendor of another", u""_s, {}, u"clap"_s, R"({"plugin": {}, "other": {"vendor": "x"}})"},
+        {"CLAP last of equal keys", u"B"_s, {}, u"clap"_s, R"({"plugin": {"vendor": "A", "vendor": "B"}})"},
+        {"CLAP last vendor is none", u""_s, {}, u"clap"_s, R"({"plugin": {"vendor": "A", "vendor": null}})"},
+        {"CLAP last plugin is none", u""_s, {}, u"clap"_s, R"({"plugin": {"vendor": "A"}, "plugin": {}})"},
+        {"CLAP with marks",
+         u"\uFEFFA"_s,
+         {},
+         u"clap"_s,
+         "\xEF\xBB\xBF{\"plugin\": {\"vendor\": \"\xEF\xBB\xBF\u0041\"}}"},
+        {"CLAP with more behind it", u""_s, {}, u"clap"_s, acmeJson + "{}"},
+        {"CLAP deep and wide",
+         u"Acme"_s,
+         {},
+         u"clap"_s,
+         acmeJson.chopped(1) + ", \"x\": " + QByteArray("[").repeated(100'000) +
+             QByteArray("]").repeated(100'000) + wide + "}"},
+        {"CLAP too large to be one", u""_s, {}, u"clap"_s, acmeJson + QByteArray(4 << 20, ' ')},
+        {"list too large to be one", u""_s, withIdentifier(u"com.acme.x"_s) + QByteArray(4 << 20, ' ')},
         {"CLAP without vendor", u""_s, {}, u"clap"_s, R"({"plugin": {}, "vendor": "x"})"},
     };
     for (const Row& row : rows) {

@@ -83,6 +83,8 @@ TEST_F(PluginScannerTest, FindsPluginsByPlaceAndExtension)
              kDisabled + u"VST/Lost.vst3"_s,
              kDisabled + u"Waves/Lost.bundle"_s,
              kDisabled + u"AAX/Away.aaxplugin"_s,
+             u"/Library/Audio/Plug-Ins/VST3/Plug-Ins (Unused)/Marked.vst3"_s,
+             kDisabled + u"VST3/Plug-Ins (Unused)/Both.vst3"_s,
              unused + u"Acme/Old.aaxplugin"_s,
              u"/Users/tester"_s + unused + u"Older.aaxplugin"_s,
              u"/Applications/Waves/Plug-Ins V14/Wave.bundle"_s,
@@ -103,6 +105,10 @@ TEST_F(PluginScannerTest, FindsPluginsByPlaceAndExtension)
             "Mine AAX /Users/tester/Library/Application Support/Avid/Audio/Plug-Ins/Mine.aaxplugin",
             "Ours AAX /Library/Application Support/Avid/Audio/Plug-Ins/Ours.aaxplugin",
             "-Off VST3 /Library/Audio/Plug-Ins/Disabled/VST3/Acme/Off.vst3 <- /Library/Audio/Plug-Ins/VST3/Off.vst3",
+            "-Marked VST3 /Library/Audio/Plug-Ins/VST3/Plug-Ins (Unused)/Marked.vst3 <- "
+            "/Library/Application Support/Avid/Audio/Plug-Ins/Marked.vst3",
+            "-Both VST3 /Library/Audio/Plug-Ins/Disabled/VST3/Plug-Ins (Unused)/Both.vst3 <- "
+            "/Library/Audio/Plug-Ins/VST3/Both.vst3",
             "-Away AAX /Library/Audio/Plug-Ins/Disabled/AAX/Away.aaxplugin <- "
             "/Library/Application Support/Avid/Audio/Plug-Ins/Away.aaxplugin",
             "-Old AAX /Library/Application Support/Avid/Audio/Plug-Ins (Unused)/Acme/Old.aaxplugin <- "
@@ -131,6 +137,20 @@ TEST_F(PluginScannerTest, SortsByCodePointsAndKeepsTheOrderOfDiscovery)
     EXPECT_EQ(plugins[1].currentPath, root.at(u"/Library/Audio/Plug-Ins/VST3/B.vst3"));
     EXPECT_EQ(plugins[2].currentPath, root.at(u"/Users/tester/Library/Audio/Plug-Ins/VST3/B.vst3"));
     EXPECT_EQ(plugins[3].currentPath, root.at(kDisabled + u"VST3/B.vst3"_s));
+}
+
+TEST_F(PluginScannerTest, KeepsTheOrderOfDiscoveryAmongMany)
+{
+    for (int i = 0; i < 40; ++i) {
+        root.addBundle(u"/Library/Audio/Plug-Ins/CLAP/%1/Same.clap"_s.arg(i));
+        root.addBundle(u"/Library/Audio/Plug-Ins/Components/%1/Same.component"_s.arg(i));
+    }
+    const AudioPlugins plugins = scan();
+    EXPECT_EQ(plugins.size(), 80U);
+    EXPECT_TRUE(
+        std::is_sorted(plugins.begin(), plugins.end(), [](const AudioPlugin& left, const AudioPlugin& right) {
+            return left.format < right.format;
+        }));
 }
 
 TEST_F(PluginScannerTest, ReadsWhatBundlesTellAndCorrectsMakers)
@@ -177,14 +197,14 @@ TEST_F(PluginScannerTest, FollowsLinksButNotToNowhere)
 
 TEST_F(PluginScannerTest, GoesAsDeepAsPathsReach)
 {
-    root.addFile(u"/Library/Audio/Plug-Ins/VST3/"_s + u"d/"_s.repeated(1000) + u"Deep.vst3"_s);
+    root.addFile(u"/Library/Audio/Plug-Ins/VST3/"_s + u"d/"_s.repeated(600) + u"Deep.vst3"_s);
     EXPECT_THAT(names(), UnorderedElementsAre("Deep"));
 }
 
 TEST_F(PluginScannerTest, OddNamesDisturbNoOther)
 {
-    const QStringList odd{u"new\nline"_s, u"qu\"o'te"_s, u"A|B"_s,  u"  blanks "_s, u"e\u0301"_s,
-                          u"\u00E9"_s,    u"100%1$s"_s,  u"a\\b"_s, u"-x"_s,        u"\U0001F3B9"_s};
+    const QStringList odd{u"new\nline"_s, u"qu\"o'te"_s, u"A|B"_s, u"  blanks "_s,  u"e\u0301"_s, u"\u00E9"_s,
+                          u"100%1$s"_s,   u"a\\b"_s,     u"-x"_s,  u"\U0001F3B9"_s, u"\uFEFF-x"_s};
     for (const QString& name : odd)
         root.addBundle(u"/Library/Audio/Plug-Ins/VST3/"_s + name + u".vst3"_s,
                        infoPlist({{u"CFBundleShortVersionString"_s, name}}), true);
@@ -195,6 +215,7 @@ TEST_F(PluginScannerTest, OddNamesDisturbNoOther)
     const std::string output = printed([&] { plugins = scan(); });
     ::rmdir((folder + "bad\xFF.vst3").constData());
     ::rmdir((folder + "vendor\xFF").constData());
+    system.files.remove(QString::fromUtf8(folder) + u"\uFEFF-x.vst3"_s); // the root's own removal misses it
     EXPECT_THAT(output,
                 StartsWith("❌ Error scanning directory " + (folder + "vendor\uFFFD: ").toStdString()));
     QStringList found;
@@ -206,7 +227,7 @@ TEST_F(PluginScannerTest, OddNamesDisturbNoOther)
         EXPECT_TRUE(plugin.lastUsed.has_value());
         EXPECT_TRUE(plugin.currentPath.endsWith(u'/' + plugin.name + u".vst3"_s));
     }
-    EXPECT_EQ(plugins.size(), 11U);
+    EXPECT_EQ(plugins.size(), 12U);
     EXPECT_EQ(QSet<QString>(found.begin(), found.end()), QSet<QString>(odd.begin(), odd.end()));
 }
 

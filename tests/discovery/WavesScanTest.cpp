@@ -69,8 +69,9 @@ TEST(WavesScanTest, SkipsWhatIsNoFolder)
     root.addFile(u"/elsewhere/Far.bundle");
     QFile::link(root.at(u"/elsewhere"), root.at(u"/Applications/Waves/Plug-Ins V"));
     QFile::link(root.at(u"/nowhere"), root.at(u"/Applications/Waves/Plug-Ins V1"));
-    EXPECT_THAT(scanned(root), UnorderedElementsAre("V14 Foo Plug-Ins V14/Foo.bundle Plug-Ins V14/Foo.bundle",
-                                                    "V Far Plug-Ins V/Far.bundle Plug-Ins V/Far.bundle"));
+    EXPECT_THAT(scanned(root),
+                UnorderedElementsAre("V14 Foo Plug-Ins V14/Foo.bundle Plug-Ins V14/Foo.bundle"))
+        << "neither a file nor a link to a folder is a version folder";
     TempRoot other;
     other.addFile(u"/Applications/Waves", "a file");
     EXPECT_TRUE(scanned(other).empty());

@@ -166,6 +166,11 @@ TEST(PluginFormat, FoldersExtensionsAndRawValues)
                                         ? QStringList()
                                         : QStringList{u"/box"_s + folder, u"/box/Users/tester"_s + folder};
         EXPECT_EQ(systemPaths(format, layout), folders);
+        for (const QString& noHome : {QString(), u"/"_s}) {
+            platform::SystemLayout ofNobody = layout;
+            ofNobody.home = noHome;
+            EXPECT_EQ(systemPaths(format, ofNobody), folders.mid(0, 1));
+        }
     }
     EXPECT_EQ(fromRawValue<PluginFormat>(u"vst3"), std::nullopt);
 }

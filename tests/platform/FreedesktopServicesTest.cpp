@@ -6,6 +6,7 @@
 #include "support/Fakes.h"
 
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <gtest/gtest.h>
 
@@ -235,6 +236,24 @@ TEST(Layout, FollowsTheSurroundings)
     EXPECT_TRUE(layout.isInSystemLibrary(u"/Library Backup/x"_s));
     EXPECT_FALSE(layout.isInSystemLibrary(root.at(u"/Library/x")));
     EXPECT_TRUE(root.layout().isInSystemLibrary(root.at(u"/Library/x")));
+    EXPECT_EQ(root.layout().chflags(), u"/bin/chflags"_s) << "it is to be started in a sandbox too";
+}
+
+TEST(Layout, WithoutAHomeFolderNothingIsTheUsers)
+{
+    if (geteuid() != 0)
+        GTEST_SKIP() << "only root can become a user that the system does not know";
+    const auto check = [] {
+        for (const char* name :
+             {"HOME", "XDG_DATA_HOME", "XDG_CONFIG_HOME", "XDG_CACHE_HOME", "XDG_RUNTIME_DIR"})
+            qunsetenv(name);
+        constexpr uid_t kUnknown = 54321;
+        if (setuid(kUnknown) != 0)
+            ::_exit(2);
+        ::_exit(SystemLayout::ofThisMachine() == SystemLayout() ? 0 : 1);
+    };
+    EXPECT_EXIT(check(), testing::ExitedWithCode(0), "");
+    EXPECT_EQ(SystemLayout().aaxUnusedDirectoryOfUser(), QString()) << "not the system's";
 }
 
 TEST_F(ServicesTest, AreBuiltTogether)

@@ -14,9 +14,9 @@ namespace orvanlite::platform {
 class AppearanceChannel;
 class SessionBus;
 
-/// The look that the desktop portal tells of. Read at the first question, which waits for the answer no
-/// longer than `patience`; a later answer is passed on as a change. Source: XDG Desktop Portal,
-/// org.freedesktop.portal.Settings.
+/// The look that the desktop portal tells of. Read at the first question, which waits for the answer no longer
+/// than `patience`; a later answer is passed on as a change.
+/// Source: XDG Desktop Portal, org.freedesktop.portal.Settings.
 class FreedesktopAppearance final : public Appearance {
 public:
     explicit FreedesktopAppearance(SessionBus& bus,

@@ -1,5 +1,7 @@
 #include "platform/SystemLayout.h"
 
+#include "platform/Utf8.h"
+
 #include <pwd.h>
 #include <unistd.h>
 
@@ -13,7 +15,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-QString environment(const char* name) { return QString::fromUtf8(std::getenv(name)); }
+QString environment(const char* name) { return fromUtf8(std::getenv(name)); }
 
 QString withoutTrailingSlashes(QString path)
 {
@@ -27,13 +29,14 @@ QString homeFolder()
     QString home = environment("HOME");
     if (home.isEmpty()) {
         if (const passwd* user = getpwuid(getuid()))
-            home = QString::fromUtf8(user->pw_dir);
+            home = fromUtf8(user->pw_dir);
     }
     return withoutTrailingSlashes(home);
 }
 
 /// A base directory: the variable's value if it is an absolute path, otherwise the default below the home
-/// folder. Source: the XDG Base Directory Specification.
+/// folder, and empty without one.
+/// Source: XDG Base Directory Specification.
 QString baseDirectory(const char* variable, const QString& home, QStringView fallback)
 {
     const QString value = environment(variable);
@@ -54,7 +57,10 @@ SystemLayout SystemLayout::ofThisMachine()
     layout.runtime = baseDirectory("XDG_RUNTIME_DIR", layout.home, u"/.cache/run");
     // Our own folder and not the shared one: there root may be kept from writing another user's file, and the
     // progress counter of a privileged script would fail.
-    layout.temporary = layout.cache + u"/Orvanlite/tmp"_s;
+    if (!layout.cache.isEmpty())
+        layout.temporary = layout.cache + u"/Orvanlite/tmp"_s;
+    if (layout.home.isEmpty())
+        return layout; // Qt would take the root folder for it
     // These bear names in the user's language.
     layout.desktop = QStandardPaths::writableLocation(QStandardPaths::DesktopLocation);
     layout.downloads = QStandardPaths::writableLocation(QStandardPaths::DownloadLocation);

@@ -7,9 +7,9 @@ namespace orvanlite::platform {
 class FileManager;
 struct SystemLayout;
 
-/// Login items as desktop entries "{identifier}.desktop" in the user's autostart folder. One that the user
-/// has switched off in the session's own settings requires approval. Source: Desktop Application Autostart
-/// Specification, Desktop Entry Specification.
+/// Login items as desktop entries "{identifier}.desktop" in the user's autostart folder. One that the user has
+/// switched off in the session's own settings requires approval.
+/// Source: Desktop Application Autostart Specification, Desktop Entry Specification.
 class FreedesktopLoginItemService final : public LoginItemService {
 public:
     FreedesktopLoginItemService(FileManager& files, const SystemLayout& layout);

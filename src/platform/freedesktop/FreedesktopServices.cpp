@@ -1,5 +1,6 @@
 #include "platform/MainBundle.h"
 #include "platform/Platform.h"
+#include "platform/Utf8.h"
 #include "platform/freedesktop/FreedesktopAppearance.h"
 #include "platform/freedesktop/FreedesktopDefaults.h"
 #include "platform/freedesktop/FreedesktopFileManager.h"
@@ -29,7 +30,7 @@ QString executablePath()
 {
     std::array<char, PATH_MAX> target{};
     const ssize_t length = ::readlink("/proc/self/exe", target.data(), target.size());
-    return length > 0 ? QString::fromUtf8(target.data(), length) : QString();
+    return length > 0 ? fromUtf8({target.data(), length}) : QString();
 }
 
 /// Makes the folder of the scripts that run as root, into which nobody else may write. A failure shows itself

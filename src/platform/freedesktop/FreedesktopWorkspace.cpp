@@ -2,6 +2,7 @@
 
 #include "platform/FileManager.h"
 #include "platform/ProcessLauncher.h"
+#include "platform/Utf8.h"
 #include "platform/freedesktop/ApplicationBundle.h"
 
 #include <sys/stat.h>
@@ -32,7 +33,7 @@ QString bundleOf(qint64 processId)
     const ssize_t length = ::readlink(link.constData(), target.data(), target.size());
     if (length <= 0)
         return {};
-    const QString executable = QString::fromUtf8(target.data(), length);
+    const QString executable = fromUtf8({target.data(), length});
     constexpr QStringView inBundle = u"/Contents/MacOS";
     const QString parent = executable.first(std::max<qsizetype>(executable.lastIndexOf(u'/'), 0));
     if (!parent.endsWith(u".app/Contents/MacOS"))

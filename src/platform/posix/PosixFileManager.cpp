@@ -1,5 +1,7 @@
 #include "platform/posix/PosixFileManager.h"
 
+#include "platform/Utf8.h"
+
 #include <QUuid>
 
 #include <dirent.h>
@@ -68,12 +70,21 @@ auto untilDone(Call call)
     return result;
 }
 
-EntryKind kindOf(const dirent& entry)
+EntryKind kindOf(DIR* directory, const dirent& entry)
 {
     if (entry.d_type == DT_DIR)
         return EntryKind::directory;
     if (entry.d_type == DT_REG)
         return EntryKind::file;
+    struct stat information {};
+    // Some file systems list names alone.
+    if (entry.d_type == DT_UNKNOWN &&
+        ::fstatat(::dirfd(directory), entry.d_name, &information, AT_SYMLINK_NOFOLLOW) == 0) {
+        if (S_ISDIR(information.st_mode))
+            return EntryKind::directory;
+        if (S_ISREG(information.st_mode))
+            return EntryKind::file;
+    }
     return EntryKind::unresolved;
 }
 
@@ -207,7 +218,7 @@ std::vector<DirectoryEntry> PosixFileManager::list(const QString& path, HiddenEn
             hasDotHidden = hasDotHidden || name == ".hidden";
             continue;
         }
-        entries.push_back({QString::fromUtf8(name), kindOf(*entry)});
+        entries.push_back({fromUtf8(name), kindOf(directory.get(), *entry)});
     }
     if (hidden == HiddenEntries::skip)
         removeMarkedAsHidden(path, hasDotHidden, entries);
