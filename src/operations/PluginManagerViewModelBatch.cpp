@@ -38,15 +38,17 @@ QString progressLabel(const AudioPlugins& plugins)
     return u"Disabling %1 plugins…"_s.arg(toDisable);
 }
 
-/// The script file and its counter. Both go at the end of the scope, whatever stands there by then.
+/// The script file and its counter, and their common removal when the script has ended.
 class BatchFiles {
 public:
-    BatchFiles(platform::FileManager& files, const QString& folder)
-        : m_files(files)
-        , m_uuid(uuidText(makeUuid()))
-        , script(folder + u"/orvanlite_batch_"_s + m_uuid + u".sh"_s)
-        , progress(folder + u"/orvanlite_progress_"_s + m_uuid + u".txt"_s)
+    BatchFiles(platform::FileManager& files, const QString& folder, const QString& uuid)
+        : script(folder + u"/orvanlite_batch_"_s + uuid + u".sh"_s)
+        , progress(folder + u"/orvanlite_progress_"_s + uuid + u".txt"_s)
+        , m_files(files)
     {}
+
+    const QString script;
+    const QString progress;
 
     void remove() const
     {
@@ -61,11 +63,6 @@ public:
 
 private:
     platform::FileManager& m_files;
-    QString m_uuid;
-
-public:
-    const QString script;
-    const QString progress;
 };
 
 } // namespace
@@ -126,7 +123,7 @@ void PluginManagerViewModel::logBatch(const AudioPlugins& batch, bool wasEnabled
 
 QCoro::Task<AudioPlugins> PluginManagerViewModel::performBatchOperations(std::vector<BatchItem> items)
 {
-    const BatchFiles batch(m_platform.files, m_platform.layout.temporary);
+    const BatchFiles batch(m_platform.files, m_platform.layout.temporary, uuidText(makeUuid()));
     // Readable by their owner alone and put in place whole, so that nobody can read or replace them before they run.
     m_platform.files.write(batch.progress, "0", platform::WriteMode::atomic);
     const QByteArray script = batchScript(items, batch.progress).toUtf8();

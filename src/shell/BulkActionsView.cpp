@@ -224,7 +224,8 @@ void BulkActionsView::setExpandsFull(bool expands)
 
 void BulkActionsView::applyListHeight()
 {
-    m_list->setMinimumHeight(m_expandsFull ? 0 : qRound(m_paneHeight));
+    // A wish, not a demand: in a small window the list is as high as there is room, and scrolls.
+    m_list->setPreferredHeight(qRound(m_paneHeight));
     m_list->setMaximumHeight(m_expandsFull ? QWIDGETSIZE_MAX : qRound(m_paneHeight));
 }
 
@@ -265,6 +266,8 @@ void BulkActionsView::renderHeader()
     m_unique->setText(u"(%1 unique)"_s.arg(m_viewModel.consolidatedBulkPlugins->size()));
     m_remove->setText(u"Remove %1 from list"_s.arg(m_selectedBulkNames.size()));
     m_remove->updateGeometry();
+    if (m_selectedBulkNames.isEmpty() && m_remove->hasFocus())
+        m_list->focusCurrentRow(); // and not "Clear All", which stands next
     m_remove->setVisible(!m_selectedBulkNames.isEmpty());
 }
 
@@ -297,6 +300,9 @@ bool BulkActionsView::disablesWavesBundle() const
 
 void BulkActionsView::startToggle(BulkAction action)
 {
+    // A screen reader's action does not come as input that could be kept away.
+    if (*m_viewModel.isRunningScript)
+        return;
     AudioPlugins plugins = m_viewModel.bulkActionPlugins();
     const bool wanted = action == BulkAction::enable;
     std::erase_if(plugins, [wanted](const AudioPlugin& each) { return each.isEnabled == wanted; });
@@ -309,6 +315,8 @@ void BulkActionsView::startToggle(BulkAction action)
 
 void BulkActionsView::ask(BulkAction action, AudioPlugins plugins)
 {
+    if (*m_viewModel.isRunningScript)
+        return;
     m_confirmation.pendingAction = action;
     m_confirmation.pendingPlugins = std::move(plugins);
     m_confirmation.isShowing = true;

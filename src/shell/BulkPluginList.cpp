@@ -20,6 +20,7 @@ namespace {
 
 constexpr int kPaddingX = 8;
 constexpr int kPaddingY = 4;
+constexpr int kSmallestHeight = 40;
 constexpr int kSpacing = 3;
 constexpr int kScrollMilliseconds = 350;
 constexpr int kWheelStep = 20;
@@ -200,6 +201,29 @@ void BulkPluginList::placeRow(BulkPluginRow& row, std::size_t index, bool isAnim
         m_seenNames.insert(plugin.name);
         row.highlight();
     }
+}
+
+void BulkPluginList::setPreferredHeight(int height)
+{
+    m_preferredHeight = height;
+    updateGeometry();
+}
+
+QSize BulkPluginList::sizeHint() const
+{
+    return {QAbstractScrollArea::sizeHint().width(), m_preferredHeight};
+}
+
+QSize BulkPluginList::minimumSizeHint() const { return {0, std::min(m_preferredHeight, kSmallestHeight)}; }
+
+void BulkPluginList::focusCurrentRow()
+{
+    if (plugins().empty())
+        return;
+    if (BulkPluginRow* row = m_rows.value(m_currentName))
+        row->setFocus(Qt::OtherFocusReason);
+    else
+        moveCurrent(Qt::Key_Home);
 }
 
 void BulkPluginList::restoreFocus()

@@ -25,6 +25,13 @@ public:
     /// The rows that exist as widgets and show a plugin, from top to bottom.
     [[nodiscard]] std::vector<BulkPluginRow*> builtRows() const;
 
+    /// The height that the list takes where the window has room for it.
+    void setPreferredHeight(int height);
+    [[nodiscard]] QSize sizeHint() const override;
+    [[nodiscard]] QSize minimumSizeHint() const override;
+    /// Gives the keyboard to the current row, or to the first one.
+    void focusCurrentRow();
+
 Q_SIGNALS:
     void nameClicked(const QString& name);
     void variantClicked(const QUuid& id);
@@ -61,6 +68,7 @@ private:
     QString m_currentName;
     std::size_t m_currentIndex = 0;
     std::size_t m_previousCount = 0;
+    int m_preferredHeight = 0;
     bool m_isBuilding = false;
     bool m_isAtLastWanted = false; ///< as soon as there is a height to scroll in
     QVariantAnimation* m_scrolling;

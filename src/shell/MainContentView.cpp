@@ -12,6 +12,7 @@
 #include "shell/SearchBar.h"
 #include "shell/ViewUpdater.h"
 
+#include <QApplication>
 #include <QHBoxLayout>
 
 #include <algorithm>
@@ -95,6 +96,9 @@ void MainContentView::buildToolRow(QWidget* row, const platform::Platform& platf
 void MainContentView::render()
 {
     const bool hasSelection = !m_viewModel.persistedSelections.isEmpty();
+    const QWidget* focus = QApplication::focusWidget();
+    if (!hasSelection && focus && (focus == m_handle || m_bulkActions->isAncestorOf(focus)))
+        m_list->focusTable(); // before the pane goes with it
     m_handle->setVisible(hasSelection);
     m_bulkActions->setVisible(hasSelection);
 }

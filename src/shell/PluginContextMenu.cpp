@@ -12,6 +12,8 @@
 #include <QGuiApplication>
 #include <QMenu>
 
+#include <algorithm>
+
 namespace orvanlite {
 
 using namespace Qt::StringLiterals;
@@ -54,14 +56,16 @@ void addPluginEntries(QMenu* menu, PluginManagerViewModel& viewModel, platform::
     QAction* toggle =
         plugin.isEnabled ? addEntry(menu, u"Disable Plugin"_s, u"xmark.circle"_s, u"disablePluginAction"_s)
                          : addEntry(menu, u"Enable Plugin"_s, u"checkmark.circle"_s, u"enablePluginAction"_s);
-    QObject::connect(toggle, &QAction::triggered, menu,
-                     [&viewModel, plugin] { detach(viewModel.togglePlugin(plugin)); });
+    QObject::connect(toggle, &QAction::triggered, menu, [&viewModel, plugin] {
+        if (!*viewModel.isRunningScript)
+            detach(viewModel.togglePlugin(plugin));
+    });
 }
 
 } // namespace
 
 QMenu* makePluginContextMenu(PluginManagerViewModel& viewModel, const platform::Platform& platform,
-                             QWidget* parent)
+                             const QUuid& pointed, QWidget* parent)
 {
     auto* menu = new QMenu(parent);
     menu->setObjectName(u"pluginContextMenu"_s);
@@ -72,13 +76,18 @@ QMenu* makePluginContextMenu(PluginManagerViewModel& viewModel, const platform::
         if (selected.contains(plugin.id))
             rows.push_back(plugin);
     }
-    if (!rows.empty())
-        addPluginEntries(menu, viewModel, platform.workspace, rows.front());
+    if (!rows.empty()) {
+        const auto under = std::find_if(rows.begin(), rows.end(),
+                                        [&pointed](const AudioPlugin& each) { return each.id == pointed; });
+        addPluginEntries(menu, viewModel, platform.workspace, under != rows.end() ? *under : rows.front());
+    }
     if (selected.size() >= 2) {
         QAction* toggle = addEntry(menu, u"Toggle %1 Plugins"_s.arg(selected.size()),
                                    u"arrow.triangle.2.circlepath"_s, u"togglePluginsAction"_s);
-        QObject::connect(toggle, &QAction::triggered, menu,
-                         [&viewModel, rows] { detach(viewModel.toggleMultiplePlugins(rows)); });
+        QObject::connect(toggle, &QAction::triggered, menu, [&viewModel, rows] {
+            if (!*viewModel.isRunningScript)
+                detach(viewModel.toggleMultiplePlugins(rows));
+        });
     }
     return menu;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 class QMenu;
+class QUuid;
 class QWidget;
 
 namespace orvanlite::platform {
@@ -11,8 +12,10 @@ namespace orvanlite {
 
 class PluginManagerViewModel;
 
-/// The context menu of the plugin table for what is selected. It deletes itself when it closes.
+/// The context menu of the plugin table for what is selected. The entries for one plugin are those of `pointed` if it
+/// is selected, otherwise of the first selected row. The menu deletes itself when it closes.
 [[nodiscard]] QMenu* makePluginContextMenu(PluginManagerViewModel& viewModel,
-                                           const platform::Platform& platform, QWidget* parent);
+                                           const platform::Platform& platform, const QUuid& pointed,
+                                           QWidget* parent);
 
 } // namespace orvanlite

@@ -91,6 +91,8 @@ PluginListView::PluginListView(PluginManagerViewModel& viewModel, const platform
     render();
 }
 
+void PluginListView::focusTable() { m_table->setFocus(); }
+
 void PluginListView::showBusyState()
 {
     m_hasScanned = m_hasScanned || !*m_viewModel.isLoading;
@@ -178,6 +180,13 @@ bool PluginListView::isSameFirstPage(const AudioPlugins& rows) const
     return page > 0;
 }
 
+bool PluginListView::isOtherQuery()
+{
+    Query now{*m_viewModel.searchText, *m_viewModel.selectedFormats, *m_viewModel.selectedManufacturers,
+              *m_viewModel.sortOrder};
+    return now != std::exchange(m_shownQuery, now);
+}
+
 void PluginListView::renderRows()
 {
     // Where the view stands. Ids are new after a scan; the place where a plugin belongs stays the same.
@@ -197,10 +206,15 @@ void PluginListView::renderRows()
         m_model->setPlugins(m_viewModel.filteredPlugins());
     }
     const int row = currentPath.isEmpty() ? -1 : m_model->rowOf(currentPath);
-    if (row >= 0 && row != m_table->currentIndex().row())
+    if (row >= 0 && row != m_table->currentIndex().row()) {
+        m_table->setAutoScroll(false); // the view stays where it is, wherever that row is now
         m_table->selectionModel()->setCurrentIndex(m_model->index(row, column),
                                                    QItemSelectionModel::NoUpdate);
-    if (isSamePage && scrollBar.value() != scroll) {
+        m_table->setAutoScroll(true);
+    }
+    if (isOtherQuery()) {
+        scrollBar.setValue(0); // another search or sort is read from its first row on
+    } else if (scrollBar.value() != scroll) {
         m_table->doItemsLayout(); // the scroll bar must know of the new rows
         scrollBar.setValue(scroll);
     }
@@ -284,7 +298,9 @@ void PluginListView::selectionChanged()
 
 void PluginListView::showContextMenu(const QPoint& position)
 {
-    QMenu* menu = makePluginContextMenu(m_viewModel, m_platform, m_table);
+    const QModelIndex index = m_table->indexAt(position);
+    const QUuid pointed = index.isValid() ? m_model->plugin(index.row()).id : QUuid();
+    QMenu* menu = makePluginContextMenu(m_viewModel, m_platform, pointed, m_table);
     if (menu->isEmpty())
         delete menu;
     else

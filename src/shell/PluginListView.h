@@ -1,6 +1,7 @@
 #pragma once
 
 #include "model/AudioPlugin.h"
+#include "operations/PluginSort.h"
 
 #include <QSet>
 #include <QWidget>
@@ -28,6 +29,8 @@ class PluginListView final : public QWidget {
 public:
     PluginListView(PluginManagerViewModel& viewModel, const platform::Platform& platform, QWidget* parent);
 
+    void focusTable();
+
 private:
     void buildFooter();
     void showBusyState();
@@ -44,6 +47,17 @@ private:
     void showContextMenu(const QPoint& position);
     void loadMoreAtLastRow();
     [[nodiscard]] bool isSameFirstPage(const AudioPlugins& rows) const;
+    /// Whether the filters or the sort are others than at the last look.
+    [[nodiscard]] bool isOtherQuery();
+
+    /// What the rows are the answer to.
+    struct Query {
+        QString searchText;
+        QSet<PluginFormat> formats;
+        QSet<QString> manufacturers;
+        PluginSortOrder sortOrder;
+        bool operator==(const Query&) const = default;
+    };
 
     PluginManagerViewModel& m_viewModel;
     const platform::Platform& m_platform;
@@ -60,6 +74,7 @@ private:
     bool m_isRendering = false;
     bool m_hasScanned = false;
     QSet<QUuid> m_previousSelectedPlugins;
+    Query m_shownQuery;
 };
 
 } // namespace orvanlite

@@ -107,6 +107,12 @@ void PluginTableView::keyPressEvent(QKeyEvent* event)
             return;
         }
         break;
+    case Qt::Key_F10:
+        if (event->modifiers() & Qt::ShiftModifier) {
+            Q_EMIT customContextMenuRequested(visualRect(current).center());
+            return;
+        }
+        break;
     default:
         break;
     }

@@ -161,7 +161,9 @@ TEST_F(MainWindowTest, EveryControlHasANameAndAnIdentity)
         stops.append(QApplication::focusWidget()->objectName());
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
     }
-    EXPECT_EQ(QApplication::focusWidget()->objectName(), u"searchField"_s) << qPrintable(stops.join(u' '));
+    EXPECT_EQ(QApplication::focusWidget()->objectName(), u"searchField"_s);
+    EXPECT_EQ(stops.join(u' '),
+              u"searchField clearSearchButton scanButton pluginTableHeader pluginTable loadAllButton"_s);
 }
 
 TEST(ViewUpdaterTest, RendersOnceForAllChangesOfATurn)

@@ -8,6 +8,7 @@
 #include <QClipboard>
 #include <QMenu>
 #include <QMessageBox>
+#include <QScrollBar>
 
 namespace orvanlite::test {
 
@@ -60,7 +61,8 @@ TEST_F(SelectionTest, GrowsByClicksAcrossSearches)
     EXPECT_EQ(viewModel().selectedPlugins->size(), 1) << "a plain click replaces the mark";
     EXPECT_EQ(viewModel().persistedSelections.size(), 2) << "and adds to what the pane holds";
     EXPECT_EQ(viewModel().consolidatedBulkPlugins->size(), 2U);
-    QStringList keys = viewModel().cachedPluginKeysTransfer->keys; // in the order of the ids, which are random
+    QStringList keys =
+        viewModel().cachedPluginKeysTransfer->keys; // in the order of the ids, which are random
     keys.sort();
     EXPECT_EQ(keys, (QStringList{u"Alpha|VST3"_s, u"Gamma|VST3"_s}));
     search(u"beta"_s);
@@ -140,6 +142,56 @@ TEST_F(SelectionTest, DragHandleRunsAheadOfThePointerWithinItsLimits)
     for (int i = 0; i < 40; ++i)
         QTest::keyClick(&handle, Qt::Key_Down);
     EXPECT_EQ(pane.bulkPaneHeight(), 80);
+}
+
+TEST_F(SelectionTest, PaneStaysInsideTheWindowHoweverHighItIs)
+{
+    addPlugins(90);
+    launch();
+    table().setFocus();
+    QTest::keyClick(&table(), Qt::Key_A, Qt::ControlModifier);
+    settle();
+    auto& handle = named<DragHandle>(window(), u"bulkPaneHandle"_s);
+    for (int i = 0; i < 20; ++i)
+        QTest::keyClick(&handle, Qt::Key_Up);
+    for (const QSize& size : {QSize(640, 420), QSize(900, 600), QSize(1200, 800)}) {
+        window().resize(size);
+        settle();
+        const auto& list = named<QWidget>(window(), u"bulkPluginList"_s);
+        const int lowerEdge = list.mapTo(&window(), QPoint(0, list.height())).y();
+        EXPECT_LE(lowerEdge, window().height()) << size.width();
+        EXPECT_GE(list.height(), 40) << size.width();
+        EXPECT_EQ(window().size(), size);
+    }
+    // Where the room ends the height that was asked for is kept, for a larger window.
+    EXPECT_EQ(named<MainContentView>(window(), u"mainContentView"_s).bulkPaneHeight(), 500);
+}
+
+TEST_F(SelectionTest, NewSearchStartsAtItsFirstHit)
+{
+    addPlugins(90);
+    launch();
+    clickRow(5);
+    table().setCurrentIndex(table().model()->index(80, 1));
+    settle();
+    ASSERT_GT(table().verticalScrollBar()->value(), 0);
+    search(u"plugin"_s);
+    EXPECT_EQ(table().verticalScrollBar()->value(), 0);
+    EXPECT_EQ(table().currentIndex().row(), 80) << "and the current row stays the current one";
+}
+
+TEST_F(SelectionTest, FocusGoesToTheTableWhenThePaneGoes)
+{
+    addPlugins(3);
+    launch();
+    window().activateWindow();
+    clickRow(0);
+    auto& clear = named<QAbstractButton>(window(), u"clearAllButton"_s);
+    clear.setFocus();
+    QTest::keyClick(&clear, Qt::Key_Space);
+    settle();
+    EXPECT_TRUE(viewModel().persistedSelections.isEmpty());
+    EXPECT_EQ(QApplication::focusWidget(), &table());
 }
 
 TEST_F(SelectionTest, BulkWarningAsksWithTheExactTexts)
