@@ -32,6 +32,15 @@ constexpr char kMarker[] = ".orvanlite-demo-sandbox";
     std::exit(1);
 }
 
+/// A stand-in for a program that scripts start.
+void addTool(const platform::SystemLayout& layout, const QString& name, const QByteArray& script)
+{
+    QFile tool(layout.toolOverrides + u'/' + name);
+    if (!tool.open(QIODevice::WriteOnly) || tool.write("#!/bin/sh\n" + script + '\n') < 0 ||
+        !tool.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner))
+        fail(u"A stand-in cannot be made: "_s + tool.fileName());
+}
+
 /// An empty sandbox with the plugin library and stand-ins for the tools that a script must not reach.
 platform::SystemLayout makeSandbox(const QString& folder)
 {
@@ -47,11 +56,9 @@ platform::SystemLayout makeSandbox(const QString& folder)
         fail(u"The sandbox cannot be made in "_s + root);
     const platform::SystemLayout layout = platform::SystemLayout::sandbox(QDir(root).canonicalPath());
     demo::makePluginLibrary(layout);
-    QFile killall(layout.toolOverrides + u"/killall"_s);
-    if (!QDir().mkpath(layout.toolOverrides) || !killall.open(QIODevice::WriteOnly) ||
-        killall.write("#!/bin/sh\nexit 0\n") < 0 ||
-        !killall.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner))
+    if (!QDir().mkpath(layout.toolOverrides))
         fail(u"The stand-ins cannot be made in "_s + layout.toolOverrides);
+    addTool(layout, u"killall"_s, "exit 0");
     return layout;
 }
 
@@ -105,6 +112,8 @@ int main(int argc, char** argv)
     delegate.applicationDidFinishLaunching();
     if (!options.isSet(walks))
         return QApplication::exec();
+    // Each move takes its time, as on a slow disk: otherwise the progress panel is gone before it can be looked at.
+    addTool(layout, u"mv"_s, R"(sleep 0.01; exec /bin/mv "$@")");
     printLine(u"Walking through the application in "_s + layout.root);
     return demo::Walk(*delegate.window(), ProgressWindowManager::shared(platform), appearance, layout, output)
                    .run()
