@@ -4,6 +4,7 @@
 #include "model/Console.h"
 #include "operations/PluginManagerViewModel.h"
 #include "platform/SystemLayout.h"
+#include "records/ActivityLogManager.h"
 #include "shell/ContentView.h"
 #include "shell/MainWindow.h"
 #include "shell/PluginTableDelegate.h"
@@ -26,10 +27,11 @@ namespace orvanlite::demo {
 
 using namespace Qt::StringLiterals;
 
-Walk::Walk(MainWindow& window, ProgressWindowManager& progress, DemoAppearance& appearance,
-           const platform::SystemLayout& layout, QString outputFolder)
+Walk::Walk(MainWindow& window, ProgressWindowManager& progress, const ActivityLogManager& activityLog,
+           DemoAppearance& appearance, const platform::SystemLayout& layout, QString outputFolder)
     : m_window(window)
     , m_progress(progress)
+    , m_activityLog(activityLog)
     , m_appearance(appearance)
     , m_layout(layout)
     , m_outputFolder(std::move(outputFolder))
@@ -52,6 +54,7 @@ bool Walk::run()
     });
     disableAndEnable(u"Waves plugin"_s,
                      [](const AudioPlugin& plugin) { return plugin.format == PluginFormat::wavesBundle; });
+    wavesVersions();
     pickAcrossSearches();
     bulk();
     deleteThree();
@@ -152,6 +155,52 @@ void Walk::disableAndEnable(const QString& title, const std::function<bool(const
     typeSearch({});
 }
 
+bool Walk::logSays(int count, ActivityAction action) const
+{
+    const std::vector<ActivityLogEntry>& entries = *m_activityLog.entries;
+    return std::ssize(entries) >= count &&
+           std::all_of(entries.begin(), entries.begin() + count,
+                       [action](const ActivityLogEntry& each) { return each.action == action; });
+}
+
+void Walk::wavesVersions()
+{
+    // A Waves plugin that stands in two version folders and nowhere else under its name.
+    QString name;
+    for (const AudioPlugin& each : *m_viewModel.plugins) {
+        const AudioPlugins versions = m_viewModel.allWavesPluginsMatchingName(each.name);
+        const bool areOn = std::all_of(versions.begin(), versions.end(),
+                                       [](const AudioPlugin& version) { return version.isEnabled; });
+        const auto sameName = [&each](const AudioPlugin& other) { return other.name == each.name; };
+        const auto rows = std::count_if(m_viewModel.plugins->begin(), m_viewModel.plugins->end(), sameName);
+        if (versions.size() == 2 && areOn && rows == 2)
+            name = each.name;
+    }
+    const AudioPlugins versions = m_viewModel.allWavesPluginsMatchingName(name);
+    const QString openedLog = m_layout.openTool().section(u'/', 0, -2) + u"/opened.log"_s;
+    QFile::remove(openedLog);
+    typeSearch(name);
+    // Other names may hold this one.
+    const auto rowOfName = [&] {
+        const AudioPlugins& shown = m_viewModel.filteredPlugins();
+        return static_cast<int>(std::find_if(shown.begin(), shown.end(),
+                                             [&](const AudioPlugin& each) { return each.name == name; }) -
+                                shown.begin());
+    };
+    clickSwitch(rowOfName());
+    const bool areOff = waitFor([&] { return countOnDisk(versions, false) == 2; }) &&
+                        waitFor([this] { return !*m_viewModel.isRunningScript; });
+    step(u"Both versions of a Waves plugin go together"_s,
+         versions.size() == 2 && areOff && !QFile::exists(openedLog),
+         u"%1, %2 moved"_s.arg(name).arg(countOnDisk(versions, false)));
+    clickSwitch(rowOfName());
+    const bool areBack =
+        waitFor([&] { return countOnDisk(versions, true) == 2 && QFile::exists(openedLog); });
+    step(u"They come back together, and only then are they registered"_s, areBack);
+    waitFor([this] { return !*m_viewModel.isRunningScript; });
+    typeSearch({});
+}
+
 qsizetype Walk::pickAll(const QString& text)
 {
     typeSearch(text);
@@ -224,7 +273,8 @@ void Walk::bulk()
     const int count = static_cast<int>(meant.size());
     act(u"disableSelectedButton"_s, u"bulk-progress"_s);
     step(u"\"Disable Selected\" moves all of them with one request"_s,
-         countOnDisk(meant, false) == count && *m_viewModel.dbEnabledCount == enabledBefore - count,
+         countOnDisk(meant, false) == count && logSays(count, ActivityAction::disabled) &&
+             *m_viewModel.dbEnabledCount == enabledBefore - count,
          u"%1 moved, %2 enabled in the catalogue"_s.arg(countOnDisk(meant, false))
              .arg(*m_viewModel.dbEnabledCount));
     screenshot(u"bulk-disabled"_s);
@@ -232,7 +282,8 @@ void Walk::bulk()
     act(u"enableSelectedButton"_s);
     // What was off before the walk has been enabled as well; what stood in use is back in its place.
     step(u"\"Enable Selected\" brings them back"_s,
-         countOnDisk(meant, true) == count && *m_viewModel.dbEnabledCount >= enabledBefore,
+         countOnDisk(meant, true) == count && logSays(count, ActivityAction::enabled) &&
+             *m_viewModel.dbEnabledCount >= enabledBefore,
          u"%1 enabled in the catalogue"_s.arg(*m_viewModel.dbEnabledCount));
     QTest::mouseClick(&named<QWidget>(u"clearAllButton"_s), Qt::LeftButton);
     typeSearch({});
@@ -252,7 +303,8 @@ void Walk::deleteThree()
     const bool areGone = std::none_of(
         three.begin(), three.end(), [](const AudioPlugin& each) { return QFile::exists(each.currentPath); });
     step(u"\"Delete Selected\" deletes three for good"_s,
-         three.size() == 3 && areGone && *m_viewModel.dbTotalCount == before - 3,
+         three.size() == 3 && areGone && logSays(3, ActivityAction::deleted) &&
+             *m_viewModel.dbTotalCount == before - 3,
          u"%1 plugins are left"_s.arg(*m_viewModel.dbTotalCount));
     m_viewModel.clearSelection();
     testScanAgrees();

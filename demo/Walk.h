@@ -1,6 +1,7 @@
 #pragma once
 
 #include "model/AudioPlugin.h"
+#include "records/ActivityLogEntry.h"
 
 #include <QString>
 
@@ -10,6 +11,7 @@ class QModelIndex;
 class QWidget;
 
 namespace orvanlite {
+class ActivityLogManager;
 class MainWindow;
 class PluginManagerViewModel;
 class PluginTableView;
@@ -28,8 +30,8 @@ class DemoAppearance;
 /// and leaves screenshots.
 class Walk final {
 public:
-    Walk(MainWindow& window, ProgressWindowManager& progress, DemoAppearance& appearance,
-         const platform::SystemLayout& layout, QString outputFolder);
+    Walk(MainWindow& window, ProgressWindowManager& progress, const ActivityLogManager& activityLog,
+         DemoAppearance& appearance, const platform::SystemLayout& layout, QString outputFolder);
 
     /// True when every step came out right.
     bool run();
@@ -43,6 +45,9 @@ private:
     void pickAcrossSearches();
     void bulk();
     void deleteThree();
+    void wavesVersions();
+    /// Whether the newest entries of the activity log, as many as these, are of this action.
+    [[nodiscard]] bool logSays(int count, ActivityAction action) const;
     void testScanAgrees();
     void looks();
 
@@ -66,6 +71,7 @@ private:
 
     MainWindow& m_window;
     ProgressWindowManager& m_progress;
+    const ActivityLogManager& m_activityLog;
     DemoAppearance& m_appearance;
     const platform::SystemLayout& m_layout;
     QString m_outputFolder;

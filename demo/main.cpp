@@ -33,10 +33,11 @@ constexpr char kMarker[] = ".orvanlite-demo-sandbox";
 }
 
 /// A stand-in for a program that scripts start.
-void addTool(const platform::SystemLayout& layout, const QString& name, const QByteArray& script)
+void addTool(const QString& path, const QByteArray& script)
 {
-    QFile tool(layout.toolOverrides + u'/' + name);
-    if (!tool.open(QIODevice::WriteOnly) || tool.write("#!/bin/sh\n" + script + '\n') < 0 ||
+    QFile tool(path);
+    if (!QDir().mkpath(path.first(path.lastIndexOf(u'/'))) || !tool.open(QIODevice::WriteOnly) ||
+        tool.write("#!/bin/sh\n" + script + '\n') < 0 ||
         !tool.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner))
         fail(u"A stand-in cannot be made: "_s + tool.fileName());
 }
@@ -56,9 +57,9 @@ platform::SystemLayout makeSandbox(const QString& folder)
         fail(u"The sandbox cannot be made in "_s + root);
     const platform::SystemLayout layout = platform::SystemLayout::sandbox(QDir(root).canonicalPath());
     demo::makePluginLibrary(layout);
-    if (!QDir().mkpath(layout.toolOverrides))
-        fail(u"The stand-ins cannot be made in "_s + layout.toolOverrides);
-    addTool(layout, u"killall"_s, "exit 0");
+    addTool(layout.toolOverrides + u"/killall"_s, "exit 0");
+    // Notes what would have been opened.
+    addTool(layout.openTool(), "echo \"$*\" >> \"$(dirname \"$0\")/opened.log\"");
     return layout;
 }
 
@@ -113,9 +114,10 @@ int main(int argc, char** argv)
     if (!options.isSet(walks))
         return QApplication::exec();
     // Each move takes its time, as on a slow disk: otherwise the progress panel is gone before it can be looked at.
-    addTool(layout, u"mv"_s, R"(sleep 0.01; exec /bin/mv "$@")");
+    addTool(layout.toolOverrides + u"/mv"_s, R"(sleep 0.01; exec /bin/mv "$@")");
     printLine(u"Walking through the application in "_s + layout.root);
-    return demo::Walk(*delegate.window(), ProgressWindowManager::shared(platform), appearance, layout, output)
+    return demo::Walk(*delegate.window(), ProgressWindowManager::shared(platform), shared.activityLog,
+                      appearance, layout, output)
                    .run()
                ? 0
                : 1;
