@@ -268,6 +268,9 @@ void Walk::bulk()
          hasNoAAX && std::ssize(meant) < m_viewModel.persistedSelections.size() && meant.size() >= 51,
          u"%1 enabled plugins are left"_s.arg(meant.size()));
     screenshot(u"bulk-pane-chips"_s);
+    m_appearance.setDark(true);
+    screenshot(u"bulk-pane-dark"_s);
+    m_appearance.setDark(false);
 
     const int enabledBefore = *m_viewModel.dbEnabledCount;
     const int count = static_cast<int>(meant.size());
