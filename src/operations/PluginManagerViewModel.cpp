@@ -34,10 +34,12 @@ PluginManagerViewModel::PluginManagerViewModel(const platform::Platform& platfor
     const auto reload = [this] { refreshFromDatabase(); };
     selectedFormats.observe(this, reload);
     selectedManufacturers.observe(this, reload);
+    activeFavoritesList.observe(this, reload);
     // On purpose: every change has its own delayed reload, and none is cancelled by a later one.
     searchText.observe(this, [this] { detach(reloadAfterTyping()); });
-    sortOrder.observe(this, reload);
+    sortOrder.observe(this, [this] { sortChanged(); });
     selectedPlugins.observe(this, [this] { updateCachedTransfer(); });
+    connectProfileObservers();
     refreshFromDatabase();
 }
 
@@ -97,7 +99,9 @@ void PluginManagerViewModel::detectNewPlugins(const QSet<QString>& existingKeys)
 
 PluginFilter PluginManagerViewModel::currentFilter() const
 {
-    return PluginFilter{*searchText, *selectedFormats, *selectedManufacturers, {}};
+    const auto& favorites = *activeFavoritesList;
+    return PluginFilter{*searchText, *selectedFormats, *selectedManufacturers,
+                        favorites ? favorites->pluginKeys : QSet<QString>()};
 }
 
 AudioPlugins PluginManagerViewModel::queryPage(int limit, int offset) const
@@ -168,6 +172,7 @@ void PluginManagerViewModel::refreshAllState()
     selectedManufacturers = QSet<QString>(*selectedManufacturers).intersect(known);
     // On purpose: the assignment above has reloaded once already.
     refreshFromDatabase();
+    refreshProfileChanges();
 }
 
 std::vector<std::pair<PluginFormat, int>> PluginManagerViewModel::pluginCounts() const
@@ -183,6 +188,7 @@ std::vector<std::pair<PluginFormat, int>> PluginManagerViewModel::pluginCounts()
 
 void PluginManagerViewModel::resetView()
 {
+    activeProfile.clear();
     clearSelection();
     selectedFormats.clear();
     selectedManufacturers.clear();

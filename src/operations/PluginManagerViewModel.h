@@ -9,7 +9,10 @@
 #include "model/PluginKeyTransfer.h"
 #include "operations/BatchScript.h"
 #include "operations/PluginSort.h"
+#include "operations/ProfileComparison.h"
 #include "platform/ScriptRunner.h"
+#include "profiles/PluginProfile.h"
+#include "records/FavoritesList.h"
 
 #include <QObject>
 #include <QSet>
@@ -30,6 +33,8 @@ namespace orvanlite {
 
 class ActivityLogManager;
 class BatchProgress;
+class ProfileManager;
+struct ProfileChanges;
 
 /// What happens to a plugin file.
 enum class PluginOperation { enable = 0, disable = 1 };
@@ -40,7 +45,7 @@ enum class PluginOperation { enable = 0, disable = 1 };
 ///
 /// Sources: PluginManagerViewModel.cpp (state, scan, reload, paging), ...Selection.cpp, ...Bulk.cpp (the bulk pane's
 /// content), ...Toggle.cpp (one plugin's file), ...Batch.cpp (many with one request for rights), ...Deletion.cpp,
-/// ...Waves.cpp.
+/// ...Waves.cpp, ...Profiles.cpp (preview and application of profiles).
 class PluginManagerViewModel final : public QObject {
 public:
     /// Loads the first page of the catalogue. No scan is started.
@@ -66,9 +71,18 @@ public:
     Observable<QString> searchText;                 ///< reloads 50 ms after each change
     /// The rows that the table marks: ids of loaded rows only.
     Observable<QSet<QUuid>> selectedPlugins;
+    /// The profile under preview: a copy, to be replaced when the stored one changes.
+    Observable<std::optional<PluginProfile>> activeProfile;
     Observable<bool> showAllPlugins{false};
     Observable<std::vector<ConsolidatedPlugin>> consolidatedBulkPlugins;
     Observable<QSet<QUuid>> bulkActiveVariants;
+    /// What a preview shows: "changes", "enabled", "disabled"; anything else is all.
+    Observable<QString> profileViewFilter{QStringLiteral("changes")};
+    /// On purpose only counted: moves through 0, 1, 2 with every sort by status under a preview.
+    Observable<int> profileSortMode{2};
+    /// Plugins whose state differs from the profile under preview, in the order of `plugins`. Stays as it is when
+    /// the preview ends.
+    Observable<AudioPlugins> cachedProfileChanges;
     /// The true selection: all that the user has picked, across filters and pages.
     QSet<QUuid> persistedSelections;
     /// The table's sort. Only the first entry counts.
@@ -79,6 +93,8 @@ public:
     Observable<int> dbDisabledCount{0};
     Observable<QSet<QString>> selectedManufacturers; ///< empty: all
     Observable<QStringList> allManufacturers;
+    /// Narrows all listings to its keys. Nothing sets it yet.
+    Observable<std::optional<FavoritesList>> activeFavoritesList;
     /// The rows loaded so far for the filter and the sort.
     Observable<AudioPlugins> displayedPlugins;
     /// What the last scan found that the catalogue did not know before.
@@ -104,8 +120,9 @@ public:
     /// Brings `cachedPluginKeysTransfer` in step with the selection.
     void updateCachedTransfer();
 
-    /// What the tables show.
-    [[nodiscard]] const AudioPlugins& filteredPlugins() const { return *displayedPlugins; }
+    /// What the tables show: `displayedPlugins`, and under a preview the slice that `profileViewFilter` names. Valid
+    /// until the next change of either, of the profile or of `cachedProfileChanges`.
+    [[nodiscard]] const AudioPlugins& filteredPlugins() const;
     /// Everything that the filters match, in the order of the sort, up to 100,000 rows. A fresh query.
     [[nodiscard]] AudioPlugins allFilteredPlugins() const;
     /// Rows per format, whatever the filters are. Six queries.
@@ -150,6 +167,27 @@ public:
     /// A failure goes to `error`.
     QCoro::Task<> deletePlugins(AudioPlugins plugins);
 
+    /// A click on a profile's row: previews it without filters, or ends the preview when it is the one.
+    void previewProfile(const PluginProfile& profile);
+    void closeProfilePreview();
+    /// Compares the profile under preview with `plugins` anew.
+    void refreshProfileChanges();
+    /// What applying the profile would move.
+    [[nodiscard]] ProfileChanges profileChanges(const PluginProfile& profile) const;
+    /// The number of these. Cheap enough for every row at every redraw.
+    [[nodiscard]] int profileChangeCount(const PluginProfile& profile) const;
+    /// Brings all plugins into the profile's state, with one request for rights. Nothing to do ends in silence, a
+    /// failure goes to `error`.
+    QCoro::Task<> applyProfile(PluginProfile profile);
+    /// Overwrites the profile with the state as it is, also in the preview.
+    void updateProfile(ProfileManager& manager, PluginProfile profile);
+    /// Deletes the profile, and ends its preview first.
+    void deleteProfile(ProfileManager& manager, PluginProfile profile);
+    /// Saves the state of all plugins. False, with nothing done, for a name of blanks alone.
+    bool saveProfile(ProfileManager& manager, const QString& enteredName) const;
+    /// Saves a profile in which exactly the selection is on. False, with nothing done, for a name of blanks alone.
+    bool saveProfileFromSelection(ProfileManager& manager, const QString& enteredName) const;
+
     /// All Waves rows of a name, in the order of `plugins`.
     [[nodiscard]] AudioPlugins allWavesPluginsMatchingName(const QString& name) const;
 
@@ -162,6 +200,9 @@ private:
     [[nodiscard]] PluginFilter currentFilter() const;
     [[nodiscard]] AudioPlugins queryPage(int limit, int offset) const;
     void publishEnabledCount();
+    void sortChanged();
+    void connectProfileObservers();
+    [[nodiscard]] AudioPlugins agreeingPlugins(bool enabled) const;
     QCoro::Task<> reloadAfterTyping();
     void detectNewPlugins(const QSet<QString>& existingKeys);
 
@@ -188,6 +229,10 @@ private:
     BatchProgress* m_batchProgress = nullptr;
     int m_currentOffset = 0;
     bool m_hasMorePages = false;
+
+    // Answers that are kept until what they were made from is assigned.
+    mutable ProfileComparison m_comparison;
+    mutable std::optional<AudioPlugins> m_agreeingPlugins;
 };
 
 } // namespace orvanlite

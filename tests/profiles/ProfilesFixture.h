@@ -1,0 +1,62 @@
+#pragma once
+
+#include "model/AudioPlugin.h"
+#include "model/Uuid.h"
+#include "profiles/ProfileManager.h"
+#include "support/Fakes.h"
+
+#include <gtest/gtest.h>
+
+namespace orvanlite::test {
+
+using namespace Qt::StringLiterals;
+
+[[nodiscard]] inline AudioPlugin plugin(const QString& name, bool isEnabled,
+                                        PluginFormat format = PluginFormat::vst3)
+{
+    AudioPlugin plugin;
+    plugin.id = makeUuid();
+    plugin.name = name;
+    plugin.format = format;
+    plugin.isEnabled = isEnabled;
+    return plugin;
+}
+
+class ProfilesTest : public testing::Test {
+protected:
+    inline static const QByteArray kObject =
+        R"({"id":"0F1E2D3C-0000-4000-8000-000000000001","name":"P","createdAt":721692800.25,)"
+        R"("enabledPlugins":["A|VST3"],"totalPluginCount":2,"allPluginKeys":["A|VST3","B\/ü|Waves"]})";
+
+    ProfilesTest() { m_system.clock.setNow(1'700'000'000.25); }
+
+    /// "{name}: {on} / {count} {known}" of every profile.
+    [[nodiscard]] static QStringList summary(const ProfileManager& manager)
+    {
+        const auto joined = [](const QSet<QString>& keys) {
+            QStringList list = keys.values();
+            list.sort();
+            return list.join(u',');
+        };
+        QStringList all;
+        for (const PluginProfile& each : *manager.profiles)
+            all.append(each.name + u": "_s + joined(each.enabledPlugins) + u" / "_s +
+                       QString::number(each.totalPluginCount) + u' ' + joined(each.allPluginKeys));
+        return all;
+    }
+    template <typename Run>
+    [[nodiscard]] static QString printedBy(Run run)
+    {
+        testing::internal::CaptureStdout();
+        run();
+        return QString::fromStdString(testing::internal::GetCapturedStdout());
+    }
+
+    TestPlatform m_system;
+    /// Absolute as on the real system.
+    const QString m_folder = m_system.layout.applicationFolder().mid(m_system.root.path().size());
+    const QString m_profiles = m_folder + u"/profiles.json"_s;
+    const QString m_pending = m_folder + u"/pending_new_plugins.json"_s;
+};
+
+} // namespace orvanlite::test
