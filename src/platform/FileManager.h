@@ -43,9 +43,10 @@ enum class HiddenEntries { skip, include };
 /// What the system says of a file, symbolic links followed.
 struct FileStatus {
     bool isDirectory = false;
-    qint64 size = 0;             ///< bytes
-    qint64 accessTime = 0;       ///< whole seconds since 1970
-    qint64 modificationTime = 0; ///< whole seconds since 1970
+    qint64 size = 0;                    ///< bytes
+    qint64 accessTime = 0;              ///< whole seconds since 1970
+    qint64 modificationTime = 0;        ///< whole seconds since 1970
+    qint64 modificationNanoseconds = 0; ///< beyond the whole seconds
     bool operator==(const FileStatus&) const = default;
 };
 

@@ -23,6 +23,13 @@ QString SystemLayout::aaxUnusedDirectoryOfUser() const
 
 QString SystemLayout::wavesDirectory() const { return system(u"/Applications/Waves"); }
 
+QString SystemLayout::audioPlugInsDirectory() const { return system(u"/Library/Audio/Plug-Ins"); }
+
+QString SystemLayout::uadControlPanel() const
+{
+    return system(u"/Applications/Universal Audio/UAD Meter & Control Panel.app");
+}
+
 bool SystemLayout::isInSystemLibrary(const QString& path) const
 {
     // On purpose: the bare text decides, so a neighbour such as "/Library Backup" counts too.

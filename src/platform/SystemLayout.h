@@ -48,6 +48,9 @@ struct SystemLayout {
     [[nodiscard]] QString aaxUnusedDirectory() const;
     [[nodiscard]] QString aaxUnusedDirectoryOfUser() const; ///< the same below the home folder
     [[nodiscard]] QString wavesDirectory() const;           ///< "/Applications/Waves"
+    [[nodiscard]] QString audioPlugInsDirectory() const;    ///< "/Library/Audio/Plug-Ins"
+    /// "/Applications/Universal Audio/UAD Meter & Control Panel.app"
+    [[nodiscard]] QString uadControlPanel() const;
     /// Whether the path begins with the text "/Library", the system's library.
     [[nodiscard]] bool isInSystemLibrary(const QString& path) const;
 

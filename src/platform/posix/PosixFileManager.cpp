@@ -193,6 +193,11 @@ std::optional<FileStatus> PosixFileManager::status(const QString& path) const
     status.size = information.st_size;
     status.accessTime = information.st_atime;
     status.modificationTime = information.st_mtime;
+#if defined(__APPLE__)
+    status.modificationNanoseconds = information.st_mtimespec.tv_nsec;
+#else
+    status.modificationNanoseconds = information.st_mtim.tv_nsec;
+#endif
     return status;
 }
 
