@@ -10,6 +10,8 @@
 #include "shell/ContentView.h"
 #include "shell/MainWindow.h"
 #include "shell/ProgressWindowManager.h"
+#include "shell/UpdateChecker.h"
+#include "uad/UADCleanupManager.h"
 
 #include <QApplication>
 #include <QProcess>
@@ -72,7 +74,9 @@ int launch(int argc, char** argv, const QString& root)
     PluginDatabase& database = PluginDatabase::shared(platform);
     ActivityLogManager& log = ActivityLogManager::shared(platform);
     laps.print("catalogue and log");
-    const SharedObjects shared{database, log, ProgressWindowManager::shared(platform)};
+    const SharedObjects shared{database, log, ProgressWindowManager::shared(platform),
+                               UADCleanupManager::shared(platform, PluginDatabase::shared(platform)),
+                               UpdateChecker::shared(platform)};
     AppDelegate delegate(platform, shared);
     delegate.applicationDidFinishLaunching();
     laps.print("window and first page");

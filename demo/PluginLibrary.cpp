@@ -107,6 +107,7 @@ public:
     void addProducts();
     void addOddities();
     void addWaves();
+    void addUAD();
     [[nodiscard]] int count() const { return m_count; }
 
 private:
@@ -288,6 +289,42 @@ void LibraryMaker::addWaves()
     }
 }
 
+void LibraryMaker::addUAD()
+{
+    const struct {
+        const char* name;
+        const char* status; ///< as the vendor's control panel writes it
+    } products[] = {
+        {"UAD Ambervale Compressor", "Authorized"},
+        {"UAD Bramble 33 Preamp", "Demo expired"},
+        {"UAD Cindertop EQ", "Demo expired"},
+        {"UAD Dunmoor Tape", "Demo (11 days left)"},
+        {"UAD Elderglass Plate", "Authorized"},
+        {"UAD Fennwick Limiter", "Demo not started"},
+        {"UAD Gorsehill Channel", "Demo (2 days left)"},
+        {"UAD Harrowgate Chorus", "Demo not started"},
+    };
+    QByteArray profile = "UAD System Profile\n\nUAD-2 Plug-in Authorizations\n";
+    for (const auto& product : products) {
+        const QString name = text(product.name);
+        profile += QByteArray(product.name) + ": " + product.status + '\n';
+        for (const PluginFormat format :
+             {PluginFormat::au, PluginFormat::vst3, PluginFormat::vst2, PluginFormat::aax}) {
+            // The same plugin for one channel is a file of its own in two of the formats.
+            const bool hasMono = format == PluginFormat::au || format == PluginFormat::vst2;
+            for (const QString& file : hasMono ? QStringList{name, name + u"(m)"_s} : QStringList{name}) {
+                m_writer.write({.path = systemPaths(format, m_layout).front() + u'/' + file + u'.' +
+                                        bundleExtension(format).toString(),
+                                .version = u"11.2.0"_s,
+                                .identifier = u"com.uaudio."_s + identifierPart(name),
+                                .daysUnused = 40});
+                ++m_count;
+            }
+        }
+    }
+    m_writer.writeFile(m_layout.desktop + u"/UADSystemProfile.txt"_s, profile + "--- End of section\n");
+}
+
 } // namespace
 
 int makePluginLibrary(const platform::SystemLayout& layout)
@@ -296,6 +333,7 @@ int makePluginLibrary(const platform::SystemLayout& layout)
     maker.addProducts();
     maker.addOddities();
     maker.addWaves();
+    maker.addUAD();
     return maker.count();
 }
 

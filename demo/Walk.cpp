@@ -13,6 +13,7 @@
 #include "shell/PluginTableView.h"
 #include "shell/ProgressHUDModel.h"
 #include "shell/ProgressWindowManager.h"
+#include "uad/UADCleanupManager.h"
 
 #include <QFile>
 #include <QLineEdit>
@@ -28,14 +29,14 @@ namespace orvanlite::demo {
 using namespace Qt::StringLiterals;
 
 Walk::Walk(MainWindow& window, ProgressWindowManager& progress, const ActivityLogManager& activityLog,
-           DemoAppearance& appearance, const platform::SystemLayout& layout, QString outputFolder)
-    : m_window(window)
+           UADCleanupManager& uadCleanup, DemoAppearance& appearance, const platform::SystemLayout& layout,
+           QString outputFolder)
+    : Stage(window, std::move(outputFolder))
     , m_progress(progress)
     , m_activityLog(activityLog)
+    , m_uadCleanup(uadCleanup)
     , m_appearance(appearance)
     , m_layout(layout)
-    , m_outputFolder(std::move(outputFolder))
-    , m_viewModel(qobject_cast<ContentView*>(window.centralWidget())->pluginManager())
     , m_table(named<PluginTableView>(u"pluginTable"_s))
 {}
 
@@ -58,13 +59,16 @@ bool Walk::run()
     pickAcrossSearches();
     bulk();
     deleteThree();
+    cleanUpDemos();
     looks();
-    printLine(m_allSucceeded ? u"All steps came out right."_s : u"Some steps FAILED."_s);
-    return m_allSucceeded;
+    printLine(allSucceeded() ? u"All steps came out right."_s : u"Some steps FAILED."_s);
+    return allSucceeded();
 }
 
 void Walk::firstScan()
 {
+    screenshot(u"empty-state"_s);
+    click(u"allPluginsButton"_s);
     const bool scanned = waitFor([this] { return *m_viewModel.dbTotalCount > 0 && !*m_viewModel.isLoading; });
     step(u"The first scan fills the catalogue"_s, scanned && *m_viewModel.dbTotalCount >= 1500,
          u"%1 plugins, %2 of them enabled"_s.arg(*m_viewModel.dbTotalCount).arg(*m_viewModel.dbEnabledCount));
@@ -84,7 +88,7 @@ void Walk::search()
     step(u"Typing \"%1\" narrows the list"_s.arg(text), allMatch && *m_viewModel.totalPluginCount > 0,
          u"%1 plugins"_s.arg(*m_viewModel.totalPluginCount));
     screenshot(u"search"_s);
-    QTest::mouseClick(&named<QWidget>(u"clearSearchButton"_s), Qt::LeftButton);
+    click(u"clearSearchButton"_s);
     const bool isBack =
         waitFor([this] { return *m_viewModel.totalPluginCount == *m_viewModel.dbTotalCount; });
     step(u"\"Clear\" brings everything back"_s, isBack);
@@ -115,7 +119,7 @@ void Walk::page()
     const bool hasMore = waitFor([&] { return m_viewModel.filteredPlugins().size() > loaded; });
     step(u"The last row brings the next page"_s, hasMore,
          u"%1 rows"_s.arg(m_viewModel.filteredPlugins().size()));
-    QTest::mouseClick(&named<QWidget>(u"loadAllButton"_s), Qt::LeftButton);
+    click(u"loadAllButton"_s);
     const bool hasAll = waitFor([this] {
         return static_cast<int>(m_viewModel.filteredPlugins().size()) == *m_viewModel.totalPluginCount;
     });
@@ -237,9 +241,9 @@ int Walk::countOnDisk(const AudioPlugins& plugins, bool atOriginalPath) const
 
 void Walk::act(const QString& button, const QString& midRunScreenshot)
 {
-    QTest::mouseClick(&named<QWidget>(button), Qt::LeftButton);
+    click(button);
     QTest::qWait(100);
-    if (auto* confirm = m_window.findChild<QWidget*>(u"confirmBulkButton"_s)) {
+    if (auto* confirm = m_window.findChild<QWidget*>(u"confirmButton"_s)) {
         if (!midRunScreenshot.isEmpty())
             screenshot(midRunScreenshot + u"-question"_s, Area::screen);
         QTest::mouseClick(confirm, Qt::LeftButton);
@@ -257,8 +261,8 @@ void Walk::act(const QString& button, const QString& midRunScreenshot)
 
 void Walk::bulk()
 {
-    QTest::mouseClick(&named<QWidget>(u"bulkRow0Chip0"_s), Qt::LeftButton);
-    QTest::mouseClick(&named<QWidget>(u"formatChipAAX"_s), Qt::LeftButton);
+    click(u"bulkRow0Chip0"_s);
+    click(u"formatChipAAX"_s);
     QTest::qWait(400);
     AudioPlugins meant = m_viewModel.bulkActionPlugins();
     std::erase_if(meant, [](const AudioPlugin& each) { return !each.isEnabled; });
@@ -288,7 +292,7 @@ void Walk::bulk()
          countOnDisk(meant, true) == count && logSays(count, ActivityAction::enabled) &&
              *m_viewModel.dbEnabledCount >= enabledBefore,
          u"%1 enabled in the catalogue"_s.arg(*m_viewModel.dbEnabledCount));
-    QTest::mouseClick(&named<QWidget>(u"clearAllButton"_s), Qt::LeftButton);
+    click(u"clearAllButton"_s);
     typeSearch({});
     step(u"\"Clear All\" empties the selection"_s, m_viewModel.persistedSelections.isEmpty());
 }
@@ -317,64 +321,64 @@ void Walk::testScanAgrees()
 {
     const int total = *m_viewModel.dbTotalCount;
     const int enabled = *m_viewModel.dbEnabledCount;
-    QTest::mouseClick(&named<QWidget>(u"scanButton"_s), Qt::LeftButton);
+    click(u"scanButton"_s);
     step(u"A new scan finds just what the catalogue says"_s,
          *m_viewModel.dbTotalCount == total && *m_viewModel.dbEnabledCount == enabled,
          u"%1 plugins, %2 of them enabled"_s.arg(*m_viewModel.dbTotalCount).arg(*m_viewModel.dbEnabledCount));
 }
 
+void Walk::cleanUpDemos()
+{
+    click(u"resetButton"_s);
+    for (const Qt::Key key :
+         {Qt::Key_Q, Qt::Key_E, Qt::Key_Q, Qt::Key_E, Qt::Key_Q, Qt::Key_E, Qt::Key_Q, Qt::Key_E})
+        QTest::keyClick(m_window.windowHandle(), key);
+    const bool hasNoPanel =
+        waitFor([this] { return *m_uadCleanup.showCleanupSheet && m_uadCleanup.errorMessage->has_value(); });
+    step(u"The hidden keys open the clean-up"_s, hasNoPanel, m_uadCleanup.errorMessage->value_or(QString()));
+    screenshot(u"clean-up-problem"_s, Area::screen);
+    const auto tryAgain = [this] {
+        click(u"cleanupTryAgainButton"_s);
+        waitFor([this] { return !*m_uadCleanup.isLoading; });
+        QTest::qWait(100);
+    };
+    tryAgain();
+    step(u"\"Try Again\" reads the profile on the Desktop"_s,
+         m_uadCleanup.demoPlugins->size() == 6 && m_uadCleanup.authorizedPlugins->size() == 2,
+         u"%1 demos, %2 chosen"_s.arg(m_uadCleanup.demoPlugins->size()).arg(m_uadCleanup.selectedCount()));
+    screenshot(u"clean-up"_s, Area::screen);
+    click(u"disableDemosButton"_s);
+    const bool isComplete = waitFor([this] { return *m_uadCleanup.cleanupComplete; });
+    QTest::qWait(100);
+    const AudioPlugins& all = *m_viewModel.plugins;
+    const auto ownedAreOn = std::all_of(all.begin(), all.end(), [](const AudioPlugin& each) {
+        const bool isOwned =
+            each.name.startsWith(u"UAD Ambervale"_s) || each.name.startsWith(u"UAD Elderglass"_s);
+        return !each.name.startsWith(u"UAD "_s) || each.isEnabled == isOwned;
+    });
+    step(u"All demos go off in every format, and what is owned stays"_s,
+         isComplete && *m_uadCleanup.disabledCount == 36 && ownedAreOn &&
+             logSays(36, ActivityAction::disabled),
+         u"%1 files"_s.arg(*m_uadCleanup.disabledCount));
+    screenshot(u"clean-up-complete"_s, Area::screen);
+    m_uadCleanup.retryWithExistingProfile();
+    const bool isOver = waitFor([this] { return m_uadCleanup.errorMessage->has_value(); });
+    step(u"A second run has nothing to do"_s, isOver, m_uadCleanup.errorMessage->value_or(QString()));
+    click(u"closeCleanupButton"_s);
+    click(u"allPluginsButton"_s);
+}
+
 void Walk::looks()
 {
     m_appearance.setDark(true);
-    QTest::qWait(100);
     screenshot(u"main-window-dark"_s);
     m_appearance.setDark(false);
-}
-
-void Walk::step(const QString& title, bool succeeded, const QString& detail)
-{
-    m_allSucceeded = m_allSucceeded && succeeded;
-    const QString result = succeeded ? u"ok      "_s : u"FAILED  "_s;
-    printLine(result + title + (detail.isEmpty() ? QString() : u": "_s + detail));
-}
-
-void Walk::screenshot(const QString& name, Area area)
-{
-    if (area == Area::window)
-        QTest::qWait(150);
-    const QRect frame = m_window.geometry();
-    const QPixmap image = area == Area::window ? m_window.screen()->grabWindow(m_window.winId())
-                                               : m_window.screen()->grabWindow(0, frame.x(), frame.y(),
-                                                                               frame.width(), frame.height());
-    const QString file = m_outputFolder + u'/' + name + u".png"_s;
-    step(u"Screenshot"_s, !image.isNull() && image.save(file), file);
-}
-
-void Walk::typeSearch(const QString& text)
-{
-    auto& field = named<QLineEdit>(u"searchField"_s);
-    field.setFocus();
-    QTest::keyClick(&field, Qt::Key_A, Qt::ControlModifier);
-    QTest::keyClick(&field, Qt::Key_Backspace);
-    QTest::keyClicks(&field, text);
-    QTest::qWait(150); // the list follows 50 ms behind the last letter
 }
 
 void Walk::clickSwitch(int row)
 {
     const QRect cell = m_table.visualRect(m_table.model()->index(row, 0));
     QTest::mouseClick(m_table.viewport(), Qt::LeftButton, {}, PluginTableDelegate::switchRect(cell).center());
-}
-
-bool Walk::waitFor(const std::function<bool()>& condition) { return QTest::qWaitFor(condition, 10'000); }
-
-template <typename Widget>
-Widget& Walk::named(const QString& objectName)
-{
-    auto* widget = m_window.findChild<Widget*>(objectName);
-    if (!widget)
-        qFatal("no control is named %s", qPrintable(objectName));
-    return *widget;
 }
 
 } // namespace orvanlite::demo

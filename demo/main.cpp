@@ -1,5 +1,6 @@
 #include "catalogue/PluginDatabase.h"
 #include "demo/DemoAppearance.h"
+#include "demo/Looks.h"
 #include "demo/PluginLibrary.h"
 #include "demo/Walk.h"
 #include "model/Console.h"
@@ -10,6 +11,8 @@
 #include "shell/AppDelegate.h"
 #include "shell/MainWindow.h"
 #include "shell/ProgressWindowManager.h"
+#include "shell/UpdateChecker.h"
+#include "uad/UADCleanupManager.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
@@ -94,7 +97,8 @@ int main(int argc, char** argv)
     const QCommandLineOption folder(u"folder"_s, u"Where the sandbox and the screenshots lie."_s, u"folder"_s,
                                     QCoreApplication::applicationDirPath() + u"/demo"_s);
     const QCommandLineOption dark(u"dark"_s, u"Start in dark colours."_s);
-    options.addOptions({walks, folder, dark});
+    const QCommandLineOption looks(u"looks"_s, u"Leave pictures of every region, and end."_s);
+    options.addOptions({walks, looks, folder, dark});
     options.process(application);
 
     const QString output = QDir(options.value(folder)).absolutePath();
@@ -108,16 +112,20 @@ int main(int argc, char** argv)
                                     u"/Orvanlite.app/Contents/MacOS/plugin-manager"_s);
     const platform::Platform platform = withDemoParts(services->platform(), appearance, bundle);
     const SharedObjects shared{PluginDatabase::shared(platform), ActivityLogManager::shared(platform),
-                               ProgressWindowManager::shared(platform)};
+                               ProgressWindowManager::shared(platform),
+                               UADCleanupManager::shared(platform, PluginDatabase::shared(platform)),
+                               UpdateChecker::shared(platform)};
     AppDelegate delegate(platform, shared);
     delegate.applicationDidFinishLaunching();
+    if (options.isSet(looks))
+        return demo::Looks(*delegate.window(), appearance, output).run() ? 0 : 1;
     if (!options.isSet(walks))
         return QApplication::exec();
     // Each move takes its time, as on a slow disk: otherwise the progress panel is gone before it can be looked at.
     addTool(layout.toolOverrides + u"/mv"_s, R"(sleep 0.01; exec /bin/mv "$@")");
     printLine(u"Walking through the application in "_s + layout.root);
     return demo::Walk(*delegate.window(), ProgressWindowManager::shared(platform), shared.activityLog,
-                      appearance, layout, output)
+                      shared.uadCleanup, appearance, layout, output)
                    .run()
                ? 0
                : 1;

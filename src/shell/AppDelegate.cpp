@@ -1,16 +1,21 @@
 #include "shell/AppDelegate.h"
 
+#include "operations/Detach.h"
 #include "platform/Defaults.h"
 #include "platform/MainBundle.h"
 #include "platform/NotificationCenter.h"
 #include "platform/Platform.h"
 #include "shell/ContentView.h"
+#include "shell/Dialogs.h"
 #include "shell/MainMenu.h"
 #include "shell/MainWindow.h"
 #include "shell/ThemeController.h"
+#include "shell/UpdateChecker.h"
+#include "uad/UADCleanupManager.h"
 
 #include <QApplication>
 #include <QIcon>
+#include <QPointer>
 
 namespace orvanlite {
 
@@ -35,7 +40,7 @@ void AppDelegate::applicationDidFinishLaunching()
     setApplicationIcon();
     m_theme = std::make_unique<ThemeController>(m_platform.appearance);
     m_window = std::make_unique<MainWindow>(m_platform.defaults.standard());
-    buildMenuBar(*m_window, m_platform.mainBundle);
+    buildMenuBar(*m_window, m_platform.mainBundle, [this] { checkForUpdates(); });
     m_window->center(kWindowSize);
     // After the centring: a frame that was saved earlier wins.
     m_window->setFrameAutosaveName(u"Orvanlite"_s);
@@ -45,6 +50,27 @@ void AppDelegate::applicationDidFinishLaunching()
     m_window->raise();
     m_window->activateWindow();
 }
+
+namespace {
+
+QCoro::Task<> askForUpdates(UpdateChecker* checker, QPointer<QWidget> window, QString version)
+{
+    co_await checker->checkForUpdates();
+    if (*checker->updateAvailable || !window)
+        co_return; // the banner is the answer
+    tell(window, Tone::information, u"upToDateAlert"_s, u"You're up to date!"_s,
+         u"Orvanlite v%1 is the latest version."_s.arg(version));
+}
+
+} // namespace
+
+void AppDelegate::checkForUpdates()
+{
+    const QString version = m_platform.mainBundle.infoText(u"CFBundleShortVersionString"_s).value_or(u"?"_s);
+    detach(askForUpdates(&m_shared.updateChecker, m_window->centralWidget(), version));
+}
+
+void AppDelegate::cleanUpUADDemos() { m_shared.uadCleanup.startCleanup(); }
 
 void AppDelegate::postLaunchNotification()
 {

@@ -26,6 +26,11 @@ public:
     /// To be called once, when the event loop runs.
     void applicationDidFinishLaunching();
 
+    /// Asks for a newer version. If there is one the banner says so, otherwise an alert says that there is none.
+    void checkForUpdates();
+    /// Starts the clean-up of UAD demos. On purpose no menu entry is bound to it.
+    void cleanUpUADDemos();
+
     /// Null until launch has finished.
     [[nodiscard]] MainWindow* window() const { return m_window.get(); }
 

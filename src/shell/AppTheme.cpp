@@ -113,6 +113,16 @@ QColor legible(const QColor& colour, const QPalette& palette)
     return end;
 }
 
+QColor groundForWhite(const QColor& colour)
+{
+    for (double share = 0; share < 1; share += 0.05) {
+        const QColor ground = mixed(colour, Qt::black, share);
+        if (1.05 / (luminance(ground) + 0.05) >= kLegibleContrast)
+            return ground;
+    }
+    return Qt::black;
+}
+
 QColor defaultAccent(bool dark) { return dark ? QColor(10, 132, 255) : QColor(0, 122, 255); }
 
 QPalette palette(bool dark, const QColor& accent)

@@ -2,18 +2,30 @@
 
 #include "operations/Detach.h"
 #include "operations/PluginManagerViewModel.h"
+#include "platform/Appearance.h"
+#include "platform/Platform.h"
+#include "profiles/ProfileManager.h"
 #include "shell/AppTheme.h"
 #include "shell/BulkConfirmation.h"
 #include "shell/BulkOperations.h"
+#include "shell/CheatCode.h"
+#include "shell/Dialogs.h"
 #include "shell/InputGate.h"
 #include "shell/MainContentView.h"
 #include "shell/SharedObjects.h"
+#include "shell/SidebarSplitter.h"
+#include "shell/SidebarView.h"
+#include "shell/UADCleanupSheet.h"
+#include "shell/UpdateChecker.h"
+#include "shell/ViewUpdater.h"
+#include "uad/UADCleanupManager.h"
 
 #include <QMessageBox>
 #include <QPainter>
-#include <QPushButton>
 #include <QTimer>
 #include <QVBoxLayout>
+
+#include <utility>
 
 namespace orvanlite {
 
@@ -45,25 +57,56 @@ QString bulkWarningMessage(const BulkConfirmation& confirmation)
 ContentView::ContentView(const platform::Platform& platform, const SharedObjects& shared, QWidget* parent)
     : QWidget(parent)
     , m_pluginManager(std::make_unique<PluginManagerViewModel>(platform, shared.database, shared.activityLog))
+    , m_profileManager(std::make_unique<ProfileManager>(platform))
+    , m_uadCleanup(shared.uadCleanup)
+    , m_updateChecker(shared.updateChecker)
     , m_bulkConfirmation(std::make_unique<BulkConfirmation>())
     , m_inputGate(std::make_unique<InputGate>(m_pluginManager->isRunningScript))
-    , m_mainContent(new MainContentView(*m_pluginManager, *m_bulkConfirmation, platform, this))
+    , m_cheatCode(new CheatCode(
+          platform.clock, [this] { startCleanup(); }, this))
+    , m_updates(new ViewUpdater([this] { render(); }, this))
 {
     setObjectName(u"contentView"_s);
     m_pluginManager->setBatchProgress(&shared.batchProgress);
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
-    column->addWidget(m_mainContent);
+    m_columns = makeColumns(platform, shared.activityLog);
+    column->addWidget(m_columns);
     m_bulkConfirmation->isShowing.observe(this, [this] {
         if (*m_bulkConfirmation->isShowing)
             showBulkWarning();
     });
+    showingError.observe(this, [this] {
+        if (*showingError)
+            showErrorAlert();
+    });
+    m_updates->watch(m_pluginManager->selectedFormats);
+    m_cleanupSheet = new UADCleanupSheet(m_uadCleanup, platform.appearance.reducesMotion(), this);
+    m_uadCleanup.showCleanupSheet.observe(this, [this] { showCleanupSheet(); });
+}
+
+SidebarSplitter* ContentView::makeColumns(const platform::Platform& platform, ActivityLogManager& activityLog)
+{
+    PluginManagerViewModel* viewModel = m_pluginManager.get();
+    auto* sidebar = new SidebarView(
+        *viewModel, activityLog, platform,
+        [viewModel](std::optional<PluginFormat> format) { detach(enableAllForFormat(viewModel, format)); },
+        [viewModel](std::optional<PluginFormat> format) { detach(disableAllForFormat(viewModel, format)); },
+        this);
+    auto* mainContent = new MainContentView(
+        *viewModel, *m_bulkConfirmation, platform,
+        [this] {
+            m_pluginManager->resetView();
+            m_cheatCode->armCheatCode();
+        },
+        this);
+    return new SidebarSplitter(sidebar, mainContent, this);
 }
 
 ContentView::~ContentView()
 {
     // The views read the view model until they are gone.
-    delete m_mainContent;
+    delete m_columns;
 }
 
 void ContentView::paintEvent(QPaintEvent* /*event*/)
@@ -79,30 +122,60 @@ void ContentView::paintEvent(QPaintEvent* /*event*/)
     }
 }
 
-void ContentView::appear() { detach(m_pluginManager->scanForPlugins()); }
+void ContentView::showEvent(QShowEvent* event)
+{
+    QWidget::showEvent(event);
+    render();
+}
+
+void ContentView::render()
+{
+    const QSet<PluginFormat>& formats = *m_pluginManager->selectedFormats;
+    window()->setWindowTitle(formats.size() == 1 ? rawValue(*formats.begin()) : u"All Plugins"_s);
+}
+
+void ContentView::appear()
+{
+    detach(m_updateChecker.checkForUpdates());
+    detach(m_pluginManager->scanForPlugins());
+}
+
+void ContentView::startCleanup()
+{
+    m_uadCleanup.pluginManager = m_pluginManager.get();
+    m_uadCleanup.startCleanup();
+}
+
+void ContentView::showCleanupSheet()
+{
+    if (*m_uadCleanup.showCleanupSheet)
+        m_cleanupSheet->open();
+    else
+        m_cleanupSheet->close();
+}
 
 void ContentView::showBulkWarning()
 {
     const bool deletes = m_bulkConfirmation->pendingAction == BulkAction::delete_;
-    auto* warning = new QMessageBox(QMessageBox::Warning, bulkWarningTitle(*m_bulkConfirmation),
-                                    bulkWarningMessage(*m_bulkConfirmation), QMessageBox::Cancel, window());
-    warning->setObjectName(u"bulkWarning"_s);
-    warning->setAttribute(Qt::WA_DeleteOnClose);
-    warning->setWindowModality(Qt::WindowModal);
-    QPushButton* go =
-        warning->addButton(deletes ? u"Delete Permanently"_s : u"Continue"_s, QMessageBox::DestructiveRole);
-    go->setObjectName(u"confirmBulkButton"_s);
-    warning->button(QMessageBox::Cancel)->setObjectName(u"cancelBulkButton"_s);
-    warning->setEscapeButton(QMessageBox::Cancel);
-    warning->setDefaultButton(QMessageBox::Cancel);
+    const Question question{u"bulkWarning"_s, bulkWarningTitle(*m_bulkConfirmation),
+                            bulkWarningMessage(*m_bulkConfirmation),
+                            deletes ? u"Delete Permanently"_s : u"Continue"_s, true};
     // Only what was in the list when the question was asked, whatever is selected by the time of the answer.
-    connect(go, &QAbstractButton::clicked, this,
+    QMessageBox* warning =
+        ask(this, question,
             [this, action = m_bulkConfirmation->pendingAction.value_or(BulkAction::enable),
              plugins = m_bulkConfirmation->pendingPlugins] {
                 detach(performBulkAction(m_pluginManager.get(), m_bulkConfirmation.get(), action, plugins));
             });
     connect(warning, &QDialog::finished, this, [this] { m_bulkConfirmation->isShowing = false; });
-    warning->open();
+}
+
+void ContentView::showErrorAlert()
+{
+    const std::optional<PluginError>& error = *m_pluginManager->error;
+    QMessageBox* alert =
+        tell(this, Tone::warning, u"errorAlert"_s, u"Error"_s, error ? error->errorDescription() : QString());
+    connect(alert, &QDialog::finished, this, [this] { showingError = false; });
 }
 
 } // namespace orvanlite

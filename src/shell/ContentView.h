@@ -1,5 +1,7 @@
 #pragma once
 
+#include "model/Observable.h"
+
 #include <QWidget>
 
 #include <memory>
@@ -10,8 +12,15 @@ struct Platform;
 
 namespace orvanlite {
 
+class ActivityLogManager;
+class CheatCode;
 class InputGate;
-class MainContentView;
+class ProfileManager;
+class SidebarSplitter;
+class UADCleanupManager;
+class UADCleanupSheet;
+class UpdateChecker;
+class ViewUpdater;
 class PluginManagerViewModel;
 struct BulkConfirmation;
 struct SharedObjects;
@@ -27,18 +36,38 @@ public:
 
     [[nodiscard]] PluginManagerViewModel& pluginManager() { return *m_pluginManager; }
     [[nodiscard]] BulkConfirmation& bulkConfirmation() { return *m_bulkConfirmation; }
+    [[nodiscard]] ProfileManager& profileManager() { return *m_profileManager; }
+    [[nodiscard]] CheatCode& cheatCode() { return *m_cheatCode; }
+
+    /// Raises the "Error" alert with the view model's last failure. On purpose nothing sets it by itself: a failure
+    /// shows in what it left undone, and does not stop the user.
+    Observable<bool> showingError{false};
 
 protected:
     void paintEvent(QPaintEvent* event) override;
+    void showEvent(QShowEvent* event) override;
 
 private:
+    SidebarSplitter* makeColumns(const platform::Platform& platform, ActivityLogManager& activityLog);
     void appear();
     void showBulkWarning();
+    void showErrorAlert();
+    /// The hidden key sequence has been typed.
+    void startCleanup();
+    void showCleanupSheet();
+
+    void render();
 
     std::unique_ptr<PluginManagerViewModel> m_pluginManager;
+    std::unique_ptr<ProfileManager> m_profileManager;
+    UADCleanupManager& m_uadCleanup;
+    UpdateChecker& m_updateChecker;
     std::unique_ptr<BulkConfirmation> m_bulkConfirmation;
     std::unique_ptr<InputGate> m_inputGate;
-    MainContentView* m_mainContent;
+    CheatCode* m_cheatCode;
+    SidebarSplitter* m_columns;
+    UADCleanupSheet* m_cleanupSheet;
+    ViewUpdater* m_updates;
     bool m_hasAppeared = false;
 };
 

@@ -5,6 +5,8 @@
 #include "records/ActivityLogManager.h"
 #include "shell/AppDelegate.h"
 #include "shell/ProgressWindowManager.h"
+#include "shell/UpdateChecker.h"
+#include "uad/UADCleanupManager.h"
 
 #include <QApplication>
 
@@ -21,7 +23,9 @@ int runGui(int& argc, char** argv)
         platform::makePlatformServices(platform::SystemLayout::ofThisMachine(), platform::Elevation::ask);
     const platform::Platform platform = services->platform();
     const SharedObjects shared{PluginDatabase::shared(platform), ActivityLogManager::shared(platform),
-                               ProgressWindowManager::shared(platform)};
+                               ProgressWindowManager::shared(platform),
+                               UADCleanupManager::shared(platform, PluginDatabase::shared(platform)),
+                               UpdateChecker::shared(platform)};
     AppDelegate delegate(platform, shared);
     QMetaObject::invokeMethod(&delegate, &AppDelegate::applicationDidFinishLaunching, Qt::QueuedConnection);
     return QApplication::exec();

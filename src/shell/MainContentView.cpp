@@ -7,15 +7,19 @@
 #include "shell/AppTheme.h"
 #include "shell/BulkActionsView.h"
 #include "shell/DragHandle.h"
+#include "shell/EmptyStateView.h"
 #include "shell/PluginListView.h"
 #include "shell/PressButton.h"
+#include "shell/PreviewStrip.h"
 #include "shell/SearchBar.h"
 #include "shell/ViewUpdater.h"
 
 #include <QApplication>
 #include <QHBoxLayout>
+#include <QStackedWidget>
 
 #include <algorithm>
+#include <utility>
 
 namespace orvanlite {
 
@@ -40,67 +44,108 @@ QWidget* makeDivider(QWidget* parent)
 } // namespace
 
 MainContentView::MainContentView(PluginManagerViewModel& viewModel, BulkConfirmation& confirmation,
-                                 const platform::Platform& platform, QWidget* parent)
+                                 const platform::Platform& platform, std::function<void()> onResetTapped,
+                                 QWidget* parent)
     : QWidget(parent)
     , m_viewModel(viewModel)
+    , m_onResetTapped(std::move(onResetTapped))
+    , m_body(new QStackedWidget(this))
+    , m_emptyState(new EmptyStateView(m_body))
+    , m_reducesMotion(platform.appearance.reducesMotion())
     , m_updates(new ViewUpdater([this] { render(); }, this))
 {
     setObjectName(u"mainContentView"_s);
     auto* toolRow = new QWidget(this);
-    buildToolRow(toolRow, platform);
-    m_list = new PluginListView(viewModel, platform, this);
-    m_handle = new DragHandle(this);
-    m_bulkActions = new BulkActionsView(viewModel, confirmation, platform, this);
+    buildToolRow(toolRow);
+    auto* tables = new QWidget(m_body);
+    m_list = new PluginListView(viewModel, platform, tables);
+    m_handle = new DragHandle(tables);
+    m_bulkActions = new BulkActionsView(viewModel, confirmation, platform, tables);
     m_bulkActions->setPaneHeight(m_bulkPaneHeight);
     connect(m_handle, &DragHandle::dragged, this, &MainContentView::resizeBulkPane);
 
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(0);
+    m_preview = new PreviewStrip(viewModel, m_reducesMotion, this);
     column->addWidget(toolRow);
-    column->addWidget(m_list, 1);
-    column->addWidget(m_handle);
-    column->addWidget(m_bulkActions);
+    column->addWidget(m_preview);
+    column->addWidget(m_body, 1);
+    auto* tableColumn = new QVBoxLayout(tables);
+    tableColumn->setContentsMargins(0, 0, 0, 0);
+    tableColumn->setSpacing(0);
+    tableColumn->addWidget(m_list, 1);
+    tableColumn->addWidget(m_handle);
+    tableColumn->addWidget(m_bulkActions);
+    m_body->addWidget(m_emptyState);
+    m_body->addWidget(tables);
 
     // The selection itself tells nobody of its changes; these do, each time that it has changed.
-    m_updates->watch(viewModel.selectedPlugins, viewModel.consolidatedBulkPlugins,
-                     viewModel.displayedPlugins);
+    m_updates->watch(viewModel.selectedPlugins, viewModel.consolidatedBulkPlugins, viewModel.displayedPlugins,
+                     viewModel.showAllPlugins, viewModel.activeProfile);
     render();
 }
 
-void MainContentView::buildToolRow(QWidget* row, const platform::Platform& platform)
+PressButton* MainContentView::addToolButton(QHBoxLayout* row, const QString& text, const QString& iconKey)
+{
+    auto* button = new PressButton(text, iconKey, PressButton::Ground::none, row->parentWidget());
+    button->setObjectName(text.toLower() + u"Button"_s);
+    button->setReducesMotion(m_reducesMotion);
+    row->addWidget(button);
+    return button;
+}
+
+void MainContentView::buildToolRow(QWidget* row)
 {
     row->setObjectName(u"toolRow"_s);
-    const bool reducesMotion = platform.appearance.reducesMotion();
-    auto* search = new SearchBar(m_viewModel.searchText, row);
-    m_scan = new PressButton(u"Scan"_s, {}, PressButton::Ground::none, row);
-    m_scan->setObjectName(u"scanButton"_s);
-    m_scan->setTextColour(AppTheme::actionText());
-    m_scan->setReducesMotion(reducesMotion);
-    QFont bold = m_scan->font();
-    bold.setWeight(QFont::DemiBold); // helps a colour that is weak on a light ground
-    m_scan->setFont(bold);
-    connect(m_scan, &QAbstractButton::clicked, this, [this] {
-        if (!*m_viewModel.isRunningScript)
-            detach(m_viewModel.scanForPlugins());
-    });
-
     auto* layout = new QHBoxLayout(row);
     layout->setContentsMargins(AppTheme::kSpace5, AppTheme::kSpace3, AppTheme::kSpace5, AppTheme::kSpace3);
     layout->setSpacing(kToolSpacing);
-    layout->addWidget(search, 1);
+    layout->addWidget(new SearchBar(m_viewModel.searchText, row), 1);
     layout->addWidget(makeDivider(row));
-    layout->addWidget(m_scan);
+    m_reset = addToolButton(layout, u"Reset"_s, u"arrow.counterclockwise"_s);
+    m_reset->setTextColour(&AppTheme::secondary);
+    connect(m_reset, &QAbstractButton::clicked, this, &MainContentView::reset);
+    PressButton* scan = addToolButton(layout, u"Scan"_s, {});
+    connect(scan, &QAbstractButton::clicked, this, [this] {
+        if (!*m_viewModel.isRunningScript)
+            detach(m_viewModel.scanForPlugins());
+    });
+    for (PressButton* action : {scan}) {
+        action->setTextColour([](const QPalette&) { return AppTheme::actionText(); });
+        QFont bold = action->font();
+        bold.setWeight(QFont::DemiBold); // helps a colour that is weak on a light ground
+        action->setFont(bold);
+    }
+}
+
+void MainContentView::reset()
+{
+    // On purpose twice, here and behind the closure: the button resets whoever listens to it.
+    m_viewModel.resetView();
+    m_onResetTapped();
 }
 
 void MainContentView::render()
 {
-    const bool hasSelection = !m_viewModel.persistedSelections.isEmpty();
+    const bool hasPreview = m_viewModel.activeProfile->has_value();
+    const bool hasSelection = !hasPreview && !m_viewModel.persistedSelections.isEmpty();
+    const bool showsTable = *m_viewModel.showAllPlugins || hasSelection;
     const QWidget* focus = QApplication::focusWidget();
-    if (!hasSelection && focus && (focus == m_handle || m_bulkActions->isAncestorOf(focus)))
-        m_list->focusTable(); // before the pane goes with it
+    const auto holdsFocus = [focus](const QWidget* view) {
+        return focus && (focus == view || view->isAncestorOf(focus));
+    };
+    // Before what has the focus goes from sight.
+    if (!hasPreview && holdsFocus(m_preview))
+        m_reset->setFocus();
+    if (!showsTable && holdsFocus(m_body))
+        m_reset->setFocus();
+    else if (!hasSelection && (holdsFocus(m_handle) || holdsFocus(m_bulkActions)))
+        m_list->focusTable();
+    m_preview->setVisible(hasPreview);
     m_handle->setVisible(hasSelection);
     m_bulkActions->setVisible(hasSelection);
+    m_body->setCurrentIndex(showsTable ? 1 : 0);
 }
 
 void MainContentView::resizeBulkPane(double translation)

@@ -2,7 +2,10 @@
 
 #include <QWidget>
 
-class QLabel;
+#include <functional>
+
+class QHBoxLayout;
+class QStackedWidget;
 
 namespace orvanlite::platform {
 struct Platform;
@@ -12,34 +15,44 @@ namespace orvanlite {
 
 class BulkActionsView;
 class DragHandle;
+class EmptyStateView;
 class PluginListView;
 class PluginManagerViewModel;
 class PressButton;
+class PreviewStrip;
 class ViewUpdater;
 struct BulkConfirmation;
 
-/// The detail column: the tool row over the plugin table, and while anything is selected the bulk pane under it.
+/// The detail column: the tool row over one of three bodies. These are the empty state, the plugin table, and the
+/// table over the bulk pane while anything is selected.
 class MainContentView final : public QWidget {
     Q_OBJECT
 
 public:
     MainContentView(PluginManagerViewModel& viewModel, BulkConfirmation& confirmation,
-                    const platform::Platform& platform, QWidget* parent);
+                    const platform::Platform& platform, std::function<void()> onResetTapped, QWidget* parent);
 
     /// Height of the bulk pane's list, from 80 to 500.
     [[nodiscard]] double bulkPaneHeight() const { return m_bulkPaneHeight; }
 
 private:
-    void buildToolRow(QWidget* row, const platform::Platform& platform);
+    void buildToolRow(QWidget* row);
+    PressButton* addToolButton(QHBoxLayout* row, const QString& text, const QString& iconKey);
     void render();
+    void reset();
     void resizeBulkPane(double translation);
 
     PluginManagerViewModel& m_viewModel;
-    PressButton* m_scan = nullptr;
+    const std::function<void()> m_onResetTapped;
+    PressButton* m_reset = nullptr;
+    PreviewStrip* m_preview = nullptr;
+    QStackedWidget* m_body;
+    EmptyStateView* m_emptyState;
     PluginListView* m_list;
     DragHandle* m_handle;
     BulkActionsView* m_bulkActions;
     double m_bulkPaneHeight = 200;
+    const bool m_reducesMotion;
     ViewUpdater* m_updates;
 };
 

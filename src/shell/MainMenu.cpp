@@ -9,6 +9,7 @@
 #include <QMessageBox>
 
 #include <array>
+#include <utility>
 
 namespace orvanlite {
 
@@ -54,7 +55,8 @@ void addHidingEntries(QMenu* menu, QMainWindow& window)
     menu->addSeparator();
 }
 
-void addApplicationMenu(QMenuBar* bar, QMainWindow& window, const platform::MainBundle& bundle)
+void addApplicationMenu(QMenuBar* bar, QMainWindow& window, const platform::MainBundle& bundle,
+                        std::function<void()> checkForUpdates)
 {
     QMenu* menu = bar->addMenu(u"&Orvanlite"_s);
     QAction* about = addEntry(menu, u"About Orvanlite"_s, {}, u"aboutAction"_s);
@@ -66,7 +68,7 @@ void addApplicationMenu(QMenuBar* bar, QMainWindow& window, const platform::Main
         addHidingEntries(menu, window);
     QAction* updates = addEntry(menu, u"Check for Updates…"_s, {}, u"checkForUpdatesAction"_s);
     updates->setMenuRole(QAction::ApplicationSpecificRole);
-    updates->setEnabled(false); // no update service is asked yet
+    QObject::connect(updates, &QAction::triggered, &window, std::move(checkForUpdates));
     menu->addSeparator();
     QAction* quit = addEntry(menu, u"Quit Orvanlite"_s, QKeySequence(u"Ctrl+Q"_s), u"quitAction"_s);
     quit->setMenuRole(QAction::QuitRole);
@@ -120,11 +122,12 @@ void addWindowMenu(QMenuBar* bar, QMainWindow& window)
 
 } // namespace
 
-void buildMenuBar(QMainWindow& window, const platform::MainBundle& bundle)
+void buildMenuBar(QMainWindow& window, const platform::MainBundle& bundle,
+                  std::function<void()> checkForUpdates)
 {
     QMenuBar* bar = window.menuBar();
     bar->setObjectName(u"mainMenu"_s);
-    addApplicationMenu(bar, window, bundle);
+    addApplicationMenu(bar, window, bundle, std::move(checkForUpdates));
     addEditMenu(bar, window);
     addWindowMenu(bar, window);
 }

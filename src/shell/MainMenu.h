@@ -1,5 +1,7 @@
 #pragma once
 
+#include <functional>
+
 class QMainWindow;
 
 namespace orvanlite::platform {
@@ -9,7 +11,8 @@ class MainBundle;
 namespace orvanlite {
 
 /// Builds the main menu: the application's own menu, "Edit" and "Window". Where the system has one menu bar for all
-/// applications it stands there, otherwise in the window.
-void buildMenuBar(QMainWindow& window, const platform::MainBundle& bundle);
+/// applications it stands there, otherwise in the window. "Check for Updates…" calls `checkForUpdates`.
+void buildMenuBar(QMainWindow& window, const platform::MainBundle& bundle,
+                  std::function<void()> checkForUpdates);
 
 } // namespace orvanlite

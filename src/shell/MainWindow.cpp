@@ -14,7 +14,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int kSaveDelayMilliseconds = 400;
-constexpr QSize kSmallestSize(640, 420);
+constexpr QSize kSmallestSize(720, 460);
 /// What a window manager usually puts above a window; its real height is known only once the window is shown.
 constexpr int kTitleBar = 32;
 

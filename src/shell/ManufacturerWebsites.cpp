@@ -1,5 +1,9 @@
 #include "shell/ManufacturerWebsites.h"
 
+#include "shell/ManufacturerWebsiteTable.h"
+
+#include <algorithm>
+
 namespace orvanlite {
 
 using namespace Qt::StringLiterals;
@@ -16,12 +20,19 @@ constexpr char kAllowedInQuery[] = "-._~!$&'()*+,;=:@/?";
 
 QUrl webSearchURL(const QString& query)
 {
-    const QByteArray encoded = QUrl::toPercentEncoding(query, kAllowedInQuery);
+    // Half a character cannot be encoded: then there is nothing to search for.
+    const QByteArray encoded =
+        query.isValidUtf16() ? QUrl::toPercentEncoding(query, kAllowedInQuery) : QByteArray();
     return QUrl(kSearchEngine.toString() + u"/?q="_s + QString::fromLatin1(encoded), QUrl::StrictMode);
 }
 
 QUrl manufacturerWebsiteURL(const QString& manufacturer)
 {
+    const QString name = manufacturer.toLower().trimmed();
+    const auto found = std::find_if(kManufacturerWebsites.begin(), kManufacturerWebsites.end(),
+                                    [&name](const auto& row) { return name.contains(row.key); });
+    if (found != kManufacturerWebsites.end())
+        return QUrl(found->url.toString(), QUrl::StrictMode);
     return webSearchURL(manufacturer + u" audio plugin"_s);
 }
 

@@ -5,7 +5,8 @@
 
 namespace orvanlite {
 
-/// The web page of a maker: so far a web search for its plugins.
+/// The maker's own site where a known key is part of the name, in any letter case, and otherwise a web search for its
+/// plugins.
 [[nodiscard]] QUrl manufacturerWebsiteURL(const QString& manufacturer);
 
 /// A web search for the text.

@@ -83,25 +83,15 @@ PluginListView::PluginListView(PluginManagerViewModel& viewModel, const platform
     middle->addWidget(m_empty);
     connectTable();
     m_updates->watch(viewModel.displayedPlugins, viewModel.totalPluginCount, viewModel.selectedPlugins,
+                     viewModel.activeProfile, viewModel.profileViewFilter, viewModel.cachedProfileChanges,
                      viewModel.sortOrder, viewModel.isLoading);
-    // A scan holds the event loop from its start to its end: what tells of it must be painted before.
-    viewModel.isLoading.observe(this, [this] { showBusyState(); });
+    viewModel.isLoading.observe(this, [this] { m_hasScanned = m_hasScanned || !*m_viewModel.isLoading; });
     setTabOrder(m_table->header(), m_table);
     setTabOrder(m_table, m_loadAll);
     render();
 }
 
 void PluginListView::focusTable() { m_table->setFocus(); }
-
-void PluginListView::showBusyState()
-{
-    m_hasScanned = m_hasScanned || !*m_viewModel.isLoading;
-    if (!*m_viewModel.isLoading || !isVisible())
-        return;
-    m_updates->flush();
-    m_footer->layout()->activate();
-    window()->repaint();
-}
 
 void PluginListView::buildFooter()
 {
@@ -116,21 +106,11 @@ void PluginListView::buildFooter()
     m_hint = caption(u"keysHint"_s, 0.82, m_footer);
     m_hint->setText(u"⌘↑ Top · ⌘↓ Bottom"_s);
 
-    m_busy = new QWidget(m_footer);
-    auto* busyRow = new QHBoxLayout(m_busy);
-    busyRow->setContentsMargins(AppTheme::kSpace2, 0, 0, 0);
-    busyRow->setSpacing(AppTheme::kSpace2);
-    QLabel* busyText = caption(u"scanningLabel"_s, 0.92, m_busy);
-    busyText->setText(u"Scanning..."_s);
-    busyRow->addWidget(new Spinner(kSpinnerSize, m_platform.appearance.reducesMotion(), m_busy));
-    busyRow->addWidget(busyText);
-
     auto* row = new QHBoxLayout(m_footer);
     row->setContentsMargins(AppTheme::kSpace5, AppTheme::kSpace1, AppTheme::kSpace5, AppTheme::kSpace1);
     row->setSpacing(AppTheme::kSpace2);
     row->addWidget(m_shown);
     row->addWidget(m_spinner);
-    row->addWidget(m_busy);
     row->addStretch(1);
     row->addWidget(m_loadAll);
     row->addWidget(m_hint);
@@ -161,11 +141,29 @@ void PluginListView::connectTable()
 void PluginListView::render()
 {
     const QScopedValueRollback rendering(m_isRendering, true);
+    renderMode();
     renderRows();
     renderSelection();
     renderSort();
     renderFooter();
     loadMoreAtLastRow();
+}
+
+void PluginListView::renderMode()
+{
+    const std::optional<PluginProfile>& profile = *m_viewModel.activeProfile;
+    const bool wasPreview = m_model->isPreview();
+    m_model->setPreview(profile ? std::optional(profile->enabledPlugins) : std::nullopt);
+    if (m_model->isPreview() == wasPreview)
+        return;
+    m_table->showModelColumns();
+    m_footer->layout()->setContentsMargins(AppTheme::kSpace5, AppTheme::kSpace1, AppTheme::kSpace5,
+                                           profile ? AppTheme::kSpace2 : AppTheme::kSpace1);
+}
+
+bool PluginListView::isPaged() const
+{
+    return !m_model->isPreview() || *m_viewModel.profileViewFilter != u"changes"_s;
 }
 
 bool PluginListView::isSameFirstPage(const AudioPlugins& rows) const
@@ -182,8 +180,12 @@ bool PluginListView::isSameFirstPage(const AudioPlugins& rows) const
 
 bool PluginListView::isOtherQuery()
 {
-    Query now{*m_viewModel.searchText, *m_viewModel.selectedFormats, *m_viewModel.selectedManufacturers,
-              *m_viewModel.sortOrder};
+    Query now{*m_viewModel.searchText,
+              *m_viewModel.selectedFormats,
+              *m_viewModel.selectedManufacturers,
+              *m_viewModel.sortOrder,
+              *m_viewModel.activeProfile ? std::optional((*m_viewModel.activeProfile)->id) : std::nullopt,
+              *m_viewModel.profileViewFilter};
     return now != std::exchange(m_shownQuery, now);
 }
 
@@ -201,7 +203,7 @@ void PluginListView::renderRows()
 
     m_model->setPlugins(m_viewModel.filteredPlugins());
     // A reload has cut the list to its first page: the rows that were in view come back at once.
-    while (isSamePage && m_model->rowCount() < wantedRows && m_viewModel.hasMorePages()) {
+    while (isSamePage && isPaged() && m_model->rowCount() < wantedRows && m_viewModel.hasMorePages()) {
         m_viewModel.loadMoreIfNeeded();
         m_model->setPlugins(m_viewModel.filteredPlugins());
     }
@@ -252,12 +254,10 @@ void PluginListView::renderFooter()
     m_shown->setText(u"Showing %1 of %2 plugins"_s.arg(m_viewModel.filteredPlugins().size())
                          .arg(*m_viewModel.totalPluginCount));
     const bool hasMore = m_viewModel.hasMorePages();
-    const bool isLoading = *m_viewModel.isLoading;
-    m_busy->setVisible(isLoading);
-    m_spinner->setVisible(hasMore && !isLoading);
+    m_spinner->setVisible(hasMore);
     if (!hasMore && m_loadAll->hasFocus())
         m_table->setFocus(); // before the button goes, and the focus to wherever comes next
-    m_empty->setVisible(m_model->rowCount() == 0 && !isLoading && m_hasScanned);
+    m_empty->setVisible(m_model->rowCount() == 0 && m_hasScanned);
     m_loadAll->setVisible(hasMore);
     m_hint->setVisible(!hasMore && *m_viewModel.totalPluginCount >= kHintCount);
 }
@@ -292,12 +292,16 @@ void PluginListView::selectionChanged()
     const QSet<QUuid> before = std::exchange(m_previousSelectedPlugins, now);
     if (now == before)
         return;
+    if (*m_viewModel.activeProfile)
+        return; // a preview's marks are its own
     // On purpose: what is unmarked stays selected. Only the bulk pane takes out of the selection.
     m_viewModel.collectSelection(now - before);
 }
 
 void PluginListView::showContextMenu(const QPoint& position)
 {
+    if (m_model->isPreview())
+        return;
     const QModelIndex index = m_table->indexAt(position);
     const QUuid pointed = index.isValid() ? m_model->plugin(index.row()).id : QUuid();
     QMenu* menu = makePluginContextMenu(m_viewModel, m_platform, pointed, m_table);
@@ -309,7 +313,7 @@ void PluginListView::showContextMenu(const QPoint& position)
 
 void PluginListView::loadMoreAtLastRow()
 {
-    if (isVisible() && m_table->showsLastRow())
+    if (isVisible() && isPaged() && m_table->showsLastRow())
         m_viewModel.loadMoreIfNeeded();
 }
 

@@ -4,6 +4,7 @@
 #include "operations/PluginSort.h"
 
 #include <QSet>
+#include <QUuid>
 #include <QWidget>
 
 class QLabel;
@@ -33,9 +34,10 @@ public:
 
 private:
     void buildFooter();
-    void showBusyState();
     void connectTable();
     void render();
+    /// Plain table or preview.
+    void renderMode();
     void renderRows();
     void renderSort();
     void renderSelection();
@@ -46,6 +48,8 @@ private:
     void selectionChanged();
     void showContextMenu(const QPoint& position);
     void loadMoreAtLastRow();
+    /// Whether the list grows by pages: the changes under a preview are all there.
+    [[nodiscard]] bool isPaged() const;
     [[nodiscard]] bool isSameFirstPage(const AudioPlugins& rows) const;
     /// Whether the filters or the sort are others than at the last look.
     [[nodiscard]] bool isOtherQuery();
@@ -56,6 +60,8 @@ private:
         QSet<PluginFormat> formats;
         QSet<QString> manufacturers;
         PluginSortOrder sortOrder;
+        std::optional<QUuid> profile;
+        QString profileViewFilter;
         bool operator==(const Query&) const = default;
     };
 
@@ -66,7 +72,6 @@ private:
     QWidget* m_footer;
     QLabel* m_shown;
     Spinner* m_spinner;
-    QWidget* m_busy;
     QLabel* m_empty;
     PressButton* m_loadAll;
     QLabel* m_hint;

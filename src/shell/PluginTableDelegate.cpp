@@ -31,6 +31,7 @@ constexpr int kLinkSpacing = 3;
 constexpr int kBadgeIconSize = 13;
 constexpr int kBadgePaddingX = 7;
 constexpr int kBadgePaddingY = 3;
+constexpr int kStatusPaddingX = 6;
 
 PluginColumn columnOf(const QModelIndex& index) { return static_cast<PluginColumn>(index.column()); }
 
@@ -44,6 +45,39 @@ QColor mix(const QColor& from, const QColor& to, double share)
     return QColor::fromRgbF(part(from.redF(), to.redF()), part(from.greenF(), to.greenF()),
                             part(from.blueF(), to.blueF()), part(from.alphaF(), to.alphaF()));
 }
+
+PreviewState previewOf(const QModelIndex& index)
+{
+    return static_cast<PreviewState>(index.data(PluginTableModel::PreviewRole).toInt());
+}
+
+/// The profile under preview would move this row's plugin.
+bool isChanged(const QModelIndex& index)
+{
+    const PreviewState state = previewOf(index);
+    return state == PreviewState::willEnable || state == PreviewState::willDisable;
+}
+
+/// Colours of a row's parts under a preview.
+struct PreviewLook {
+    QColor sign;
+    double ground; ///< opacity of the sign's colour behind the status
+};
+
+PreviewLook previewLook(PreviewState state, const QPalette& colours)
+{
+    switch (state) {
+    case PreviewState::staysEnabled:
+        return {AppTheme::green(colours), 0.08};
+    case PreviewState::staysDisabled:
+        return {AppTheme::withOpacity(AppTheme::red(colours), 0.7), 0.06 / 0.7};
+    default:
+        return {AppTheme::orange(colours), 0.15};
+    }
+}
+
+/// Orange as text.
+QColor changedText(const QPalette& colours) { return AppTheme::legible(AppTheme::orange(colours), colours); }
 
 QFont smallFont(const QFont& font)
 {
@@ -90,7 +124,8 @@ QRect PluginTableDelegate::switchRect(const QRect& cell)
 
 QRect PluginTableDelegate::linkRect(const QRect& cell, const QModelIndex& index, const QFont& font) const
 {
-    if (columnOf(index) != PluginColumn::manufacturer || index.data(PluginTableModel::IsFadedRole).toBool())
+    if (columnOf(index) != PluginColumn::manufacturer || m_model.isPreview() ||
+        index.data(PluginTableModel::IsFadedRole).toBool())
         return {};
     const QFontMetrics metrics(font);
     QRect rect = contentRect(cell);
@@ -114,7 +149,10 @@ void PluginTableDelegate::paint(QPainter* painter, const QStyleOptionViewItem& o
     paintGround(*painter, cell, index);
     switch (columnOf(index)) {
     case PluginColumn::status:
-        paintSwitch(*painter, cell, index);
+        if (previewOf(index) == PreviewState::none)
+            paintSwitch(*painter, cell, index);
+        else
+            paintPreviewStatus(*painter, cell, index);
         break;
     case PluginColumn::manufacturer:
         paintLink(*painter, cell, index);
@@ -161,6 +199,36 @@ void PluginTableDelegate::paintGround(QPainter& painter, const QStyleOptionViewI
     }
 }
 
+void PluginTableDelegate::paintPreviewStatus(QPainter& painter, const QStyleOptionViewItem& option,
+                                             const QModelIndex& index) const
+{
+    const PreviewLook look = previewLook(previewOf(index), option.palette);
+    const QFont font = smallFont(option.font);
+    const QFontMetrics metrics(font);
+    const QString text = textOf(index);
+    QRectF badge = contentRect(option.rect);
+    const int wanted =
+        metrics.horizontalAdvance(text) + 1 + kBadgeIconSize + kLinkSpacing + 2 * kStatusPaddingX;
+    badge.setWidth(std::min<double>(badge.width(), wanted));
+    const double height = metrics.height() + 2 * kBadgePaddingY;
+    badge.setTop(option.rect.center().y() - height / 2 + 0.5);
+    badge.setHeight(height);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(AppTheme::withOpacity(look.sign, look.ground));
+    painter.drawRoundedRect(badge, 4, 4);
+    const QRectF icon(badge.left() + kStatusPaddingX, badge.center().y() - kBadgeIconSize / 2.0,
+                      kBadgeIconSize, kBadgeIconSize);
+    drawIcon(painter, icon, index.data(PluginTableModel::IconRole).toString(), look.sign);
+    QRectF label = badge.adjusted(0, 0, -kStatusPaddingX + 1, 0);
+    label.setLeft(icon.right() + kLinkSpacing);
+    QColor opaque = look.sign;
+    opaque.setAlphaF(1);
+    painter.setFont(font);
+    painter.setPen(AppTheme::legible(opaque, option.palette));
+    painter.drawText(label, Qt::AlignLeft | Qt::AlignVCenter,
+                     metrics.elidedText(text, Qt::ElideRight, static_cast<int>(label.width())));
+}
+
 void PluginTableDelegate::paintSwitch(QPainter& painter, const QStyleOptionViewItem& option,
                                       const QModelIndex& index) const
 {
@@ -182,7 +250,7 @@ void PluginTableDelegate::paintSwitch(QPainter& painter, const QStyleOptionViewI
 void PluginTableDelegate::paintLink(QPainter& painter, const QStyleOptionViewItem& option,
                                     const QModelIndex& index) const
 {
-    if (index.data(PluginTableModel::IsFadedRole).toBool()) {
+    if (m_model.isPreview() || index.data(PluginTableModel::IsFadedRole).toBool()) {
         paintText(painter, option, index);
         return;
     }
@@ -221,17 +289,19 @@ void PluginTableDelegate::paintBadge(QPainter& painter, const QStyleOptionViewIt
     badge.setTop(option.rect.center().y() - height / 2 + 0.5);
     badge.setHeight(height);
 
+    const bool isMoved = isChanged(index);
+    const QColor colour = isMoved ? changedText(option.palette) : AppTheme::primary(option.palette);
     painter.setPen(Qt::NoPen);
-    painter.setBrush(AppTheme::withOpacity(AppTheme::accent(option.palette), 0.1));
+    painter.setBrush(isMoved ? AppTheme::withOpacity(AppTheme::orange(option.palette), 0.15)
+                             : AppTheme::withOpacity(AppTheme::accent(option.palette), 0.1));
     painter.drawRoundedRect(badge, 4, 4);
     const QRectF icon(badge.left() + kBadgePaddingX, badge.center().y() - kBadgeIconSize / 2.0,
                       kBadgeIconSize, kBadgeIconSize);
-    drawIcon(painter, icon, index.data(PluginTableModel::IconRole).toString(),
-             AppTheme::primary(option.palette));
+    drawIcon(painter, icon, index.data(PluginTableModel::IconRole).toString(), colour);
     QRectF label = badge.adjusted(0, 0, -kBadgePaddingX + 1, 0);
     label.setLeft(icon.right() + kLinkSpacing + 1);
     painter.setFont(font);
-    painter.setPen(AppTheme::primary(option.palette));
+    painter.setPen(colour);
     painter.drawText(label, Qt::AlignLeft | Qt::AlignVCenter,
                      metrics.elidedText(text, Qt::ElideRight, static_cast<int>(label.width())));
 }
@@ -244,7 +314,12 @@ void PluginTableDelegate::paintText(QPainter& painter, const QStyleOptionViewIte
     switch (columnOf(index)) {
     case PluginColumn::name:
         font.setWeight(QFont::Medium);
-        colour = AppTheme::primary(option.palette);
+        if (previewOf(index) != PreviewState::staysDisabled)
+            colour = AppTheme::primary(option.palette);
+        break;
+    case PluginColumn::manufacturer:
+        if (!index.data(PluginTableModel::IsFadedRole).toBool())
+            colour = AppTheme::primary(option.palette);
         break;
     case PluginColumn::lastUsed:
         font = smallFont(font);
@@ -254,9 +329,15 @@ void PluginTableDelegate::paintText(QPainter& painter, const QStyleOptionViewIte
     default:
         break;
     }
+    const QRect content = contentRect(option.rect);
+    if (isChanged(index)) {
+        colour = changedText(option.palette);
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(AppTheme::withOpacity(AppTheme::orange(option.palette), 0.12));
+        painter.drawRoundedRect(QRectF(option.rect).adjusted(3, 4, -3, -4), 4, 4);
+    }
     painter.setFont(font);
     painter.setPen(colour);
-    const QRect content = contentRect(option.rect);
     painter.drawText(content, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
                      QFontMetrics(font).elidedText(textOf(index), Qt::ElideRight, content.width()));
 }
@@ -267,7 +348,8 @@ QSize PluginTableDelegate::sizeHint(const QStyleOptionViewItem& option, const QM
     int width = metrics.horizontalAdvance(textOf(index)) + 2 * kCellPadding;
     switch (columnOf(index)) {
     case PluginColumn::status:
-        width = kSwitchSize.width() + 2 * kCellPadding;
+        width = m_model.isPreview() ? width + kBadgeIconSize + kLinkSpacing + 2 * kStatusPaddingX
+                                    : kSwitchSize.width() + 2 * kCellPadding;
         break;
     case PluginColumn::manufacturer:
         width += kLinkSpacing + kLinkIconSize;

@@ -42,6 +42,8 @@ Q_SIGNALS:
 
 private:
     void paintGround(QPainter& painter, const QStyleOptionViewItem& option, const QModelIndex& index) const;
+    void paintPreviewStatus(QPainter& painter, const QStyleOptionViewItem& option,
+                            const QModelIndex& index) const;
     void paintSwitch(QPainter& painter, const QStyleOptionViewItem& option, const QModelIndex& index) const;
     void paintLink(QPainter& painter, const QStyleOptionViewItem& option, const QModelIndex& index) const;
     void paintBadge(QPainter& painter, const QStyleOptionViewItem& option, const QModelIndex& index) const;

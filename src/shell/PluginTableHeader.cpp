@@ -130,7 +130,8 @@ void PluginTableHeader::sortByPicked() { Q_EMIT sortRequested(m_picked); }
 
 void PluginTableHeader::pick(int column)
 {
-    m_picked = std::clamp(column, 0, std::max(0, count() - 1));
+    // Hidden columns are the last ones.
+    m_picked = std::clamp(column, 0, std::max(0, count() - hiddenSectionCount() - 1));
     viewport()->update();
     announce();
 }
@@ -150,7 +151,7 @@ void PluginTableHeader::focusInEvent(QFocusEvent* event)
 {
     QHeaderView::focusInEvent(event);
     if (event->reason() != Qt::ActiveWindowFocusReason && event->reason() != Qt::PopupFocusReason)
-        m_picked = std::max(0, sortIndicatorSection());
+        m_picked = std::clamp(sortIndicatorSection(), 0, std::max(0, count() - hiddenSectionCount() - 1));
     announce();
     viewport()->update();
 }

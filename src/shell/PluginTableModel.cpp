@@ -27,6 +27,24 @@ QString formatIcon(PluginFormat format)
     return u"w.circle"_s;
 }
 
+namespace {
+
+QString previewText(PreviewState state)
+{
+    static const std::array texts{QString(), u"Will Enable"_s, u"Will Disable"_s, u"Enabled"_s,
+                                  u"Disabled"_s};
+    return texts[static_cast<std::size_t>(state)];
+}
+
+QString previewIcon(PreviewState state)
+{
+    static const std::array keys{QString(), u"arrow.up.circle.fill"_s, u"arrow.down.circle.fill"_s,
+                                 u"checkmark.circle.fill"_s, u"xmark.circle.fill"_s};
+    return keys[static_cast<std::size_t>(state)];
+}
+
+} // namespace
+
 PluginTableModel::PluginTableModel(const platform::Clock& clock, QObject* parent)
     : QAbstractTableModel(parent)
     , m_clock(clock)
@@ -83,6 +101,25 @@ void PluginTableModel::changeInPlace(const AudioPlugins& plugins, std::size_t co
     }
 }
 
+void PluginTableModel::setPreview(const std::optional<QSet<QString>>& enabledKeys)
+{
+    if (m_previewKeys == enabledKeys)
+        return;
+    m_previewKeys = enabledKeys;
+    if (!m_plugins.empty())
+        Q_EMIT dataChanged(index(0, 0), index(rowCount() - 1, kPluginColumnCount - 1));
+}
+
+PreviewState PluginTableModel::previewState(const AudioPlugin& plugin) const
+{
+    if (!m_previewKeys)
+        return PreviewState::none;
+    const bool isTarget = m_previewKeys->contains(pluginKey(plugin.name, plugin.format));
+    if (isTarget == plugin.isEnabled)
+        return isTarget ? PreviewState::staysEnabled : PreviewState::staysDisabled;
+    return isTarget ? PreviewState::willEnable : PreviewState::willDisable;
+}
+
 int PluginTableModel::rowOf(const QString& originalPath) const
 {
     const auto found = std::find_if(m_plugins.begin(), m_plugins.end(), [&](const AudioPlugin& each) {
@@ -105,7 +142,7 @@ QString PluginTableModel::text(const AudioPlugin& plugin, PluginColumn column) c
 {
     switch (column) {
     case PluginColumn::status:
-        return plugin.statusValue();
+        return isPreview() ? previewText(previewState(plugin)) : plugin.statusValue();
     case PluginColumn::name:
         return plugin.name;
     case PluginColumn::manufacturer:
@@ -124,11 +161,13 @@ QString PluginTableModel::accessibleDescription(const AudioPlugin& plugin, Plugi
 {
     switch (column) {
     case PluginColumn::status:
-        return u"Switch for "_s + plugin.name;
+        return isPreview() ? QString() : u"Switch for "_s + plugin.name;
     case PluginColumn::name:
         return plugin.currentPath;
     case PluginColumn::manufacturer:
-        return plugin.manufacturer.isEmpty() ? QString() : u"Visit "_s + plugin.manufacturer + u" website"_s;
+        return isPreview() || plugin.manufacturer.isEmpty()
+                   ? QString()
+                   : u"Visit "_s + plugin.manufacturer + u" website"_s;
     default:
         return {};
     }
@@ -142,7 +181,7 @@ QVariant PluginTableModel::data(const QModelIndex& index, int role) const
     const auto column = static_cast<PluginColumn>(index.column());
     switch (role) {
     case Qt::DisplayRole:
-        return column == PluginColumn::status ? QVariant() : text(row, column);
+        return column == PluginColumn::status && !isPreview() ? QVariant() : text(row, column);
     case Qt::AccessibleTextRole:
         return text(row, column);
     case Qt::AccessibleDescriptionRole:
@@ -150,14 +189,18 @@ QVariant PluginTableModel::data(const QModelIndex& index, int role) const
     case Qt::ToolTipRole:
         return column == PluginColumn::status ? QVariant() : accessibleDescription(row, column);
     case Qt::CheckStateRole:
-        if (column == PluginColumn::status)
+        if (column == PluginColumn::status && !isPreview())
             return row.isEnabled ? Qt::Checked : Qt::Unchecked;
         return {};
     case IsFadedRole:
         return (column == PluginColumn::manufacturer && row.manufacturer.isEmpty()) ||
                (column == PluginColumn::lastUsed && !row.lastUsed);
     case IconRole:
+        if (column == PluginColumn::status && isPreview())
+            return previewIcon(previewState(row));
         return column == PluginColumn::format ? formatIcon(row.format) : QVariant();
+    case PreviewRole:
+        return static_cast<int>(previewState(row));
     default:
         return {};
     }
@@ -165,7 +208,7 @@ QVariant PluginTableModel::data(const QModelIndex& index, int role) const
 
 bool PluginTableModel::setData(const QModelIndex& index, const QVariant& value, int role)
 {
-    if (role != Qt::CheckStateRole || index.column() != static_cast<int>(PluginColumn::status))
+    if (isPreview() || role != Qt::CheckStateRole || index.column() != static_cast<int>(PluginColumn::status))
         return false;
     const AudioPlugin row = plugin(index.row());
     if (row.isEnabled == (value.toInt() == Qt::Checked))
@@ -190,7 +233,8 @@ Qt::ItemFlags PluginTableModel::flags(const QModelIndex& index) const
     if (!index.isValid())
         return Qt::NoItemFlags;
     const Qt::ItemFlags flags = Qt::ItemIsSelectable | Qt::ItemIsEnabled | Qt::ItemNeverHasChildren;
-    return index.column() == static_cast<int>(PluginColumn::status) ? flags | Qt::ItemIsUserCheckable : flags;
+    const bool isSwitch = index.column() == static_cast<int>(PluginColumn::status) && !isPreview();
+    return isSwitch ? flags | Qt::ItemIsUserCheckable : flags;
 }
 
 } // namespace orvanlite

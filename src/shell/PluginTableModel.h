@@ -3,6 +3,9 @@
 #include "model/AudioPlugin.h"
 
 #include <QAbstractTableModel>
+#include <QSet>
+
+#include <optional>
 
 namespace orvanlite::platform {
 class Clock;
@@ -13,6 +16,9 @@ namespace orvanlite {
 /// Columns of the plugin table, in order.
 enum class PluginColumn { status, name, manufacturer, format, version, lastUsed };
 inline constexpr int kPluginColumnCount = 6;
+
+/// What a profile under preview would make of a plugin.
+enum class PreviewState { none, willEnable, willDisable, staysEnabled, staysDisabled };
 
 /// Icon key of a format's badge.
 [[nodiscard]] QString formatIcon(PluginFormat format);
@@ -25,6 +31,7 @@ public:
     enum Role {
         IsFadedRole = Qt::UserRole, ///< bool: the cell says that something is unknown
         IconRole,                   ///< key of the icon in front of the text
+        PreviewRole,                ///< int of PreviewState: none in the plain table
     };
 
     explicit PluginTableModel(const platform::Clock& clock, QObject* parent = nullptr);
@@ -32,6 +39,12 @@ public:
     /// Takes new rows. The same ids in the same order change in place; a longer or shorter list with the same head
     /// inserts or removes rows at the end; any other list resets the model.
     void setPlugins(const AudioPlugins& plugins);
+
+    /// Shows what a profile that holds these keys as enabled would change, or the plain table again. The status
+    /// cells tell of it then and are no switches, and a maker is no link.
+    void setPreview(const std::optional<QSet<QString>>& enabledKeys);
+    [[nodiscard]] bool isPreview() const { return m_previewKeys.has_value(); }
+    [[nodiscard]] PreviewState previewState(const AudioPlugin& plugin) const;
 
     [[nodiscard]] const AudioPlugins& plugins() const { return m_plugins; }
     [[nodiscard]] const AudioPlugin& plugin(int row) const
@@ -62,6 +75,7 @@ private:
 
     const platform::Clock& m_clock;
     AudioPlugins m_plugins;
+    std::optional<QSet<QString>> m_previewKeys;
 };
 
 } // namespace orvanlite

@@ -19,6 +19,7 @@ constexpr int kRowHeight = 34;
 
 /// Below this the titles and badges would be cut, and the table scrolls sideways.
 constexpr int kSmallestWidth = 780;
+constexpr int kSmallestPreviewWidth = 660;
 
 /// Leaves the ground of the rows to the delegate.
 class BareRowStyle final : public QProxyStyle {
@@ -206,15 +207,24 @@ void PluginTableView::leaveEvent(QEvent* event)
     QTableView::leaveEvent(event);
 }
 
+void PluginTableView::showModelColumns()
+{
+    m_isLayingOut = true;
+    for (const PluginColumn column : {PluginColumn::version, PluginColumn::lastUsed})
+        setColumnHidden(static_cast<int>(column), m_model.isPreview());
+    layoutColumns();
+}
+
 void PluginTableView::layoutColumns()
 {
     m_isLayingOut = true;
-    const int width = std::max(viewport()->width(), kSmallestWidth);
+    const int width =
+        std::max(viewport()->width(), m_model.isPreview() ? kSmallestPreviewWidth : kSmallestWidth);
+    const int last = static_cast<int>(m_model.isPreview() ? PluginColumn::format : PluginColumn::lastUsed);
     int left = width;
-    for (int column = 0; column < kPluginColumnCount; ++column) {
-        const bool isLast = column == kPluginColumnCount - 1;
+    for (int column = 0; column <= last; ++column) {
         const int share =
-            isLast ? left : static_cast<int>(width * m_shares[static_cast<std::size_t>(column)]);
+            column == last ? left : static_cast<int>(width * shares()[static_cast<std::size_t>(column)]);
         m_header->resizeSection(column, share);
         left -= share;
     }
@@ -226,7 +236,7 @@ void PluginTableView::takeOverShares()
     if (m_isLayingOut || m_header->length() <= 0)
         return;
     for (int column = 0; column < kPluginColumnCount; ++column)
-        m_shares[static_cast<std::size_t>(column)] =
+        shares()[static_cast<std::size_t>(column)] =
             double(m_header->sectionSize(column)) / m_header->length();
 }
 

@@ -19,6 +19,8 @@ public:
     PluginTableView(PluginTableModel& model, bool reducesMotion, QWidget* parent);
 
     [[nodiscard]] PluginTableHeader* header() const { return m_header; }
+    /// Shows the columns of the table that the model is.
+    void showModelColumns();
     /// Whether the last row can be seen.
     [[nodiscard]] bool showsLastRow() const;
 
@@ -53,8 +55,12 @@ private:
     PluginTableDelegate* m_delegate;
     PluginTableHeader* m_header;
     QPersistentModelIndex m_hovered;
+    using Shares = std::array<double, kPluginColumnCount>;
+    [[nodiscard]] Shares& shares() { return m_model.isPreview() ? m_previewShares : m_shares; }
+
     /// Share of the width by column.
-    std::array<double, kPluginColumnCount> m_shares{0.08, 0.31, 0.24, 0.14, 0.10, 0.13};
+    Shares m_shares{0.08, 0.31, 0.24, 0.14, 0.10, 0.13};
+    Shares m_previewShares{0.17, 0.37, 0.28, 0.18, 0, 0};
     bool m_isLayingOut = false;
 };
 

@@ -13,7 +13,7 @@ namespace orvanlite {
 namespace {
 
 constexpr int kIconSize = 14;
-constexpr int kIconGap = 4;
+constexpr int kIconGap = 3;
 constexpr int kPaddingX = 8;
 constexpr int kPaddingY = 5;
 constexpr int kSmallPaddingY = 3;
@@ -43,7 +43,7 @@ PressButton::PressButton(const QString& text, const QString& iconKey, Ground gro
     connect(this, &QAbstractButton::released, this, [this] { animateTo(1); });
 }
 
-void PressButton::setTextColour(const QColor& colour)
+void PressButton::setTextColour(QColor (*colour)(const QPalette&))
 {
     m_textColour = colour;
     update();
@@ -94,8 +94,8 @@ void PressButton::focusInEvent(QFocusEvent* event)
 QColor PressButton::labelColour() const
 {
     QColor colour = AppTheme::primary(palette());
-    if (m_textColour.isValid())
-        colour = m_textColour;
+    if (m_textColour)
+        colour = m_textColour(palette());
     else if (m_tint)
         colour = AppTheme::legible(m_tint(palette()), palette());
     return isEnabled() ? colour : AppTheme::withOpacity(colour, 0.4);

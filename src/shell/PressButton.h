@@ -21,8 +21,8 @@ public:
     /// `iconKey` may be empty.
     PressButton(const QString& text, const QString& iconKey, Ground ground, QWidget* parent);
 
-    /// The colour of text and icon: primary, unless set here.
-    void setTextColour(const QColor& colour);
+    /// The colour of text and icon, asked anew for light and dark: primary, unless set here.
+    void setTextColour(QColor (*colour)(const QPalette&));
     /// The colour of a bordered button, asked anew for light and dark, e.g. &AppTheme::green.
     void setTint(QColor (*tint)(const QPalette&));
     void setReducesMotion(bool reduces) { m_reducesMotion = reduces; }
@@ -42,7 +42,7 @@ private:
 
     QString m_iconKey;
     Ground m_ground;
-    QColor m_textColour;
+    QColor (*m_textColour)(const QPalette&) = nullptr;
     QColor (*m_tint)(const QPalette&) = nullptr;
     bool m_reducesMotion = false;
     bool m_showsFocus = true; ///< not after a click

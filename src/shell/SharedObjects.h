@@ -5,6 +5,8 @@ namespace orvanlite {
 class ActivityLogManager;
 class BatchProgress;
 class PluginDatabase;
+class UADCleanupManager;
+class UpdateChecker;
 
 /// The objects of which a process has one, handed to the root view. In the application they are the shared ones,
 /// in a test its own.
@@ -12,6 +14,8 @@ struct SharedObjects {
     PluginDatabase& database;
     ActivityLogManager& activityLog;
     BatchProgress& batchProgress;
+    UADCleanupManager& uadCleanup;
+    UpdateChecker& updateChecker;
 };
 
 } // namespace orvanlite

@@ -19,7 +19,7 @@ TEST_F(MainWindowTest, LaunchesWithItsNotificationAndItsFrame)
     const LocalNotificationCenter::Posted wanted{u"com.yourcompany.Orvanlite.appDidLaunch"_s,
                                                  {{u"version"_s, u"7.8"_s}}};
     EXPECT_EQ(m_system.notifications.posted.front(), wanted) << "before the first count";
-    EXPECT_EQ(window().windowTitle(), u"Orvanlite"_s);
+    EXPECT_EQ(window().windowTitle(), u"All Plugins"_s);
     EXPECT_EQ(window().size(), QSize(1200, 800));
 
     window().resize(900, 700);
@@ -98,25 +98,21 @@ TEST_F(MainWindowTest, ClosingTheWindowEndsTheApplication)
     EXPECT_FALSE(window().isVisible());
 }
 
-TEST_F(MainWindowTest, ScansAfterItsFirstPaintAndShowsThatItIsBusy)
+TEST_F(MainWindowTest, ScansAfterItsFirstPaint)
 {
     addPlugins(3);
     bool wasPaintedBefore = false;
-    bool busyWasSeen = false;
     testing::internal::CaptureStdout();
     m_delegate.applicationDidFinishLaunching();
     viewModel().isLoading.observe(&window(), [&] {
         if (!*viewModel().isLoading)
             return;
         wasPaintedBefore = window().windowHandle()->isExposed();
-        busyWasSeen = named<QLabel>(window(), u"scanningLabel"_s).isVisible();
     });
     EXPECT_TRUE(viewModel().plugins->empty()) << "nothing is scanned before the window stands";
     settle();
     testing::internal::GetCapturedStdout();
     EXPECT_TRUE(wasPaintedBefore);
-    EXPECT_TRUE(busyWasSeen);
-    EXPECT_FALSE(named<QLabel>(window(), u"scanningLabel"_s).isVisible());
     EXPECT_EQ(footer(), u"Showing 3 of 3 plugins"_s);
 }
 
@@ -162,8 +158,9 @@ TEST_F(MainWindowTest, EveryControlHasANameAndAnIdentity)
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
     }
     EXPECT_EQ(QApplication::focusWidget()->objectName(), u"searchField"_s);
-    EXPECT_EQ(stops.join(u' '),
-              u"searchField clearSearchButton scanButton pluginTableHeader pluginTable loadAllButton"_s);
+    EXPECT_EQ(stops.join(u' ').toStdString(),
+              "searchField clearSearchButton resetButton scanButton pluginTableHeader pluginTable loadAllButton "
+              "sidebarHandle allPluginsButton actionsHeader formatsHeader statisticsHeader recentHeader");
 }
 
 TEST(ViewUpdaterTest, RendersOnceForAllChangesOfATurn)

@@ -12,7 +12,9 @@
 #include "shell/PluginTableModel.h"
 #include "shell/PluginTableView.h"
 #include "shell/ProgressWindowManager.h"
+#include "shell/UpdateChecker.h"
 #include "support/Fakes.h"
+#include "uad/UADCleanupManager.h"
 
 #include <QAbstractButton>
 #include <QLabel>
@@ -41,14 +43,15 @@ protected:
     ShellTest() { m_system.scripts.runner = &m_runner; }
 
     /// What still sleeps comes to its end while its objects are there.
-    void TearDown() override { m_system.clock.advance(std::chrono::seconds(1)); }
+    void TearDown() override { m_system.clock.advance(std::chrono::seconds(11)); }
 
-    /// Opens the window and waits for the first scan.
+    /// Opens the window with all plugins in its table and waits for the first scan.
     void launch()
     {
         testing::internal::CaptureStdout();
         m_delegate.applicationDidFinishLaunching();
         ASSERT_TRUE(QTest::qWaitForWindowExposed(&window()));
+        viewModel().showAllPlugins = true; // as by a click on "All Plugins"
         settle();
         testing::internal::GetCapturedStdout();
     }
@@ -105,7 +108,9 @@ protected:
     PluginDatabase m_database{m_system.platform, m_system.layout.applicationFolder() + u"/plugins.db"_s};
     ActivityLogManager m_log{m_system.platform};
     ProgressWindowManager m_progress{m_system.platform};
-    SharedObjects m_shared{m_database, m_log, m_progress};
+    UADCleanupManager m_uadCleanup{m_system.platform, m_database};
+    UpdateChecker m_updateChecker{m_system.platform, {}}; // nobody to ask
+    SharedObjects m_shared{m_database, m_log, m_progress, m_uadCleanup, m_updateChecker};
     AppDelegate m_delegate{m_system.platform, m_shared};
 };
 

@@ -1,0 +1,149 @@
+#include "demo/Looks.h"
+
+#include "demo/DemoAppearance.h"
+#include "operations/PluginManagerViewModel.h"
+#include "shell/MainWindow.h"
+#include "shell/PluginTableView.h"
+
+#include <QAbstractButton>
+#include <QDialog>
+#include <QLineEdit>
+#include <QTest>
+
+namespace orvanlite::demo {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// Longer than every motion of the window.
+constexpr int kRest = 450;
+constexpr QSize kWindowSize(1200, 800);
+
+} // namespace
+
+Looks::Looks(MainWindow& window, DemoAppearance& appearance, const QString& outputFolder)
+    : Stage(window, outputFolder)
+    , m_appearance(appearance)
+{}
+
+bool Looks::run()
+{
+    waitFor([this] { return *m_viewModel.dbTotalCount > 0 && !*m_viewModel.isLoading; });
+    m_window.resize(kWindowSize);
+    makeHistory();
+    for (const bool isDark : {false, true}) {
+        m_appearance.setDark(isDark);
+        regions(isDark ? u"dark-"_s : u"light-"_s);
+    }
+    m_appearance.setDark(false);
+    return allSucceeded();
+}
+
+void Looks::makeHistory()
+{
+    click(u"allPluginsButton"_s);
+    auto& table = named<PluginTableView>(u"pluginTable"_s);
+    for (int row = 2; row < 6; ++row) {
+        QTest::qWait(50);
+        const AudioPlugin plugin = m_viewModel.filteredPlugins()[static_cast<std::size_t>(row)];
+        table.setFocus();
+        table.setCurrentIndex(table.model()->index(row, 1));
+        QTest::keyClick(&table, Qt::Key_Space);
+        waitFor([&] {
+            return !*m_viewModel.isRunningScript &&
+                   m_viewModel.filteredPlugins()[static_cast<std::size_t>(row)].isEnabled != plugin.isEnabled;
+        });
+    }
+    leave();
+}
+
+void Looks::regions(const QString& look)
+{
+    m_look = look;
+    leave();
+    picture(u"empty-state"_s);
+    sidebar();
+    dialogs();
+    bulkPane();
+}
+
+void Looks::sidebar()
+{
+    click(u"allPluginsButton"_s);
+    picture(u"all-plugins"_s);
+    open(u"statistics"_s);
+    open(u"recent"_s);
+    picture(u"recent-activity"_s);
+    leave();
+    open(u"formats"_s);
+    click(u"formatRowVST3"_s);
+    click(u"formatRowCLAP"_s);
+    picture(u"formats"_s);
+    leave();
+    open(u"manufacturers"_s);
+    auto& table = named<QWidget>(u"manufacturerTable"_s);
+    table.setFocus();
+    for (int row = 0; row < 3; ++row) {
+        QTest::keyClick(&table, Qt::Key_Down);
+        QTest::keyClick(&table, Qt::Key_Space);
+    }
+    QTest::keyClicks(&named<QLineEdit>(u"manufacturerSearchField"_s), u"a"_s);
+    picture(u"manufacturers"_s);
+    leave();
+}
+
+void Looks::dialogs()
+{
+    click(u"allPluginsButton"_s);
+    QTest::qWait(kRest);
+    click(u"disableFilteredButton"_s);
+    picture(u"sidebar-question"_s);
+    leave();
+    open(u"recent"_s);
+    click(u"clearActivityButton"_s);
+    picture(u"clear-activity-question"_s);
+    leave();
+}
+
+void Looks::bulkPane()
+{
+    click(u"allPluginsButton"_s);
+    QTest::qWait(kRest);
+    auto& table = named<PluginTableView>(u"pluginTable"_s);
+    table.setFocus();
+    table.setCurrentIndex(table.model()->index(0, 1));
+    for (int row = 0; row < 14; ++row)
+        QTest::keyClick(&table, Qt::Key_Down, Qt::ShiftModifier);
+    picture(u"bulk-pane"_s);
+    click(u"disableSelectedButton"_s);
+    picture(u"bulk-question"_s);
+    leave();
+}
+
+void Looks::open(const QString& section)
+{
+    auto& header = named<QAbstractButton>(section + u"Header"_s);
+    if (!header.isChecked())
+        header.click();
+    QTest::qWait(kRest);
+}
+
+void Looks::leave()
+{
+    for (QDialog* dialog : m_window.findChildren<QDialog*>()) {
+        if (dialog->isVisible())
+            dialog->reject();
+    }
+    typeSearch({});
+    click(u"resetButton"_s);
+    QTest::qWait(kRest);
+}
+
+void Looks::picture(const QString& name)
+{
+    QTest::qWait(kRest);
+    screenshot(m_look + name, Area::screen);
+}
+
+} // namespace orvanlite::demo

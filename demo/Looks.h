@@ -1,0 +1,33 @@
+#pragma once
+
+#include "demo/Stage.h"
+
+namespace orvanlite::demo {
+
+class DemoAppearance;
+
+/// Leaves a picture of every region of the window, first in light and then in dark.
+class Looks final : public Stage {
+public:
+    /// The pictures of the two are named "light-..." and "dark-...".
+    Looks(MainWindow& window, DemoAppearance& appearance, const QString& outputFolder);
+
+    /// True when every picture could be made.
+    bool run();
+
+private:
+    void makeHistory();
+    void regions(const QString& look);
+    void sidebar();
+    void dialogs();
+    void bulkPane();
+    /// Back to the window as it is after "Reset".
+    void leave();
+    void open(const QString& section);
+    void picture(const QString& name);
+
+    DemoAppearance& m_appearance;
+    QString m_look;
+};
+
+} // namespace orvanlite::demo

@@ -1,0 +1,73 @@
+#include "demo/Stage.h"
+
+#include "model/Console.h"
+#include "shell/ContentView.h"
+#include "shell/MainWindow.h"
+
+#include <QDir>
+#include <QLineEdit>
+#include <QScreen>
+#include <QTest>
+#include <QWindow>
+
+namespace orvanlite::demo {
+
+using namespace Qt::StringLiterals;
+
+Stage::Stage(MainWindow& window, QString outputFolder)
+    : m_window(window)
+    , m_viewModel(qobject_cast<ContentView*>(window.centralWidget())->pluginManager())
+    , m_outputFolder(std::move(outputFolder))
+{
+    QDir().mkpath(m_outputFolder);
+}
+
+QWidget* Stage::find(const QString& objectName) const
+{
+    // A dialog that is being left may still be there: what can be seen goes before.
+    QWidget* hidden = nullptr;
+    for (QWidget* each : m_window.findChildren<QWidget*>(objectName)) {
+        if (each->isVisible())
+            return each;
+        hidden = each;
+    }
+    return hidden;
+}
+
+void Stage::step(const QString& title, bool succeeded, const QString& detail)
+{
+    m_allSucceeded = m_allSucceeded && succeeded;
+    const QString result = succeeded ? u"ok      "_s : u"FAILED  "_s;
+    printLine(result + title + (detail.isEmpty() ? QString() : u": "_s + detail));
+}
+
+void Stage::screenshot(const QString& name, Area area)
+{
+    if (area == Area::window)
+        QTest::qWait(150);
+    const QRect frame = m_window.geometry();
+    const QPixmap image = area == Area::window ? m_window.screen()->grabWindow(m_window.winId())
+                                               : m_window.screen()->grabWindow(0, frame.x(), frame.y(),
+                                                                               frame.width(), frame.height());
+    const QString file = m_outputFolder + u'/' + name + u".png"_s;
+    step(u"Screenshot"_s, !image.isNull() && image.save(file), file);
+}
+
+void Stage::click(const QString& objectName)
+{
+    QTest::mouseClick(&named<QWidget>(objectName), Qt::LeftButton);
+}
+
+void Stage::typeSearch(const QString& text)
+{
+    auto& field = named<QLineEdit>(u"searchField"_s);
+    field.setFocus();
+    QTest::keyClick(&field, Qt::Key_A, Qt::ControlModifier);
+    QTest::keyClick(&field, Qt::Key_Backspace);
+    QTest::keyClicks(&field, text);
+    QTest::qWait(150); // the list follows 50 ms behind the last letter
+}
+
+bool Stage::waitFor(const std::function<bool()>& condition) { return QTest::qWaitFor(condition, 10'000); }
+
+} // namespace orvanlite::demo

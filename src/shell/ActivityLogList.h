@@ -1,0 +1,71 @@
+#pragma once
+
+#include "records/ActivityLogEntry.h"
+
+#include <QAbstractListModel>
+#include <QListView>
+
+#include <vector>
+
+namespace orvanlite::platform {
+class Clock;
+}
+
+namespace orvanlite {
+
+/// The lines of the activity log.
+class ActivityLogModel final : public QAbstractListModel {
+    Q_OBJECT
+
+public:
+    enum Role { TimeAgoRole = Qt::UserRole };
+
+    ActivityLogModel(const platform::Clock& clock, QObject* parent);
+
+    /// Takes over the entries. New ones on top and ones that fell off the end come and go as rows; any other change
+    /// resets the model.
+    void setEntries(const std::vector<ActivityLogEntry>& entries);
+    [[nodiscard]] const ActivityLogEntry& entry(int row) const
+    {
+        return m_entries[static_cast<std::size_t>(row)];
+    }
+
+    [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
+    [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
+
+private:
+    const platform::Clock& m_clock;
+    std::vector<ActivityLogEntry> m_entries;
+};
+
+/// The activity log as a list that is as high as its rows where there is room, and scrolls otherwise. Only rows in
+/// view cost anything.
+class ActivityLogList final : public QListView {
+    Q_OBJECT
+
+public:
+    ActivityLogList(const platform::Clock& clock, QWidget* parent);
+
+    void setEntries(const std::vector<ActivityLogEntry>& entries);
+    [[nodiscard]] const ActivityLogModel& entries() const { return *m_model; }
+    [[nodiscard]] bool showsFocus(const QModelIndex& index) const;
+
+    [[nodiscard]] QSize sizeHint() const override;
+    [[nodiscard]] QSize minimumSizeHint() const override;
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+    void changeEvent(QEvent* event) override;
+
+private:
+    [[nodiscard]] int rowHeight() const;
+    void showKeyboardFocus(bool shows);
+
+    ActivityLogModel* m_model;
+    bool m_showsFocus = true; ///< not after a click
+};
+
+} // namespace orvanlite

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <QWidget>
+
+class QLabel;
+class QLineEdit;
+
+namespace orvanlite {
+
+class ManufacturerTable;
+class PluginManagerViewModel;
+class PressButton;
+class ViewUpdater;
+
+namespace platform {
+struct Platform;
+}
+
+/// The makers to filter by, with a field that narrows them down. It changes no filter itself: it tells of the clicks.
+class ManufacturerList final : public QWidget {
+    Q_OBJECT
+
+public:
+    ManufacturerList(PluginManagerViewModel& viewModel, const platform::Platform& platform, QWidget* parent);
+
+Q_SIGNALS:
+    void manufacturerClicked(const QString& name);
+
+private:
+    [[nodiscard]] QWidget* makeSearchRow(bool reducesMotion);
+    void render();
+
+    PluginManagerViewModel& m_viewModel;
+    QLineEdit* m_field = nullptr;
+    PressButton* m_clear = nullptr;
+    ManufacturerTable* m_table;
+    QLabel* m_empty;
+    ViewUpdater* m_updates;
+};
+
+} // namespace orvanlite

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <QScrollArea>
+
+class QVariantAnimation;
+
+namespace orvanlite {
+
+/// A part of the sidebar that scrolls where its height is short. The scroll bar's place is always kept, so that
+/// nothing moves aside when it comes.
+class SidebarScrollArea final : public QScrollArea {
+    Q_OBJECT
+
+public:
+    /// Asks for no more height than `height`; without one, for that of its content.
+    SidebarScrollArea(QWidget* content, int leastHeight, bool isAsHighAsContent, bool reducesMotion,
+                      QWidget* parent);
+
+    /// Scrolls until the widget, part of the content, is at the top, or as near to it as the content lets it.
+    void scrollToTop(QWidget* widget);
+
+    [[nodiscard]] QSize sizeHint() const override;
+    [[nodiscard]] QSize minimumSizeHint() const override;
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+
+private:
+    void showEdges();
+
+    QWidget* m_topEdge; ///< lines where the content goes on behind
+    QWidget* m_bottomEdge;
+    int m_leastHeight;
+    bool m_isAsHighAsContent;
+    bool m_reducesMotion;
+    QWidget* m_target = nullptr;
+    int m_start = 0;
+    QVariantAnimation* m_animation;
+};
+
+} // namespace orvanlite

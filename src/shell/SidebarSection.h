@@ -1,0 +1,45 @@
+#pragma once
+
+#include <QWidget>
+
+class QAbstractButton;
+class QHBoxLayout;
+class QVariantAnimation;
+
+namespace orvanlite {
+
+class SidebarButton;
+class SectionBody;
+
+/// A part of the sidebar under a header that opens and closes it. Closed, its body is hidden, not just flat.
+class SidebarSection final : public QWidget {
+    Q_OBJECT
+
+public:
+    /// Its object name is `identity` + "Section", that of its header `identity` + "Header".
+    SidebarSection(const QString& title, const QString& identity, bool reducesMotion, QWidget* parent);
+
+    void setBody(QWidget* body);
+    /// Where the room is short, the open body may become as low as its own minimum.
+    void setShrinkable();
+    /// A small button at the end of the header's row.
+    void addHeaderButton(QAbstractButton* button);
+    /// The number in the header; empty for none.
+    void setCount(const QString& count);
+
+    /// Animated, it takes 0.2 s; never where the user has asked for less motion.
+    void setOpen(bool isOpen, bool isAnimated);
+    [[nodiscard]] bool isOpen() const;
+    [[nodiscard]] QAbstractButton* header() const;
+
+private:
+    void setExtent(double extent);
+
+    bool m_reducesMotion;
+    SidebarButton* m_header;
+    QHBoxLayout* m_headerRow;
+    SectionBody* m_body;
+    QVariantAnimation* m_animation;
+};
+
+} // namespace orvanlite

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <QBasicTimer>
+#include <QLabel>
+
+namespace orvanlite::platform {
+struct Platform;
+}
+
+namespace orvanlite {
+
+/// A text in large type, coloured by an angular gradient that turns once every 6 seconds. It turns only while it is
+/// seen, and stands still where the user has asked for less motion.
+class SidebarTitle final : public QLabel {
+    Q_OBJECT
+
+public:
+    SidebarTitle(const QString& text, const platform::Platform& platform, QWidget* parent);
+
+    [[nodiscard]] bool isTurning() const { return m_timer.isActive(); }
+    [[nodiscard]] QSize minimumSizeHint() const override;
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void timerEvent(QTimerEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
+    void changeEvent(QEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    [[nodiscard]] bool isSeen() const;
+    void startOrStop();
+    void makeMask();
+
+    const platform::Platform& m_platform;
+    QBasicTimer m_timer;
+    QPixmap m_mask;  ///< the text, drawn once
+    QPixmap m_frame; ///< the same in the colours of the moment
+};
+
+} // namespace orvanlite

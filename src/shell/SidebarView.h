@@ -1,0 +1,104 @@
+#pragma once
+
+#include "model/PluginFormat.h"
+
+#include <QPointer>
+#include <QTimer>
+#include <QWidget>
+
+#include <functional>
+#include <optional>
+#include <utility>
+#include <vector>
+
+class QVBoxLayout;
+
+namespace orvanlite::platform {
+struct Platform;
+}
+
+namespace orvanlite {
+
+class ActivityLogManager;
+class FilterBar;
+enum class BulkAction;
+class PluginManagerViewModel;
+class PressButton;
+class SidebarActions;
+struct SidebarFilter;
+class SidebarItemButton;
+class SidebarScrollArea;
+class SidebarSection;
+class StatisticsView;
+class ViewUpdater;
+
+/// The left column of the main window: the filters, what can be done to all that they let through, and what has been
+/// done. It holds no plugins: it reads and sets the state of the view model.
+class SidebarView final : public QWidget {
+    Q_OBJECT
+
+public:
+    /// Starts an operation on all that the filters let through; with a format, only on what is of it.
+    using FormatAction = std::function<void(std::optional<PluginFormat>)>;
+
+    SidebarView(PluginManagerViewModel& viewModel, ActivityLogManager& activityLog,
+                const platform::Platform& platform, FormatAction enableAllForFormat,
+                FormatAction disableAllForFormat, QWidget* parent);
+
+private:
+    [[nodiscard]] QWidget* makeTitle();
+    [[nodiscard]] QWidget* makeColumn();
+    [[nodiscard]] QWidget* makeFormats();
+    void addManufacturers(QVBoxLayout* column);
+    [[nodiscard]] QWidget* makeLowerSections();
+    [[nodiscard]] QWidget* makeScanningRow();
+    [[nodiscard]] SidebarSection* makeSection(const QString& title, const QString& identity, QWidget* parent);
+
+    void render();
+    void renderFormats(const SidebarFilter& filter);
+    void renderPresence(const SidebarFilter& filter);
+    void showBusyState();
+    /// Opens the actions, makes room for them and scrolls to them.
+    void expandActions();
+    void closeSections();
+
+    void clickAllPlugins();
+    void clickFormat(PluginFormat format);
+    void clickManufacturer(const QString& name);
+    void clearFilters();
+    void clearManufacturers();
+    void clearActiveProfile();
+    void confirm(BulkAction action);
+    void perform(BulkAction action);
+
+    [[nodiscard]] SidebarFilter currentFilter() const;
+
+    PluginManagerViewModel& m_viewModel;
+    ActivityLogManager& m_activityLog;
+    const platform::Platform& m_platform;
+    FormatAction m_enableAllForFormat;
+    FormatAction m_disableAllForFormat;
+    bool m_reducesMotion;
+    bool m_areCountsDue = true; ///< the catalogue is another one than at the last look
+    QTimer m_scrollDelay;
+    QPointer<QObject> m_warning; ///< the question that is being asked
+
+    SidebarItemButton* m_allPlugins = nullptr;
+    FilterBar* m_filterBar = nullptr;
+    SidebarSection* m_actionsSection = nullptr;
+    SidebarActions* m_actions = nullptr;
+    SidebarSection* m_formatsSection = nullptr;
+    std::vector<std::pair<PluginFormat, SidebarItemButton*>> m_formats;
+    SidebarSection* m_manufacturersSection = nullptr;
+    PressButton* m_clearManufacturers = nullptr;
+    SidebarItemButton* m_invert = nullptr;
+    QWidget* m_divider = nullptr;
+    SidebarScrollArea* m_column = nullptr;
+    SidebarSection* m_statisticsSection = nullptr;
+    StatisticsView* m_statistics = nullptr;
+    SidebarSection* m_recentSection = nullptr;
+    QWidget* m_scanning = nullptr;
+    ViewUpdater* m_updates;
+};
+
+} // namespace orvanlite

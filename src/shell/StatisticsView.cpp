@@ -1,0 +1,67 @@
+#include "shell/StatisticsView.h"
+
+#include "shell/AppTheme.h"
+#include "shell/TintedLabel.h"
+
+#include <QGridLayout>
+
+namespace orvanlite {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// In line with the titles and the numbers of the rows.
+constexpr int kLeft = 32;
+constexpr int kRight = 12;
+
+QLabel* addRow(QGridLayout* grid, const QString& title, const TintedLabel::Colour& colour)
+{
+    QWidget* parent = grid->parentWidget();
+    const int row = grid->rowCount();
+    auto* label = new TintedLabel(title, &AppTheme::secondary, parent);
+    label->setMinimumWidth(1);
+    auto* number = new TintedLabel(u"0"_s, colour, parent);
+    number->setObjectName(u"statistics"_s + title);
+    QFont strong;
+    strong.setWeight(QFont::DemiBold);
+    number->setFont(strong);
+    grid->addWidget(label, row, 0);
+    grid->addWidget(number, row, 1, Qt::AlignRight);
+    return number;
+}
+
+/// The number, and for readers what it counts.
+void showNumber(QLabel* label, int number, const QString& title)
+{
+    label->setText(QString::number(number));
+    label->setAccessibleName(title + u": "_s + label->text());
+}
+
+} // namespace
+
+StatisticsView::StatisticsView(QWidget* parent)
+    : QWidget(parent)
+{
+    setObjectName(u"statisticsView"_s);
+    auto* grid = new QGridLayout(this);
+    grid->setContentsMargins(kLeft, 0, kRight, AppTheme::kSpace1);
+    grid->setVerticalSpacing(AppTheme::kSpace1);
+    grid->setColumnStretch(0, 1);
+    m_total = addRow(grid, u"Total"_s, &AppTheme::primary);
+    m_enabled = addRow(grid, u"Enabled"_s, [](const QPalette& colours) {
+        return AppTheme::legible(AppTheme::statusEnabled(), colours);
+    });
+    m_disabled = addRow(grid, u"Disabled"_s, [](const QPalette& colours) {
+        return AppTheme::legible(AppTheme::statusDisabled(), colours);
+    });
+}
+
+void StatisticsView::setCounts(int total, int enabled, int disabled)
+{
+    showNumber(m_total, total, u"Total"_s);
+    showNumber(m_enabled, enabled, u"Enabled"_s);
+    showNumber(m_disabled, disabled, u"Disabled"_s);
+}
+
+} // namespace orvanlite

@@ -1,0 +1,52 @@
+#pragma once
+
+#include <QDialog>
+
+class QLabel;
+class QStackedWidget;
+
+namespace orvanlite {
+
+class PressButton;
+class UADCleanupManager;
+class UADPluginListModel;
+class ViewUpdater;
+
+/// The clean-up of UAD demos: working, done, a problem, nothing to do, or the choice. Closing it leaves what runs
+/// running.
+class UADCleanupSheet final : public QDialog {
+    Q_OBJECT
+
+public:
+    UADCleanupSheet(UADCleanupManager& cleanup, bool reducesMotion, QWidget* parent);
+
+    void reject() override;
+
+private:
+    [[nodiscard]] QWidget* makeHeader();
+    [[nodiscard]] QWidget* makeWorking();
+    [[nodiscard]] QWidget* makeComplete();
+    [[nodiscard]] QWidget* makeProblem();
+    [[nodiscard]] QWidget* makeEmpty();
+    [[nodiscard]] QWidget* makeChoosing();
+    [[nodiscard]] QWidget* makeSelectionRow();
+    [[nodiscard]] QWidget* makeFooter();
+    [[nodiscard]] PressButton* makeButton(const QString& text, const QString& iconKey,
+                                          const QString& objectName, QWidget* parent);
+    void render();
+    void renderChoice();
+
+    UADCleanupManager& m_cleanup;
+    bool m_reducesMotion;
+    QStackedWidget* m_states;
+    QLabel* m_disabled = nullptr;
+    QLabel* m_problem = nullptr;
+    PressButton* m_expiredOnly = nullptr;
+    QLabel* m_selected = nullptr;
+    UADPluginListModel* m_list = nullptr;
+    QLabel* m_counts = nullptr;
+    PressButton* m_disable = nullptr;
+    ViewUpdater* m_updates;
+};
+
+} // namespace orvanlite

@@ -1,0 +1,65 @@
+#pragma once
+
+#include "uad/UADPluginAuth.h"
+
+#include <QAbstractListModel>
+#include <QColor>
+#include <QListView>
+
+#include <functional>
+#include <vector>
+
+namespace orvanlite {
+
+class UADCleanupManager;
+
+/// The demos under the headings of their sections.
+class UADPluginListModel final : public QAbstractListModel {
+    Q_OBJECT
+
+public:
+    using Colour = std::function<QColor(const QPalette&)>;
+
+    /// A heading, or an entry below one. What is off already cannot be chosen.
+    struct Row {
+        QString heading; ///< empty for an entry
+        QString iconKey;
+        Colour colour;
+        UADPluginAuth entry;
+    };
+
+    using QAbstractListModel::QAbstractListModel;
+
+    /// The same entries in the same order change in place; any others reset the model.
+    void show(const UADCleanupManager& cleanup);
+    [[nodiscard]] const Row& row(int number) const { return m_rows[static_cast<std::size_t>(number)]; }
+
+    [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
+    [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
+    [[nodiscard]] Qt::ItemFlags flags(const QModelIndex& index) const override;
+
+private:
+    std::vector<Row> m_rows;
+};
+
+/// Shows them; a click anywhere on a row or the space bar chooses or leaves out.
+class UADPluginList final : public QListView {
+    Q_OBJECT
+
+public:
+    UADPluginList(UADPluginListModel& model, QWidget* parent);
+
+Q_SIGNALS:
+    void toggled(const QUuid& id);
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+
+private:
+    void toggle(const QModelIndex& index);
+
+    UADPluginListModel& m_model;
+};
+
+} // namespace orvanlite

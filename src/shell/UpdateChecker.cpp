@@ -1,0 +1,131 @@
+#include "shell/UpdateChecker.h"
+
+#include "model/Json.h"
+#include "platform/FileManager.h"
+#include "platform/MainBundle.h"
+#include "platform/Platform.h"
+#include "shell/UpdateConfiguration.h"
+
+#include <QCoreApplication>
+#include <QMessageAuthenticationCode>
+#include <QNetworkAccessManager>
+#include <QNetworkReply>
+#include <QSysInfo>
+#include <QUrl>
+
+#include <qcoronetworkreply.h>
+
+#include <memory>
+#include <utility>
+
+namespace orvanlite {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// Errors below this one come from the connection, those above from an answer of the server.
+constexpr auto kFirstContentError = QNetworkReply::ContentAccessDenied;
+
+constexpr qint64 kLongestMachineId = 1'024;
+
+QString optionalText(const JsonObject& object, const char* key)
+{
+    return object.has(key) ? object.text(key) : QString();
+}
+
+/// Whether an HTTP answer has come in whole, of whatever status.
+bool isAnswered(const QNetworkReply& reply)
+{
+    const bool connectionFailed =
+        reply.error() != QNetworkReply::NoError && reply.error() < kFirstContentError;
+    return !connectionFailed && reply.attribute(QNetworkRequest::HttpStatusCodeAttribute).isValid();
+}
+
+} // namespace
+
+UpdateService UpdateService::ofThisBuild()
+{
+    return {QStringLiteral(ORV_UPDATE_BASE_URL), QStringLiteral(ORV_UPDATE_DOWNLOAD_URL),
+            QStringLiteral(ORV_UPDATE_TRUSTED_HOSTS).split(u' ', Qt::SkipEmptyParts)};
+}
+
+UpdateChecker& UpdateChecker::shared(const platform::Platform& platform)
+{
+    static UpdateChecker checker(platform, UpdateService::ofThisBuild());
+    return checker;
+}
+
+UpdateChecker::UpdateChecker(const platform::Platform& platform, UpdateService service)
+    : m_platform(platform)
+    , m_service(std::move(service))
+{}
+
+QByteArray UpdateChecker::requestBody() const
+{
+    const QString version =
+        m_platform.mainBundle.infoText(u"CFBundleShortVersionString"_s).value_or(u"0.0.0"_s);
+    nlohmann::ordered_json body;
+    body["app_version"] = toUtf8(version);
+    body["hardware_id"] = toUtf8(hardwareId(m_platform));
+    return writeJson(body);
+}
+
+QCoro::Task<> UpdateChecker::checkForUpdates()
+{
+    QNetworkRequest request(QUrl(m_service.baseUrl + u"/check-update"_s));
+    request.setHeader(QNetworkRequest::ContentTypeHeader, u"application/json"_s);
+    request.setTransferTimeout(static_cast<int>(m_service.timeOut.count()));
+    // The machine's identifier goes to the service and to nobody that it names.
+    request.setAttribute(QNetworkRequest::RedirectPolicyAttribute, QNetworkRequest::SameOriginRedirectPolicy);
+    if (!m_network)
+        m_network = new QNetworkAccessManager(QCoreApplication::instance());
+    const std::unique_ptr<QNetworkReply> reply(m_network->post(request, requestBody()));
+    co_await reply.get();
+    if (isAnswered(*reply))
+        takeOver(reply->readAll());
+}
+
+void UpdateChecker::takeOver(const QByteArray& answer)
+{
+    const std::optional<nlohmann::json> json = parseJson(answer);
+    if (!json)
+        return;
+    try {
+        const JsonObject object(*json);
+        // All are read before any is taken over: an answer counts as a whole.
+        const bool isAvailable = object.has("update_available") && object.boolean("update_available");
+        const QString version = optionalText(object, "latest_version");
+        const QString url = trustedDownloadUrl(optionalText(object, "download_url"));
+        const QString notes = optionalText(object, "release_notes");
+        updateAvailable = isAvailable;
+        latestVersion = version;
+        updateDownloadURL = url;
+        updateReleaseNotes = notes;
+    } catch (const JsonError&) {
+        // Not an answer of this service: nothing is known of updates.
+    }
+}
+
+QString UpdateChecker::trustedDownloadUrl(const QString& url) const
+{
+    // The parsed host alone counts: names in a user part, a path or a longer host say nothing.
+    const QUrl parsed(url, QUrl::StrictMode);
+    return parsed.isValid() && m_service.trustedHosts.contains(parsed.host().toLower())
+               ? url
+               : m_service.defaultDownloadUrl;
+}
+
+QString hardwareId(const platform::Platform& platform)
+{
+    QByteArray machine =
+        platform.files.read(platform.layout.machineIdFile(), kLongestMachineId).value_or(QByteArray());
+    if (machine.isEmpty() && !platform.layout.isSandbox())
+        machine = QSysInfo::machineUniqueId();
+    // Keyed with the application's name, so that nobody can match it with what others send of the machine.
+    return QString::fromLatin1(QMessageAuthenticationCode::hash(
+                                   machine.trimmed(), "com.yourcompany.Orvanlite", QCryptographicHash::Sha256)
+                                   .toHex());
+}
+
+} // namespace orvanlite

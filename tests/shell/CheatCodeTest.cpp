@@ -1,0 +1,134 @@
+#include "shell/CheatCode.h"
+
+#include "support/Fakes.h"
+
+#include <QLineEdit>
+#include <QTest>
+#include <QWindow>
+
+#include <gtest/gtest.h>
+
+namespace orvanlite::test {
+
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+
+/// A window with a focused field, and keys that take the whole way through the window.
+class CheatCodeTest : public testing::Test {
+protected:
+    void SetUp() override
+    {
+        m_field.show();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&m_field));
+        m_field.setFocus();
+    }
+    void TearDown() override { m_clock.advance(20s); } // no timer outlives its test
+
+    void type(const QString& text)
+    {
+        for (const QChar letter : text)
+            QTest::keyClick(m_field.windowHandle(), letter.toLatin1(),
+                            letter.isUpper() ? Qt::ShiftModifier : Qt::NoModifier);
+    }
+
+    FakeClock m_clock;
+    QLineEdit m_field;
+    int m_matches = 0;
+    bool m_wasArmed = true;
+    CheatCode m_code{m_clock,
+                     [this] {
+                         ++m_matches;
+                         m_wasArmed = m_code.cheatCodeArmed();
+                     },
+                     nullptr};
+};
+
+TEST_F(CheatCodeTest, CountsTheLastLettersAndDigits)
+{
+    const struct {
+        QString typed;
+        int matches;
+        QString field; ///< what the focused field got
+    } rows[] = {
+        {u"qeqeqeqe"_s, 1, u"qeqeqeq"_s},
+        {u"QEqeQEqE"_s, 1, u"QEqeQEq"_s},
+        {u"xy1qeqeqeqe"_s, 1, u"xy1qeqeqeq"_s},
+        {u"qeqe-. qeqe"_s, 1, u"qeqe-. qeq"_s}, // neither letters nor digits: as if they were not there
+        {u"qeqexqeqe"_s, 0, u"qeqexqeqe"_s},
+        {u"qeqe7qeqe"_s, 0, u"qeqe7qeqe"_s},
+        {u"qeqeqeqqeqeqeqe"_s, 1, u"qeqeqeqqeqeqeq"_s}, // a wrong key does not begin anew, it slides by
+        {u"qeqeqeqeqe"_s, 1, u"qeqeqeqqe"_s},           // afterwards nothing listens
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(qPrintable(row.typed));
+        m_matches = 0;
+        m_field.clear();
+        m_code.armCheatCode();
+        type(row.typed);
+        EXPECT_EQ(m_matches, row.matches);
+        EXPECT_EQ(m_field.text(), row.field);
+        EXPECT_EQ(m_code.cheatCodeArmed(), row.matches == 0);
+        EXPECT_EQ(m_code.cheatCodeBuffer().isEmpty(), row.matches == 1);
+        m_code.disarmCheatCode();
+    }
+    EXPECT_FALSE(m_wasArmed);
+    m_field.clear();
+    type(u"qeqeqeqe"_s);
+    EXPECT_EQ(m_field.text(), u"qeqeqeqe"_s) << "no filter is left";
+    EXPECT_TRUE(m_code.cheatCodeBuffer().isEmpty());
+}
+
+TEST_F(CheatCodeTest, TakesKeysByTheirText)
+{
+    m_code.armCheatCode();
+    const auto press = [this](const QString& text, Qt::KeyboardModifiers modifiers = {}) {
+        QTest::sendKeyEvent(QTest::Press, m_field.windowHandle(), Qt::Key_unknown, text, modifiers);
+    };
+    press(u"q"_s, Qt::AltModifier);
+    press({});                // a function key, a dead key
+    press(QChar(0x05));       // Ctrl+E
+    press(u"ab"_s);           // two characters
+    press(u"\U0001D5D4"_s);   // one letter, of two units
+    press(u"\u0130"_s);       // one that is two units in lower case
+    press(u"\u0664\u0301"_s); // a digit with a mark
+    EXPECT_EQ(m_code.cheatCodeBuffer(), u"q\U0001D5D4i\u0307\u0664\u0301"_s);
+    type(u"qeqeqe"_s);
+    EXPECT_TRUE(m_code.cheatCodeBuffer().startsWith(u"i\u0307"_s))
+        << "eight characters, whatever their length";
+    m_code.armCheatCode();
+    EXPECT_TRUE(m_code.cheatCodeBuffer().isEmpty());
+    m_code.disarmCheatCode();
+}
+
+TEST_F(CheatCodeTest, ListensForTenSeconds)
+{
+    m_code.armCheatCode();
+    m_clock.advance(9s);
+    type(u"qeqeqeq"_s);
+    m_code.armCheatCode(); // its own ten seconds are cut short by the first ones
+    EXPECT_TRUE(m_code.cheatCodeArmed());
+    m_clock.advance(2s);
+    EXPECT_FALSE(m_code.cheatCodeArmed());
+    m_field.clear();
+    type(u"qeqeqeqe"_s);
+    EXPECT_EQ(m_field.text(), u"qeqeqeqe"_s);
+    EXPECT_EQ(m_matches, 0);
+    m_code.armCheatCode();
+    m_clock.advance(7s);
+    EXPECT_TRUE(m_code.cheatCodeArmed());
+    m_clock.advance(2s);
+    EXPECT_FALSE(m_code.cheatCodeArmed()) << "the second timer is due";
+}
+
+TEST_F(CheatCodeTest, MayDieWhileItListens)
+{
+    auto code = std::make_unique<CheatCode>(
+        m_clock, [this] { ++m_matches; }, nullptr);
+    code->armCheatCode();
+    code.reset();
+    type(u"qeqeqeqe"_s);
+    m_clock.advance(11s);
+    EXPECT_EQ(m_matches, 0);
+}
+
+} // namespace orvanlite::test

@@ -1,0 +1,151 @@
+#include "ShellFixture.h"
+
+#include "shell/CheatCode.h"
+#include "shell/UADCleanupSheet.h"
+
+#include <QAccessible>
+#include <QListView>
+#include <QStackedWidget>
+#include <QWindow>
+
+namespace orvanlite::test {
+
+class UADCleanupSheetTest : public ShellTest {
+protected:
+    UADCleanupSheetTest()
+    {
+        for (const QString& file : {u"VST3/UAD Neve 1073.vst3"_s, u"Components/UAD Neve 1073(m).component"_s,
+                                    u"VST3/UAD API 2500.vst3"_s, u"VST3/UAD Studer A800.vst3"_s,
+                                    u"Disabled/VST3/UAD Pultec.vst3"_s})
+            m_root.addFile(u"/Library/Audio/Plug-Ins/"_s + file, "code");
+    }
+    /// "Reset", and then the keys, as they come to the window.
+    void typeSequence()
+    {
+        QTest::mouseClick(&named<QAbstractButton>(window(), u"resetButton"_s), Qt::LeftButton);
+        testing::internal::CaptureStdout();
+        for (const Qt::Key key :
+             {Qt::Key_Q, Qt::Key_E, Qt::Key_Q, Qt::Key_E, Qt::Key_Q, Qt::Key_E, Qt::Key_Q, Qt::Key_E})
+            QTest::keyClick(window().windowHandle(), key);
+        settle();
+        testing::internal::GetCapturedStdout();
+    }
+    [[nodiscard]] UADCleanupSheet& sheet() { return named<UADCleanupSheet>(window(), u"uadCleanupSheet"_s); }
+    /// Every text of the state that is shown, from top to bottom.
+    [[nodiscard]] QString shown()
+    {
+        QStringList texts;
+        const QWidget* state = sheet().findChild<QStackedWidget*>()->currentWidget();
+        for (const QLabel* label : state->findChildren<QLabel*>()) {
+            if (label->isVisibleTo(&sheet()) && !label->text().isEmpty())
+                texts.append(label->text());
+        }
+        return texts.join(u'|');
+    }
+    /// The list's lines as a reader hears them, with the state of their boxes.
+    [[nodiscard]] QString list()
+    {
+        QStringList lines;
+        const QAbstractItemModel& model = *named<QListView>(sheet(), u"uadPluginList"_s).model();
+        for (int row = 0; row < model.rowCount(); ++row) {
+            const QVariant check = model.index(row, 0).data(Qt::CheckStateRole);
+            const QString mark = !check.isValid()               ? QString()
+                                 : check.toInt() == Qt::Checked ? u"[x] "_s
+                                                                : u"[ ] "_s;
+            lines.append(mark + model.index(row, 0).data(Qt::AccessibleTextRole).toString());
+        }
+        return lines.join(u'|');
+    }
+    void press(const QString& name)
+    {
+        auto& button = named<QAbstractButton>(sheet(), name);
+        button.setFocus();
+        QTest::keyClick(&button, Qt::Key_Space);
+        settle();
+    }
+};
+
+TEST_F(UADCleanupSheetTest, LeadsFromTheKeysToTheDisabledDemos)
+{
+    launch();
+    typeSequence();
+    ASSERT_TRUE(sheet().isVisible());
+    EXPECT_FALSE(static_cast<ContentView*>(window().centralWidget())->cheatCode().cheatCodeArmed());
+    EXPECT_EQ(shown(), u"UAD Meter & Control Panel not found. Please install UAD software first."_s);
+
+    m_root.addFile(
+        u"/Users/tester/Desktop/UADSystemProfile.txt",
+        "UAD-2 Plug-in Authorizations\nUAD Neve 1073: Demo expired\nUAD Studer A800: Authorized\n"
+        "UAD Pultec: Demo expired\nUAD API 2500: Demo (3 days left)\nUAD Moog: Demo not started\n");
+    press(u"cleanupTryAgainButton"_s);
+    EXPECT_EQ(list().toStdString(), "Demo Expired — no longer usable|[x] UAD Neve 1073, Demo Expired"
+                      "|Active Demo — still playable but not owned|[x] UAD API 2500, Demo (3 days left)"
+                      "|Demo Not Started — never owned or trialed|[x] UAD Moog, Demo Not Started"
+                      "|Already disabled|UAD Pultec, Already disabled");
+    EXPECT_EQ(shown(), u"3 selected|1 authorized · 1 already off"_s);
+    press(u"noDemosButton"_s);
+    auto& disable = named<QAbstractButton>(sheet(), u"disableDemosButton"_s);
+    EXPECT_EQ(disable.text(), u"Disable 0 Plugins"_s);
+    EXPECT_FALSE(disable.isEnabled());
+    press(u"expiredOnlyButton"_s);
+    auto& view = named<QListView>(sheet(), u"uadPluginList"_s);
+    view.setFocus();
+    view.setCurrentIndex(view.model()->index(3, 0));
+    QTest::keyClick(&view, Qt::Key_Space);
+    QTest::mouseClick(view.viewport(), Qt::LeftButton, {},
+                      view.visualRect(view.model()->index(7, 0)).center());
+    settle();
+    EXPECT_EQ(disable.text(), u"Disable 2 Plugins"_s) << "what is off already cannot be chosen";
+    press(u"disableDemosButton"_s);
+    ASSERT_TRUE(waitFor([this] { return *m_uadCleanup.cleanupComplete; }));
+    settle();
+    EXPECT_EQ(shown(), u"Cleanup Complete!|3 demo plugins disabled"_s);
+    EXPECT_EQ(m_system.scripts.sources.size(), 1) << "one request for rights";
+    EXPECT_EQ(m_root.names(u"/Library/Audio/Plug-Ins/VST3"), QStringList({u"UAD Studer A800.vst3"_s}));
+    press(u"cleanupDoneButton"_s);
+    EXPECT_FALSE(sheet().isVisible() || *m_uadCleanup.showCleanupSheet);
+
+    typeSequence();
+    press(u"cleanupTryAgainButton"_s);
+    EXPECT_TRUE(list().startsWith(u"Demo Not Started"_s)) << "no plugin of that name is installed";
+    EXPECT_FALSE(named<QAbstractButton>(sheet(), u"expiredOnlyButton"_s).isVisible());
+    QTest::keyClick(&sheet(), Qt::Key_Escape);
+    settle();
+    EXPECT_FALSE(sheet().isVisible() || *m_uadCleanup.showCleanupSheet);
+}
+
+TEST_F(UADCleanupSheetTest, ShowsTheFirstStateThatHolds)
+{
+    launch();
+    m_uadCleanup.isLoading = true;
+    m_uadCleanup.cleanupComplete = true;
+    m_uadCleanup.errorMessage = u"<b>Nothing</b>"_s;
+    m_uadCleanup.disabledCount = 1;
+    m_uadCleanup.showCleanupSheet = true;
+    settle();
+    EXPECT_EQ(sheet().size(), QSize(520, 500));
+    EXPECT_EQ(shown(), u"Analyzing UAD plugin authorizations..."_s);
+    press(u"closeCleanupButton"_s); // what runs goes on
+    EXPECT_TRUE(*m_uadCleanup.isLoading && !*m_uadCleanup.showCleanupSheet);
+    m_uadCleanup.showCleanupSheet = true;
+    m_uadCleanup.isLoading = false;
+    settle();
+    EXPECT_EQ(shown(), u"Cleanup Complete!|1 demo plugin disabled"_s);
+    m_uadCleanup.cleanupComplete = false;
+    settle();
+    EXPECT_EQ(shown(), u"<b>Nothing</b>"_s);
+    press(u"cleanupProblemCancelButton"_s);
+    EXPECT_FALSE(sheet().isVisible());
+    m_uadCleanup.errorMessage.clear();
+    m_uadCleanup.showCleanupSheet = true;
+    settle();
+    EXPECT_EQ(shown(), u"No demo plugins found"_s);
+    for (QWidget* each : sheet().findChildren<QWidget*>()) {
+        if (each->focusPolicy() == Qt::NoFocus || !each->isVisible())
+            continue;
+        EXPECT_FALSE(QAccessible::queryAccessibleInterface(each)->text(QAccessible::Name).isEmpty())
+            << qPrintable(each->objectName());
+    }
+}
+
+} // namespace orvanlite::test
