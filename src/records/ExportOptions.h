@@ -1,0 +1,32 @@
+#pragma once
+
+#include "model/RawValue.h"
+
+namespace orvanlite {
+
+enum class ExportFormat { pdf, csv };
+
+template <>
+struct RawValueTable<ExportFormat> {
+    static constexpr std::array<RawValueRow<ExportFormat>, 2> rows{{
+        {ExportFormat::pdf, u"PDF"},
+        {ExportFormat::csv, u"CSV"},
+    }};
+};
+
+/// What a report is sorted by. The raw value is the column's title too.
+enum class ExportSortOption { name, manufacturer, format, status, version, lastUsed };
+
+template <>
+struct RawValueTable<ExportSortOption> {
+    static constexpr std::array<RawValueRow<ExportSortOption>, 6> rows{{
+        {ExportSortOption::name, u"Name"},
+        {ExportSortOption::manufacturer, u"Manufacturer"},
+        {ExportSortOption::format, u"Format"},
+        {ExportSortOption::status, u"Status"},
+        {ExportSortOption::version, u"Version"},
+        {ExportSortOption::lastUsed, u"Last Used(Est.)"}, // on purpose without a blank
+    }};
+};
+
+} // namespace orvanlite
