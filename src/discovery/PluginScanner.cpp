@@ -1,10 +1,11 @@
 #include "discovery/PluginScanner.h"
 
 #include "discovery/BundleMetadata.h"
-#include "discovery/EntryName.h"
 #include "discovery/Manufacturers.h"
 #include "discovery/WavesScan.h"
 #include "model/Console.h"
+#include "model/EntryName.h"
+#include "model/PluginFolders.h"
 #include "model/TextOrder.h"
 #include "model/Uuid.h"
 #include "platform/FileManager.h"
@@ -24,14 +25,6 @@ constexpr QStringView kUnusedMark = u"Plug-Ins (Unused)";
 void append(AudioPlugins& plugins, AudioPlugins more)
 {
     std::move(more.begin(), more.end(), std::back_inserter(plugins));
-}
-
-/// Whether the lower-case name begins with "waveshell".
-bool isWaveShell(const QString& name)
-{
-    constexpr QStringView shell = u"waveshell";
-    // The first comparison is quick, but folds more than letter case.
-    return name.startsWith(shell, Qt::CaseInsensitive) && name.first(shell.size()).toLower() == shell;
 }
 
 /// Stable: plugins of one name keep the order in which they were found.
@@ -113,12 +106,9 @@ AudioPlugins PluginScanner::scanPluginsForFormat(PluginFormat format) const
 {
     if (format == PluginFormat::wavesBundle)
         return scanWavesBundlePlugins(m_files, m_layout);
-    QStringList folders = systemPaths(format, m_layout);
-    folders.append(m_centralDisabledDirectory + u'/' + rawValue(format));
-    if (format == PluginFormat::aax)
-        folders << m_layout.aaxUnusedDirectory() << m_layout.aaxUnusedDirectoryOfUser();
     AudioPlugins plugins;
-    for (const QString& folder : std::as_const(folders))
+    const QStringList folders = pluginFolders(format, m_layout);
+    for (const QString& folder : folders)
         append(plugins, scanDirectory(folder, format));
     return plugins;
 }
@@ -167,7 +157,7 @@ std::optional<AudioPlugin> PluginScanner::createPluginFromURL(const QString& pat
 {
     AudioPlugin plugin;
     plugin.name = baseName(fileName);
-    if (isWaveShell(plugin.name))
+    if (isPluginContainer(plugin.name))
         return std::nullopt;
     const BundleMetadata metadata(m_files, path);
     plugin.manufacturer = metadata.extractManufacturer();

@@ -1,6 +1,7 @@
 #include "discovery/WavesScan.h"
 
-#include "discovery/EntryName.h"
+#include "model/EntryName.h"
+#include "model/PluginFolders.h"
 #include "model/Uuid.h"
 #include "platform/FileManager.h"
 #include "platform/SystemLayout.h"
@@ -11,7 +12,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr QStringView kVersionFolderPrefix = u"Plug-Ins V";
 constexpr qsizetype kVersionStart = 9; ///< behind "Plug-Ins "
 
 struct VersionFolder {
@@ -55,7 +55,7 @@ AudioPlugins scanWavesBundlePlugins(const platform::FileManager& files, const pl
     const QString root = layout.wavesDirectory();
     for (const platform::DirectoryEntry& entry : listQuietly(files, root)) {
         // The listing's own word decides: a link to a folder is none.
-        if (!entry.name.startsWith(kVersionFolderPrefix) || entry.kind != platform::EntryKind::directory)
+        if (!isWavesVersionFolder(entry.name) || entry.kind != platform::EntryKind::directory)
             continue;
         const QString path = root + u'/' + entry.name;
         const VersionFolder folder{path, entry.name.sliced(kVersionStart)};

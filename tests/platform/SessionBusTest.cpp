@@ -3,6 +3,7 @@
 #include "platform/freedesktop/FreedesktopNotificationCenter.h"
 #include "platform/freedesktop/FreedesktopUserNotifications.h"
 #include "support/Fakes.h"
+#include "support/PrivateBus.h"
 
 #include <gtest/gtest.h>
 
@@ -11,7 +12,6 @@
 #include <QDBusMessage>
 #include <QDBusMetaType>
 #include <QDBusVariant>
-#include <QProcess>
 #include <QTest>
 #include <QThread>
 
@@ -29,35 +29,6 @@ namespace {
 
 const QString kCount = u"com.yourcompany.Orvanlite.pluginCountChanged"_s;
 const QString kLaunch = u"com.yourcompany.Orvanlite.appDidLaunch"_s;
-
-/// A bus of our own that knows no services of this machine.
-class PrivateBus {
-public:
-    PrivateBus()
-    {
-        m_root.addFile(u"/bus.conf",
-                       "<busconfig><type>session</type><listen>unix:dir=" + m_root.path().toUtf8() +
-                           "</listen><policy context=\"default\"><allow send_destination=\"*\"/>"
-                           "<allow eavesdrop=\"true\"/><allow own=\"*\"/></policy></busconfig>");
-        m_daemon.start(u"dbus-daemon"_s,
-                       {u"--nofork"_s, u"--print-address"_s, u"--config-file="_s + m_root.at(u"/bus.conf")});
-        while (!m_daemon.canReadLine() && m_daemon.waitForReadyRead()) {
-        }
-        m_address = QString::fromUtf8(m_daemon.readLine()).trimmed();
-    }
-    ~PrivateBus() { stop(); }
-    void stop()
-    {
-        m_daemon.kill();
-        m_daemon.waitForFinished();
-    }
-    [[nodiscard]] QString address() const { return m_address; }
-
-private:
-    TempRoot m_root;
-    QProcess m_daemon;
-    QString m_address;
-};
 
 /// Another program on the bus.
 class OtherSide {
@@ -77,22 +48,6 @@ public:
 
 public Q_SLOTS:
     void receive(const QDBusMessage& message) { messages.append(message); }
-};
-
-class FakeNotificationService final : public QObject {
-    Q_OBJECT
-    Q_CLASSINFO("D-Bus Interface", "org.freedesktop.Notifications")
-
-public:
-    QStringList shown;
-
-public Q_SLOTS:
-    uint Notify(const QString& application, uint, const QString&, const QString& title, const QString& body,
-                const QStringList&, const QVariantMap&, int)
-    {
-        shown = {application, title, body};
-        return 1;
-    }
 };
 
 /// Lives in a thread of its own: the first question waits for the answer.
@@ -232,7 +187,7 @@ TEST_F(SessionBusTest, ShowsMessagesWithAPlainBody)
     other.bus.registerService(u"org.freedesktop.Notifications"_s);
     FreedesktopUserNotifications(bus).show(u"New <plugins>"_s, u"Drums & Bass"_s);
     ASSERT_TRUE(comesTrue([&] { return !service.shown.isEmpty(); }));
-    EXPECT_EQ(service.shown, (QStringList{u"Orvanlite"_s, u"New <plugins>"_s, u"Drums &amp; Bass"_s}));
+    EXPECT_EQ(service.shown.last(), (QStringList{u"Orvanlite"_s, u"New <plugins>"_s, u"Drums &amp; Bass"_s}));
 }
 
 TEST_F(SessionBusTest, ReadsThePortalsLook)
