@@ -4,6 +4,7 @@
 #include "catalogue/PluginDatabase.h"
 #include "demo/PluginLibrary.h"
 #include "operations/PluginManagerViewModel.h"
+#include "platform/FullDiskAccess.h"
 #include "platform/Platform.h"
 #include "records/ActivityLogManager.h"
 #include "shell/AppDelegate.h"
@@ -74,9 +75,13 @@ int launch(int argc, char** argv, const QString& root)
     PluginDatabase& database = PluginDatabase::shared(platform);
     ActivityLogManager& log = ActivityLogManager::shared(platform);
     laps.print("catalogue and log");
-    const SharedObjects shared{database, log, ProgressWindowManager::shared(platform),
+    const auto diskAccess = platform::makeFullDiskAccess(platform.layout);
+    const SharedObjects shared{database,
+                               log,
+                               ProgressWindowManager::shared(platform),
                                UADCleanupManager::shared(platform, PluginDatabase::shared(platform)),
-                               UpdateChecker::shared(platform)};
+                               UpdateChecker::shared(platform),
+                               *diskAccess};
     AppDelegate delegate(platform, shared);
     delegate.applicationDidFinishLaunching();
     laps.print("window and first page");

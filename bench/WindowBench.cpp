@@ -3,6 +3,7 @@
 
 #include "catalogue/PluginDatabase.h"
 #include "operations/PluginManagerViewModel.h"
+#include "platform/FullDiskAccess.h"
 #include "platform/Platform.h"
 #include "records/ActivityLogManager.h"
 #include "shell/AppDelegate.h"
@@ -24,6 +25,7 @@
 #include <cstdio>
 #include <ctime>
 #include <functional>
+#include <thread>
 #include <vector>
 
 using namespace Qt::StringLiterals;
@@ -101,6 +103,25 @@ void measure(const char* title, const std::function<void(int)>& change)
     report(title, state, whole);
 }
 
+/// The same for the search field, whose reload comes by itself 50 ms behind the letter.
+void measureTyping(const char* title, PluginManagerViewModel& viewModel, const std::function<void()>& prepare)
+{
+    int turn = 0;
+    double state = 0;
+    const double window = medianOf([&] {
+        prepare();
+        settle();
+        viewModel.searchText = u"Plugin 0"_s + QString::number(turn++);
+        std::this_thread::sleep_for(std::chrono::milliseconds(60));
+        const double all = milliseconds(settle);
+        const double own = milliseconds([&] { viewModel.refreshFromDatabase(); });
+        settle();
+        state = std::max(state, own);
+        return all - own;
+    });
+    report(title, state, window);
+}
+
 void measureTitle()
 {
     const std::clock_t before = std::clock();
@@ -118,10 +139,13 @@ int main(int argc, char** argv)
     const auto services = platform::makePlatformServices(platform::SystemLayout::sandbox(root.path()),
                                                          platform::Elevation::none);
     const platform::Platform platform = services->platform();
-    const SharedObjects shared{PluginDatabase::shared(platform), ActivityLogManager::shared(platform),
+    const auto diskAccess = platform::makeFullDiskAccess(platform.layout);
+    const SharedObjects shared{PluginDatabase::shared(platform),
+                               ActivityLogManager::shared(platform),
                                ProgressWindowManager::shared(platform),
                                UADCleanupManager::shared(platform, PluginDatabase::shared(platform)),
-                               UpdateChecker::shared(platform)};
+                               UpdateChecker::shared(platform),
+                               *diskAccess};
     AppDelegate delegate(platform, shared);
     delegate.applicationDidFinishLaunching();
     QTest::qWait(300); // the first scan, of an empty root
@@ -133,10 +157,7 @@ int main(int argc, char** argv)
     settle();
 
     std::printf("%-44s %10s %10s\n", "100,000 plugins, worst and median of 9", "state ms", "window ms");
-    measure("a letter is typed: reload of the first page", [&](int turn) {
-        viewModel.searchText = u"Plugin 0"_s + QString::number(turn);
-        viewModel.refreshFromDatabase();
-    });
+    measureTyping("a letter is typed: reload of the first page", viewModel, [] {});
     viewModel.searchText = QString();
     viewModel.refreshFromDatabase();
     measure("a maker is chosen or left out", [&](int turn) {
@@ -154,13 +175,7 @@ int main(int argc, char** argv)
     auto* table = delegate.window()->findChild<PluginTableView*>(u"pluginTable"_s);
     measure("a scroll by a page with all rows loaded",
             [&](int turn) { table->verticalScrollBar()->setValue(turn * 100'000); });
-    measure("a letter is typed with all rows loaded", [&](int turn) {
-        if (turn > 0)
-            viewModel.loadAllPages();
-        settle();
-        viewModel.searchText = u"Plugin 1"_s + QString::number(turn);
-        viewModel.refreshFromDatabase();
-    });
+    measureTyping("a letter is typed with all rows loaded", viewModel, [&] { viewModel.loadAllPages(); });
     measureTitle();
     return 0;
 }

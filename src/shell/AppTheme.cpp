@@ -113,11 +113,12 @@ QColor legible(const QColor& colour, const QPalette& palette)
     return end;
 }
 
-QColor groundForWhite(const QColor& colour)
+QColor groundForWhite(const QColor& colour, double opacity)
 {
     for (double share = 0; share < 1; share += 0.05) {
         const QColor ground = mixed(colour, Qt::black, share);
-        if (1.05 / (luminance(ground) + 0.05) >= kLegibleContrast)
+        const double ink = luminance(mixed(ground, Qt::white, opacity)) + 0.05;
+        if (ink / (luminance(ground) + 0.05) >= kLegibleContrast)
             return ground;
     }
     return Qt::black;

@@ -50,8 +50,8 @@ namespace AppTheme {
 [[nodiscard]] QColor gray(const QPalette& palette);
 /// The colour, moved as far to black or white as text in it needs for at least 4.5 to 1 on a card of the same tint.
 [[nodiscard]] QColor legible(const QColor& colour, const QPalette& palette);
-/// The colour as a ground for white text: moved as far to black as that needs for at least 4.5 to 1.
-[[nodiscard]] QColor groundForWhite(const QColor& colour);
+/// The colour as a ground for white text of that opacity: moved as far to black as that needs for at least 4.5 to 1.
+[[nodiscard]] QColor groundForWhite(const QColor& colour, double opacity = 1);
 
 /// The palette of the application in light or dark.
 [[nodiscard]] QPalette palette(bool dark, const QColor& accent);

@@ -3,25 +3,34 @@
 #include "operations/Detach.h"
 #include "operations/PluginManagerViewModel.h"
 #include "platform/Appearance.h"
+#include "platform/Defaults.h"
 #include "platform/Platform.h"
 #include "profiles/ProfileManager.h"
 #include "shell/AppTheme.h"
+#include "shell/Banner.h"
 #include "shell/BulkConfirmation.h"
 #include "shell/BulkOperations.h"
 #include "shell/CheatCode.h"
 #include "shell/Dialogs.h"
+#include "shell/FileOpenPanel.h"
+#include "shell/FileSavePanel.h"
 #include "shell/InputGate.h"
 #include "shell/MainContentView.h"
+#include "shell/NewPluginsWorkflow.h"
+#include "shell/OnboardingView.h"
 #include "shell/SharedObjects.h"
 #include "shell/SidebarSplitter.h"
 #include "shell/SidebarView.h"
 #include "shell/UADCleanupSheet.h"
+#include "shell/UpdateBanner.h"
 #include "shell/UpdateChecker.h"
 #include "shell/ViewUpdater.h"
 #include "uad/UADCleanupManager.h"
 
+#include <QApplication>
 #include <QMessageBox>
 #include <QPainter>
+#include <QPointer>
 #include <QTimer>
 #include <QVBoxLayout>
 
@@ -52,14 +61,27 @@ QString bulkWarningMessage(const BulkConfirmation& confirmation)
     return u"You are about to %1 %2 plugins. Are you sure you want to continue?"_s.arg(verb).arg(count);
 }
 
+/// Of all scans only this one leads to the question about what is new.
+QCoro::Task<> scanAtStart(PluginManagerViewModel* viewModel, QPointer<NewPluginsWorkflow> newPlugins)
+{
+    co_await viewModel->scanForPlugins();
+    if (newPlugins)
+        newPlugins->scanEnded();
+}
+
 } // namespace
 
 ContentView::ContentView(const platform::Platform& platform, const SharedObjects& shared, QWidget* parent)
     : QWidget(parent)
     , m_pluginManager(std::make_unique<PluginManagerViewModel>(platform, shared.database, shared.activityLog))
     , m_profileManager(std::make_unique<ProfileManager>(platform))
+    , m_savePanel(std::make_unique<FileSavePanel>(*this, platform.layout.documents))
+    , m_openPanel(std::make_unique<FileOpenPanel>(*this, platform.layout.documents))
     , m_uadCleanup(shared.uadCleanup)
     , m_updateChecker(shared.updateChecker)
+    , m_platform(platform)
+    , m_diskAccess(shared.fullDiskAccess)
+    , m_showingOnboarding(!platform.defaults.standard().value(u"onboardingComplete"_s).toBool())
     , m_bulkConfirmation(std::make_unique<BulkConfirmation>())
     , m_inputGate(std::make_unique<InputGate>(m_pluginManager->isRunningScript))
     , m_cheatCode(new CheatCode(
@@ -89,18 +111,33 @@ SidebarSplitter* ContentView::makeColumns(const platform::Platform& platform, Ac
 {
     PluginManagerViewModel* viewModel = m_pluginManager.get();
     auto* sidebar = new SidebarView(
-        *viewModel, activityLog, platform,
+        *viewModel, activityLog, *m_profileManager, *m_savePanel, *m_openPanel, platform,
         [viewModel](std::optional<PluginFormat> format) { detach(enableAllForFormat(viewModel, format)); },
         [viewModel](std::optional<PluginFormat> format) { detach(disableAllForFormat(viewModel, format)); },
         this);
+    return new SidebarSplitter(sidebar, makeDetailColumn(platform), this);
+}
+
+QWidget* ContentView::makeDetailColumn(const platform::Platform& platform)
+{
+    auto* detail = new QWidget(this);
+    // In the order of Tab.
+    Banner* updateBanner = makeUpdateBanner(m_updateChecker, platform, &QApplication::quit, detail);
+    m_newPlugins = new NewPluginsWorkflow(*m_pluginManager, *m_profileManager, platform.appearance, detail);
     auto* mainContent = new MainContentView(
-        *viewModel, *m_bulkConfirmation, platform,
+        *m_pluginManager, *m_bulkConfirmation, *m_savePanel, platform,
         [this] {
             m_pluginManager->resetView();
             m_cheatCode->armCheatCode();
         },
-        this);
-    return new SidebarSplitter(sidebar, mainContent, this);
+        detail);
+    auto* column = new QVBoxLayout(detail);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(0);
+    column->addWidget(updateBanner);
+    column->addWidget(m_newPlugins->banner());
+    column->addWidget(mainContent, 1);
+    return detail;
 }
 
 ContentView::~ContentView()
@@ -136,8 +173,20 @@ void ContentView::render()
 
 void ContentView::appear()
 {
+    if (m_showingOnboarding)
+        showOnboarding();
     detach(m_updateChecker.checkForUpdates());
-    detach(m_pluginManager->scanForPlugins());
+    detach(scanAtStart(m_pluginManager.get(), m_newPlugins));
+}
+
+void ContentView::showOnboarding()
+{
+    auto* sheet = new OnboardingView(m_platform, m_diskAccess, window());
+    sheet->setAttribute(Qt::WA_DeleteOnClose);
+    // However it is left, it has been seen.
+    connect(sheet, &QDialog::finished, this,
+            [this] { m_platform.defaults.standard().setValue(u"onboardingComplete"_s, true); });
+    sheet->open();
 }
 
 void ContentView::startCleanup()

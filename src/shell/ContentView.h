@@ -7,15 +7,19 @@
 #include <memory>
 
 namespace orvanlite::platform {
+class FullDiskAccess;
 struct Platform;
-}
+} // namespace orvanlite::platform
 
 namespace orvanlite {
 
 class ActivityLogManager;
 class CheatCode;
 class InputGate;
+class NewPluginsWorkflow;
+class OpenPanel;
 class ProfileManager;
+class SavePanel;
 class SidebarSplitter;
 class UADCleanupManager;
 class UADCleanupSheet;
@@ -48,23 +52,32 @@ protected:
     void showEvent(QShowEvent* event) override;
 
 private:
+    /// The banners over the main pane.
+    [[nodiscard]] QWidget* makeDetailColumn(const platform::Platform& platform);
     SidebarSplitter* makeColumns(const platform::Platform& platform, ActivityLogManager& activityLog);
     void appear();
     void showBulkWarning();
     void showErrorAlert();
     /// The hidden key sequence has been typed.
     void startCleanup();
+    void showOnboarding();
     void showCleanupSheet();
 
     void render();
 
     std::unique_ptr<PluginManagerViewModel> m_pluginManager;
     std::unique_ptr<ProfileManager> m_profileManager;
+    std::unique_ptr<SavePanel> m_savePanel;
+    std::unique_ptr<OpenPanel> m_openPanel;
     UADCleanupManager& m_uadCleanup;
     UpdateChecker& m_updateChecker;
+    const platform::Platform& m_platform;
+    platform::FullDiskAccess& m_diskAccess;
+    const bool m_showingOnboarding; ///< as it was when the view was made
     std::unique_ptr<BulkConfirmation> m_bulkConfirmation;
     std::unique_ptr<InputGate> m_inputGate;
     CheatCode* m_cheatCode;
+    NewPluginsWorkflow* m_newPlugins = nullptr;
     SidebarSplitter* m_columns;
     UADCleanupSheet* m_cleanupSheet;
     ViewUpdater* m_updates;

@@ -1,6 +1,7 @@
 #include "shell/GUIApp.h"
 
 #include "catalogue/PluginDatabase.h"
+#include "platform/FullDiskAccess.h"
 #include "platform/Platform.h"
 #include "records/ActivityLogManager.h"
 #include "shell/AppDelegate.h"
@@ -22,10 +23,13 @@ int runGui(int& argc, char** argv)
     const auto services =
         platform::makePlatformServices(platform::SystemLayout::ofThisMachine(), platform::Elevation::ask);
     const platform::Platform platform = services->platform();
-    const SharedObjects shared{PluginDatabase::shared(platform), ActivityLogManager::shared(platform),
+    const auto diskAccess = platform::makeFullDiskAccess(platform.layout);
+    const SharedObjects shared{PluginDatabase::shared(platform),
+                               ActivityLogManager::shared(platform),
                                ProgressWindowManager::shared(platform),
                                UADCleanupManager::shared(platform, PluginDatabase::shared(platform)),
-                               UpdateChecker::shared(platform)};
+                               UpdateChecker::shared(platform),
+                               *diskAccess};
     AppDelegate delegate(platform, shared);
     QMetaObject::invokeMethod(&delegate, &AppDelegate::applicationDidFinishLaunching, Qt::QueuedConnection);
     return QApplication::exec();

@@ -3,11 +3,12 @@
 #include "operations/Detach.h"
 #include "operations/PluginManagerViewModel.h"
 #include "platform/Appearance.h"
-#include "platform/Platform.h"
+#include "records/PDFExporter.h"
 #include "shell/AppTheme.h"
 #include "shell/BulkActionsView.h"
 #include "shell/DragHandle.h"
 #include "shell/EmptyStateView.h"
+#include "shell/ExportPicker.h"
 #include "shell/PluginListView.h"
 #include "shell/PressButton.h"
 #include "shell/PreviewStrip.h"
@@ -44,10 +45,12 @@ QWidget* makeDivider(QWidget* parent)
 } // namespace
 
 MainContentView::MainContentView(PluginManagerViewModel& viewModel, BulkConfirmation& confirmation,
-                                 const platform::Platform& platform, std::function<void()> onResetTapped,
-                                 QWidget* parent)
+                                 SavePanel& savePanel, const platform::Platform& platform,
+                                 std::function<void()> onResetTapped, QWidget* parent)
     : QWidget(parent)
     , m_viewModel(viewModel)
+    , m_savePanel(savePanel)
+    , m_platform(platform)
     , m_onResetTapped(std::move(onResetTapped))
     , m_body(new QStackedWidget(this))
     , m_emptyState(new EmptyStateView(m_body))
@@ -111,7 +114,9 @@ void MainContentView::buildToolRow(QWidget* row)
         if (!*m_viewModel.isRunningScript)
             detach(m_viewModel.scanForPlugins());
     });
-    for (PressButton* action : {scan}) {
+    PressButton* exportButton = addToolButton(layout, u"Export"_s, {});
+    connect(exportButton, &QAbstractButton::clicked, this, &MainContentView::showExportPicker);
+    for (PressButton* action : {scan, exportButton}) {
         action->setTextColour([](const QPalette&) { return AppTheme::actionText(); });
         QFont bold = action->font();
         bold.setWeight(QFont::DemiBold); // helps a colour that is weak on a light ground
@@ -124,6 +129,23 @@ void MainContentView::reset()
     // On purpose twice, here and behind the closure: the button resets whoever listens to it.
     m_viewModel.resetView();
     m_onResetTapped();
+}
+
+void MainContentView::showExportPicker()
+{
+    auto* picker = new ExportPicker(m_exportFormat, m_exportSortOption, m_reducesMotion, window());
+    picker->setAttribute(Qt::WA_DeleteOnClose);
+    connect(picker, &QDialog::accepted, this, &MainContentView::exportPlugins);
+    picker->present();
+}
+
+void MainContentView::exportPlugins()
+{
+    // On purpose all plugins, whatever is searched for, filtered and selected.
+    if (m_exportFormat == ExportFormat::csv)
+        PDFExporter::exportPluginsAsCSV(*m_viewModel.plugins, m_exportSortOption, m_savePanel, m_platform);
+    else
+        PDFExporter::exportPlugins(*m_viewModel.plugins, m_exportSortOption, m_savePanel, m_platform);
 }
 
 void MainContentView::render()

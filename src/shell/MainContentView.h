@@ -1,15 +1,14 @@
 #pragma once
 
+#include "platform/Platform.h"
+#include "records/ExportOptions.h"
+
 #include <QWidget>
 
 #include <functional>
 
 class QHBoxLayout;
 class QStackedWidget;
-
-namespace orvanlite::platform {
-struct Platform;
-}
 
 namespace orvanlite {
 
@@ -20,6 +19,7 @@ class PluginListView;
 class PluginManagerViewModel;
 class PressButton;
 class PreviewStrip;
+class SavePanel;
 class ViewUpdater;
 struct BulkConfirmation;
 
@@ -29,7 +29,7 @@ class MainContentView final : public QWidget {
     Q_OBJECT
 
 public:
-    MainContentView(PluginManagerViewModel& viewModel, BulkConfirmation& confirmation,
+    MainContentView(PluginManagerViewModel& viewModel, BulkConfirmation& confirmation, SavePanel& savePanel,
                     const platform::Platform& platform, std::function<void()> onResetTapped, QWidget* parent);
 
     /// Height of the bulk pane's list, from 80 to 500.
@@ -41,8 +41,12 @@ private:
     void render();
     void reset();
     void resizeBulkPane(double translation);
+    void showExportPicker();
+    void exportPlugins();
 
     PluginManagerViewModel& m_viewModel;
+    SavePanel& m_savePanel;
+    const platform::Platform m_platform;
     const std::function<void()> m_onResetTapped;
     PressButton* m_reset = nullptr;
     PreviewStrip* m_preview = nullptr;
@@ -52,6 +56,8 @@ private:
     DragHandle* m_handle;
     BulkActionsView* m_bulkActions;
     double m_bulkPaneHeight = 200;
+    ExportFormat m_exportFormat = ExportFormat::pdf;
+    ExportSortOption m_exportSortOption = ExportSortOption::name;
     const bool m_reducesMotion;
     ViewUpdater* m_updates;
 };

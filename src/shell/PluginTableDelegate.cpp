@@ -3,6 +3,7 @@
 #include "shell/AppTheme.h"
 #include "shell/Icons.h"
 #include "shell/PluginTableModel.h"
+#include "shell/SwitchPainting.h"
 
 #include <QHeaderView>
 #include <QMouseEvent>
@@ -21,11 +22,6 @@ constexpr int kCellPadding = 10;
 constexpr int kRowInset = 6;
 constexpr double kRowRadius = 6;
 
-constexpr QSize kSwitchSize(36, 20);
-constexpr double kKnobSize = 16;
-constexpr double kKnobTravel = 8; ///< to either side of the middle
-constexpr int kSwitchMilliseconds = 180;
-
 constexpr int kLinkIconSize = 12;
 constexpr int kLinkSpacing = 3;
 constexpr int kBadgeIconSize = 13;
@@ -38,13 +34,6 @@ PluginColumn columnOf(const QModelIndex& index) { return static_cast<PluginColum
 QString textOf(const QModelIndex& index) { return index.data(Qt::DisplayRole).toString(); }
 
 QRect contentRect(const QRect& cell) { return cell.adjusted(kCellPadding, 0, -kCellPadding, 0); }
-
-QColor mix(const QColor& from, const QColor& to, double share)
-{
-    const auto part = [share](float a, float b) { return a + static_cast<float>(share) * (b - a); };
-    return QColor::fromRgbF(part(from.redF(), to.redF()), part(from.greenF(), to.greenF()),
-                            part(from.blueF(), to.blueF()), part(from.alphaF(), to.alphaF()));
-}
 
 PreviewState previewOf(const QModelIndex& index)
 {
@@ -234,17 +223,7 @@ void PluginTableDelegate::paintSwitch(QPainter& painter, const QStyleOptionViewI
 {
     const AudioPlugin& plugin = m_model.plugin(index.row());
     const double position = m_switchPositions.value(plugin.id, plugin.isEnabled ? 1 : 0);
-    const QRectF track = switchRect(option.rect);
-    const QColor off = AppTheme::withOpacity(AppTheme::secondary(option.palette), 0.3);
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(mix(off, AppTheme::switchOn(), position));
-    painter.drawRoundedRect(track, track.height() / 2, track.height() / 2);
-
-    const QPointF middle = track.center() + QPointF(kKnobTravel * (2 * position - 1), 0);
-    painter.setBrush(AppTheme::withOpacity(Qt::black, 0.18));
-    painter.drawEllipse(middle + QPointF(0, 0.8), kKnobSize / 2, kKnobSize / 2);
-    painter.setBrush(Qt::white);
-    painter.drawEllipse(middle, kKnobSize / 2, kKnobSize / 2);
+    drawSwitch(painter, switchRect(option.rect), position, option.palette);
 }
 
 void PluginTableDelegate::paintLink(QPainter& painter, const QStyleOptionViewItem& option,

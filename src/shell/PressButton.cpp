@@ -15,6 +15,7 @@ namespace {
 constexpr int kIconSize = 14;
 constexpr int kIconGap = 3;
 constexpr int kPaddingX = 8;
+constexpr int kCompactPaddingX = 4;
 constexpr int kPaddingY = 5;
 constexpr int kSmallPaddingY = 3;
 constexpr double kCornerRadius = 4;
@@ -68,6 +69,8 @@ void PressButton::animateTo(double scale)
     m_animation->start();
 }
 
+int PressButton::paddingX() const { return m_ground == Ground::compact ? kCompactPaddingX : kPaddingX; }
+
 QSize PressButton::sizeHint() const
 {
     const QFontMetrics metrics = fontMetrics();
@@ -75,7 +78,7 @@ QSize PressButton::sizeHint() const
     int width = text().isEmpty() ? 0 : metrics.horizontalAdvance(text());
     if (!m_iconKey.isEmpty())
         width += kIconSize + (width > 0 ? kIconGap : 0);
-    return {width + 2 * kPaddingX, std::max(metrics.height(), kIconSize) + 2 * paddingY};
+    return {width + 2 * paddingX(), std::max(metrics.height(), kIconSize) + 2 * paddingY};
 }
 
 bool PressButton::event(QEvent* event)
@@ -134,7 +137,7 @@ void PressButton::paintEvent(QPaintEvent* /*event*/)
     painter.scale(m_scale, m_scale);
     painter.translate(-bounds.center());
     const QColor colour = labelColour();
-    QRectF label = bounds.adjusted(kPaddingX, 0, -kPaddingX, 0);
+    QRectF label = bounds.adjusted(paddingX(), 0, -paddingX(), 0);
     if (!m_iconKey.isEmpty()) {
         const QRectF icon(label.left(), label.center().y() - kIconSize / 2.0, kIconSize, kIconSize);
         drawIcon(painter, icon, m_iconKey, colour);

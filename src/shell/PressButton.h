@@ -14,6 +14,7 @@ class PressButton final : public QAbstractButton {
 public:
     enum class Ground {
         none,     ///< bare text; a light ground under the pointer only
+        compact,  ///< like none, with little room around: for several in a row
         accent,   ///< on the accent colour at opacity 0.1
         bordered, ///< a framed ground in the tint, if one is set
     };
@@ -39,6 +40,7 @@ private:
     void animateTo(double scale);
     void paintGround(QPainter& painter) const;
     [[nodiscard]] QColor labelColour() const;
+    [[nodiscard]] int paddingX() const;
 
     QString m_iconKey;
     Ground m_ground;

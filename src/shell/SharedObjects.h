@@ -1,5 +1,9 @@
 #pragma once
 
+namespace orvanlite::platform {
+class FullDiskAccess;
+}
+
 namespace orvanlite {
 
 class ActivityLogManager;
@@ -16,6 +20,7 @@ struct SharedObjects {
     BatchProgress& batchProgress;
     UADCleanupManager& uadCleanup;
     UpdateChecker& updateChecker;
+    platform::FullDiskAccess& fullDiskAccess;
 };
 
 } // namespace orvanlite

@@ -153,6 +153,8 @@ SidebarSection::SidebarSection(const QString& title, const QString& identity, bo
     m_animation->setEasingCurve(QEasingCurve::InOutQuad);
     connect(m_animation, &QVariantAnimation::valueChanged, this,
             [this](const QVariant& value) { setExtent(value.toDouble()); });
+    // An opening that is turned round before its first step changes no value on its way back.
+    connect(m_animation, &QVariantAnimation::finished, this, [this] { setExtent(isOpen() ? 1 : 0); });
     connect(m_header, &QAbstractButton::clicked, this, [this] { setOpen(!isOpen(), true); });
 }
 

@@ -4,14 +4,18 @@
 #include "operations/PluginManagerViewModel.h"
 #include "platform/Appearance.h"
 #include "platform/Platform.h"
+#include "profiles/ProfileManager.h"
 #include "records/ActivityLogManager.h"
 #include "shell/ActivityLogView.h"
 #include "shell/AppTheme.h"
 #include "shell/Dialogs.h"
 #include "shell/FilterBar.h"
 #include "shell/ManufacturerList.h"
+#include "shell/MenuBarLoginItem.h"
+#include "shell/MenuBarSection.h"
 #include "shell/PluginTableModel.h"
 #include "shell/PressButton.h"
+#include "shell/ProfilesSection.h"
 #include "shell/SidebarActions.h"
 #include "shell/SidebarItemButton.h"
 #include "shell/SidebarRules.h"
@@ -71,15 +75,20 @@ bool toggle(Observable<QSet<Member>>& set, const Member& member)
 } // namespace
 
 SidebarView::SidebarView(PluginManagerViewModel& viewModel, ActivityLogManager& activityLog,
+                         ProfileManager& profileManager, SavePanel& savePanel, OpenPanel& openPanel,
                          const platform::Platform& platform, FormatAction enableAllForFormat,
                          FormatAction disableAllForFormat, QWidget* parent)
     : QWidget(parent)
     , m_viewModel(viewModel)
     , m_activityLog(activityLog)
+    , m_profileManager(profileManager)
+    , m_savePanel(savePanel)
+    , m_openPanel(openPanel)
     , m_platform(platform)
     , m_enableAllForFormat(std::move(enableAllForFormat))
     , m_disableAllForFormat(std::move(disableAllForFormat))
     , m_reducesMotion(platform.appearance.reducesMotion())
+    , m_loginItem(std::make_unique<MenuBarLoginItem>(platform))
     , m_updates(new ViewUpdater([this] { render(); }, this))
 {
     setObjectName(u"sidebarView"_s);
@@ -109,11 +118,13 @@ SidebarView::SidebarView(PluginManagerViewModel& viewModel, ActivityLogManager& 
                      viewModel.showAllPlugins, viewModel.activeProfile, viewModel.allManufacturers,
                      viewModel.selectedPlugins, viewModel.consolidatedBulkPlugins, viewModel.displayedPlugins,
                      viewModel.dbTotalCount, viewModel.dbEnabledCount, viewModel.dbDisabledCount,
-                     viewModel.isLoading, activityLog.entries);
+                     viewModel.isLoading, activityLog.entries, profileManager.profiles);
     // A scan holds the event loop from its start to its end: what tells of it must be painted before.
     viewModel.isLoading.observe(this, [this] { showBusyState(); });
     render();
 }
+
+SidebarView::~SidebarView() = default;
 
 QWidget* SidebarView::makeTitle()
 {
@@ -151,6 +162,11 @@ QWidget* SidebarView::makeColumn()
     m_filterBar = new FilterBar(m_reducesMotion, content);
     connect(m_filterBar, &FilterBar::clearClicked, this, &SidebarView::clearFilters);
     column->addWidget(m_filterBar);
+
+    m_profilesSection = makeSection(u"Profiles"_s, u"profiles"_s, content);
+    m_profilesSection->setBody(new ProfilesSection(m_viewModel, m_profileManager, m_platform, m_savePanel,
+                                                   m_openPanel, m_profilesSection));
+    column->addWidget(m_profilesSection);
 
     m_actionsSection = makeSection(u"Actions"_s, u"actions"_s, content);
     m_actions = new SidebarActions(m_reducesMotion, content);
@@ -226,6 +242,8 @@ QWidget* SidebarView::makeLowerSections()
     m_statisticsSection->setBody(m_statistics);
     m_statisticsSection->setOpen(true, false); // the only one that starts open
     column->addWidget(m_statisticsSection);
+    m_menuBarSection = new MenuBarSection(*m_loginItem, m_platform, content);
+    column->addWidget(m_menuBarSection);
     m_recentSection = makeSection(u"Recent Activity"_s, u"recent"_s, content);
     auto* log = new ActivityLogView(m_activityLog, m_platform, m_recentSection);
     log->setContentsMargins(kListInset, 0, kListInset, 0);
@@ -265,6 +283,7 @@ void SidebarView::render()
     m_allPlugins->setSelected(filter.formats.isEmpty() && *m_viewModel.showAllPlugins &&
                               !m_viewModel.activeProfile->has_value());
     m_filterBar->setSummary(filterSummary(filter));
+    m_profilesSection->setCount(QString::number(m_profileManager.profiles->size()));
     m_actions->setFilter(filter);
     renderFormats(filter);
     renderPresence(filter);
@@ -325,8 +344,8 @@ void SidebarView::expandActions()
 
 void SidebarView::closeSections()
 {
-    for (SidebarSection* section :
-         {m_formatsSection, m_manufacturersSection, m_actionsSection, m_statisticsSection, m_recentSection})
+    for (SidebarSection* section : {m_profilesSection, m_formatsSection, m_manufacturersSection,
+                                    m_actionsSection, m_statisticsSection, m_recentSection})
         section->setOpen(false, false);
 }
 

@@ -7,6 +7,7 @@
 #include <QWidget>
 
 #include <functional>
+#include <memory>
 #include <optional>
 #include <utility>
 #include <vector>
@@ -22,8 +23,13 @@ namespace orvanlite {
 class ActivityLogManager;
 class FilterBar;
 enum class BulkAction;
+class OpenPanel;
 class PluginManagerViewModel;
 class PressButton;
+class MenuBarLoginItem;
+class MenuBarSection;
+class ProfileManager;
+class SavePanel;
 class SidebarActions;
 struct SidebarFilter;
 class SidebarItemButton;
@@ -42,8 +48,10 @@ public:
     using FormatAction = std::function<void(std::optional<PluginFormat>)>;
 
     SidebarView(PluginManagerViewModel& viewModel, ActivityLogManager& activityLog,
+                ProfileManager& profileManager, SavePanel& savePanel, OpenPanel& openPanel,
                 const platform::Platform& platform, FormatAction enableAllForFormat,
                 FormatAction disableAllForFormat, QWidget* parent);
+    ~SidebarView() override;
 
 private:
     [[nodiscard]] QWidget* makeTitle();
@@ -75,16 +83,21 @@ private:
 
     PluginManagerViewModel& m_viewModel;
     ActivityLogManager& m_activityLog;
+    ProfileManager& m_profileManager;
+    SavePanel& m_savePanel;
+    OpenPanel& m_openPanel;
     const platform::Platform& m_platform;
     FormatAction m_enableAllForFormat;
     FormatAction m_disableAllForFormat;
     bool m_reducesMotion;
+    std::unique_ptr<MenuBarLoginItem> m_loginItem;
     bool m_areCountsDue = true; ///< the catalogue is another one than at the last look
     QTimer m_scrollDelay;
     QPointer<QObject> m_warning; ///< the question that is being asked
 
     SidebarItemButton* m_allPlugins = nullptr;
     FilterBar* m_filterBar = nullptr;
+    SidebarSection* m_profilesSection = nullptr;
     SidebarSection* m_actionsSection = nullptr;
     SidebarActions* m_actions = nullptr;
     SidebarSection* m_formatsSection = nullptr;
@@ -96,6 +109,7 @@ private:
     SidebarScrollArea* m_column = nullptr;
     SidebarSection* m_statisticsSection = nullptr;
     StatisticsView* m_statistics = nullptr;
+    MenuBarSection* m_menuBarSection = nullptr;
     SidebarSection* m_recentSection = nullptr;
     QWidget* m_scanning = nullptr;
     ViewUpdater* m_updates;

@@ -159,8 +159,8 @@ TEST_F(MainWindowTest, EveryControlHasANameAndAnIdentity)
     }
     EXPECT_EQ(QApplication::focusWidget()->objectName(), u"searchField"_s);
     EXPECT_EQ(stops.join(u' ').toStdString(),
-              "searchField clearSearchButton resetButton scanButton pluginTableHeader pluginTable loadAllButton "
-              "sidebarHandle allPluginsButton actionsHeader formatsHeader statisticsHeader recentHeader");
+              "searchField clearSearchButton resetButton scanButton exportButton pluginTableHeader pluginTable loadAllButton "
+              "sidebarHandle allPluginsButton profilesHeader actionsHeader formatsHeader statisticsHeader launchAtLoginSwitch recentHeader");
 }
 
 TEST(ViewUpdaterTest, RendersOnceForAllChangesOfATurn)

@@ -2,6 +2,7 @@
 
 #include "catalogue/PluginDatabase.h"
 #include "operations/PluginManagerViewModel.h"
+#include "platform/FullDiskAccess.h"
 #include "platform/freedesktop/FreedesktopScriptRunner.h"
 #include "records/ActivityLogManager.h"
 #include "shell/AppDelegate.h"
@@ -37,10 +38,22 @@ Widget& named(const QWidget& window, const QString& objectName)
     return *found;
 }
 
+/// The permission of the whole disk, given and taken by the test.
+class FakeDiskAccess final : public platform::FullDiskAccess {
+public:
+    bool granted = false;
+    [[nodiscard]] bool isGranted() const override { return granted; }
+    [[nodiscard]] QUrl settings() const override { return QUrl(u"settings:privacy"_s); }
+};
+
 /// The whole application on a temporary root, with real files, a real catalogue and a real shell.
 class ShellTest : public testing::Test {
 protected:
-    ShellTest() { m_system.scripts.runner = &m_runner; }
+    ShellTest()
+    {
+        m_system.scripts.runner = &m_runner;
+        m_system.defaults.standardDefaults.values.insert(u"onboardingComplete"_s, true);
+    }
 
     /// What still sleeps comes to its end while its objects are there.
     void TearDown() override { m_system.clock.advance(std::chrono::seconds(11)); }
@@ -108,9 +121,10 @@ protected:
     PluginDatabase m_database{m_system.platform, m_system.layout.applicationFolder() + u"/plugins.db"_s};
     ActivityLogManager m_log{m_system.platform};
     ProgressWindowManager m_progress{m_system.platform};
+    FakeDiskAccess m_diskAccess;
     UADCleanupManager m_uadCleanup{m_system.platform, m_database};
     UpdateChecker m_updateChecker{m_system.platform, {}}; // nobody to ask
-    SharedObjects m_shared{m_database, m_log, m_progress, m_uadCleanup, m_updateChecker};
+    SharedObjects m_shared{m_database, m_log, m_progress, m_uadCleanup, m_updateChecker, m_diskAccess};
     AppDelegate m_delegate{m_system.platform, m_shared};
 };
 

@@ -1,7 +1,10 @@
 #include "ShellFixture.h"
 #include "operations/Detach.h"
 #include "operations/OperationsFixture.h"
+#include "profiles/ProfileManager.h"
 #include "shell/BulkOperations.h"
+#include "shell/FileOpenPanel.h"
+#include "shell/FileSavePanel.h"
 #include "shell/ManufacturerTable.h"
 #include "shell/SidebarButton.h"
 #include "shell/SidebarRules.h"
@@ -29,9 +32,9 @@ protected:
                     detach(operation(&model(), format));
                 };
             };
-            m_sidebar =
-                std::make_unique<SidebarView>(model(), m_log, m_system.platform, start(enableAllForFormat),
-                                              start(disableAllForFormat), nullptr);
+            m_sidebar = std::make_unique<SidebarView>(model(), m_log, m_profiles, m_savePanel, m_openPanel,
+                                                      m_system.platform, start(enableAllForFormat),
+                                                      start(disableAllForFormat), nullptr);
             m_sidebar->resize(250, 700);
             m_sidebar->show();
             m_sidebar->activateWindow();
@@ -107,6 +110,10 @@ protected:
     }
     static bool waitFor(const std::function<bool()>& condition) { return QTest::qWaitFor(condition, 20'000); }
 
+    ProfileManager m_profiles{m_system.platform};
+    QWidget m_host;
+    FileSavePanel m_savePanel{m_host, {}};
+    FileOpenPanel m_openPanel{m_host, {}};
     QStringList m_passed; ///< to the operations on a format
     std::unique_ptr<SidebarView> m_sidebar;
 };
@@ -228,11 +235,12 @@ TEST_F(SidebarTest, ShowsItsRowsFromTopToBottom)
         EXPECT_TRUE(m_sidebar->childAt(place)) << qPrintable(focused()) << " is in view";
         press(Qt::Key_Tab);
     } while (focused() != u"allPluginsButton"_s && stops.size() < 40);
-    EXPECT_EQ(stops.join(u'\n'),
-              u"All Plugins|20\nclearFiltersButton\nActions|\nEnable Filtered|\nDisable Filtered|\n"
-              "Delete Filtered|\nPlugin Formats|\nAudio Units|0\nVST3|10\nVST|0\nAAX|0\nCLAP|10\nWaves|0\n"
-              "Manufacturers|\nclearManufacturersButton\nmanufacturerSearchField\nmanufacturerTable\n"
-              "Statistics|\nRecent Activity|1\nclearActivityButton\nactivityLogList"_s);
+    EXPECT_EQ(
+        stops.join(u'\n'),
+        u"All Plugins|20\nclearFiltersButton\nProfiles|0\nActions|\nEnable Filtered|\nDisable Filtered|\n"
+        "Delete Filtered|\nPlugin Formats|\nAudio Units|0\nVST3|10\nVST|0\nAAX|0\nCLAP|10\nWaves|0\n"
+        "Manufacturers|\nclearManufacturersButton\nmanufacturerSearchField\nmanufacturerTable\n"
+        "Statistics|\nlaunchAtLoginSwitch\nRecent Activity|1\nclearActivityButton\nactivityLogList"_s);
     EXPECT_EQ(at<QLabel>(u"sidebarTitle"_s).text(), u"Orvanlite"_s);
     EXPECT_EQ(at<QLabel>(u"sidebarCaption"_s).text(), u"Audio Plugin Management"_s);
     EXPECT_EQ(at(u"clearFiltersButton"_s).toolTip(), u"Clear all filters"_s);

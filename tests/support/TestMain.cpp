@@ -1,4 +1,6 @@
 #include <QApplication>
+#include <QSettings>
+#include <QTemporaryDir>
 #include <QTemporaryFile>
 
 #include <gtest/gtest.h>
@@ -37,6 +39,9 @@ int main(int argc, char** argv)
     setenv("QT_LOGGING_RULES", "qt.qpa.*=false", 1);
     std::setlocale(LC_ALL, "C.UTF-8");
     qInstallMessageHandler(dropPlatformNoise);
+    // File dialogs keep their history there.
+    const QTemporaryDir settings;
+    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, settings.path());
     testing::InitGoogleTest(&argc, argv);
     const QApplication application(argc, argv);
     QApplication::setStyle(u"Fusion"_s);

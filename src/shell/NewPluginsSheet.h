@@ -1,0 +1,62 @@
+#pragma once
+
+#include "model/Observable.h"
+
+#include <QDialog>
+
+#include <array>
+
+class QLabel;
+class QVBoxLayout;
+
+namespace orvanlite {
+
+class ChipButton;
+class PressButton;
+class ProfileManager;
+class TickList;
+class ViewUpdater;
+struct NewPlugins;
+
+/// Where the user ticks which new plugins come into which profiles. It decides nothing itself: closed by Escape, all
+/// stays pending.
+class NewPluginsSheet final : public QDialog {
+    Q_OBJECT
+
+public:
+    NewPluginsSheet(Observable<NewPlugins>& state, const ProfileManager& profiles, bool reducesMotion,
+                    QWidget* parent);
+
+    /// Opens it at the size of its content.
+    void present();
+
+Q_SIGNALS:
+    void addRequested();
+    void skipRequested();
+
+private:
+    [[nodiscard]] QWidget* makeTitle();
+    [[nodiscard]] QWidget* makeChips();
+    [[nodiscard]] QWidget* makeProfilesHeading();
+    [[nodiscard]] QWidget* makeNote();
+    [[nodiscard]] QWidget* makeButtons(bool reducesMotion);
+    [[nodiscard]] TickList* makeList(const QString& objectName, const QString& name, int largestHeight);
+    void connectControls();
+    void render();
+    void renderChips();
+
+    Observable<NewPlugins>& m_state;
+    const ProfileManager& m_profiles;
+    QLabel* m_explanation;
+    std::array<ChipButton*, 6>
+        m_chips{}; ///< one each for the formats there are, in their order; the rest are hidden
+    TickList* m_pluginList;
+    QLabel* m_selected;
+    PressButton* m_allProfiles = nullptr;
+    TickList* m_profileList;
+    PressButton* m_skip = nullptr;
+    PressButton* m_add = nullptr;
+    ViewUpdater* m_updates;
+};
+
+} // namespace orvanlite

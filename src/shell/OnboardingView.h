@@ -1,0 +1,55 @@
+#pragma once
+
+#include <QDialog>
+
+#include <vector>
+
+class QVariantAnimation;
+
+namespace orvanlite::platform {
+class FullDiskAccess;
+struct Platform;
+} // namespace orvanlite::platform
+
+namespace orvanlite {
+
+class PageDots;
+class PressButton;
+
+/// The sheet of the first start: six pages that explain the product and ask for the one permission. Closing it in
+/// whatever way ends it.
+class OnboardingView final : public QDialog {
+    Q_OBJECT
+
+public:
+    static constexpr int pageCount = 6;
+
+    OnboardingView(const platform::Platform& platform, platform::FullDiskAccess& access, QWidget* parent);
+
+    [[nodiscard]] int currentPage() const { return m_currentPage; }
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+
+private:
+    void addPages(const platform::Platform& platform, platform::FullDiskAccess& access);
+    [[nodiscard]] QWidget* makeButtons();
+    void turnTo(int page);
+    void slide(double share);
+    void showCurrentPage();
+    void renderButtons();
+
+    bool m_reducesMotion;
+    int m_currentPage = 0;
+    int m_previousPage = 0;
+    QWidget* m_region;
+    std::vector<QWidget*> m_pages;
+    PageDots* m_dots;
+    PressButton* m_back = nullptr;
+    PressButton* m_next = nullptr;
+    PressButton* m_start = nullptr;
+    QVariantAnimation* m_slide;
+};
+
+} // namespace orvanlite

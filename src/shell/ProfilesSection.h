@@ -1,0 +1,70 @@
+#pragma once
+
+#include "profiles/PluginProfile.h"
+
+#include <QWidget>
+
+#include <vector>
+
+class QLabel;
+class QVBoxLayout;
+
+namespace orvanlite::platform {
+struct Platform;
+}
+
+namespace orvanlite {
+
+class OpenPanel;
+class PluginManagerViewModel;
+class ProfileManager;
+class ProfileRow;
+class SavePanel;
+class SidebarItemButton;
+class ViewUpdater;
+
+/// The saved profiles, and the ways to a new one: the body of the sidebar's section.
+class ProfilesSection final : public QWidget {
+    Q_OBJECT
+
+public:
+    ProfilesSection(PluginManagerViewModel& viewModel, ProfileManager& profileManager,
+                    const platform::Platform& platform, SavePanel& savePanel, OpenPanel& openPanel,
+                    QWidget* parent);
+
+protected:
+    void changeEvent(QEvent* event) override;
+
+private:
+    ProfileRow* addRow();
+    [[nodiscard]] SidebarItemButton* makeButton(const QString& label, const QString& iconKey,
+                                                const QString& objectName);
+    void render();
+    void renderRows();
+    void saveCurrentState();
+    void createFromSelection();
+    void importDocument();
+    void exportDocument(const PluginProfile& profile);
+    void confirmApply(const PluginProfile& profile);
+    void confirmUpdate(const PluginProfile& profile);
+    void confirmDelete(const PluginProfile& profile);
+    /// A screen reader's action does not come as input that could be kept away.
+    [[nodiscard]] bool isBusy() const;
+
+    PluginManagerViewModel& m_viewModel;
+    ProfileManager& m_profileManager;
+    const platform::Platform& m_platform;
+    SavePanel& m_savePanel;
+    OpenPanel& m_openPanel;
+    bool m_reducesMotion;
+    QVBoxLayout* m_rowColumn;
+    std::vector<ProfileRow*> m_rows; ///< one for each profile, in their order
+    int m_madeRows = 0;
+    QLabel* m_none;
+    SidebarItemButton* m_save;
+    SidebarItemButton* m_fromSelection;
+    SidebarItemButton* m_import;
+    ViewUpdater* m_updates;
+};
+
+} // namespace orvanlite

@@ -1,0 +1,73 @@
+#pragma once
+
+#include <QAbstractListModel>
+#include <QListView>
+#include <QUuid>
+
+#include <vector>
+
+namespace orvanlite {
+
+/// A line with a check box.
+struct TickRow {
+    QUuid id;
+    QString name;
+    QString badge;  ///< may be empty
+    QString remark; ///< at the right end; may be empty
+    bool isTicked = false;
+
+    bool operator==(const TickRow&) const = default;
+};
+
+class TickListModel final : public QAbstractListModel {
+    Q_OBJECT
+
+public:
+    using QAbstractListModel::QAbstractListModel;
+
+    /// The same ids in the same order change in place; any others reset the model.
+    void setRows(std::vector<TickRow> rows);
+    [[nodiscard]] const TickRow& row(int number) const { return m_rows[static_cast<std::size_t>(number)]; }
+
+    [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
+    [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
+    [[nodiscard]] Qt::ItemFlags flags(const QModelIndex& index) const override;
+
+private:
+    std::vector<TickRow> m_rows;
+};
+
+/// Check rows on a card that is as high as they are up to a limit, and scrolls then. A click anywhere on a row or the
+/// space bar asks for its change; the owner sets the rows anew.
+class TickList final : public QListView {
+    Q_OBJECT
+
+public:
+    TickList(int largestHeight, QWidget* parent);
+
+    void setRows(std::vector<TickRow> rows);
+    [[nodiscard]] bool showsFocus(const QModelIndex& index) const;
+
+    [[nodiscard]] QSize sizeHint() const override;
+    [[nodiscard]] QSize minimumSizeHint() const override;
+
+Q_SIGNALS:
+    void toggled(int row);
+
+protected:
+    bool event(QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+
+private:
+    [[nodiscard]] int heightOf(int rows) const;
+    void showKeyboardFocus(bool shows);
+
+    const int m_largestHeight;
+    TickListModel m_model;
+    bool m_showsFocus = true; ///< not after a click
+};
+
+} // namespace orvanlite

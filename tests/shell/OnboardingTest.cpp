@@ -1,0 +1,121 @@
+#include "ShellFixture.h"
+
+#include "shell/OnboardingIllustration.h"
+#include "shell/OnboardingView.h"
+
+namespace orvanlite::test {
+
+class OnboardingTest : public ShellTest {
+protected:
+    OnboardingTest() { m_system.defaults.standardDefaults.values.remove(u"onboardingComplete"_s); }
+
+    [[nodiscard]] OnboardingView& sheet() { return named<OnboardingView>(window(), u"onboardingView"_s); }
+    [[nodiscard]] bool isComplete()
+    {
+        return m_system.defaults.standardDefaults.value(u"onboardingComplete"_s).toBool();
+    }
+    void press(const QString& button)
+    {
+        auto& control = named<QAbstractButton>(sheet(), button);
+        ASSERT_TRUE(control.isVisible());
+        control.setFocus();
+        QTest::keyClick(&control, Qt::Key_Space);
+        EXPECT_TRUE(waitFor([this] { return shownPages() == 1; })); // the slide has ended
+    }
+    [[nodiscard]] int shownPages() { return static_cast<int>(visible<QLabel>(u"onboardingTitle"_s).size()); }
+    /// Title and description of the page in sight.
+    [[nodiscard]] QString page()
+    {
+        const auto titles = visible<QLabel>(u"onboardingTitle"_s);
+        const auto texts = visible<QLabel>(u"onboardingDescription"_s);
+        return titles.size() == 1 ? titles.front()->text() + u'|' + texts.front()->text() : u"not one page"_s;
+    }
+    template <typename Widget>
+    [[nodiscard]] QList<Widget*> visible(const QString& name)
+    {
+        QList<Widget*> all = sheet().findChildren<Widget*>(name);
+        all.removeIf([](Widget* each) { return !each->isVisible(); });
+        return all;
+    }
+    [[nodiscard]] bool has(const QString& button) { return !visible<QAbstractButton>(button).isEmpty(); }
+    /// How many pictures are in motion.
+    [[nodiscard]] int moving()
+    {
+        int count = 0;
+        for (QWidget* each : sheet().findChildren<QWidget*>()) {
+            const auto* picture = dynamic_cast<OnboardingIllustration*>(each);
+            count += picture && picture->isRunning() ? 1 : 0;
+        }
+        return count;
+    }
+};
+
+TEST_F(OnboardingTest, LeadsThroughSixPagesOnce)
+{
+    launch();
+    const char* titles[] = {
+        "Welcome to Orvanlite|The all-in-one audio plugin manager for macOS. ",
+        "Enable & Disable Plugins|Toggle any plugin on or off",
+        "Profiles|Save your plugin setup as a profile.",
+        "Select Mode|Tap \"Select\" to enter Select Mode.",
+        "You're in Control|Nothing is permanently deleted unless you choose it.",
+        "One Permission Needed|Orvanlite needs Full Disk Access to enable, disable, and delete plugins "
+        "in system folders."};
+    for (int number = 0; number < OnboardingView::pageCount; ++number) {
+        SCOPED_TRACE(titles[number]);
+        EXPECT_TRUE(page().startsWith(QString::fromUtf8(titles[number]))) << qPrintable(page());
+        EXPECT_EQ(has(u"onboardingBackButton"_s), number > 0);
+        EXPECT_EQ(has(u"onboardingNextButton"_s), number < 5);
+        EXPECT_EQ(has(u"onboardingStartButton"_s), number == 5);
+        EXPECT_EQ(moving(), 1) << "only the picture in sight moves";
+        if (number < 5)
+            press(u"onboardingNextButton"_s);
+    }
+    QTest::keyClick(&sheet(), Qt::Key_Left);
+    EXPECT_TRUE(waitFor([this] { return page().startsWith(u"You're in Control"_s); }));
+    EXPECT_FALSE(isComplete());
+    QTest::keyClick(&sheet(), Qt::Key_Escape);
+    EXPECT_TRUE(isComplete()) << "any way of leaving it counts, from any page";
+    settle();
+    window().close();
+
+    AppDelegate second(m_system.platform, m_shared);
+    testing::internal::CaptureStdout();
+    second.applicationDidFinishLaunching();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(second.window()));
+    settle();
+    testing::internal::GetCapturedStdout();
+    EXPECT_EQ(second.window()->findChild<QDialog*>(u"onboardingView"_s), nullptr);
+}
+
+TEST_F(OnboardingTest, LooksForTheAccessWhileItsPageIsInSight)
+{
+    launch();
+    for (int number = 0; number < 5; ++number)
+        press(u"onboardingNextButton"_s);
+    press(u"openSettingsButton"_s);
+    EXPECT_EQ(m_system.workspace.opened, std::vector<QUrl>{QUrl(u"settings:privacy"_s)});
+    const auto afterTwoSeconds = [this](bool granted) {
+        m_diskAccess.granted = granted;
+        m_system.clock.advance(std::chrono::milliseconds(1'999));
+        const QString before = page();
+        m_system.clock.advance(std::chrono::milliseconds(1));
+        return before.section(u'|', 0, 0) + u" > "_s + page();
+    };
+    EXPECT_EQ(afterTwoSeconds(true).toStdString(),
+              "One Permission Needed > You're All Set!|Full Disk Access granted. "
+              "Orvanlite can now manage your plugins freely.");
+    EXPECT_FALSE(has(u"openSettingsButton"_s) || !visible<QLabel>(u"settingsPathLabel"_s).isEmpty());
+    EXPECT_TRUE(afterTwoSeconds(false).startsWith(u"You're All Set! > One Permission Needed"_s))
+        << "either way";
+    press(u"onboardingBackButton"_s);
+    m_diskAccess.granted = true;
+    m_system.clock.advance(std::chrono::seconds(4));
+    press(u"onboardingNextButton"_s);
+    EXPECT_TRUE(page().startsWith(u"You're All Set!"_s)) << "it looks at once when it comes";
+    QTest::keyClick(&sheet(), Qt::Key_Return);
+    EXPECT_TRUE(isComplete());
+    settle();
+}
+
+} // namespace orvanlite::test

@@ -1,0 +1,199 @@
+#include "ShellFixture.h"
+
+#include "profiles/ProfileManager.h"
+#include "shell/ProfileRow.h"
+
+#include <QAccessible>
+#include <QFileDialog>
+#include <QMessageBox>
+
+namespace orvanlite::test {
+
+class ProfilesSectionTest : public ShellTest {
+protected:
+    void launchWith(int count)
+    {
+        addPlugins(count);
+        launch();
+        named<QAbstractButton>(window(), u"profilesHeader"_s).click();
+        waitFor([this] { return named<QWidget>(window(), u"saveProfileButton"_s).isVisible(); });
+    }
+    [[nodiscard]] ProfileManager& profiles()
+    {
+        return static_cast<ContentView*>(window().centralWidget())->profileManager();
+    }
+    /// By keyboard, as all that follows.
+    void press(const QString& name)
+    {
+        auto& button = named<QAbstractButton>(window(), name);
+        button.setFocus();
+        QTest::keyClick(&button, Qt::Key_Space);
+        settle();
+    }
+    void answer(const QString& dialog, const QString& title, const QString& message, const QString& action,
+                const QString& name = {})
+    {
+        auto& box = named<QDialog>(window(), dialog);
+        EXPECT_EQ(box.windowTitle(), title);
+        QStringList texts;
+        for (const QLabel* label : box.findChildren<QLabel*>())
+            texts.append(label->text());
+        EXPECT_TRUE(texts.contains(message)) << qPrintable(texts.join(u'|'));
+        auto& confirm = named<QAbstractButton>(box, u"confirmButton"_s);
+        EXPECT_EQ(confirm.text().remove(u'&'), action);
+        EXPECT_EQ(named<QAbstractButton>(box, u"cancelButton"_s).text().remove(u'&'), u"Cancel"_s);
+        if (auto* field = box.findChild<QLineEdit*>(u"textField"_s)) {
+            EXPECT_FALSE(confirm.isEnabled()) << "without a name";
+            EXPECT_EQ(field->placeholderText(), u"Profile name"_s);
+            QTest::keyClicks(field, name);
+            QTest::keyClick(field, Qt::Key_Return);
+        } else {
+            QTest::mouseClick(&confirm, Qt::LeftButton);
+        }
+        waitFor([this] { return !*viewModel().isRunningScript; });
+        settle();
+    }
+    void save(const QString& name)
+    {
+        press(u"saveProfileButton"_s);
+        answer(u"saveProfileDialog"_s, u"Save Profile"_s,
+               u"Save the current enabled/disabled state of all plugins as a profile."_s, u"Save"_s, name);
+    }
+    /// The rows as a reader hears them; the previewed one is marked.
+    [[nodiscard]] std::string rows()
+    {
+        QStringList lines;
+        for (ProfileRow* row : window().findChildren<ProfileRow*>()) {
+            if (!row->isVisible())
+                continue;
+            const QAccessibleInterface* spoken = QAccessible::queryAccessibleInterface(row);
+            EXPECT_EQ(spoken->role(), QAccessible::ListItem);
+            lines.append((spoken->state().selected ? u"> "_s : QString()) + spoken->text(QAccessible::Name) +
+                         u": "_s + spoken->text(QAccessible::Description));
+        }
+        return lines.join(u'|').toStdString();
+    }
+    void toggle(int row)
+    {
+        clickSwitch(row);
+        waitFor([this] { return !*viewModel().isRunningScript; });
+        settle();
+    }
+};
+
+TEST_F(ProfilesSectionTest, SavesPreviewsAndApplies)
+{
+    launchWith(4);
+    EXPECT_TRUE(named<QLabel>(window(), u"noProfilesLabel"_s).isVisible());
+    save(u"Mixing"_s);
+    save(u"<b>&Mastering"_s);
+    EXPECT_EQ(rows(), "Mixing: Up to date|<b>&Mastering: Up to date");
+    EXPECT_FALSE(named<QLabel>(window(), u"noProfilesLabel"_s).isVisible());
+    toggle(0);
+    EXPECT_EQ(rows(), "Mixing: 1 change to apply|<b>&Mastering: 1 change to apply");
+    toggle(1);
+    press(u"profileRow1"_s);
+    EXPECT_EQ(rows(), "Mixing: 2 changes to apply|> <b>&Mastering: 2 changes to apply");
+    EXPECT_EQ(shownNames(), QStringList({u"Plugin 0000"_s, u"Plugin 0001"_s}));
+    press(u"profileRow0"_s);
+    EXPECT_EQ(rows(), "> Mixing: 2 changes to apply|<b>&Mastering: 2 changes to apply");
+    press(u"profileRow0"_s);
+    EXPECT_FALSE(viewModel().activeProfile->has_value() || *viewModel().showAllPlugins)
+        << "a second click ends it";
+
+    const auto scripts = m_system.scripts.sources.size();
+    press(u"profileRow0Apply"_s);
+    answer(u"applyProfileDialog"_s, u"Apply Profile?"_s,
+           u"Applying \"Mixing\" will enable 2 and disable 0 plugins."_s, u"Apply"_s);
+    EXPECT_EQ(m_system.scripts.sources.size(), scripts + 1) << "one request for rights";
+    EXPECT_EQ(rows(), "Mixing: Up to date|<b>&Mastering: Up to date");
+    EXPECT_EQ(m_root.names(u"/Library/Audio/Plug-Ins/VST3").size(), 4);
+    press(u"profileRow0Apply"_s);
+    answer(u"applyProfileDialog"_s, u"Apply Profile?"_s,
+           u"Applying \"Mixing\" will enable 0 and disable 0 plugins."_s, u"Apply"_s);
+    EXPECT_EQ(m_system.scripts.sources.size(), scripts + 1) << "nothing to do asks for nothing";
+}
+
+TEST_F(ProfilesSectionTest, UpdatesAndDeletes)
+{
+    launchWith(3);
+    save(u"One"_s);
+    save(u"Two"_s);
+    save(u"Three"_s);
+    toggle(0);
+    press(u"profileRow1"_s);
+    press(u"profileRow1Update"_s);
+    answer(u"updateProfileDialog"_s, u"Update Profile?"_s,
+           u"Overwrite \"Two\" with the current plugin state?"_s, u"Update"_s);
+    EXPECT_EQ(rows(), "One: 1 change to apply|> Two: Up to date|Three: 1 change to apply");
+    EXPECT_TRUE(shownNames().isEmpty()) << "the preview compares with the new sets";
+    press(u"profileRow1Delete"_s);
+    auto& box = named<QDialog>(window(), u"deleteProfileDialog"_s);
+    QTest::keyClick(&box, Qt::Key_Escape);
+    settle();
+    EXPECT_EQ(profiles().profiles->size(), 3U);
+    window().activateWindow();
+    press(u"profileRow1Delete"_s);
+    answer(u"deleteProfileDialog"_s, u"Delete Profile?"_s, u"Are you sure you want to delete \"Two\"?"_s,
+           u"Delete"_s);
+    EXPECT_EQ(rows(), "One: 1 change to apply|Three: 1 change to apply");
+    EXPECT_FALSE(viewModel().activeProfile->has_value() || *viewModel().showAllPlugins);
+    EXPECT_EQ(window().focusWidget()->objectName(), u"profileRow2"_s) << "the neighbour has the focus";
+    ProfileManager again(m_system.platform);
+    EXPECT_EQ(again.profiles->size(), 2U) << "the file says the same";
+}
+
+TEST_F(ProfilesSectionTest, MakesAProfileOfTheSelection)
+{
+    launchWith(3);
+    auto& button = named<QAbstractButton>(window(), u"profileFromSelectionButton"_s);
+    EXPECT_FALSE(button.isVisible());
+    table().selectRow(1);
+    settle();
+    ASSERT_TRUE(button.isVisible());
+    press(u"profileFromSelectionButton"_s);
+    answer(
+        u"profileFromSelectionDialog"_s, u"Create Profile from Selection"_s,
+        u"The 1 selected plugins will be marked as enabled. All other plugins will be disabled in this profile."_s,
+        u"Create"_s, u"Solo"_s);
+    EXPECT_EQ(rows(), "Solo: 2 changes to apply");
+    EXPECT_EQ(profiles().profiles->front().enabledPlugins, QSet<QString>{u"Plugin 0001|VST3"_s});
+}
+
+TEST_F(ProfilesSectionTest, GoesThroughADocument)
+{
+    launchWith(2);
+    save(u"Mixing"_s);
+    const QString path = m_root.at(u"/Users/tester/Mixing.json");
+    press(u"profileRow0Export"_s);
+    auto& savePanel = named<QFileDialog>(window(), u"savePanel"_s);
+    EXPECT_EQ(QFileInfo(savePanel.selectedFiles().value(0)).completeBaseName(), u"Mixing"_s);
+    Q_EMIT savePanel.fileSelected(path);
+    delete &savePanel;
+    ASSERT_TRUE(m_root.exists(u"/Users/tester/Mixing.json"));
+    const auto import = [this](const QString& file) {
+        press(u"importProfileButton"_s);
+        auto& openPanel = named<QFileDialog>(window(), u"openPanel"_s);
+        testing::internal::CaptureStdout();
+        Q_EMIT openPanel.fileSelected(file);
+        const QString printed = QString::fromStdString(testing::internal::GetCapturedStdout());
+        delete &openPanel;
+        settle();
+        return printed;
+    };
+    EXPECT_EQ(import(path), QString());
+    EXPECT_EQ(rows(), "Mixing: Up to date|Mixing: Up to date");
+    const PluginProfiles& both = *profiles().profiles;
+    EXPECT_NE(both[0].id, both[1].id);
+    EXPECT_EQ(both[0].createdAt, both[1].createdAt);
+    m_root.addFile(u"/Users/tester/Mixing.json", "[]");
+    EXPECT_TRUE(import(path).startsWith(u"Failed to import profile: "_s));
+    EXPECT_EQ(profiles().profiles->size(), 2U);
+    // Each button tells whose it is.
+    const auto& export1 = named<QAbstractButton>(window(), u"profileRow1Export"_s);
+    EXPECT_EQ(export1.accessibleName() + u", "_s + export1.accessibleDescription(),
+              u"Export profile, Mixing"_s);
+    EXPECT_EQ(export1.toolTip(), u"Export profile"_s);
+}
+
+} // namespace orvanlite::test
