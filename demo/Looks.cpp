@@ -2,13 +2,16 @@
 
 #include "demo/DemoAppearance.h"
 #include "operations/PluginManagerViewModel.h"
+#include "platform/FullDiskAccess.h"
 #include "shell/MainWindow.h"
+#include "shell/OnboardingView.h"
 #include "shell/PluginTableView.h"
 
 #include <QAbstractButton>
 #include <QDialog>
 #include <QLineEdit>
 #include <QTest>
+#include <QWindow>
 
 namespace orvanlite::demo {
 
@@ -20,10 +23,20 @@ namespace {
 constexpr int kRest = 450;
 constexpr QSize kWindowSize(1200, 800);
 
+/// The permission that the last page of the first start waits for.
+class DiskAccess final : public platform::FullDiskAccess {
+public:
+    bool granted = false;
+    [[nodiscard]] bool isGranted() const override { return granted; }
+    [[nodiscard]] QUrl settings() const override { return {}; }
+};
+
 } // namespace
 
-Looks::Looks(MainWindow& window, DemoAppearance& appearance, const QString& outputFolder)
+Looks::Looks(MainWindow& window, const platform::Platform& platform, DemoAppearance& appearance,
+             const QString& outputFolder)
     : Stage(window, outputFolder)
+    , m_platform(platform)
     , m_appearance(appearance)
 {}
 
@@ -66,6 +79,8 @@ void Looks::regions(const QString& look)
     sidebar();
     dialogs();
     bulkPane();
+    cleanUp();
+    onboarding();
 }
 
 void Looks::sidebar()
@@ -119,6 +134,33 @@ void Looks::bulkPane()
     click(u"disableSelectedButton"_s);
     picture(u"bulk-question"_s);
     leave();
+}
+
+void Looks::cleanUp()
+{
+    for (const Qt::Key key :
+         {Qt::Key_Q, Qt::Key_E, Qt::Key_Q, Qt::Key_E, Qt::Key_Q, Qt::Key_E, Qt::Key_Q, Qt::Key_E})
+        QTest::keyClick(m_window.windowHandle(), key);
+    picture(u"clean-up-problem"_s);
+    click(u"cleanupTryAgainButton"_s);
+    picture(u"clean-up"_s);
+    leave();
+}
+
+void Looks::onboarding()
+{
+    DiskAccess access;
+    OnboardingView sheet(m_platform, access, &m_window);
+    sheet.open();
+    for (int page = 0; page < OnboardingView::pageCount; ++page) {
+        QTest::qWait(4 * kRest); // the pictures are in motion
+        picture(u"onboarding-%1"_s.arg(page));
+        QTest::keyClick(&sheet, Qt::Key_Right);
+    }
+    access.granted = true;
+    QTest::qWait(2'200);
+    picture(u"onboarding-granted"_s);
+    sheet.reject();
 }
 
 void Looks::open(const QString& section)

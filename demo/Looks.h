@@ -2,6 +2,10 @@
 
 #include "demo/Stage.h"
 
+namespace orvanlite::platform {
+struct Platform;
+}
+
 namespace orvanlite::demo {
 
 class DemoAppearance;
@@ -10,7 +14,8 @@ class DemoAppearance;
 class Looks final : public Stage {
 public:
     /// The pictures of the two are named "light-..." and "dark-...".
-    Looks(MainWindow& window, DemoAppearance& appearance, const QString& outputFolder);
+    Looks(MainWindow& window, const platform::Platform& platform, DemoAppearance& appearance,
+          const QString& outputFolder);
 
     /// True when every picture could be made.
     bool run();
@@ -21,11 +26,14 @@ private:
     void sidebar();
     void dialogs();
     void bulkPane();
+    void cleanUp();
+    void onboarding();
     /// Back to the window as it is after "Reset".
     void leave();
     void open(const QString& section);
     void picture(const QString& name);
 
+    const platform::Platform& m_platform;
     DemoAppearance& m_appearance;
     QString m_look;
 };

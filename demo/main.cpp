@@ -4,9 +4,12 @@
 #include "demo/PluginLibrary.h"
 #include "demo/Walk.h"
 #include "model/Console.h"
+#include "platform/Defaults.h"
 #include "platform/FileManager.h"
+#include "platform/FullDiskAccess.h"
 #include "platform/MainBundle.h"
 #include "platform/Platform.h"
+#include "platform/Workspace.h"
 #include "records/ActivityLogManager.h"
 #include "shell/AppDelegate.h"
 #include "shell/MainWindow.h"
@@ -17,6 +20,7 @@
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QDir>
+#include <QSettings>
 
 #include <cstdio>
 #include <cstdlib>
@@ -66,8 +70,29 @@ platform::SystemLayout makeSandbox(const QString& folder)
     return layout;
 }
 
-platform::Platform withDemoParts(const platform::Platform& platform, platform::Appearance& appearance,
-                                 platform::MainBundle& bundle)
+/// Opens nothing but pages, through the sandbox's own tool: the helper agent of the bundle knows no sandbox.
+class DemoWorkspace final : public platform::Workspace {
+public:
+    explicit DemoWorkspace(platform::Workspace& real)
+        : m_real(real)
+    {}
+    bool open(const QUrl& url) override { return m_real.open(url); }
+    [[nodiscard]] std::vector<platform::RunningApplication> runningApplications() const override
+    {
+        return {};
+    }
+    void openApplication(const QString& bundlePath) override
+    {
+        printLine(u"The demo does not start "_s + bundlePath);
+    }
+    void terminate(const platform::RunningApplication& /*application*/) override {}
+
+private:
+    platform::Workspace& m_real;
+};
+
+platform::Platform withDemoParts(const platform::Platform& platform, platform::Workspace& workspace,
+                                 platform::Appearance& appearance, platform::MainBundle& bundle)
 {
     return {platform.layout,
             platform.files,
@@ -76,7 +101,7 @@ platform::Platform withDemoParts(const platform::Platform& platform, platform::A
             platform.defaults,
             platform.notifications,
             platform.loginItems,
-            platform.workspace,
+            workspace,
             bundle,
             appearance,
             platform.userNotifications,
@@ -97,28 +122,36 @@ int main(int argc, char** argv)
     const QCommandLineOption folder(u"folder"_s, u"Where the sandbox and the screenshots lie."_s, u"folder"_s,
                                     QCoreApplication::applicationDirPath() + u"/demo"_s);
     const QCommandLineOption dark(u"dark"_s, u"Start in dark colours."_s);
+    const QCommandLineOption onboarding(u"onboarding"_s, u"Show the sheet of the first start."_s);
     const QCommandLineOption looks(u"looks"_s, u"Leave pictures of every region, and end."_s);
-    options.addOptions({walks, looks, folder, dark});
+    options.addOptions({walks, looks, onboarding, folder, dark});
     options.process(application);
 
     const QString output = QDir(options.value(folder)).absolutePath();
     QDir().mkpath(output);
     const platform::SystemLayout layout = makeSandbox(output);
     const auto services = platform::makePlatformServices(layout, platform::Elevation::none);
+    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope,
+                       layout.configuration); // of file dialogs
     demo::DemoAppearance appearance(options.isSet(dark) ? std::optional(true) : std::nullopt);
     // The demo stands beside the application's bundle, not in it.
     platform::MainBundle bundle(services->platform().files,
                                 QCoreApplication::applicationDirPath() +
                                     u"/Orvanlite.app/Contents/MacOS/plugin-manager"_s);
-    const platform::Platform platform = withDemoParts(services->platform(), appearance, bundle);
-    const SharedObjects shared{PluginDatabase::shared(platform), ActivityLogManager::shared(platform),
+    DemoWorkspace workspace(services->platform().workspace);
+    const platform::Platform platform = withDemoParts(services->platform(), workspace, appearance, bundle);
+    const auto diskAccess = platform::makeFullDiskAccess(platform.layout);
+    const SharedObjects shared{PluginDatabase::shared(platform),
+                               ActivityLogManager::shared(platform),
                                ProgressWindowManager::shared(platform),
                                UADCleanupManager::shared(platform, PluginDatabase::shared(platform)),
-                               UpdateChecker::shared(platform)};
+                               UpdateChecker::shared(platform),
+                               *diskAccess};
+    platform.defaults.standard().setValue(u"onboardingComplete"_s, !options.isSet(onboarding));
     AppDelegate delegate(platform, shared);
     delegate.applicationDidFinishLaunching();
     if (options.isSet(looks))
-        return demo::Looks(*delegate.window(), appearance, output).run() ? 0 : 1;
+        return demo::Looks(*delegate.window(), platform, appearance, output).run() ? 0 : 1;
     if (!options.isSet(walks))
         return QApplication::exec();
     // Each move takes its time, as on a slow disk: otherwise the progress panel is gone before it can be looked at.
