@@ -15,7 +15,11 @@
 #include "shell/ProgressWindowManager.h"
 #include "uad/UADCleanupManager.h"
 
+#include <QAbstractButton>
+#include <QDir>
 #include <QFile>
+#include <QFileDialog>
+#include <QLabel>
 #include <QLineEdit>
 #include <QScreen>
 #include <QScrollBar>
@@ -60,8 +64,9 @@ bool Walk::run()
     bulk();
     deleteThree();
     cleanUpDemos();
+    profiles();
+    exportReports();
     looks();
-    printLine(allSucceeded() ? u"All steps came out right."_s : u"Some steps FAILED."_s);
     return allSucceeded();
 }
 
@@ -366,6 +371,97 @@ void Walk::cleanUpDemos()
     step(u"A second run has nothing to do"_s, isOver, m_uadCleanup.errorMessage->value_or(QString()));
     click(u"closeCleanupButton"_s);
     click(u"allPluginsButton"_s);
+}
+
+void Walk::saveProfile(const QString& name)
+{
+    click(u"saveProfileButton"_s);
+    auto& field = named<QLineEdit>(u"textField"_s);
+    QTest::keyClicks(&field, name);
+    QTest::keyClick(&field, Qt::Key_Return);
+    QTest::qWait(100);
+}
+
+void Walk::profiles()
+{
+    named<QAbstractButton>(u"profilesHeader"_s).click();
+    QTest::qWait(300);
+    const auto status = [this](int row) { return named<QLabel>(u"profileRow%1Status"_s.arg(row)).text(); };
+    const auto apply = [&](int row) {
+        click(u"profileRow%1Apply"_s.arg(row));
+        QTest::qWait(150);
+        screenshot(u"profile-apply-question"_s, Area::screen);
+        click(u"confirmButton"_s);
+        const bool isDone =
+            waitFor([&] { return !*m_viewModel.isRunningScript && status(row) == u"Up to date"_s; });
+        QTest::qWait(800); // the panel shows its end for a moment
+        return isDone;
+    };
+    saveProfile(u"Mixing"_s);
+    // A profile knows one state for all copies of a plugin: those that are off beside one that is on come on.
+    const bool isOne = apply(0);
+    step(u"Applied, a profile brings all copies of a plugin into one state"_s, isOne, status(0));
+    saveProfile(u"Mastering"_s);
+    step(u"The state is saved under two names"_s, status(0) == u"Up to date"_s && status(1) == status(0),
+         status(0));
+
+    AudioPlugins thirty;
+    for (const AudioPlugin& plugin : *m_viewModel.plugins) {
+        if (plugin.isEnabled && plugin.format == PluginFormat::vst3 && thirty.size() < 30)
+            thirty.push_back(plugin);
+    }
+    QSet<QUuid> ids;
+    for (const AudioPlugin& plugin : thirty)
+        ids.insert(plugin.id);
+    m_viewModel.collectSelection(ids);
+    m_viewModel.refreshFromDatabase();
+    QTest::qWait(100);
+    act(u"disableSelectedButton"_s);
+    click(u"clearAllButton"_s);
+    QTest::qWait(100);
+    click(u"profileRow0"_s);
+    QTest::qWait(200);
+    step(u"A preview shows the thirty changes"_s,
+         m_viewModel.filteredPlugins().size() == 30 && status(0) == u"30 changes to apply"_s, status(0));
+    screenshot(u"profile-preview"_s);
+    const bool isDone = apply(0);
+    step(u"Applying it brings them back with one request"_s, isDone && countOnDisk(thirty, true) == 30,
+         status(0));
+    QTest::qWait(800);
+    click(u"closePreviewButton"_s);
+    click(u"allPluginsButton"_s);
+}
+
+bool Walk::exportAs(const QString& format)
+{
+    click(u"exportButton"_s);
+    QTest::qWait(150);
+    click(u"exportFormat"_s + format);
+    screenshot(u"export-"_s + format.toLower(), Area::screen);
+    click(u"exportConfirmButton"_s);
+    const QString path = m_layout.documents + u"/Orvanlite_Plugins."_s + format.toLower();
+    const bool asks = waitFor([this] { return m_window.findChild<QFileDialog*>(u"savePanel"_s) != nullptr; });
+    if (!asks)
+        return false;
+    auto& panel = named<QFileDialog>(u"savePanel"_s);
+    const bool proposes = panel.selectedFiles().value(0) == path;
+    QTest::keyClick(&panel, Qt::Key_Return);
+    return proposes && waitFor([&] { return QFile::exists(path) && QFile(path).size() > 0; });
+}
+
+void Walk::exportReports()
+{
+    QDir().mkpath(m_layout.documents);
+    typeSearch(u"Bralmo"_s);
+    step(u"The whole library is exported as PDF, whatever is searched for"_s, exportAs(u"PDF"_s),
+         m_layout.documents);
+    step(u"And as CSV"_s, exportAs(u"CSV"_s), m_layout.documents);
+    QFile csv(m_layout.documents + u"/Orvanlite_Plugins.csv"_s);
+    const bool isOpen = csv.open(QIODevice::ReadOnly);
+    const auto lines = csv.readAll().trimmed().count('\n');
+    step(u"It has a line for each plugin"_s, isOpen && lines >= std::ssize(*m_viewModel.plugins),
+         u"%1 lines below the titles"_s.arg(lines));
+    typeSearch({});
 }
 
 void Walk::looks()

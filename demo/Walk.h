@@ -44,6 +44,10 @@ private:
     void deleteThree();
     void wavesVersions();
     void cleanUpDemos();
+    void profiles();
+    void saveProfile(const QString& name);
+    void exportReports();
+    [[nodiscard]] bool exportAs(const QString& format);
     /// Whether the newest entries of the activity log, as many as these, are of this action.
     [[nodiscard]] bool logSays(int count, ActivityAction action) const;
     void testScanAgrees();

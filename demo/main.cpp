@@ -1,7 +1,9 @@
 #include "catalogue/PluginDatabase.h"
+#include "demo/BundleWriter.h"
 #include "demo/DemoAppearance.h"
 #include "demo/Looks.h"
 #include "demo/PluginLibrary.h"
+#include "demo/SecondStart.h"
 #include "demo/Walk.h"
 #include "model/Console.h"
 #include "platform/Defaults.h"
@@ -10,6 +12,7 @@
 #include "platform/MainBundle.h"
 #include "platform/Platform.h"
 #include "platform/Workspace.h"
+#include "profiles/ProfileManager.h"
 #include "records/ActivityLogManager.h"
 #include "shell/AppDelegate.h"
 #include "shell/MainWindow.h"
@@ -22,6 +25,7 @@
 #include <QDir>
 #include <QSettings>
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 
@@ -108,6 +112,29 @@ platform::Platform withDemoParts(const platform::Platform& platform, platform::W
             platform.clock};
 }
 
+/// Installs two plugins and starts the application anew.
+bool startAgain(const platform::Platform& platform, const SharedObjects& shared, const QString& output)
+{
+    const QString added = QString::fromUtf16(demo::SecondStart::kAdded);
+    const QString leftOut = QString::fromUtf16(demo::SecondStart::kLeftOut);
+    demo::BundleWriter writer(platform.layout);
+    for (const QString& name : {added, leftOut})
+        writer.write({.path = platform.layout.system(u"/Library/Audio/Plug-Ins/VST3/") + name + u".vst3"_s,
+                      .identifier = u"com.lumivale.new"_s});
+    AppDelegate again(platform, shared);
+    again.applicationDidFinishLaunching();
+    return demo::SecondStart(*again.window(), output).run([&] {
+        const ProfileManager saved(platform); // reads the file
+        return saved.profiles->size() == 2 &&
+               std::all_of(saved.profiles->begin(), saved.profiles->end(), [&](const PluginProfile& profile) {
+                   const auto key = [](const QString& name) { return pluginKey(name, PluginFormat::vst3); };
+                   return profile.enabledPlugins.contains(key(added)) &&
+                          profile.allPluginKeys.contains(key(leftOut)) &&
+                          !profile.enabledPlugins.contains(key(leftOut));
+               });
+    });
+}
+
 } // namespace
 
 /// The real application on a sample library in a sandbox. No password is asked: the commands run as they are.
@@ -157,9 +184,11 @@ int main(int argc, char** argv)
     // Each move takes its time, as on a slow disk: otherwise the progress panel is gone before it can be looked at.
     addTool(layout.toolOverrides + u"/mv"_s, R"(sleep 0.01; exec /bin/mv "$@")");
     printLine(u"Walking through the application in "_s + layout.root);
-    return demo::Walk(*delegate.window(), ProgressWindowManager::shared(platform), shared.activityLog,
-                      shared.uadCleanup, appearance, layout, output)
-                   .run()
-               ? 0
-               : 1;
+    const bool walked = demo::Walk(*delegate.window(), ProgressWindowManager::shared(platform),
+                                   shared.activityLog, shared.uadCleanup, appearance, layout, output)
+                            .run();
+    delegate.window()->close();
+    const bool startedAgain = startAgain(platform, shared, output);
+    printLine(walked && startedAgain ? u"All steps came out right."_s : u"Some steps FAILED."_s);
+    return walked && startedAgain ? 0 : 1;
 }
