@@ -13,6 +13,17 @@ namespace orvanlite {
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+/// A dot inside a name, as in "Mix 1.2", begins no suffix.
+QString withSuffix(const QString& name, const QString& suffix)
+{
+    const QString ending = u'.' + suffix;
+    return name.endsWith(ending, Qt::CaseInsensitive) ? name : name + ending;
+}
+
+} // namespace
+
 FileSavePanel::FileSavePanel(QWidget& context, QString folder)
     : m_context(context)
     , m_folder(std::move(folder))
@@ -27,11 +38,14 @@ void FileSavePanel::ask(const SaveRequest& request, std::function<void(const QSt
     panel->setAcceptMode(QFileDialog::AcceptSave);
     panel->setNameFilter(u"%1 (*.%2)"_s.arg(request.typeName, request.suffix));
     panel->setDefaultSuffix(request.suffix);
-    panel->selectFile(request.fileName);
+    QString proposed = request.fileName;
+    proposed.replace(u'/', u'-'); // not a folder
+    panel->selectFile(withSuffix(proposed, request.suffix));
     // The panel's own question would hold up the event loop.
     panel->setOption(QFileDialog::DontConfirmOverwrite);
     QObject::connect(panel, &QFileDialog::fileSelected, &m_context,
-                     [this, request, chosen = std::move(chosen)](const QString& path) {
+                     [this, request, chosen = std::move(chosen)](const QString& selected) {
+                         const QString path = withSuffix(selected, request.suffix);
                          m_folder = QFileInfo(path).path();
                          confirm(path, request, chosen);
                      });

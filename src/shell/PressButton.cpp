@@ -13,9 +13,10 @@ namespace orvanlite {
 namespace {
 
 constexpr int kIconSize = 14;
+constexpr int kCompactIconSize = 18; // what stands inside a circle is half of it
 constexpr int kIconGap = 3;
 constexpr int kPaddingX = 8;
-constexpr int kCompactPaddingX = 4;
+constexpr int kCompactPaddingX = 3;
 constexpr int kPaddingY = 5;
 constexpr int kSmallPaddingY = 3;
 constexpr double kCornerRadius = 4;
@@ -71,14 +72,16 @@ void PressButton::animateTo(double scale)
 
 int PressButton::paddingX() const { return m_ground == Ground::compact ? kCompactPaddingX : kPaddingX; }
 
+int PressButton::iconExtent() const { return m_ground == Ground::compact ? kCompactIconSize : kIconSize; }
+
 QSize PressButton::sizeHint() const
 {
     const QFontMetrics metrics = fontMetrics();
     const int paddingY = m_ground == Ground::accent ? kSmallPaddingY : kPaddingY;
     int width = text().isEmpty() ? 0 : metrics.horizontalAdvance(text());
     if (!m_iconKey.isEmpty())
-        width += kIconSize + (width > 0 ? kIconGap : 0);
-    return {width + 2 * paddingX(), std::max(metrics.height(), kIconSize) + 2 * paddingY};
+        width += iconExtent() + (width > 0 ? kIconGap : 0);
+    return {width + 2 * paddingX(), std::max(metrics.height(), iconExtent()) + 2 * paddingY};
 }
 
 bool PressButton::event(QEvent* event)
@@ -139,7 +142,8 @@ void PressButton::paintEvent(QPaintEvent* /*event*/)
     const QColor colour = labelColour();
     QRectF label = bounds.adjusted(paddingX(), 0, -paddingX(), 0);
     if (!m_iconKey.isEmpty()) {
-        const QRectF icon(label.left(), label.center().y() - kIconSize / 2.0, kIconSize, kIconSize);
+        const int extent = iconExtent();
+        const QRectF icon(label.left(), label.center().y() - extent / 2.0, extent, extent);
         drawIcon(painter, icon, m_iconKey, colour);
         label.setLeft(icon.right() + kIconGap);
     }

@@ -41,6 +41,7 @@ private:
     void paintGround(QPainter& painter) const;
     [[nodiscard]] QColor labelColour() const;
     [[nodiscard]] int paddingX() const;
+    [[nodiscard]] int iconExtent() const;
 
     QString m_iconKey;
     Ground m_ground;

@@ -15,7 +15,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int kPaddingX = 10;
+constexpr int kBleedX = 4; // its ground stands in line with those of the other rows
+constexpr int kPaddingX = 12;
 constexpr int kPaddingY = 5;
 constexpr double kCornerRadius = 7;
 constexpr double kStatusSize = 0.86;
@@ -95,15 +96,13 @@ ProfileRow::ProfileRow(int number, bool reducesMotion, QWidget* parent)
     QFont medium = m_name->font();
     medium.setWeight(QFont::Medium);
     m_name->setFont(medium);
-    QFont small = m_status->font();
-    small.setPointSizeF(small.pointSizeF() * kStatusSize);
-    m_status->setFont(small);
+    fitStatusFont();
     auto* texts = new QVBoxLayout;
     texts->setSpacing(1);
     texts->addWidget(m_name);
     texts->addWidget(m_status);
     auto* row = new QHBoxLayout(this);
-    row->setContentsMargins(kPaddingX, kPaddingY, kPaddingX / 2, kPaddingY);
+    row->setContentsMargins(kPaddingX, kPaddingY, kPaddingX - kBleedX, kPaddingY);
     row->setSpacing(0);
     row->addLayout(texts, 1);
     const auto add = [&](const QString& icon, const QString& tip, const QString& name,
@@ -134,13 +133,16 @@ void ProfileRow::showProfile(const PluginProfile& profile, const QString& status
 {
     const bool wasActive = std::exchange(m_isActive, isActive);
     m_profile = profile;
-    m_name->setText(profile.name);
+    m_name->setText(QString(profile.name).replace(u'\n', u' ')); // the row has one line for it
     m_status->setText(status);
     setInk(m_name, isActive ? QColor(Qt::white) : AppTheme::primary(palette()));
     setInk(m_status, isActive ? QColor(Qt::white) : AppTheme::secondary(palette()));
+    QPalette onTint; // a focus frame in the accent would not be seen there
+    onTint.setColor(QPalette::Highlight, Qt::white);
     for (PressButton* button : m_buttons) {
         button->setAccessibleDescription(profile.name);
         button->setTextColour(isActive ? &white : &AppTheme::secondary);
+        button->setPalette(isActive ? onTint : QPalette());
     }
     if (wasActive != isActive) {
         QAccessible::State changed;
@@ -156,6 +158,20 @@ QString ProfileRow::status() const { return m_status->text(); }
 QSize ProfileRow::sizeHint() const { return layout()->sizeHint(); }
 
 QSize ProfileRow::minimumSizeHint() const { return layout()->minimumSize(); }
+
+void ProfileRow::fitStatusFont()
+{
+    QFont small = font();
+    small.setPointSizeF(small.pointSizeF() * kStatusSize);
+    m_status->setFont(small);
+}
+
+void ProfileRow::changeEvent(QEvent* event)
+{
+    QAbstractButton::changeEvent(event);
+    if (event->type() == QEvent::FontChange)
+        fitStatusFont(); // a size of its own does not follow
+}
 
 void ProfileRow::keyPressEvent(QKeyEvent* event)
 {
@@ -178,21 +194,25 @@ void ProfileRow::paintEvent(QPaintEvent* /*event*/)
 {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    const QRectF bounds = QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5);
+    const QRectF bounds = QRectF(rect()).adjusted(kBleedX + 0.5, 0.5, -kBleedX - 0.5, -0.5);
     painter.setPen(Qt::NoPen);
     if (m_isActive) {
         painter.setBrush(AppTheme::groundForWhite(AppTheme::accentBlue()));
         painter.drawRoundedRect(bounds, kCornerRadius, kCornerRadius);
     }
     if (underMouse() || isDown()) {
-        const QColor ink = m_isActive ? QColor(Qt::white) : AppTheme::primary(palette());
-        painter.setBrush(AppTheme::withOpacity(ink, isDown() ? 0.12 : 0.06));
+        // The tint gets darker, never lighter: the text on it is white.
+        const QColor shade = m_isActive ? QColor(Qt::black) : AppTheme::primary(palette());
+        painter.setBrush(AppTheme::withOpacity(shade, isDown() ? 0.12 : 0.06));
         painter.drawRoundedRect(bounds, kCornerRadius, kCornerRadius);
     }
     if (hasFocus() && m_showsFocus) {
         painter.setPen(QPen(m_isActive ? QColor(Qt::white) : AppTheme::accent(palette()), 2));
         painter.setBrush(Qt::NoBrush);
-        painter.drawRoundedRect(bounds.adjusted(1, 1, -1, -1), kCornerRadius, kCornerRadius);
+        // Tint stays around a white frame, or it would be one with a white ground.
+        const double inset = m_isActive ? 3 : 1;
+        const double radius = m_isActive ? kCornerRadius - 2 : kCornerRadius;
+        painter.drawRoundedRect(bounds.adjusted(inset, inset, -inset, -inset), radius, radius);
     }
 }
 

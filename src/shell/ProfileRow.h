@@ -37,9 +37,11 @@ protected:
     void paintEvent(QPaintEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
+    void changeEvent(QEvent* event) override;
 
 private:
     PressButton* addButton(const QString& iconKey, const QString& toolTip, const QString& objectName);
+    void fitStatusFont();
 
     PluginProfile m_profile;
     bool m_isActive = false;

@@ -87,10 +87,11 @@ bool ProfilesSection::isBusy() const { return *m_viewModel.isRunningScript; }
 ProfileRow* ProfilesSection::addRow()
 {
     auto* row = new ProfileRow(m_madeRows++, m_reducesMotion, this);
-    QWidget* before = m_rows.empty() ? nullptr : m_rows.back()->findChildren<QAbstractButton*>().back();
-    if (before)
-        setTabOrder(before, row);
-    QWidget* last = row;
+    // By itself the newest widget is the window's last one for Tab: this one goes before the buttons.
+    QWidget* last = m_rows.empty() ? static_cast<QWidget*>(m_save)
+                                   : m_rows.back()->findChildren<QAbstractButton*>().back();
+    setTabOrder(last, row);
+    last = row;
     for (auto* button : row->findChildren<QAbstractButton*>()) {
         setTabOrder(last, button);
         last = button;
@@ -144,8 +145,10 @@ void ProfilesSection::renderRows()
     const auto& active = *m_viewModel.activeProfile;
     for (std::size_t i = 0; i < profiles.size(); ++i) {
         ProfileRow* row = i < m_rows.size() ? m_rows[i] : addRow();
-        row->showProfile(profiles[i], profileStatusText(m_viewModel.profileChangeCount(profiles[i])),
-                         active && active->id == profiles[i].id);
+        // Nobody reads a closed section, and the first comparison with a large library takes its time.
+        const QString status =
+            isVisible() ? profileStatusText(m_viewModel.profileChangeCount(profiles[i])) : row->status();
+        row->showProfile(profiles[i], status, active && active->id == profiles[i].id);
     }
 }
 
@@ -154,6 +157,12 @@ void ProfilesSection::changeEvent(QEvent* event)
     QWidget::changeEvent(event);
     if (event->type() == QEvent::PaletteChange)
         m_updates->schedule(); // the rows' inks are of the palette before
+}
+
+void ProfilesSection::showEvent(QShowEvent* event)
+{
+    QWidget::showEvent(event);
+    renderRows();
 }
 
 void ProfilesSection::saveCurrentState()
@@ -188,8 +197,10 @@ void ProfilesSection::importDocument()
                     [this](const QString& path) { importProfile(m_profileManager, path); });
 }
 
-void ProfilesSection::exportDocument(const PluginProfile& profile)
+void ProfilesSection::exportDocument(const PluginProfile& profile) const
 {
+    if (isBusy())
+        return;
     const ProfileDocument document{profile};
     m_savePanel.ask(
         {u"Export profile"_s, document.defaultFileName(), u"Profile"_s,

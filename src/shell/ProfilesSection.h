@@ -34,6 +34,7 @@ public:
 
 protected:
     void changeEvent(QEvent* event) override;
+    void showEvent(QShowEvent* event) override;
 
 private:
     ProfileRow* addRow();
@@ -44,7 +45,7 @@ private:
     void saveCurrentState();
     void createFromSelection();
     void importDocument();
-    void exportDocument(const PluginProfile& profile);
+    void exportDocument(const PluginProfile& profile) const;
     void confirmApply(const PluginProfile& profile);
     void confirmUpdate(const PluginProfile& profile);
     void confirmDelete(const PluginProfile& profile);

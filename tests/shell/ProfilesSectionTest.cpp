@@ -89,6 +89,16 @@ TEST_F(ProfilesSectionTest, SavesPreviewsAndApplies)
     save(u"<b>&Mastering"_s);
     EXPECT_EQ(rows(), "Mixing: Up to date|<b>&Mastering: Up to date");
     EXPECT_FALSE(named<QLabel>(window(), u"noProfilesLabel"_s).isVisible());
+    window().activateWindow();
+    named<QWidget>(window(), u"profilesHeader"_s).setFocus();
+    for (const char* next : {"profileRow0", "profileRow0Apply", "profileRow0Update", "profileRow0Export",
+                             "profileRow0Delete", "profileRow1"}) {
+        QTest::keyClick(window().focusWidget(), Qt::Key_Tab);
+        EXPECT_EQ(window().focusWidget()->objectName(), QLatin1StringView(next));
+    }
+    named<QWidget>(window(), u"profileRow1Delete"_s).setFocus();
+    QTest::keyClick(window().focusWidget(), Qt::Key_Tab);
+    EXPECT_EQ(window().focusWidget()->objectName(), u"saveProfileButton"_s);
     toggle(0);
     EXPECT_EQ(rows(), "Mixing: 1 change to apply|<b>&Mastering: 1 change to apply");
     toggle(1);
@@ -163,12 +173,12 @@ TEST_F(ProfilesSectionTest, MakesAProfileOfTheSelection)
 TEST_F(ProfilesSectionTest, GoesThroughADocument)
 {
     launchWith(2);
-    save(u"Mixing"_s);
+    save(u"AC/DC 1.2"_s);
     const QString path = m_root.at(u"/Users/tester/Mixing.json");
     press(u"profileRow0Export"_s);
     auto& savePanel = named<QFileDialog>(window(), u"savePanel"_s);
-    EXPECT_EQ(QFileInfo(savePanel.selectedFiles().value(0)).completeBaseName(), u"Mixing"_s);
-    Q_EMIT savePanel.fileSelected(path);
+    EXPECT_EQ(QFileInfo(savePanel.selectedFiles().value(0)).fileName(), u"AC-DC 1.2.json"_s);
+    Q_EMIT savePanel.fileSelected(m_root.at(u"/Users/tester/Mixing"));
     delete &savePanel;
     ASSERT_TRUE(m_root.exists(u"/Users/tester/Mixing.json"));
     const auto import = [this](const QString& file) {
@@ -182,7 +192,7 @@ TEST_F(ProfilesSectionTest, GoesThroughADocument)
         return printed;
     };
     EXPECT_EQ(import(path), QString());
-    EXPECT_EQ(rows(), "Mixing: Up to date|Mixing: Up to date");
+    EXPECT_EQ(rows(), "AC/DC 1.2: Up to date|AC/DC 1.2: Up to date");
     const PluginProfiles& both = *profiles().profiles;
     EXPECT_NE(both[0].id, both[1].id);
     EXPECT_EQ(both[0].createdAt, both[1].createdAt);
@@ -192,8 +202,15 @@ TEST_F(ProfilesSectionTest, GoesThroughADocument)
     // Each button tells whose it is.
     const auto& export1 = named<QAbstractButton>(window(), u"profileRow1Export"_s);
     EXPECT_EQ(export1.accessibleName() + u", "_s + export1.accessibleDescription(),
-              u"Export profile, Mixing"_s);
+              u"Export profile, AC/DC 1.2"_s);
     EXPECT_EQ(export1.toolTip(), u"Export profile"_s);
+    // A reader's action is no input that the gate could keep away.
+    viewModel().isRunningScript = true;
+    for (auto* button : window().findChild<ProfileRow*>()->findChildren<QAbstractButton*>())
+        button->click();
+    for (const QDialog* dialog : window().findChildren<QDialog*>())
+        EXPECT_FALSE(dialog->isVisible()) << qPrintable(dialog->objectName());
+    viewModel().isRunningScript = false;
 }
 
 } // namespace orvanlite::test
