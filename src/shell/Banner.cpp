@@ -179,6 +179,7 @@ Banner::Banner(const Look& look, const platform::Appearance& appearance, QWidget
 void Banner::setTexts(const QString& title, const QString& notes)
 {
     m_title->setText(title);
+    setAccessibleName(title); // what the alert says
     m_notes->setText(notes.simplified()); // one line, whatever comes
     m_notes->setVisible(!notes.isEmpty());
     updateGeometry();

@@ -104,6 +104,7 @@ ContentView::ContentView(const platform::Platform& platform, const SharedObjects
     });
     m_updates->watch(m_pluginManager->selectedFormats);
     m_cleanupSheet = new UADCleanupSheet(m_uadCleanup, platform.appearance.reducesMotion(), this);
+    m_uadCleanup.pluginManager = m_pluginManager.get();
     m_uadCleanup.showCleanupSheet.observe(this, [this] { showCleanupSheet(); });
 }
 

@@ -39,6 +39,7 @@ void dress(QMessageBox* box, Tone tone)
     const QColor colour = warns ? AppTheme::orange(box->palette()) : AppTheme::accent(box->palette());
     box->setIconPixmap(iconPixmap(warns ? u"exclamationmark.triangle.fill"_s : u"info.circle.fill"_s,
                                   kSignSize, colour, box->devicePixelRatioF()));
+    box->setTextFormat(Qt::PlainText);
     for (QLabel* label : box->findChildren<QLabel*>()) {
         if (label->objectName() == u"qt_msgbox_informativelabel"_s) {
             label->setTextFormat(Qt::PlainText);

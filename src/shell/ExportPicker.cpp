@@ -233,8 +233,11 @@ QWidget* ExportPicker::makeFormats()
         auto* segment = new SegmentButton(rawValue(format), ground);
         segment->setObjectName(u"exportFormat"_s + rawValue(format));
         segment->setAccessibleDescription(u"Format of the report"_s);
+        segment->setAutoExclusive(true); // readers hear one choice of two
         group->addButton(segment);
         segment->setChecked(format == m_format);
+        if (segment->isChecked())
+            segment->setFocus();
         row->addWidget(segment);
         connect(segment, &QAbstractButton::toggled, this, [this, format](bool isPicked) {
             if (!isPicked)

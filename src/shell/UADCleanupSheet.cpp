@@ -228,6 +228,7 @@ QWidget* UADCleanupSheet::makeFooter()
 QWidget* UADCleanupSheet::makeChoosing()
 {
     auto* page = new QWidget(this);
+    QWidget* selectionRow = makeSelectionRow(); // before the list, in the order of Tab
     m_list = new UADPluginListModel(this);
     auto* list = new UADPluginList(*m_list, page);
     page->setFocusProxy(list);
@@ -238,7 +239,7 @@ QWidget* UADCleanupSheet::makeChoosing()
     auto* column = new QVBoxLayout(page);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(0);
-    column->addWidget(makeSelectionRow());
+    column->addWidget(selectionRow);
     column->addLayout(inset, 1);
     column->addWidget(makeFooter());
     return page;
@@ -261,6 +262,12 @@ void UADCleanupSheet::render()
     if (state == m_states->currentIndex())
         return;
     m_states->setCurrentIndex(state);
+    // A reader comes to the button and hears what it is about.
+    if (state == complete)
+        m_states->currentWidget()->focusProxy()->setAccessibleDescription(u"Cleanup Complete! "_s +
+                                                                          m_disabled->text());
+    else if (state == problem)
+        m_states->currentWidget()->focusProxy()->setAccessibleDescription(m_problem->text());
     // What had the focus has gone with its state.
     if (QWidget* first = m_states->currentWidget()->focusProxy())
         first->setFocus(Qt::OtherFocusReason);

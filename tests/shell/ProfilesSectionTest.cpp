@@ -1,5 +1,6 @@
 #include "ShellFixture.h"
 
+#include "profiles/ProfileDocument.h"
 #include "profiles/ProfileManager.h"
 #include "shell/ProfileRow.h"
 
@@ -211,6 +212,37 @@ TEST_F(ProfilesSectionTest, GoesThroughADocument)
     for (const QDialog* dialog : window().findChildren<QDialog*>())
         EXPECT_FALSE(dialog->isVisible()) << qPrintable(dialog->objectName());
     viewModel().isRunningScript = false;
+}
+
+TEST_F(ProfilesSectionTest, AppliesOnAnotherMachine)
+{
+    launchWith(2);
+    toggle(1);
+    save(u"Travelling"_s);
+    const QString path = m_root.at(u"/Users/tester/Travelling.json");
+    exportProfile(m_system.files, ProfileDocument{profiles().profiles->front()}, path);
+
+    TestPlatform other;
+    platform::FreedesktopScriptRunner runner(other.layout, platform::Elevation::none);
+    other.scripts.runner = &runner;
+    for (const QString& file :
+         {u"Disabled/VST3/Plugin 0000.vst3"_s, u"VST3/Plugin 0001.vst3"_s, u"VST3/Own.vst3"_s})
+        other.root.addFile(u"/Library/Audio/Plug-Ins/"_s + file);
+    PluginDatabase database(other.platform, other.layout.applicationFolder() + u"/plugins.db"_s);
+    ActivityLogManager log(other.platform);
+    PluginManagerViewModel theirs(other.platform, database, log);
+    ProfileManager theirProfiles(other.platform);
+    testing::internal::CaptureStdout();
+    runTask(theirs.scanForPlugins());
+    importProfile(theirProfiles, path);
+    EXPECT_FALSE(QString::fromStdString(testing::internal::GetCapturedStdout()).contains(u"Failed"_s));
+    ASSERT_EQ(theirProfiles.profiles->size(), 1U);
+    EXPECT_EQ(theirs.profileChangeCount(theirProfiles.profiles->front()), 3);
+    runTask(theirs.applyProfile(theirProfiles.profiles->front()));
+    EXPECT_EQ(other.root.names(u"/Library/Audio/Plug-Ins/VST3"), QStringList({u"Plugin 0000.vst3"_s}));
+    EXPECT_EQ(other.root.names(u"/Library/Audio/Plug-Ins/Disabled/VST3"),
+              QStringList({u"Own.vst3"_s, u"Plugin 0001.vst3"_s}));
+    EXPECT_EQ(theirs.profileChangeCount(theirProfiles.profiles->front()), 0);
 }
 
 } // namespace orvanlite::test
