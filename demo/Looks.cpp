@@ -44,6 +44,7 @@ bool Looks::run()
 {
     waitFor([this] { return *m_viewModel.dbTotalCount > 0 && !*m_viewModel.isLoading; });
     m_window.resize(kWindowSize);
+    updateBanner();
     makeHistory();
     for (const bool isDark : {false, true}) {
         m_appearance.setDark(isDark);
@@ -53,8 +54,23 @@ bool Looks::run()
     return allSucceeded();
 }
 
+void Looks::updateBanner()
+{
+    const bool isThere = waitFor([this] { return named<QWidget>(u"updateBanner"_s).isVisible(); });
+    step(u"The banner tells of a newer version"_s, isThere);
+    for (const bool isDark : {false, true}) {
+        m_appearance.setDark(isDark);
+        m_look = isDark ? u"dark-"_s : u"light-"_s;
+        picture(u"update-banner"_s);
+    }
+    click(u"updateBannerDismiss"_s);
+}
+
 void Looks::makeHistory()
 {
+    open(u"profiles"_s);
+    saveProfile(u"Mixing"_s);
+    saveProfile(u"Mastering"_s);
     click(u"allPluginsButton"_s);
     auto& table = named<PluginTableView>(u"pluginTable"_s);
     for (int row = 2; row < 6; ++row) {
@@ -79,6 +95,8 @@ void Looks::regions(const QString& look)
     sidebar();
     dialogs();
     bulkPane();
+    profiles();
+    smallestWindow();
     cleanUp();
     onboarding();
 }
@@ -119,6 +137,9 @@ void Looks::dialogs()
     click(u"clearActivityButton"_s);
     picture(u"clear-activity-question"_s);
     leave();
+    click(u"exportButton"_s);
+    picture(u"export-picker"_s);
+    leave();
 }
 
 void Looks::bulkPane()
@@ -133,6 +154,36 @@ void Looks::bulkPane()
     picture(u"bulk-pane"_s);
     click(u"disableSelectedButton"_s);
     picture(u"bulk-question"_s);
+    leave();
+}
+
+void Looks::profiles()
+{
+    open(u"profiles"_s);
+    picture(u"profiles"_s);
+    click(u"saveProfileButton"_s);
+    picture(u"profile-name"_s);
+    leave();
+    open(u"profiles"_s);
+    click(u"profileRow0"_s);
+    picture(u"profile-changes"_s);
+    click(u"previewTabAll"_s);
+    picture(u"profile-all"_s);
+    click(u"profileRow0Apply"_s);
+    picture(u"profile-question"_s);
+    leave();
+}
+
+void Looks::smallestWindow()
+{
+    click(u"allPluginsButton"_s);
+    typeSearch(u"waves"_s);
+    m_window.resize(m_window.minimumSize());
+    auto& table = named<PluginTableView>(u"pluginTable"_s);
+    table.setFocus();
+    table.selectAll();
+    picture(u"smallest-window"_s);
+    m_window.resize(kWindowSize);
     leave();
 }
 

@@ -22,10 +22,13 @@ public:
 
 private:
     void makeHistory();
+    void updateBanner();
     void regions(const QString& look);
     void sidebar();
     void dialogs();
     void bulkPane();
+    void profiles();
+    void smallestWindow();
     void cleanUp();
     void onboarding();
     /// Back to the window as it is after "Reset".

@@ -1,5 +1,6 @@
 #include "demo/SecondStart.h"
 
+#include "demo/DemoAppearance.h"
 #include "operations/PluginManagerViewModel.h"
 #include "shell/MainWindow.h"
 
@@ -11,9 +12,19 @@ namespace orvanlite::demo {
 
 using namespace Qt::StringLiterals;
 
-SecondStart::SecondStart(MainWindow& window, const QString& outputFolder)
+SecondStart::SecondStart(MainWindow& window, DemoAppearance& appearance, const QString& outputFolder)
     : Stage(window, outputFolder)
+    , m_appearance(appearance)
 {}
+
+void SecondStart::pictures(const QString& name)
+{
+    for (const bool isDark : {true, false}) {
+        m_appearance.setDark(isDark);
+        QTest::qWait(300);
+        screenshot(isDark ? name + u"-dark"_s : name, Area::screen);
+    }
+}
 
 bool SecondStart::run(const std::function<bool()>& isSavedRight)
 {
@@ -22,15 +33,14 @@ bool SecondStart::run(const std::function<bool()>& isSavedRight)
     const QString title = named<QLabel>(u"newPluginsBannerTitle"_s).text();
     step(u"Started again, the banner names the two new plugins"_s,
          isNamed && title == u"2 new plugins detected: Newly Added, Newly Left Out"_s, title);
-    screenshot(u"new-plugins-banner"_s);
+    pictures(u"new-plugins-banner"_s);
     click(u"newPluginsBannerButton"_s);
     QTest::qWait(200);
     auto& list = named<QAbstractItemView>(u"newPluginsList"_s);
     list.setFocus();
     list.setCurrentIndex(list.model()->index(1, 0));
     QTest::keyClick(&list, Qt::Key_Space);
-    QTest::qWait(100);
-    screenshot(u"new-plugins-sheet"_s, Area::screen);
+    pictures(u"new-plugins-sheet"_s);
     click(u"addNewPluginsButton"_s);
     QTest::qWait(600);
     step(u"One is added to the profiles, the other one is known to them as off"_s,

@@ -68,6 +68,15 @@ void Stage::typeSearch(const QString& text)
     QTest::qWait(150); // the list follows 50 ms behind the last letter
 }
 
+void Stage::saveProfile(const QString& name)
+{
+    click(u"saveProfileButton"_s);
+    auto& field = named<QLineEdit>(u"textField"_s);
+    QTest::keyClicks(&field, name);
+    QTest::keyClick(&field, Qt::Key_Return);
+    QTest::qWait(100);
+}
+
 bool Stage::waitFor(const std::function<bool()>& condition) { return QTest::qWaitFor(condition, 10'000); }
 
 } // namespace orvanlite::demo

@@ -31,6 +31,8 @@ protected:
     void screenshot(const QString& name, Area area = Area::window);
     void click(const QString& objectName);
     void typeSearch(const QString& text);
+    /// Saves the present state under that name; the section "Profiles" must be open.
+    void saveProfile(const QString& name);
     /// Turns the event loop until the condition holds, ten seconds at most.
     bool waitFor(const std::function<bool()>& condition);
     /// The control of that name, wherever in the window and its dialogs.

@@ -49,6 +49,7 @@ bool Walk::run()
     m_appearance.setDark(false);
     firstScan();
     search();
+    visitMaker();
     sortByEachColumn();
     page();
     disableAndEnable(u"system plugin"_s, [this](const AudioPlugin& plugin) {
@@ -97,6 +98,22 @@ void Walk::search()
     const bool isBack =
         waitFor([this] { return *m_viewModel.totalPluginCount == *m_viewModel.dbTotalCount; });
     step(u"\"Clear\" brings everything back"_s, isBack);
+}
+
+QString Walk::openedLog() const { return m_layout.openTool().section(u'/', 0, -2) + u"/opened.log"_s; }
+
+void Walk::visitMaker()
+{
+    QFile::remove(openedLog());
+    m_table.setFocus();
+    m_table.setCurrentIndex(m_table.model()->index(0, static_cast<int>(PluginColumn::manufacturer)));
+    QTest::keyClick(&m_table, Qt::Key_Return);
+    QFile log(openedLog());
+    const bool isOpen = log.open(QIODevice::ReadOnly);
+    const QString page = QString::fromUtf8(log.readAll().trimmed());
+    step(u"Return on a maker opens its website"_s, isOpen && page.startsWith(u"https://"_s), page);
+    click(u"resetButton"_s);
+    click(u"allPluginsButton"_s);
 }
 
 void Walk::sortByEachColumn()
@@ -186,8 +203,7 @@ void Walk::wavesVersions()
             name = each.name;
     }
     const AudioPlugins versions = m_viewModel.allWavesPluginsMatchingName(name);
-    const QString openedLog = m_layout.openTool().section(u'/', 0, -2) + u"/opened.log"_s;
-    QFile::remove(openedLog);
+    QFile::remove(openedLog());
     typeSearch(name);
     // Other names may hold this one.
     const auto rowOfName = [&] {
@@ -200,11 +216,11 @@ void Walk::wavesVersions()
     const bool areOff = waitFor([&] { return countOnDisk(versions, false) == 2; }) &&
                         waitFor([this] { return !*m_viewModel.isRunningScript; });
     step(u"Both versions of a Waves plugin go together"_s,
-         versions.size() == 2 && areOff && !QFile::exists(openedLog),
+         versions.size() == 2 && areOff && !QFile::exists(openedLog()),
          u"%1, %2 moved"_s.arg(name).arg(countOnDisk(versions, false)));
     clickSwitch(rowOfName());
     const bool areBack =
-        waitFor([&] { return countOnDisk(versions, true) == 2 && QFile::exists(openedLog); });
+        waitFor([&] { return countOnDisk(versions, true) == 2 && QFile::exists(openedLog()); });
     step(u"They come back together, and only then are they registered"_s, areBack);
     waitFor([this] { return !*m_viewModel.isRunningScript; });
     typeSearch({});
@@ -371,15 +387,6 @@ void Walk::cleanUpDemos()
     step(u"A second run has nothing to do"_s, isOver, m_uadCleanup.errorMessage->value_or(QString()));
     click(u"closeCleanupButton"_s);
     click(u"allPluginsButton"_s);
-}
-
-void Walk::saveProfile(const QString& name)
-{
-    click(u"saveProfileButton"_s);
-    auto& field = named<QLineEdit>(u"textField"_s);
-    QTest::keyClicks(&field, name);
-    QTest::keyClick(&field, Qt::Key_Return);
-    QTest::qWait(100);
 }
 
 void Walk::profiles()

@@ -36,6 +36,7 @@ public:
 private:
     void firstScan();
     void search();
+    void visitMaker();
     void sortByEachColumn();
     void page();
     void disableAndEnable(const QString& title, const std::function<bool(const AudioPlugin&)>& isWanted);
@@ -45,12 +46,13 @@ private:
     void wavesVersions();
     void cleanUpDemos();
     void profiles();
-    void saveProfile(const QString& name);
     void exportReports();
     [[nodiscard]] bool exportAs(const QString& format);
     /// Whether the newest entries of the activity log, as many as these, are of this action.
     [[nodiscard]] bool logSays(int count, ActivityAction action) const;
     void testScanAgrees();
+    /// What the sandbox's tools note when they are asked to open a page or a folder.
+    [[nodiscard]] QString openedLog() const;
     void looks();
 
     /// Selects every row that the text finds; gives the size of the whole selection then.

@@ -4,6 +4,7 @@
 #include "demo/Looks.h"
 #include "demo/PluginLibrary.h"
 #include "demo/SecondStart.h"
+#include "demo/UpdateServer.h"
 #include "demo/Walk.h"
 #include "model/Console.h"
 #include "platform/Defaults.h"
@@ -28,6 +29,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
+#include <optional>
 
 using namespace Qt::StringLiterals;
 using namespace orvanlite;
@@ -69,18 +71,22 @@ platform::SystemLayout makeSandbox(const QString& folder)
     const platform::SystemLayout layout = platform::SystemLayout::sandbox(QDir(root).canonicalPath());
     demo::makePluginLibrary(layout);
     addTool(layout.toolOverrides + u"/killall"_s, "exit 0");
-    // Notes what would have been opened.
     addTool(layout.openTool(), "echo \"$*\" >> \"$(dirname \"$0\")/opened.log\"");
     return layout;
 }
 
-/// Opens nothing but pages, through the sandbox's own tool: the helper agent of the bundle knows no sandbox.
+/// Opens nothing, and notes what it would have opened beside the stand-in that notes folders. No agent is started: the
+/// one of the bundle knows no sandbox.
 class DemoWorkspace final : public platform::Workspace {
 public:
-    explicit DemoWorkspace(platform::Workspace& real)
-        : m_real(real)
+    explicit DemoWorkspace(const platform::SystemLayout& layout)
+        : m_log(layout.openTool().section(u'/', 0, -2) + u"/opened.log"_s)
     {}
-    bool open(const QUrl& url) override { return m_real.open(url); }
+    bool open(const QUrl& url) override
+    {
+        QFile log(m_log);
+        return log.open(QIODevice::Append) && log.write(url.toEncoded() + '\n') > 0;
+    }
     [[nodiscard]] std::vector<platform::RunningApplication> runningApplications() const override
     {
         return {};
@@ -92,7 +98,7 @@ public:
     void terminate(const platform::RunningApplication& /*application*/) override {}
 
 private:
-    platform::Workspace& m_real;
+    QString m_log;
 };
 
 platform::Platform withDemoParts(const platform::Platform& platform, platform::Workspace& workspace,
@@ -113,7 +119,8 @@ platform::Platform withDemoParts(const platform::Platform& platform, platform::W
 }
 
 /// Installs two plugins and starts the application anew.
-bool startAgain(const platform::Platform& platform, const SharedObjects& shared, const QString& output)
+bool startAgain(const platform::Platform& platform, const SharedObjects& shared,
+                demo::DemoAppearance& appearance, const QString& output)
 {
     const QString added = QString::fromUtf16(demo::SecondStart::kAdded);
     const QString leftOut = QString::fromUtf16(demo::SecondStart::kLeftOut);
@@ -123,7 +130,7 @@ bool startAgain(const platform::Platform& platform, const SharedObjects& shared,
                       .identifier = u"com.lumivale.new"_s});
     AppDelegate again(platform, shared);
     again.applicationDidFinishLaunching();
-    return demo::SecondStart(*again.window(), output).run([&] {
+    return demo::SecondStart(*again.window(), appearance, output).run([&] {
         const ProfileManager saved(platform); // reads the file
         return saved.profiles->size() == 2 &&
                std::all_of(saved.profiles->begin(), saved.profiles->end(), [&](const PluginProfile& profile) {
@@ -165,14 +172,19 @@ int main(int argc, char** argv)
     platform::MainBundle bundle(services->platform().files,
                                 QCoreApplication::applicationDirPath() +
                                     u"/Orvanlite.app/Contents/MacOS/plugin-manager"_s);
-    DemoWorkspace workspace(services->platform().workspace);
+    DemoWorkspace workspace(layout);
     const platform::Platform platform = withDemoParts(services->platform(), workspace, appearance, bundle);
     const auto diskAccess = platform::makeFullDiskAccess(platform.layout);
+    // The pictures show news of a version, from a service of the demo's own; the walk is without it.
+    std::optional<demo::UpdateServer> updateServer;
+    if (options.isSet(looks))
+        updateServer.emplace();
+    UpdateChecker updates(platform, updateServer ? updateServer->service() : UpdateService::ofThisBuild());
     const SharedObjects shared{PluginDatabase::shared(platform),
                                ActivityLogManager::shared(platform),
                                ProgressWindowManager::shared(platform),
                                UADCleanupManager::shared(platform, PluginDatabase::shared(platform)),
-                               UpdateChecker::shared(platform),
+                               updates,
                                *diskAccess};
     platform.defaults.standard().setValue(u"onboardingComplete"_s, !options.isSet(onboarding));
     AppDelegate delegate(platform, shared);
@@ -188,7 +200,7 @@ int main(int argc, char** argv)
                                    shared.activityLog, shared.uadCleanup, appearance, layout, output)
                             .run();
     delegate.window()->close();
-    const bool startedAgain = startAgain(platform, shared, output);
+    const bool startedAgain = startAgain(platform, shared, appearance, output);
     printLine(walked && startedAgain ? u"All steps came out right."_s : u"Some steps FAILED."_s);
     return walked && startedAgain ? 0 : 1;
 }

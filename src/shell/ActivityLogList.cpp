@@ -37,26 +37,24 @@ QFont scaled(const QFont& font, double factor)
     return made;
 }
 
-/// How an action shows.
+/// How an action shows: its sign and its label have one colour.
 struct ActionLook {
     QString icon;
-    QColor sign;
-    QColor text; ///< the same hue, strong enough to be read
+    QColor colour;
 };
 
 ActionLook actionLook(ActivityAction action, const QPalette& colours)
 {
-    const QColor green = AppTheme::green(colours);
-    const QColor red = AppTheme::red(colours);
     switch (action) {
     case ActivityAction::enabled:
-        return {u"checkmark.circle.fill"_s, green, AppTheme::legible(green, colours)};
+        return {u"checkmark.circle.fill"_s, AppTheme::legible(AppTheme::green(colours), colours)};
     case ActivityAction::disabled:
-        return {u"xmark.circle.fill"_s, AppTheme::withOpacity(red, 0.8), AppTheme::legible(red, colours)};
+        return {u"xmark.circle.fill"_s,
+                AppTheme::withOpacity(AppTheme::legible(AppTheme::red(colours), colours), 0.8)};
     case ActivityAction::deleted:
         break;
     }
-    return {u"trash.fill"_s, AppTheme::textTertiary(colours), AppTheme::textSecondary(colours)};
+    return {u"trash.fill"_s, AppTheme::textTertiary(colours)};
 }
 
 /// The texts of a row and where they stand, for one font and one width.
@@ -128,10 +126,10 @@ public:
         };
         painter->save();
         painter->setRenderHint(QPainter::Antialiasing);
-        drawIcon(*painter, places.icon, look.icon, look.sign);
+        drawIcon(*painter, places.icon, look.icon, look.colour);
         write(places.nameRect, places.name, AppTheme::textPrimary(option.palette), entry.pluginName);
         write(places.formatRect, places.small, secondary, entry.format);
-        write(places.actionRect, places.strong, look.text, action, Qt::AlignRight);
+        write(places.actionRect, places.strong, look.colour, action, Qt::AlignRight);
         write(places.timeRect, places.small, secondary, timeAgo, Qt::AlignRight);
         if (m_list.showsFocus(index)) {
             painter->setPen(QPen(AppTheme::accent(option.palette), 1.5));

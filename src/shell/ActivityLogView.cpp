@@ -6,6 +6,7 @@
 #include "shell/ActivityLogList.h"
 #include "shell/AppTheme.h"
 #include "shell/Dialogs.h"
+#include "shell/Presence.h"
 #include "shell/PressButton.h"
 #include "shell/TintedLabel.h"
 #include "shell/ViewUpdater.h"
@@ -95,9 +96,9 @@ void ActivityLogView::confirmClear()
 void ActivityLogView::render()
 {
     const auto& entries = *m_log.entries;
-    m_clear->setVisible(!entries.empty());
+    present(m_clear, !entries.empty(), m_focusHeir);
     m_empty->setVisible(entries.empty());
-    m_list->setVisible(!entries.empty());
+    present(m_list, !entries.empty(), m_focusHeir);
     m_list->setEntries(entries);
 }
 

@@ -19,6 +19,8 @@ class ActivityLogView final : public QWidget {
 
 public:
     ActivityLogView(ActivityLogManager& log, const platform::Platform& platform, QWidget* parent);
+    /// Takes the focus when the log has been emptied.
+    void setFocusHeir(QWidget* heir) { m_focusHeir = heir; }
 
 private:
     [[nodiscard]] QWidget* makeEmptyState();
@@ -30,6 +32,7 @@ private:
     QWidget* m_empty;
     ActivityLogList* m_list;
     ViewUpdater* m_updates;
+    QWidget* m_focusHeir = nullptr;
 };
 
 } // namespace orvanlite

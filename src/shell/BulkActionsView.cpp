@@ -16,6 +16,7 @@
 
 #include <QHBoxLayout>
 #include <QPainter>
+#include <QResizeEvent>
 
 #include <algorithm>
 #include <utility>
@@ -336,6 +337,23 @@ void BulkActionsView::removeMarked()
         m_viewModel.deselectPluginsByName(name);
     m_selectedBulkNames.clear();
     m_updates->schedule();
+}
+
+QSize BulkActionsView::sizeHint() const
+{
+    return {layout()->sizeHint().width(), layout()->heightForWidth(width())};
+}
+
+QSize BulkActionsView::minimumSizeHint() const
+{
+    return {layout()->minimumSize().width(), layout()->minimumHeightForWidth(width())};
+}
+
+void BulkActionsView::resizeEvent(QResizeEvent* event)
+{
+    QWidget::resizeEvent(event);
+    if (event->size().width() != event->oldSize().width())
+        updateGeometry();
 }
 
 void BulkActionsView::paintEvent(QPaintEvent* /*event*/)

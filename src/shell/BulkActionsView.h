@@ -41,7 +41,15 @@ public:
     /// The rows take all the height that there is, whatever the pane's height.
     void setExpandsFull(bool expands);
 
+    /// With all lines that the rows above the list wrap into at the present width, and the list at its asked height, or
+    /// at its least: so the list gives way, and the table, before any text does.
+    [[nodiscard]] QSize sizeHint() const override;
+    [[nodiscard]] QSize minimumSizeHint() const override;
+    /// On purpose not: a layout would take the whole height for the least one then.
+    [[nodiscard]] bool hasHeightForWidth() const override { return false; }
+
 protected:
+    void resizeEvent(QResizeEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
 
 private:

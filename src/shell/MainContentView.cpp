@@ -129,6 +129,7 @@ void MainContentView::reset()
     // On purpose twice, here and behind the closure: the button resets whoever listens to it.
     m_viewModel.resetView();
     m_onResetTapped();
+    m_list->startOver();
 }
 
 void MainContentView::showExportPicker()

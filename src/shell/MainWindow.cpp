@@ -14,7 +14,9 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int kSaveDelayMilliseconds = 400;
-constexpr QSize kSmallestSize(720, 460);
+/// At a text of the usual height: table, bulk pane and its notices have room for all they say.
+constexpr QSize kSmallestSize(720, 560);
+constexpr int kUsualTextHeight = 17;
 /// What a window manager usually puts above a window; its real height is known only once the window is shown.
 constexpr int kTitleBar = 32;
 
@@ -24,7 +26,8 @@ MainWindow::MainWindow(platform::Defaults& defaults)
     : m_defaults(defaults)
 {
     setObjectName(u"mainWindow"_s);
-    setMinimumSize(kSmallestSize);
+    const double scale = std::max(1.0, double(fontMetrics().height()) / kUsualTextHeight);
+    setMinimumSize((kSmallestSize * scale).boundedTo(screen()->availableSize() - QSize(0, kTitleBar)));
     m_saveTimer.setSingleShot(true);
     m_saveTimer.setInterval(kSaveDelayMilliseconds);
     connect(&m_saveTimer, &QTimer::timeout, this, &MainWindow::saveFrame);

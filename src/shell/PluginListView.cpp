@@ -93,6 +93,12 @@ PluginListView::PluginListView(PluginManagerViewModel& viewModel, const platform
 
 void PluginListView::focusTable() { m_table->setFocus(); }
 
+void PluginListView::startOver()
+{
+    m_updates->flush(); // or the rows of before would come back to their place
+    m_table->startOver();
+}
+
 void PluginListView::buildFooter()
 {
     m_footer->setObjectName(u"tableFooter"_s);

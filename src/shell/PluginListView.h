@@ -31,6 +31,8 @@ public:
     PluginListView(PluginManagerViewModel& viewModel, const platform::Platform& platform, QWidget* parent);
 
     void focusTable();
+    /// Back to the first row, with none current.
+    void startOver();
 
 private:
     void buildFooter();

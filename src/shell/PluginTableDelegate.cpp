@@ -6,9 +6,11 @@
 #include "shell/SwitchPainting.h"
 
 #include <QHeaderView>
+#include <QHelpEvent>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QTableView>
+#include <QToolTip>
 #include <QVariantAnimation>
 
 namespace orvanlite {
@@ -47,32 +49,42 @@ bool isChanged(const QModelIndex& index)
     return state == PreviewState::willEnable || state == PreviewState::willDisable;
 }
 
+/// Orange as text.
+QColor changedText(const QPalette& colours) { return AppTheme::legible(AppTheme::orange(colours), colours); }
+
 /// Colours of a row's parts under a preview.
 struct PreviewLook {
-    QColor sign;
-    double ground; ///< opacity of the sign's colour behind the status
+    QColor ink;    ///< of the sign and its text
+    QColor ground; ///< behind the status
 };
 
 PreviewLook previewLook(PreviewState state, const QPalette& colours)
 {
     switch (state) {
     case PreviewState::staysEnabled:
-        return {AppTheme::green(colours), 0.08};
+        return {AppTheme::legible(AppTheme::green(colours), colours),
+                AppTheme::withOpacity(AppTheme::green(colours), 0.08)};
     case PreviewState::staysDisabled:
-        return {AppTheme::withOpacity(AppTheme::red(colours), 0.7), 0.06 / 0.7};
+        return {AppTheme::withOpacity(AppTheme::legible(AppTheme::red(colours), colours), 0.7),
+                AppTheme::withOpacity(AppTheme::red(colours), 0.06)};
     default:
-        return {AppTheme::orange(colours), 0.15};
+        return {changedText(colours), AppTheme::withOpacity(AppTheme::orange(colours), 0.15)};
     }
 }
-
-/// Orange as text.
-QColor changedText(const QPalette& colours) { return AppTheme::legible(AppTheme::orange(colours), colours); }
 
 QFont smallFont(const QFont& font)
 {
     QFont smaller = font;
     smaller.setPointSizeF(font.pointSizeF() * 0.92);
     return smaller;
+}
+
+/// Strong, to be read in the faded colour of a plugin that stays off.
+QFont statusFont(const QFont& font)
+{
+    QFont strong = smallFont(font);
+    strong.setWeight(QFont::DemiBold);
+    return strong;
 }
 
 } // namespace
@@ -192,7 +204,7 @@ void PluginTableDelegate::paintPreviewStatus(QPainter& painter, const QStyleOpti
                                              const QModelIndex& index) const
 {
     const PreviewLook look = previewLook(previewOf(index), option.palette);
-    const QFont font = smallFont(option.font);
+    const QFont font = statusFont(option.font);
     const QFontMetrics metrics(font);
     const QString text = textOf(index);
     QRectF badge = contentRect(option.rect);
@@ -203,17 +215,15 @@ void PluginTableDelegate::paintPreviewStatus(QPainter& painter, const QStyleOpti
     badge.setTop(option.rect.center().y() - height / 2 + 0.5);
     badge.setHeight(height);
     painter.setPen(Qt::NoPen);
-    painter.setBrush(AppTheme::withOpacity(look.sign, look.ground));
+    painter.setBrush(look.ground);
     painter.drawRoundedRect(badge, 4, 4);
     const QRectF icon(badge.left() + kStatusPaddingX, badge.center().y() - kBadgeIconSize / 2.0,
                       kBadgeIconSize, kBadgeIconSize);
-    drawIcon(painter, icon, index.data(PluginTableModel::IconRole).toString(), look.sign);
+    drawIcon(painter, icon, index.data(PluginTableModel::IconRole).toString(), look.ink);
     QRectF label = badge.adjusted(0, 0, -kStatusPaddingX + 1, 0);
     label.setLeft(icon.right() + kLinkSpacing);
-    QColor opaque = look.sign;
-    opaque.setAlphaF(1);
     painter.setFont(font);
-    painter.setPen(AppTheme::legible(opaque, option.palette));
+    painter.setPen(look.ink);
     painter.drawText(label, Qt::AlignLeft | Qt::AlignVCenter,
                      metrics.elidedText(text, Qt::ElideRight, static_cast<int>(label.width())));
 }
@@ -323,23 +333,57 @@ void PluginTableDelegate::paintText(QPainter& painter, const QStyleOptionViewIte
 
 QSize PluginTableDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const
 {
-    const QFontMetrics metrics(option.font);
-    int width = metrics.horizontalAdvance(textOf(index)) + 2 * kCellPadding;
-    switch (columnOf(index)) {
+    const int height = std::max(kRowHeight, option.fontMetrics.height() + kCellPadding);
+    return {widthFor(columnOf(index), textOf(index), option.font), height};
+}
+
+int PluginTableDelegate::widthFor(PluginColumn column, const QString& text, const QFont& font) const
+{
+    const auto needs = [&text](const QFont& each) { return QFontMetrics(each).horizontalAdvance(text) + 1; };
+    switch (column) {
     case PluginColumn::status:
-        width = m_model.isPreview() ? width + kBadgeIconSize + kLinkSpacing + 2 * kStatusPaddingX
-                                    : kSwitchSize.width() + 2 * kCellPadding;
-        break;
+        return 2 * kCellPadding + (m_model.isPreview() ? needs(statusFont(font)) + kBadgeIconSize +
+                                                             kLinkSpacing + 2 * kStatusPaddingX
+                                                       : kSwitchSize.width());
     case PluginColumn::manufacturer:
-        width += kLinkSpacing + kLinkIconSize;
-        break;
+        return needs(font) + 2 * kCellPadding + kLinkSpacing + kLinkIconSize;
     case PluginColumn::format:
-        width += kBadgeIconSize + kLinkSpacing + 2 * kBadgePaddingX;
-        break;
+        return needs(smallFont(font)) + 2 * kCellPadding + kBadgeIconSize + kLinkSpacing + 1 +
+               2 * kBadgePaddingX;
     default:
+        return needs(font) + 2 * kCellPadding;
+    }
+}
+
+int PluginTableDelegate::leastWidth(PluginColumn column, const QFont& font) const
+{
+    switch (column) {
+    case PluginColumn::status:
+        return widthFor(column, u"Will Disable"_s, font);
+    case PluginColumn::name:
+        return 20 * QFontMetrics(font).averageCharWidth();
+    case PluginColumn::manufacturer:
+        return 16 * QFontMetrics(font).averageCharWidth();
+    case PluginColumn::format:
+        return widthFor(column, rawValue(PluginFormat::au), font);
+    case PluginColumn::version:
+        return widthFor(column, u"10.10.10"_s, font);
+    case PluginColumn::lastUsed:
         break;
     }
-    return {width, std::max(kRowHeight, metrics.height() + kCellPadding)};
+    return widthFor(column, u"10 months ago"_s, font);
+}
+
+bool PluginTableDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view,
+                                    const QStyleOptionViewItem& option, const QModelIndex& index)
+{
+    // The tooltip of a maker speaks of its link, which may end before the cell does.
+    if (index.isValid() && columnOf(index) == PluginColumn::manufacturer &&
+        !linkRect(option.rect, index, view->font()).contains(event->pos())) {
+        QToolTip::hideText();
+        return true;
+    }
+    return QStyledItemDelegate::helpEvent(event, view, option, index);
 }
 
 bool PluginTableDelegate::editorEvent(QEvent* event, QAbstractItemModel* model,

@@ -9,6 +9,7 @@ class QVariantAnimation;
 namespace orvanlite {
 
 class PluginTableModel;
+enum class PluginColumn;
 
 /// Draws the cells of the plugin table: the switch, the maker's link, the format's badge and plain texts, on the
 /// rounded ground of the row.
@@ -26,6 +27,9 @@ public:
     /// Where the switch of a status cell takes a click.
     [[nodiscard]] static QRect switchRect(const QRect& cell);
 
+    /// What the column's usual texts need in that font.
+    [[nodiscard]] int leastWidth(PluginColumn column, const QFont& font) const;
+
     void setHoveredLink(const QModelIndex& index) { m_hoveredLink = index; }
     [[nodiscard]] bool showsFocus() const { return m_showsFocus; }
     void setShowsFocus(bool shows) { m_showsFocus = shows; }
@@ -35,12 +39,15 @@ public:
     [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override;
     bool editorEvent(QEvent* event, QAbstractItemModel* model, const QStyleOptionViewItem& option,
                      const QModelIndex& index) override;
+    bool helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
+                   const QModelIndex& index) override;
 
 Q_SIGNALS:
     void needsRepaint();
     void linkActivated(const QModelIndex& index);
 
 private:
+    [[nodiscard]] int widthFor(PluginColumn column, const QString& text, const QFont& font) const;
     void paintGround(QPainter& painter, const QStyleOptionViewItem& option, const QModelIndex& index) const;
     void paintPreviewStatus(QPainter& painter, const QStyleOptionViewItem& option,
                             const QModelIndex& index) const;

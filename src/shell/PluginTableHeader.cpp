@@ -16,6 +16,7 @@ namespace {
 constexpr int kHeight = 30;
 constexpr int kPadding = 10;
 constexpr int kArrowSize = 12;
+constexpr int kArrowGap = 4;
 
 /// What a screen reader finds: the picked title, which can be pressed.
 class HeaderAccessible final : public QAccessibleWidget {
@@ -69,6 +70,15 @@ QSize PluginTableHeader::sizeHint() const
     return {QHeaderView::sizeHint().width(), std::max(kHeight, fontMetrics().height() + kPadding)};
 }
 
+int PluginTableHeader::leastWidth(int column) const
+{
+    QFont strong = font();
+    strong.setWeight(QFont::DemiBold);
+    const QString title = model()->headerData(column, Qt::Horizontal).toString();
+    return QFontMetrics(strong).horizontalAdvance(title) + 1 + kPadding + kPadding / 2 + kArrowSize +
+           kArrowGap;
+}
+
 void PluginTableHeader::paintSection(QPainter* painter, const QRect& rect, int logicalIndex) const
 {
     if (!rect.isValid())
@@ -85,7 +95,7 @@ void PluginTableHeader::paintSection(QPainter* painter, const QRect& rect, int l
     painter->setPen(colour);
     QRect label = rect.adjusted(kPadding, 0, -kPadding / 2, 0);
     if (isSorted)
-        label.setRight(label.right() - kArrowSize);
+        label.setRight(label.right() - kArrowSize - kArrowGap);
     const QFontMetrics metrics(titleFont);
     const QString title = model()->headerData(logicalIndex, Qt::Horizontal).toString();
     const QString shown = metrics.elidedText(title, Qt::ElideRight, label.width());
@@ -93,7 +103,7 @@ void PluginTableHeader::paintSection(QPainter* painter, const QRect& rect, int l
     if (isSorted) {
         const QString arrow =
             sortIndicatorOrder() == Qt::AscendingOrder ? u"chevron.up"_s : u"chevron.down"_s;
-        const QRectF place(label.left() + metrics.horizontalAdvance(shown) + 4,
+        const QRectF place(label.left() + metrics.horizontalAdvance(shown) + kArrowGap,
                            rect.center().y() - kArrowSize / 2.0, kArrowSize, kArrowSize);
         drawIcon(*painter, place, arrow, colour);
     }

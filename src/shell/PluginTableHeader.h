@@ -13,6 +13,8 @@ public:
 
     [[nodiscard]] QSize sizeHint() const override;
 
+    /// What the title needs when the table is sorted by it.
+    [[nodiscard]] int leastWidth(int column) const;
     /// Sorts by the title that the keys have picked.
     void sortByPicked();
 

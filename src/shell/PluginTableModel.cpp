@@ -43,7 +43,33 @@ QString previewIcon(PreviewState state)
     return keys[static_cast<std::size_t>(state)];
 }
 
+/// Few enough to be freed between two frames.
+constexpr std::size_t kFreedAtOnce = 4000;
+
 } // namespace
+
+PluginLeftovers::PluginLeftovers()
+{
+    QObject::connect(&m_timer, &QTimer::timeout, &m_timer, [this] { freeSome(); });
+}
+
+void PluginLeftovers::take(AudioPlugins plugins)
+{
+    if (plugins.size() <= kFreedAtOnce)
+        return;
+    m_lists.push_back(std::move(plugins));
+    m_timer.start(0);
+}
+
+void PluginLeftovers::freeSome()
+{
+    AudioPlugins& list = m_lists.back();
+    list.erase(list.end() - static_cast<std::ptrdiff_t>(std::min(list.size(), kFreedAtOnce)), list.end());
+    if (list.empty())
+        m_lists.pop_back();
+    if (m_lists.empty())
+        m_timer.stop();
+}
 
 PluginTableModel::PluginTableModel(const platform::Clock& clock, QObject* parent)
     : QAbstractTableModel(parent)
@@ -68,7 +94,7 @@ void PluginTableModel::setPlugins(const AudioPlugins& plugins)
         if (oldCount == 0 && plugins.empty())
             return;
         beginResetModel();
-        m_plugins = plugins;
+        m_leftovers.take(std::exchange(m_plugins, plugins));
         endResetModel();
         return;
     }
@@ -80,7 +106,9 @@ void PluginTableModel::setPlugins(const AudioPlugins& plugins)
         endInsertRows();
     } else if (plugins.size() < oldCount) {
         beginRemoveRows({}, static_cast<int>(plugins.size()), static_cast<int>(oldCount) - 1);
-        m_plugins.resize(plugins.size());
+        const auto tail = m_plugins.begin() + static_cast<std::ptrdiff_t>(plugins.size());
+        m_leftovers.take({std::make_move_iterator(tail), std::make_move_iterator(m_plugins.end())});
+        m_plugins.erase(tail, m_plugins.end());
         endRemoveRows();
     }
 }
@@ -187,6 +215,8 @@ QVariant PluginTableModel::data(const QModelIndex& index, int role) const
     case Qt::AccessibleDescriptionRole:
         return accessibleDescription(row, column);
     case Qt::ToolTipRole:
+        if (column == PluginColumn::name) // which may be cut
+            return u"%1\n%2"_s.arg(row.name, row.currentPath);
         return column == PluginColumn::status ? QVariant() : accessibleDescription(row, column);
     case Qt::CheckStateRole:
         if (column == PluginColumn::status && !isPreview())

@@ -4,6 +4,7 @@
 
 #include <QAbstractTableModel>
 #include <QSet>
+#include <QTimer>
 
 #include <optional>
 
@@ -22,6 +23,19 @@ enum class PreviewState { none, willEnable, willDisable, staysEnabled, staysDisa
 
 /// Icon key of a format's badge.
 [[nodiscard]] QString formatIcon(PluginFormat format);
+
+/// Frees rows that are shown no longer bit by bit: at once, 100,000 of them would hold up the letter that was typed.
+class PluginLeftovers final {
+public:
+    PluginLeftovers();
+    void take(AudioPlugins plugins);
+
+private:
+    void freeSome();
+
+    std::vector<AudioPlugins> m_lists;
+    QTimer m_timer;
+};
 
 /// The rows of the plugin table. It holds them and answers for them; it asks nothing of the catalogue.
 class PluginTableModel final : public QAbstractTableModel {
@@ -75,6 +89,7 @@ private:
 
     const platform::Clock& m_clock;
     AudioPlugins m_plugins;
+    PluginLeftovers m_leftovers;
     std::optional<QSet<QString>> m_previewKeys;
 };
 

@@ -7,7 +7,11 @@
 
 #include <QKeyEvent>
 #include <QProxyStyle>
+#include <QScopedValueRollback>
 #include <QScrollBar>
+
+#include <algorithm>
+#include <numeric>
 
 namespace orvanlite {
 
@@ -16,10 +20,6 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int kRowHeight = 34;
-
-/// Below this the titles and badges would be cut, and the table scrolls sideways.
-constexpr int kSmallestWidth = 780;
-constexpr int kSmallestPreviewWidth = 660;
 
 /// Leaves the ground of the rows to the delegate.
 class BareRowStyle final : public QProxyStyle {
@@ -84,46 +84,78 @@ bool PluginTableView::showsLastRow() const
 void PluginTableView::keyPressEvent(QKeyEvent* event)
 {
     showKeyboardFocus(true);
+    if (actOnCurrentRow(*event) || moveCurrentRow(*event))
+        return;
+    const QScopedValueRollback goesByCells(m_goesByCells, true);
+    QTableView::keyPressEvent(event);
+}
+
+bool PluginTableView::actOnCurrentRow(const QKeyEvent& event)
+{
     const QModelIndex current = currentIndex();
-    const bool command = event->modifiers() & Qt::ControlModifier;
-    switch (event->key()) {
+    switch (event.key()) {
     case Qt::Key_Space:
         // A key that is held down must not move files to and fro.
-        if (current.isValid() && !event->isAutoRepeat()) {
+        if (!current.isValid() || event.isAutoRepeat())
+            return true;
+        if (event.modifiers() & (Qt::ShiftModifier | Qt::ControlModifier)) {
+            selectionModel()->select(current, QItemSelectionModel::Toggle | QItemSelectionModel::Rows);
+        } else {
             const QModelIndex status = current.siblingAtColumn(static_cast<int>(PluginColumn::status));
             const bool isOn = status.data(Qt::CheckStateRole).toInt() == Qt::Checked;
             m_model.setData(status, isOn ? Qt::Unchecked : Qt::Checked, Qt::CheckStateRole);
         }
-        return;
+        return true;
     case Qt::Key_Return:
     case Qt::Key_Enter:
-        if (!event->isAutoRepeat() && current.column() == static_cast<int>(PluginColumn::manufacturer) &&
+        if (!event.isAutoRepeat() && current.column() == static_cast<int>(PluginColumn::manufacturer) &&
             !current.data(PluginTableModel::IsFadedRole).toBool())
             Q_EMIT linkActivated(current);
-        return;
-    case Qt::Key_Up:
-    case Qt::Key_Down:
-        if (command) {
-            goToRow(event->key() == Qt::Key_Up ? 0 : m_model.rowCount() - 1, event->modifiers());
-            return;
-        }
-        break;
+        return true;
     case Qt::Key_F10:
-        if (event->modifiers() & Qt::ShiftModifier) {
-            Q_EMIT customContextMenuRequested(visualRect(current).center());
-            return;
-        }
-        break;
+        if (!(event.modifiers() & Qt::ShiftModifier))
+            return false;
+        Q_EMIT customContextMenuRequested(visualRect(current).center());
+        return true;
     default:
-        break;
+        return false;
     }
-    QTableView::keyPressEvent(event);
+}
+
+bool PluginTableView::moveCurrentRow(const QKeyEvent& event)
+{
+    if (event.key() != Qt::Key_Up && event.key() != Qt::Key_Down)
+        return false;
+    const bool isUp = event.key() == Qt::Key_Up;
+    const int last = m_model.rowCount() - 1;
+    const int row = currentIndex().row();
+    if (event.modifiers() & Qt::ControlModifier) {
+        goToRow(isUp ? 0 : last, event.modifiers());
+        return true;
+    }
+    if (event.modifiers() & Qt::AltModifier) {
+        // Goes along the rows and marks none.
+        if (last >= 0) {
+            const int target = std::clamp(m_isCurrentFromFocus ? row : row + (isUp ? -1 : 1), 0, last);
+            m_isCurrentFromFocus = false;
+            selectionModel()->setCurrentIndex(m_model.index(target, std::max(0, currentIndex().column())),
+                                              QItemSelectionModel::NoUpdate);
+        }
+        return true;
+    }
+    if (m_isCurrentFromFocus) {
+        // The first key picks the row that bears the ring, or that one could not be picked alone.
+        goToRow(row, Qt::NoModifier);
+        return true;
+    }
+    return false;
 }
 
 void PluginTableView::goToRow(int row, Qt::KeyboardModifiers modifiers)
 {
     if (row < 0)
         return;
+    m_isCurrentFromFocus = false;
     const QModelIndex target = m_model.index(row, std::max(0, currentIndex().column()));
     if ((modifiers & Qt::ShiftModifier) && currentIndex().isValid()) {
         const QItemSelection span(m_model.index(std::min(row, currentIndex().row()), 0),
@@ -138,6 +170,23 @@ void PluginTableView::goToRow(int row, Qt::KeyboardModifiers modifiers)
     scrollTo(target);
 }
 
+void PluginTableView::scrollTo(const QModelIndex& index, ScrollHint hint)
+{
+    const int left = horizontalScrollBar()->value();
+    QTableView::scrollTo(index, hint);
+    // Rows are brought into sight, cells only for keys that go by cells: a click moves no table sideways.
+    if (!m_goesByCells)
+        horizontalScrollBar()->setValue(left);
+}
+
+void PluginTableView::startOver()
+{
+    // The view keeps its place across a reload; a reset is meant to lose it.
+    selectionModel()->clearCurrentIndex();
+    verticalScrollBar()->setValue(0);
+    horizontalScrollBar()->setValue(0);
+}
+
 void PluginTableView::showKeyboardFocus(bool shows)
 {
     if (m_delegate->showsFocus() == shows)
@@ -148,7 +197,9 @@ void PluginTableView::showKeyboardFocus(bool shows)
 
 void PluginTableView::focusInEvent(QFocusEvent* event)
 {
+    const bool hadCurrent = currentIndex().isValid();
     QTableView::focusInEvent(event);
+    m_isCurrentFromFocus = !hadCurrent && currentIndex().isValid();
     showKeyboardFocus(event->reason() != Qt::MouseFocusReason);
     viewport()->update();
 }
@@ -162,12 +213,14 @@ void PluginTableView::focusOutEvent(QFocusEvent* event)
 void PluginTableView::currentChanged(const QModelIndex& current, const QModelIndex& previous)
 {
     QTableView::currentChanged(current, previous);
+    m_isCurrentFromFocus = false;
     viewport()->update(); // the mark of the current row runs through all its cells
 }
 
 void PluginTableView::mousePressEvent(QMouseEvent* event)
 {
     showKeyboardFocus(false);
+    m_isCurrentFromFocus = false;
     QTableView::mousePressEvent(event);
 }
 
@@ -215,19 +268,37 @@ void PluginTableView::showModelColumns()
     layoutColumns();
 }
 
+int PluginTableView::leastWidth(int column) const
+{
+    return std::max(m_header->leastWidth(column),
+                    m_delegate->leastWidth(static_cast<PluginColumn>(column), font()));
+}
+
 void PluginTableView::layoutColumns()
 {
     m_isLayingOut = true;
-    const int width =
-        std::max(viewport()->width(), m_model.isPreview() ? kSmallestPreviewWidth : kSmallestWidth);
-    const int last = static_cast<int>(m_model.isPreview() ? PluginColumn::format : PluginColumn::lastUsed);
-    int left = width;
-    for (int column = 0; column <= last; ++column) {
-        const int share =
-            column == last ? left : static_cast<int>(width * shares()[static_cast<std::size_t>(column)]);
-        m_header->resizeSection(column, share);
-        left -= share;
+    const int count =
+        1 + static_cast<int>(m_model.isPreview() ? PluginColumn::format : PluginColumn::lastUsed);
+    std::array<int, kPluginColumnCount> least{};
+    for (int column = 0; column < count; ++column)
+        least[static_cast<std::size_t>(column)] = leastWidth(column);
+    // A window that is too narrow for that scrolls sideways.
+    const int width = std::max(viewport()->width(), std::accumulate(least.begin(), least.end(), 0));
+    std::array<int, kPluginColumnCount> widths{};
+    int spare = width;
+    for (std::size_t column = 0; column < least.size(); ++column) {
+        widths[column] = std::max(least[column], static_cast<int>(width * shares()[column]));
+        spare -= widths[column];
     }
+    // What a column got beyond its share is taken from the two that hold long texts; what is left over is theirs.
+    auto& name = widths[static_cast<std::size_t>(PluginColumn::name)];
+    auto& maker = widths[static_cast<std::size_t>(PluginColumn::manufacturer)];
+    const int leastMaker = least[static_cast<std::size_t>(PluginColumn::manufacturer)];
+    const int forMaker = std::max(leastMaker - maker, spare * 2 / 5);
+    maker += forMaker;
+    name += spare - forMaker;
+    for (int column = 0; column < count; ++column)
+        m_header->resizeSection(column, widths[static_cast<std::size_t>(column)]);
     m_isLayingOut = false;
 }
 
@@ -243,14 +314,22 @@ void PluginTableView::takeOverShares()
 void PluginTableView::resizeEvent(QResizeEvent* event)
 {
     QTableView::resizeEvent(event);
-    // The bulk pane that comes up under the table must not cover the row that has just been picked.
-    const int current = currentIndex().isValid() ? rowViewportPosition(currentIndex().row()) : -1;
-    if (current >= 0 && current < event->oldSize().height() &&
-        current + rowHeight(0) > event->size().height())
-        scrollTo(currentIndex());
+    // What comes up in the window, as the bulk pane does, must not cover the row that has just been picked. A window
+    // that its user makes smaller may.
+    const QSize windowSize = window()->size();
+    if (windowSize == m_windowSize)
+        keepCurrentRowInSight(event->oldSize().height(), event->size().height());
+    m_windowSize = windowSize;
     if (event->size().width() != event->oldSize().width())
         layoutColumns();
     Q_EMIT viewportChanged();
+}
+
+void PluginTableView::keepCurrentRowInSight(int oldHeight, int newHeight)
+{
+    const int current = currentIndex().isValid() ? rowViewportPosition(currentIndex().row()) : -1;
+    if (current >= 0 && current < oldHeight && current + rowHeight(0) > newHeight)
+        scrollTo(currentIndex());
 }
 
 void PluginTableView::scrollContentsBy(int dx, int dy)

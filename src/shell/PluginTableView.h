@@ -23,6 +23,9 @@ public:
     void showModelColumns();
     /// Whether the last row can be seen.
     [[nodiscard]] bool showsLastRow() const;
+    /// Back to the first row, with none current.
+    void startOver();
+    void scrollTo(const QModelIndex& index, ScrollHint hint = EnsureVisible) override;
 
 Q_SIGNALS:
     void linkActivated(const QModelIndex& index);
@@ -45,11 +48,16 @@ private:
     void followPointer(const QPoint& position);
     /// The current row is marked for those who move it by keys, not after a click.
     void showKeyboardFocus(bool shows);
-    /// Gives each column its share of the width.
+    /// Gives each column its share of the width, and at least what its title and cells need.
     void layoutColumns();
+    [[nodiscard]] int leastWidth(int column) const;
     /// The user has dragged a column: its share stays when the window changes.
     void takeOverShares();
+    /// What a key on the current row means; false for all that is left to the table.
+    bool actOnCurrentRow(const QKeyEvent& event);
+    bool moveCurrentRow(const QKeyEvent& event);
     void goToRow(int row, Qt::KeyboardModifiers modifiers);
+    void keepCurrentRowInSight(int oldHeight, int newHeight);
 
     PluginTableModel& m_model;
     PluginTableDelegate* m_delegate;
@@ -62,6 +70,10 @@ private:
     Shares m_shares{0.08, 0.31, 0.24, 0.14, 0.10, 0.13};
     Shares m_previewShares{0.17, 0.37, 0.28, 0.18, 0, 0};
     bool m_isLayingOut = false;
+    /// The current row came with the focus: nobody has gone to it yet.
+    bool m_isCurrentFromFocus = false;
+    bool m_goesByCells = false;
+    QSize m_windowSize;
 };
 
 } // namespace orvanlite

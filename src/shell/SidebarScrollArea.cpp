@@ -4,6 +4,7 @@
 
 #include <QApplication>
 #include <QEvent>
+#include <QLayout>
 #include <QVariantAnimation>
 
 #include <cmath>
@@ -57,8 +58,7 @@ SidebarScrollArea::SidebarScrollArea(QWidget* content, int leastHeight, bool isA
     m_animation->setEndValue(1.0);
     connect(m_animation, &QVariantAnimation::valueChanged, this, [this](const QVariant& share) {
         // Sections open and close meanwhile: where the widget is, and how far there is to go, is asked each time.
-        const int end = std::min(m_target->mapTo(widget(), QPoint()).y(), verticalScrollBar()->maximum());
-        verticalScrollBar()->setValue(m_start + qRound((end - m_start) * share.toDouble()));
+        verticalScrollBar()->setValue(m_start + qRound((scrollEnd() - m_start) * share.toDouble()));
     });
     connect(qApp, &QApplication::focusChanged, this, [this](QWidget* /*old*/, QWidget* now) {
         // What is reached by the keyboard comes into view; a click must not move what it is on.
@@ -67,14 +67,29 @@ SidebarScrollArea::SidebarScrollArea(QWidget* content, int leastHeight, bool isA
     });
 }
 
-void SidebarScrollArea::scrollToTop(QWidget* widget)
+int SidebarScrollArea::scrollEnd() const
+{
+    const int top = m_target->mapTo(widget(), QPoint()).y();
+    const int lowest = top + m_target->height() - viewport()->height();
+    const int end = m_isToTop ? top : std::min(top, std::max(m_start, lowest));
+    return std::min(end, verticalScrollBar()->maximum());
+}
+
+void SidebarScrollArea::scrollToTop(QWidget* widget) { scrollTo(widget, true); }
+
+void SidebarScrollArea::scrollIntoView(QWidget* widget) { scrollTo(widget, false); }
+
+void SidebarScrollArea::scrollTo(QWidget* widget, bool isToTop)
 {
     m_target = widget;
+    m_isToTop = isToTop;
     m_start = verticalScrollBar()->value();
     m_animation->stop();
     m_animation->start();
-    if (m_reducesMotion)
-        m_animation->setCurrentTime(kScrollMilliseconds);
+    if (!m_reducesMotion)
+        return;
+    this->widget()->layout()->activate(); // what has just opened has its height then
+    m_animation->setCurrentTime(kScrollMilliseconds);
 }
 
 QSize SidebarScrollArea::sizeHint() const

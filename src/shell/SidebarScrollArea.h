@@ -19,6 +19,9 @@ public:
     /// Scrolls until the widget, part of the content, is at the top, or as near to it as the content lets it.
     void scrollToTop(QWidget* widget);
 
+    /// Scrolls no further than until the whole widget is in view, or its top where it is higher than the view.
+    void scrollIntoView(QWidget* widget);
+
     [[nodiscard]] QSize sizeHint() const override;
     [[nodiscard]] QSize minimumSizeHint() const override;
 
@@ -29,6 +32,9 @@ protected:
 
 private:
     void showEdges();
+    void scrollTo(QWidget* widget, bool isToTop);
+    /// Where the running scroll ends.
+    [[nodiscard]] int scrollEnd() const;
 
     QWidget* m_topEdge; ///< lines where the content goes on behind
     QWidget* m_bottomEdge;
@@ -36,6 +42,7 @@ private:
     bool m_isAsHighAsContent;
     bool m_reducesMotion;
     QWidget* m_target = nullptr;
+    bool m_isToTop = true;
     int m_start = 0;
     QVariantAnimation* m_animation;
 };

@@ -155,7 +155,11 @@ SidebarSection::SidebarSection(const QString& title, const QString& identity, bo
             [this](const QVariant& value) { setExtent(value.toDouble()); });
     // An opening that is turned round before its first step changes no value on its way back.
     connect(m_animation, &QVariantAnimation::finished, this, [this] { setExtent(isOpen() ? 1 : 0); });
-    connect(m_header, &QAbstractButton::clicked, this, [this] { setOpen(!isOpen(), true); });
+    connect(m_header, &QAbstractButton::clicked, this, [this] {
+        setOpen(!isOpen(), true);
+        if (isOpen())
+            Q_EMIT opened();
+    });
 }
 
 void SidebarSection::setBody(QWidget* body) { m_body->setContent(body); }

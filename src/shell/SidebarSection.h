@@ -32,6 +32,10 @@ public:
     [[nodiscard]] bool isOpen() const;
     [[nodiscard]] QAbstractButton* header() const;
 
+Q_SIGNALS:
+    /// The user has opened it.
+    void opened();
+
 private:
     void setExtent(double extent);
 

@@ -14,6 +14,7 @@
 #include "shell/MenuBarLoginItem.h"
 #include "shell/MenuBarSection.h"
 #include "shell/PluginTableModel.h"
+#include "shell/Presence.h"
 #include "shell/PressButton.h"
 #include "shell/ProfilesSection.h"
 #include "shell/SidebarActions.h"
@@ -27,7 +28,6 @@
 #include "shell/TintedLabel.h"
 #include "shell/ViewUpdater.h"
 
-#include <QApplication>
 #include <QMessageBox>
 #include <QVBoxLayout>
 
@@ -48,15 +48,6 @@ constexpr int kLeastLowerHeight = 48;
 constexpr int kItemSlot = 20;
 constexpr int kInvertSlot = 18;
 constexpr int kSpinnerSize = 12;
-
-/// Shows or hides a part; the focus goes to the heir before what has it goes from sight.
-void present(QWidget* part, bool isPresent, QWidget* heir)
-{
-    const QWidget* focus = QApplication::focusWidget();
-    if (!isPresent && focus && (part == focus || part->isAncestorOf(focus)))
-        heir->setFocus();
-    part->setVisible(isPresent);
-}
 
 /// Takes the member out of the set, or puts it in. True if it is in now.
 template <typename Member>
@@ -98,6 +89,10 @@ SidebarView::SidebarView(PluginManagerViewModel& viewModel, ActivityLogManager& 
     stack->addWidget(makeTitle());
     m_column = new SidebarScrollArea(makeColumn(), kLeastColumnHeight, false, m_reducesMotion, this);
     m_column->setObjectName(u"sidebarColumn"_s);
+    for (SidebarSection* section :
+         {m_profilesSection, m_actionsSection, m_formatsSection, m_manufacturersSection})
+        connect(section, &SidebarSection::opened, m_column,
+                [this, section] { m_column->scrollIntoView(section); });
     stack->addWidget(m_column, 1);
     auto* lower = new SidebarScrollArea(makeLowerSections(), kLeastLowerHeight, true, m_reducesMotion, this);
     lower->setObjectName(u"sidebarLowerSections"_s);
@@ -247,6 +242,7 @@ QWidget* SidebarView::makeLowerSections()
     m_recentSection = makeSection(u"Recent Activity"_s, u"recent"_s, content);
     auto* log = new ActivityLogView(m_activityLog, m_platform, m_recentSection);
     log->setContentsMargins(kListInset, 0, kListInset, 0);
+    log->setFocusHeir(m_recentSection->header());
     m_recentSection->setBody(log);
     m_recentSection->setShrinkable();
     column->addWidget(m_recentSection);

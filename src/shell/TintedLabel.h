@@ -7,7 +7,7 @@
 namespace orvanlite {
 
 /// A text or one of our icons in a colour that is asked anew whenever light and dark change.
-class TintedLabel final : public QLabel {
+class TintedLabel : public QLabel {
 public:
     using Colour = std::function<QColor(const QPalette&)>;
 

@@ -154,7 +154,7 @@ TEST_F(SelectionTest, PaneStaysInsideTheWindowHoweverHighItIs)
     auto& handle = named<DragHandle>(window(), u"bulkPaneHandle"_s);
     for (int i = 0; i < 20; ++i)
         QTest::keyClick(&handle, Qt::Key_Up);
-    for (const QSize& size : {QSize(720, 460), QSize(900, 600), QSize(1200, 800)}) {
+    for (const QSize& size : {QSize(720, 560), QSize(900, 600), QSize(1200, 800)}) {
         window().resize(size);
         settle();
         const auto& list = named<QWidget>(window(), u"bulkPluginList"_s);

@@ -1,0 +1,166 @@
+#include "shell/ShellFixture.h"
+
+#include <QGuiApplication>
+#include <QMessageBox>
+#include <QScrollBar>
+#include <QWindow>
+
+namespace orvanlite::test {
+
+namespace {
+
+/// The whole window by keys alone: each goes to the window that has the focus, as from a keyboard.
+class KeyboardSession : public ShellTest {
+protected:
+    static void press(Qt::Key key, Qt::KeyboardModifiers modifiers = {})
+    {
+        QWindow* focus = QGuiApplication::focusWindow();
+        ASSERT_TRUE(focus);
+        QTest::keyClick(focus, key, modifiers);
+        settle();
+    }
+    static QString focused()
+    {
+        const QWidget* focus = QApplication::focusWidget();
+        return focus ? focus->objectName() : QString();
+    }
+    /// Tab until that control has the focus.
+    static void goTo(const QString& objectName)
+    {
+        for (int stops = 0; stops < 60 && focused() != objectName; ++stops)
+            press(Qt::Key_Tab);
+        EXPECT_EQ(focused().toStdString(), objectName.toStdString());
+    }
+    void type(const QString& text)
+    {
+        for (const QChar letter : text)
+            QTest::keyClick(QGuiApplication::focusWindow(), letter.toLatin1());
+        m_system.clock.advance(std::chrono::milliseconds(60));
+        settle();
+    }
+    [[nodiscard]] QStringList selected()
+    {
+        QStringList names;
+        for (const AudioPlugin& plugin : viewModel().filteredPlugins()) {
+            if (viewModel().persistedSelections.contains(plugin.id))
+                names.append(plugin.name);
+        }
+        return names;
+    }
+    [[nodiscard]] bool isOnDisk(const QString& name) const
+    {
+        return QFile::exists(m_root.path() + u"/Library/Audio/Plug-Ins/VST3/"_s + name + u".vst3"_s);
+    }
+    /// What a window manager does when a dialog has gone.
+    [[nodiscard]] bool comesBackTo(const QString& objectName)
+    {
+        const bool isGone = waitFor([] { return !QApplication::activeModalWidget(); });
+        window().activateWindow();
+        return isGone && waitFor([&] { return focused() == objectName; });
+    }
+    /// The question on the screen, after it has come to the front.
+    [[nodiscard]] bool isAsked()
+    {
+        return waitFor([] { return QApplication::activeModalWidget() && !focused().isEmpty(); });
+    }
+};
+
+} // namespace
+
+TEST_F(KeyboardSession, SearchesSortsFiltersPicksActsConfirmsAndCancels)
+{
+    addPlugins(12);
+    m_root.addFile(u"/Library/Audio/Plug-Ins/CLAP/Other.clap"_s);
+    launch();
+    window().activateWindow();
+    ASSERT_TRUE(waitFor([] { return QGuiApplication::focusWindow() != nullptr; }));
+
+    goTo(u"searchField"_s);
+    type(u"0011"_s);
+    EXPECT_EQ(footer(), u"Showing 1 of 1 plugins"_s);
+    goTo(u"clearSearchButton"_s);
+    press(Qt::Key_Space);
+    m_system.clock.advance(std::chrono::milliseconds(60));
+    settle();
+    EXPECT_EQ(footer(), u"Showing 13 of 13 plugins"_s);
+
+    goTo(u"pluginTableHeader"_s); // its pick stands at the column that is sorted by
+    press(Qt::Key_Space);
+    EXPECT_EQ(shownNames().first(), u"Plugin 0011"_s);
+    press(Qt::Key_Space);
+    EXPECT_EQ(shownNames().first(), u"Other"_s);
+
+    goTo(u"formatsHeader"_s);
+    press(Qt::Key_Space);
+    goTo(u"formatRowVST3"_s);
+    press(Qt::Key_Space);
+    EXPECT_EQ(footer(), u"Showing 12 of 12 plugins"_s);
+
+    goTo(u"pluginTable"_s);
+    EXPECT_EQ(selected(), QStringList()) << "the focus alone picks nothing";
+    press(Qt::Key_Down);
+    EXPECT_EQ(selected(), QStringList{u"Plugin 0000"_s}) << "the row that bears the ring comes first";
+    press(Qt::Key_Down, Qt::AltModifier);
+    press(Qt::Key_Down, Qt::AltModifier);
+    EXPECT_EQ(selected().size(), 1) << "a row that is passed by is not picked";
+    press(Qt::Key_Space, Qt::ShiftModifier);
+    EXPECT_EQ(selected(), (QStringList{u"Plugin 0000"_s, u"Plugin 0002"_s}));
+    EXPECT_TRUE(viewModel().filteredPlugins()[2].isEnabled) << "marking switches nothing";
+
+    goTo(u"deleteSelectedButton"_s);
+    press(Qt::Key_Space);
+    ASSERT_TRUE(isAsked());
+    press(Qt::Key_Escape);
+    ASSERT_TRUE(comesBackTo(u"deleteSelectedButton"_s));
+    EXPECT_TRUE(isOnDisk(u"Plugin 0000"_s) && isOnDisk(u"Plugin 0002"_s));
+    press(Qt::Key_Space);
+    ASSERT_TRUE(isAsked());
+    goTo(u"confirmButton"_s);
+    press(Qt::Key_Space);
+    EXPECT_TRUE(waitFor([this] { return *viewModel().dbTotalCount == 11; }));
+    EXPECT_FALSE(isOnDisk(u"Plugin 0000"_s) || isOnDisk(u"Plugin 0002"_s));
+    EXPECT_TRUE(isOnDisk(u"Plugin 0001"_s));
+}
+
+TEST_F(KeyboardSession, ClearedLogHandsItsFocusToTheHeader)
+{
+    addPlugins(1);
+    launch();
+    m_log.log(u"Plugin 0000"_s, u"VST3"_s, ActivityAction::disabled);
+    window().activateWindow();
+    goTo(u"recentHeader"_s);
+    press(Qt::Key_Space);
+    goTo(u"clearActivityButton"_s);
+    press(Qt::Key_Space);
+    ASSERT_TRUE(isAsked());
+    goTo(u"confirmButton"_s);
+    press(Qt::Key_Return);
+    EXPECT_TRUE(m_log.entries->empty());
+    EXPECT_TRUE(comesBackTo(u"recentHeader"_s)) << focused().toStdString();
+}
+
+TEST_F(KeyboardSession, ResetStartsAtTheFirstRow)
+{
+    addPlugins(90);
+    launch();
+    window().resize(720, 600); // narrower than the columns
+    settle();
+    window().activateWindow();
+    goTo(u"pluginTable"_s);
+    press(Qt::Key_Down, Qt::ControlModifier);
+    EXPECT_GT(table().verticalScrollBar()->value(), 0);
+    EXPECT_EQ(table().horizontalScrollBar()->value(), 0);
+    EXPECT_GT(table().horizontalScrollBar()->maximum(), 0);
+    const QModelIndex cut = table().model()->index(89, 3);
+    QTest::mouseClick(table().viewport(), Qt::LeftButton, {},
+                      table().visualRect(cut).topLeft() + QPoint(2, 5));
+    EXPECT_EQ(table().horizontalScrollBar()->value(), 0) << "a click moves nothing sideways";
+    goTo(u"resetButton"_s);
+    press(Qt::Key_Space);
+    viewModel().showAllPlugins = true;
+    settle();
+    EXPECT_EQ(table().verticalScrollBar()->value(), 0);
+    EXPECT_FALSE(table().currentIndex().isValid());
+}
+
+} // namespace orvanlite::test
