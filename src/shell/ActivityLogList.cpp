@@ -27,16 +27,6 @@ constexpr int kGap = 8;
 constexpr int kLineGap = 1;
 constexpr double kCornerRadius = 6;
 
-constexpr double kCaption = 0.92;
-constexpr double kSmallCaption = 0.82;
-
-QFont scaled(const QFont& font, double factor)
-{
-    QFont made = font;
-    made.setPointSizeF(font.pointSizeF() * factor);
-    return made;
-}
-
 /// How an action shows: its sign and its label have one colour.
 struct ActionLook {
     QString icon;
@@ -60,8 +50,8 @@ ActionLook actionLook(ActivityAction action, const QPalette& colours)
 /// The texts of a row and where they stand, for one font and one width.
 struct RowLayout {
     RowLayout(const QRect& row, const QFont& font, const QString& action, const QString& timeAgo)
-        : name(scaled(font, kCaption))
-        , small(scaled(font, kSmallCaption))
+        : name(AppTheme::scaled(font, AppTheme::kCaption))
+        , small(AppTheme::scaled(font, AppTheme::kSmallCaption))
         , strong(small)
     {
         strong.setWeight(QFont::DemiBold);
@@ -100,8 +90,8 @@ public:
 
     static int height(const QFont& font)
     {
-        return QFontMetrics(scaled(font, kCaption)).height() + kLineGap +
-               QFontMetrics(scaled(font, kSmallCaption)).height() + 2 * kPaddingY;
+        return QFontMetrics(AppTheme::scaled(font, AppTheme::kCaption)).height() + kLineGap +
+               QFontMetrics(AppTheme::scaled(font, AppTheme::kSmallCaption)).height() + 2 * kPaddingY;
     }
 
     QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& /*index*/) const override

@@ -124,6 +124,12 @@ QColor groundForWhite(const QColor& colour, double opacity)
     return Qt::black;
 }
 
+QFont scaled(QFont font, double factor)
+{
+    font.setPointSizeF(font.pointSizeF() * factor);
+    return font;
+}
+
 QColor defaultAccent(bool dark) { return dark ? QColor(10, 132, 255) : QColor(0, 122, 255); }
 
 QPalette palette(bool dark, const QColor& accent)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QColor>
+#include <QFont>
 #include <QPalette>
 
 class QPainter;
@@ -52,6 +53,12 @@ namespace AppTheme {
 [[nodiscard]] QColor legible(const QColor& colour, const QPalette& palette);
 /// The colour as a ground for white text of that opacity: moved as far to black as that needs for at least 4.5 to 1.
 [[nodiscard]] QColor groundForWhite(const QColor& colour, double opacity = 1);
+
+/// The font at another size, times that factor.
+[[nodiscard]] QFont scaled(QFont font, double factor);
+/// Sizes of captions beside the text that they go with.
+inline constexpr double kCaption = 0.92;
+inline constexpr double kSmallCaption = 0.82;
 
 /// The palette of the application in light or dark.
 [[nodiscard]] QPalette palette(bool dark, const QColor& accent);

@@ -20,6 +20,7 @@ namespace {
 
 constexpr int kTextQuestionWidth = 250;
 constexpr int kMessageWidth = 320;
+constexpr int kHeadingWidth = 220;
 constexpr int kSignSize = 40;
 
 void openOver(QDialog* dialog, const QString& objectName, const QString& title)
@@ -27,7 +28,7 @@ void openOver(QDialog* dialog, const QString& objectName, const QString& title)
     dialog->setObjectName(objectName);
     dialog->setWindowTitle(title);
     dialog->setAttribute(Qt::WA_DeleteOnClose);
-    dialog->setWindowModality(Qt::WindowModal);
+    makeSheet(dialog);
     dialog->open();
 }
 
@@ -46,6 +47,8 @@ void dress(QMessageBox* box, Tone tone)
             label->setMinimumWidth(kMessageWidth);
         }
         if (label->objectName() == u"qt_msgbox_label"_s) {
+            if (box->informativeText().isEmpty())
+                label->setMinimumWidth(kHeadingWidth);
             QFont heading = label->font();
             heading.setWeight(QFont::DemiBold);
             label->setFont(heading);
@@ -54,6 +57,13 @@ void dress(QMessageBox* box, Tone tone)
 }
 
 } // namespace
+
+void makeSheet(QDialog* dialog)
+{
+    dialog->setWindowModality(Qt::WindowModal);
+    dialog->setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
+                           Qt::WindowCloseButtonHint);
+}
 
 QMessageBox* ask(QWidget* context, const Question& question, std::function<void()> confirmed)
 {

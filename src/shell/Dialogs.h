@@ -24,6 +24,9 @@ struct Question {
 /// when it is closed.
 QMessageBox* ask(QWidget* context, const Question& question, std::function<void()> confirmed);
 
+/// Makes it a sheet over its parent's window: no button of the window's frame but the one that closes it.
+void makeSheet(QDialog* dialog);
+
 enum class Tone { warning, information };
 
 /// Tells the user something, with "OK" (`okButton`). The message may be empty.

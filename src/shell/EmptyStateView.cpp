@@ -31,6 +31,7 @@ EmptyStateView::EmptyStateView(QWidget* parent)
     auto* caption = new TintedLabel(u"Choose \"All Plugins\" or a specific format to view plugins."_s,
                                     &AppTheme::secondary, this);
     caption->setObjectName(u"emptyStateCaption"_s);
+    caption->setFont(AppTheme::scaled(caption->font(), AppTheme::kCaption));
     for (QLabel* text : {heading, static_cast<QLabel*>(caption)}) {
         text->setAlignment(Qt::AlignCenter);
         text->setWordWrap(true);

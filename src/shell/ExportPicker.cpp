@@ -1,6 +1,7 @@
 #include "shell/ExportPicker.h"
 
 #include "shell/AppTheme.h"
+#include "shell/Dialogs.h"
 #include "shell/PressButton.h"
 #include "shell/TintedLabel.h"
 
@@ -191,7 +192,7 @@ ExportPicker::ExportPicker(ExportFormat& format, ExportSortOption& sortOption, b
 {
     setObjectName(u"exportPicker"_s);
     setWindowTitle(u"Export Plugins"_s);
-    setWindowModality(Qt::WindowModal);
+    makeSheet(this);
     auto* title = new QLabel(windowTitle(), this);
     title->setObjectName(u"exportTitle"_s);
     QFont large = semibold(title->font());

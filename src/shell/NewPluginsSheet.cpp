@@ -4,6 +4,7 @@
 #include "profiles/ProfileManager.h"
 #include "shell/AppTheme.h"
 #include "shell/ChipButton.h"
+#include "shell/Dialogs.h"
 #include "shell/FlowLayout.h"
 #include "shell/PressButton.h"
 #include "shell/TickList.h"
@@ -71,7 +72,7 @@ NewPluginsSheet::NewPluginsSheet(Observable<NewPlugins>& state, const ProfileMan
 {
     setObjectName(u"newPluginsSheet"_s);
     setWindowTitle(u"Add New Plugins to Profiles"_s);
-    setWindowModality(Qt::WindowModal);
+    makeSheet(this);
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(AppTheme::kSpace5, AppTheme::kSpace5, AppTheme::kSpace5, AppTheme::kSpace5);
     column->setSpacing(AppTheme::kSpace3);

@@ -38,18 +38,11 @@ constexpr std::array<PluginSortKey, kPluginColumnCount> kColumnSortKeys{
     PluginSortKey::statusValue, PluginSortKey::name,         PluginSortKey::manufacturer,
     PluginSortKey::format,      PluginSortKey::versionValue, PluginSortKey::lastUsedValue};
 
-QFont scaled(const QFont& font, double factor)
-{
-    QFont made = font;
-    made.setPointSizeF(font.pointSizeF() * factor);
-    return made;
-}
-
 QLabel* caption(const QString& name, double size, QWidget* parent)
 {
     auto* label = new QLabel(parent);
     label->setObjectName(name);
-    label->setFont(scaled(label->font(), size));
+    label->setFont(AppTheme::scaled(label->font(), size));
     label->setForegroundRole(QPalette::PlaceholderText); // the palette's secondary text
     return label;
 }
@@ -102,14 +95,14 @@ void PluginListView::startOver()
 void PluginListView::buildFooter()
 {
     m_footer->setObjectName(u"tableFooter"_s);
-    m_shown = caption(u"shownLabel"_s, 0.92, m_footer);
+    m_shown = caption(u"shownLabel"_s, AppTheme::kCaption, m_footer);
     m_spinner = new Spinner(kSpinnerSize, m_platform.appearance.reducesMotion(), m_footer);
     m_loadAll =
         new PressButton(u"Load All"_s, u"arrow.down.to.line"_s, PressButton::Ground::accent, m_footer);
     m_loadAll->setObjectName(u"loadAllButton"_s);
-    m_loadAll->setFont(scaled(m_loadAll->font(), 0.92));
+    m_loadAll->setFont(AppTheme::scaled(m_loadAll->font(), AppTheme::kCaption));
     m_loadAll->setReducesMotion(m_platform.appearance.reducesMotion());
-    m_hint = caption(u"keysHint"_s, 0.82, m_footer);
+    m_hint = caption(u"keysHint"_s, AppTheme::kSmallCaption, m_footer);
     m_hint->setText(u"⌘↑ Top · ⌘↓ Bottom"_s);
 
     auto* row = new QHBoxLayout(m_footer);

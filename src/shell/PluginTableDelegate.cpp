@@ -72,12 +72,7 @@ PreviewLook previewLook(PreviewState state, const QPalette& colours)
     }
 }
 
-QFont smallFont(const QFont& font)
-{
-    QFont smaller = font;
-    smaller.setPointSizeF(font.pointSizeF() * 0.92);
-    return smaller;
-}
+QFont smallFont(const QFont& font) { return AppTheme::scaled(font, AppTheme::kCaption); }
 
 /// Strong, to be read in the faded colour of a plugin that stays off.
 QFont statusFont(const QFont& font)

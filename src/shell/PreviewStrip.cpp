@@ -125,6 +125,7 @@ PreviewStrip::PreviewStrip(PluginManagerViewModel& viewModel, bool reducesMotion
         {}, [](const QPalette& colours) { return AppTheme::legible(AppTheme::accentBlue(), colours); }, this);
     eye->setIcon(u"eye.fill"_s, kEyeSize);
     m_title->setObjectName(u"previewTitle"_s);
+    m_title->setFont(AppTheme::scaled(m_title->font(), AppTheme::kCaption));
     m_close->setObjectName(u"closePreviewButton"_s);
     m_close->setTextColour(&AppTheme::secondary);
     m_close->setReducesMotion(reducesMotion);

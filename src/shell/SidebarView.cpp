@@ -127,6 +127,7 @@ QWidget* SidebarView::makeTitle()
     auto* title = new SidebarTitle(u"Orvanlite"_s, m_platform, block);
     auto* caption = new TintedLabel(u"Audio Plugin Management"_s, &AppTheme::secondary, block);
     caption->setObjectName(u"sidebarCaption"_s);
+    caption->setFont(AppTheme::scaled(caption->font(), AppTheme::kCaption));
     caption->setWordWrap(true);
     auto* column = new QVBoxLayout(block);
     column->setContentsMargins(AppTheme::kSpace5, AppTheme::kSpace5, AppTheme::kSpace5, AppTheme::kSpace5);

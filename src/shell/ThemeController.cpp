@@ -4,6 +4,7 @@
 #include "shell/AppTheme.h"
 
 #include <QApplication>
+#include <QDialogButtonBox>
 #include <QProxyStyle>
 #include <QStyleFactory>
 
@@ -13,7 +14,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// The plain style without icons on the buttons of dialogs.
+/// The plain style with the buttons of dialogs as our own sheets have them.
 class ApplicationStyle final : public QProxyStyle {
 public:
     ApplicationStyle()
@@ -25,6 +26,8 @@ public:
     {
         if (hint == SH_DialogButtonBox_ButtonsHaveIcons)
             return 0;
+        if (hint == SH_DialogButtonLayout)
+            return QDialogButtonBox::GnomeLayout; // what is asked for stands at the end, in every dialog
         return QProxyStyle::styleHint(hint, option, widget, returned);
     }
 };

@@ -2,6 +2,7 @@
 
 #include "operations/Detach.h"
 #include "shell/AppTheme.h"
+#include "shell/Dialogs.h"
 #include "shell/PressButton.h"
 #include "shell/Spinner.h"
 #include "shell/TintedLabel.h"
@@ -78,7 +79,7 @@ UADCleanupSheet::UADCleanupSheet(UADCleanupManager& cleanup, bool reducesMotion,
 {
     setObjectName(u"uadCleanupSheet"_s);
     setWindowTitle(u"UAD Demo Plugin Cleanup"_s);
-    setWindowModality(Qt::WindowModal);
+    makeSheet(this);
     setFixedSize(kSize);
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
