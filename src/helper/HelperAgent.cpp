@@ -53,10 +53,7 @@ void HelperAgent::makeMenu()
     if (!applicationPath().isEmpty())
         m_menu.addAction(m_openApplication);
     m_menu.addAction(u"Quit Helper"_s, qApp, &QApplication::quit);
-    connect(m_openApplication, &QAction::triggered, this, [this] {
-        if (!applicationRuns())
-            m_platform.workspace.openApplication(applicationPath());
-    });
+    connect(m_openApplication, &QAction::triggered, this, &HelperAgent::openApplication);
     connect(&m_menu, &QMenu::aboutToShow, this,
             [this] { m_openApplication->setEnabled(!applicationRuns()); });
 }
@@ -69,7 +66,7 @@ void HelperAgent::showItem()
         connect(m_item.get(), &QSystemTrayIcon::activated, this,
                 [this](QSystemTrayIcon::ActivationReason reason) {
                     if (reason == QSystemTrayIcon::Trigger)
-                        m_openApplication->trigger();
+                        openApplication(); // not by the menu's line, which may be off since it was looked at
                 });
     }
     showCount();
@@ -97,6 +94,12 @@ void HelperAgent::showCount()
         return; // the application tells with every letter that is searched for
     m_item->setToolTip(text);
     m_item->setIcon(countIcon(m_count));
+}
+
+void HelperAgent::openApplication()
+{
+    if (!applicationPath().isEmpty() && !applicationRuns())
+        m_platform.workspace.openApplication(applicationPath());
 }
 
 void HelperAgent::tell(const std::vector<FoundPlugin>& plugins)

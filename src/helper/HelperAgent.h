@@ -23,6 +23,7 @@ private:
     void showItem();
     void readCount();
     void showCount();
+    void openApplication();
     void tell(const std::vector<FoundPlugin>& plugins);
     /// The application that this agent lies in; empty for one that lies elsewhere.
     [[nodiscard]] QString applicationPath() const;

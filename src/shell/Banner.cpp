@@ -1,13 +1,13 @@
 #include "shell/Banner.h"
 
 #include "platform/Appearance.h"
+#include "shell/Announce.h"
 #include "shell/AppTheme.h"
 #include "shell/ElidedLabel.h"
 #include "shell/Icons.h"
 #include "shell/TintedLabel.h"
 
 #include <QAbstractButton>
-#include <QAccessible>
 #include <QEvent>
 #include <QGraphicsOpacityEffect>
 #include <QPainter>
@@ -178,10 +178,11 @@ Banner::Banner(const Look& look, const platform::Appearance& appearance, QWidget
 
 void Banner::setTexts(const QString& title, const QString& notes)
 {
+    const QString line = notes.simplified(); // one line, whatever comes
     m_title->setText(title);
-    setAccessibleName(title); // what the alert says
-    m_notes->setText(notes.simplified()); // one line, whatever comes
-    m_notes->setVisible(!notes.isEmpty());
+    m_notes->setText(line);
+    m_notes->setVisible(!line.isEmpty());
+    setAccessibleName(line.isEmpty() ? title : title + u". "_s + line);
     updateGeometry();
     place();
     update();
@@ -203,10 +204,8 @@ void Banner::setShown(bool isShown)
         setVisible(true);
         m_slide->start();
     }
-    if (isShown) {
-        QAccessibleEvent alert(this, QAccessible::Alert);
-        QAccessible::updateAccessibility(&alert);
-    }
+    if (isShown)
+        announce(this, accessibleName());
 }
 
 void Banner::setProgress(double progress)

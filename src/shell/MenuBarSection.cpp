@@ -52,7 +52,8 @@ MenuBarSection::MenuBarSection(MenuBarLoginItem& loginItem, const platform::Plat
     column->addLayout(header);
     column->addWidget(m_switch);
     connect(m_switch, &QAbstractButton::clicked, this, [this] {
-        m_loginItem.setEnabled(!m_switch->isChecked());
+        // As it is now: what is drawn may be older.
+        m_loginItem.setEnabled(!m_loginItem.isEnabled());
         refresh();
     });
     refresh();

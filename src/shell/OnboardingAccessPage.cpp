@@ -57,7 +57,7 @@ OnboardingAccessPage::OnboardingAccessPage(const platform::Platform& platform,
 void OnboardingAccessPage::showEvent(QShowEvent* event)
 {
     OnboardingPageShell::showEvent(event);
-    test();
+    test(false);
     detach(watch(this, ++m_appearance));
 }
 
@@ -75,17 +75,19 @@ QCoro::Task<> OnboardingAccessPage::watch(OnboardingAccessPage* page, int appear
         co_await clock.sleepFor(kLookEvery);
         if (!alive || alive->m_appearance != appearance)
             co_return;
-        alive->test();
+        alive->test(true);
     }
 }
 
-void OnboardingAccessPage::test()
+void OnboardingAccessPage::test(bool growsIn)
 {
     const bool hasAccess = m_access.isGranted();
     if (hasAccess == m_hasAccess)
         return;
     m_hasAccess = hasAccess;
+    m_illustration->setHasAccess(hasAccess, growsIn);
     render();
+    announceTexts();
 }
 
 void OnboardingAccessPage::render()
@@ -100,7 +102,6 @@ void OnboardingAccessPage::render()
     }
     if (m_hasAccess && m_openSettings->hasFocus())
         focusNextChild(); // before the button goes
-    m_illustration->setHasAccess(m_hasAccess);
     m_openSettings->setVisible(!m_hasAccess);
     m_path->setVisible(!m_hasAccess);
 }

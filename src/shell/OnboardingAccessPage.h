@@ -30,7 +30,8 @@ protected:
 private:
     OnboardingAccessPage(const platform::Platform& platform, platform::FullDiskAccess& access,
                          OnboardingPage5* illustration, QWidget* parent);
-    void test();
+    /// Looks again; a sign of access that comes while the page is in sight grows in.
+    void test(bool growsIn);
     void render();
 
     const platform::Platform& m_platform;

@@ -1,5 +1,6 @@
 #include "shell/OnboardingPageShell.h"
 
+#include "shell/Announce.h"
 #include "shell/AppTheme.h"
 #include "shell/OnboardingIllustration.h"
 #include "shell/TintedLabel.h"
@@ -50,8 +51,17 @@ void OnboardingPageShell::setTexts(const QString& title, const QString& descript
     m_description->setText(description);
 }
 
+void OnboardingPageShell::announceTexts()
+{
+    announce(this, m_title->text() + u". "_s + m_description->text());
+}
+
 void OnboardingPageShell::addBelow(QWidget* widget)
 {
+    // What goes keeps its place, so that nothing above it jumps.
+    QSizePolicy policy = widget->sizePolicy();
+    policy.setRetainSizeWhenHidden(true);
+    widget->setSizePolicy(policy);
     // A text breaks its lines over the whole width.
     const bool isText = qobject_cast<QLabel*>(widget) != nullptr;
     m_column->addWidget(widget, 0, isText ? Qt::Alignment() : Qt::AlignHCenter);

@@ -20,6 +20,8 @@ public:
                         OnboardingIllustration* illustration, QWidget* parent);
 
     void setTexts(const QString& title, const QString& description);
+    /// Has a screen reader say what the page says: the focus stays on the buttons below it.
+    void announceTexts();
 
 protected:
     /// Puts a widget below the description.

@@ -227,9 +227,13 @@ void OnboardingPage4::draw(QPainter& painter, double seconds) const
          AppTheme::accentPurple());
 }
 
-void OnboardingPage5::setHasAccess(bool hasAccess)
+void OnboardingPage5::setHasAccess(bool hasAccess, bool growsIn)
 {
     m_hasAccess = hasAccess;
+    if (hasAccess && growsIn && isRunning())
+        m_growing.start();
+    else
+        m_growing.invalidate();
     update();
 }
 
@@ -244,8 +248,12 @@ void OnboardingPage5::draw(QPainter& painter, double seconds) const
         painter.setBrush(AppTheme::withOpacity(colour, 0.12));
         painter.drawEllipse(QPointF(0, 0), 76 * ring * glow, 76 * ring * glow);
     }
-    icon(painter, {0, 0}, 72, m_hasAccess ? u"checkmark.shield.fill"_s : u"lock.shield"_s,
-         AppTheme::legible(colour, colours));
+    constexpr double kGrowSeconds = 0.4;
+    const double grown =
+        m_growing.isValid() ? eased(double(m_growing.elapsed()) / 1000, 0, kGrowSeconds) : 1.0;
+    painter.setOpacity(grown);
+    icon(painter, {0, 0}, 72 * (0.5 + 0.5 * grown),
+         m_hasAccess ? u"checkmark.shield.fill"_s : u"lock.shield"_s, AppTheme::legible(colour, colours));
 }
 
 } // namespace orvanlite

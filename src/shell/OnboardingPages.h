@@ -61,7 +61,8 @@ class OnboardingPage5 final : public OnboardingIllustration {
 public:
     using OnboardingIllustration::OnboardingIllustration;
 
-    void setHasAccess(bool hasAccess);
+    /// The sign of access grows in, or is there at once.
+    void setHasAccess(bool hasAccess, bool growsIn);
 
 protected:
     void draw(QPainter& painter, double seconds) const override;
@@ -69,6 +70,7 @@ protected:
 
 private:
     bool m_hasAccess = false;
+    QElapsedTimer m_growing; ///< since access came; invalid when the sign has its size
 };
 
 } // namespace orvanlite

@@ -4,6 +4,7 @@
 #include "platform/FullDiskAccess.h"
 #include "platform/Platform.h"
 #include "shell/AppTheme.h"
+#include "shell/Dialogs.h"
 #include "shell/OnboardingAccessPage.h"
 #include "shell/OnboardingPages.h"
 #include "shell/PageDots.h"
@@ -41,7 +42,7 @@ OnboardingView::OnboardingView(const platform::Platform& platform, platform::Ful
 {
     setObjectName(u"onboardingView"_s);
     setWindowTitle(u"Welcome to Orvanlite"_s);
-    setWindowModality(Qt::WindowModal);
+    makeSheet(this);
     addPages(platform, access);
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
@@ -63,6 +64,8 @@ OnboardingView::OnboardingView(const platform::Platform& platform, platform::Ful
     showCurrentPage();
     renderButtons();
     m_next->setFocus();
+    for (QAbstractButton* button : findChildren<QAbstractButton*>())
+        button->installEventFilter(this);
 }
 
 void OnboardingView::addPages(const platform::Platform& platform, platform::FullDiskAccess& access)
@@ -94,7 +97,7 @@ void OnboardingView::addPages(const platform::Platform& platform, platform::Full
     m_pages.push_back(new OnboardingAccessPage(platform, access, m_region));
     // Large fonts need more than the usual height; then all pages have it.
     int height = kRegionHeight;
-    for (QWidget* page : m_pages) {
+    for (OnboardingPageShell* page : m_pages) {
         page->hide();
         height = std::max(height, page->layout()->heightForWidth(kWidth));
     }
@@ -136,6 +139,7 @@ void OnboardingView::turnTo(int page)
     m_previousPage = std::exchange(m_currentPage, page);
     m_dots->setCurrent(page);
     renderButtons();
+    m_pages[static_cast<std::size_t>(page)]->announceTexts();
     if (m_reducesMotion || !isVisible()) {
         showCurrentPage();
         return;
@@ -180,15 +184,39 @@ void OnboardingView::renderButtons()
     m_start->setVisible(isLast);
 }
 
+bool OnboardingView::actOn(const QKeyEvent& event)
+{
+    switch (event.key()) {
+    case Qt::Key_Left:
+        turnTo(m_currentPage - 1);
+        return true;
+    case Qt::Key_Right:
+        turnTo(m_currentPage + 1);
+        return true;
+    case Qt::Key_Return:
+    case Qt::Key_Enter: {
+        // What has the focus, and from elsewhere the way forward.
+        auto* button = qobject_cast<QAbstractButton*>(focusWidget());
+        if (!button || !button->isVisible())
+            button = m_currentPage == pageCount - 1 ? m_start : m_next;
+        if (!event.isAutoRepeat())
+            button->click();
+        return true;
+    }
+    default:
+        return false;
+    }
+}
+
+bool OnboardingView::eventFilter(QObject* watched, QEvent* event)
+{
+    return (event->type() == QEvent::KeyPress && actOn(*static_cast<QKeyEvent*>(event))) ||
+           QDialog::eventFilter(watched, event);
+}
+
 void OnboardingView::keyPressEvent(QKeyEvent* event)
 {
-    if (event->key() == Qt::Key_Left)
-        turnTo(m_currentPage - 1);
-    else if (event->key() == Qt::Key_Right)
-        turnTo(m_currentPage + 1);
-    else if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
-        (m_currentPage == pageCount - 1 ? m_start : m_next)->click();
-    else
+    if (!actOn(*event))
         QDialog::keyPressEvent(event);
 }
 

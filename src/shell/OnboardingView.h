@@ -13,6 +13,7 @@ struct Platform;
 
 namespace orvanlite {
 
+class OnboardingPageShell;
 class PageDots;
 class PressButton;
 
@@ -29,6 +30,8 @@ public:
     [[nodiscard]] int currentPage() const { return m_currentPage; }
 
 protected:
+    /// The buttons would take the arrow keys to walk among themselves.
+    bool eventFilter(QObject* watched, QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
 
@@ -36,6 +39,8 @@ private:
     void addPages(const platform::Platform& platform, platform::FullDiskAccess& access);
     [[nodiscard]] QWidget* makeButtons();
     void turnTo(int page);
+    /// True for a key that the sheet has acted on.
+    bool actOn(const QKeyEvent& event);
     void slide(double share);
     void showCurrentPage();
     void renderButtons();
@@ -44,7 +49,7 @@ private:
     int m_currentPage = 0;
     int m_previousPage = 0;
     QWidget* m_region;
-    std::vector<QWidget*> m_pages;
+    std::vector<OnboardingPageShell*> m_pages;
     PageDots* m_dots;
     PressButton* m_back = nullptr;
     PressButton* m_next = nullptr;

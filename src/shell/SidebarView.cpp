@@ -289,6 +289,7 @@ void SidebarView::render()
     const std::size_t entries = m_activityLog.entries->size();
     m_recentSection->setCount(entries > 0 ? QString::number(entries) : QString());
     m_scanning->setVisible(*m_viewModel.isLoading);
+    m_menuBarSection->refresh();
 }
 
 void SidebarView::renderFormats(const SidebarFilter& filter)

@@ -49,10 +49,11 @@ Banner* makeUpdateBanner(UpdateChecker& checker, const platform::Platform& platf
     updates->watch(checker.updateAvailable, checker.latestVersion, checker.updateReleaseNotes);
     updates->schedule();
     QObject::connect(banner, &Banner::actionClicked, banner,
-                     [&checker, &platform, banner, quit = std::move(quit)] {
+                     [&checker, &platform, banner, quit = std::move(quit), isQuitting = false]() mutable {
                          const QUrl url(*checker.updateDownloadURL, QUrl::StrictMode);
-                         if (!url.isValid() || url.scheme().isEmpty())
+                         if (!url.isValid() || url.scheme().isEmpty() || isQuitting)
                              return;
+                         isQuitting = true;
                          platform.workspace.open(url);
                          detach(quitLater(&platform.clock, banner, quit));
                      });

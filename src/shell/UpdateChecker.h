@@ -22,7 +22,7 @@ namespace orvanlite {
 struct UpdateService {
     QString baseUrl; ///< without a trailing slash
     QString defaultDownloadUrl;
-    QStringList trustedHosts; ///< lower-case
+    QStringList trustedHosts;
     std::chrono::milliseconds timeOut{15'000};
 
     /// Of this build, from the settings ORV_UPDATE_BASE_URL, ORV_UPDATE_DOWNLOAD_URL and ORV_UPDATE_TRUSTED_HOSTS.

@@ -183,6 +183,32 @@ TEST_F(HelperAgentTest, EndsFromItsMenu)
     EXPECT_EQ(agent.exitCode(), 0) << agent.readAllStandardError().constData();
 }
 
+TEST_F(HelperAgentTest, OpensTheApplicationByAClickWheneverItDoesNotRun)
+{
+    const QString program = root.at(u"/Applications/Orvanlite.app/Contents/MacOS/plugin-manager");
+    root.addFolder(u"/Applications/Orvanlite.app/Contents/MacOS");
+    ASSERT_TRUE(QFile::copy(u"/bin/sleep"_s, program));
+    desktop.registerService(u"org.kde.StatusNotifierWatcher"_s);
+    QProcess agent;
+    agent.start(executable(), {});
+    ASSERT_TRUE(waitFor([this] { return !tray.items.empty(); }));
+    QProcess application;
+    application.start(program, {u"60"_s});
+    ASSERT_TRUE(application.waitForStarted());
+    // The menu is looked at while there is nothing to open.
+    call({u"/MenuBar"_s, u"com.canonical.dbusmenu.AboutToShow"_s, u"int32:0"_s});
+    application.kill();
+    ASSERT_TRUE(waitFor([&] { return application.state() == QProcess::NotRunning; }));
+    ASSERT_TRUE(QFile::remove(program));
+    root.addFile(u"/Applications/Orvanlite.app/Contents/MacOS/plugin-manager",
+                 "#!/bin/sh\n: > " + root.at(u"/opened").toUtf8() + '\n');
+    ASSERT_TRUE(QFile::setPermissions(program, QFile::ReadOwner | QFile::ExeOwner));
+    call({u"/StatusNotifierItem"_s, u"org.kde.StatusNotifierItem.Activate"_s, u"int32:0"_s, u"int32:0"_s});
+    EXPECT_TRUE(waitFor([this] { return root.exists(u"/opened"); }));
+    agent.terminate();
+    EXPECT_TRUE(waitFor([&] { return agent.state() == QProcess::NotRunning; }));
+}
+
 TEST_F(HelperAgentTest, IsQuietWithoutASessionBus)
 {
     QProcessEnvironment surroundings = QProcessEnvironment::systemEnvironment();

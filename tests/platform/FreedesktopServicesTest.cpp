@@ -1,5 +1,6 @@
 #include "platform/Appearance.h"
 #include "platform/freedesktop/FreedesktopDefaults.h"
+#include "platform/freedesktop/FreedesktopDiskAccess.h"
 #include "platform/freedesktop/FreedesktopLoginItemService.h"
 #include "platform/freedesktop/FreedesktopWorkspace.h"
 #include "platform/posix/DetachedLauncher.h"
@@ -95,6 +96,9 @@ TEST_F(ServicesTest, LoginItemIsAnAutostartEntry)
     EXPECT_EQ(items.status(kAgent), LoginItemStatus::notRegistered);
     items.registerItem(kAgent, bundle);
     EXPECT_EQ(items.status(kAgent), LoginItemStatus::enabled);
+    ASSERT_TRUE(QFile::rename(bundle, bundle + u".gone"_s));
+    EXPECT_EQ(items.status(kAgent), LoginItemStatus::notFound);
+    ASSERT_TRUE(QFile::rename(bundle + u".gone"_s, bundle));
     EXPECT_TRUE(root.content(entry).startsWith("[Desktop Entry]\nType=Application\n"));
     EXPECT_TRUE(root.content(entry).contains("\nExec=\"" + root.path().toUtf8() +
                                              "/A \\\\$b/Helper.app/Contents/MacOS/Helper\"\n"));
@@ -105,6 +109,36 @@ TEST_F(ServicesTest, LoginItemIsAnAutostartEntry)
     items.unregisterItem(kAgent);
     EXPECT_FALSE(root.exists(entry));
     EXPECT_EQ(desktopEntryExec(u"/a b/\"`\\%"_s), uR"("/a b/\\"\\`\\\\%%")"_s);
+}
+
+TEST_F(ServicesTest, TellsWhetherRightsCanBeAskedFor)
+{
+    const QByteArray path = qgetenv("PATH");
+    const QString tools = root.at(u"/tools");
+    root.addFile(u"/tools/pkexec", "#!/bin/sh\n");
+    ASSERT_TRUE(QFile::setPermissions(tools + u"/pkexec"_s, QFile::ReadOwner | QFile::ExeOwner));
+    const struct {
+        const char* process;
+        bool isRoot;
+        bool hasTool;
+        bool wanted;
+    } rows[] = {
+        {"bash", true, false, true},
+        {"polkit-gnome-au", false, true, true},
+        {"lxqt-policykit-", false, true, true},
+        {"gnome-shell", false, true, true},
+        {"polkit-gnome-au", false, false, false},
+        {"polkitd", false, true, false},
+        {"bash", false, true, false},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.process);
+        qputenv("PATH", row.hasTool ? tools.toUtf8() : root.at(u"/none").toUtf8());
+        root.addFile(u"/proc/self/comm", "polkit-agent\n"); // no process
+        root.addFile(u"/proc/42/comm", QByteArray(row.process) + '\n');
+        EXPECT_EQ(FreedesktopDiskAccess(row.isRoot, root.at(u"/proc")).isGranted(), row.wanted);
+    }
+    qputenv("PATH", path);
 }
 
 TEST_F(ServicesTest, OpensBundlesByTheirExecutable)

@@ -185,9 +185,15 @@ TEST_F(SessionBusTest, ShowsMessagesWithAPlainBody)
     FakeNotificationService service;
     other.bus.registerObject(u"/org/freedesktop/Notifications"_s, &service, QDBusConnection::ExportAllSlots);
     other.bus.registerService(u"org.freedesktop.Notifications"_s);
-    FreedesktopUserNotifications(bus).show(u"New <plugins>"_s, u"Drums & Bass"_s);
-    ASSERT_TRUE(comesTrue([&] { return !service.shown.isEmpty(); }));
-    EXPECT_EQ(service.shown.last(), (QStringList{u"Orvanlite"_s, u"New <plugins>"_s, u"Drums &amp; Bass"_s}));
+    FreedesktopUserNotifications notifications(bus);
+    for (const QString& capability : {u"body-markup"_s, u"body"_s}) {
+        service.capabilities = QStringList{capability};
+        service.shown.clear();
+        notifications.show(u"New <plugins>"_s, u"Drums & Bass"_s);
+        ASSERT_TRUE(comesTrue([&] { return !service.shown.isEmpty(); }));
+        const QString body = capability == u"body"_s ? u"Drums & Bass"_s : u"Drums &amp; Bass"_s;
+        EXPECT_EQ(service.shown.last(), (QStringList{u"Orvanlite"_s, u"New <plugins>"_s, body}));
+    }
 }
 
 TEST_F(SessionBusTest, ReadsThePortalsLook)

@@ -7,6 +7,7 @@
 #include <QTcpServer>
 #include <QTcpSocket>
 #include <QTest>
+#include <QTimer>
 
 #include <gtest/gtest.h>
 
@@ -92,8 +93,9 @@ protected:
 
     TestPlatform m_system;
     UpdateServer m_server;
-    UpdateChecker m_checker{m_system.platform,
-                            {m_server.url(), u"https://good.test/default"_s, {u"good.test"_s}, kTimeOut}};
+    UpdateChecker m_checker{
+        m_system.platform,
+        {m_server.url(), u"https://good.test/default"_s, {u"Good.TEST"_s, u"bücher.test"_s}, kTimeOut}};
     static constexpr std::chrono::milliseconds kTimeOut{1'000};
 };
 
@@ -117,6 +119,11 @@ TEST_F(UpdateCheckerTest, AsksWithTheVersionAndTheMachine)
     EXPECT_FALSE(machine.contains(u"0123456789abcdef"_s));
     m_system.root.addFile(u"/etc/machine-id", "fedcba9876543210\n");
     EXPECT_NE(hardwareId(m_system.platform), machine);
+    m_system.root.addFile(u"/etc/machine-id", "\n");
+    const QString made = hardwareId(m_system.platform);
+    EXPECT_EQ(hardwareId(m_system.platform), made);
+    m_system.defaults.standardDefaults.values.clear();
+    EXPECT_NE(hardwareId(m_system.platform), made) << "not the same on all machines without an identifier";
 }
 
 TEST_F(UpdateCheckerTest, TakesOverWhatTheAnswerSays)
@@ -159,7 +166,9 @@ TEST_F(UpdateCheckerTest, TrustsTheParsedHostAlone)
         {u"https://evilgood.test/a"_s, false},
         {u"https://evil.test/good.test"_s, false},
         {u"https://evil.test/?good.test"_s, false},
+        {u"https://xn--bcher-kva.test/a"_s, true},
         {u"//evil.test"_s, false},
+        {u"//good.test/a"_s, false}, // nothing that could be opened
         {u"good.test/a"_s, false},
         {u"https:///good.test"_s, false},
         {u"ht tp://good.test/a b"_s, false},
@@ -192,6 +201,8 @@ TEST_F(UpdateCheckerTest, KeepsItsStateWithoutAnAnswer)
         {"no HTTP", "hello\r\n\r\n"},
         {"cut in its body", "HTTP/1.1 200 OK\r\nContent-Length: 99\r\n\r\n{\"latest_version\":\"9\"}"},
         {"too slow", {}},
+        {"longer than any answer", answer("{\"latest_version\":\"9\"}" + QByteArray(2 << 20, ' '))},
+        {"unpacks to nothing", answer(R"({"latest_version":"9"})", "200 OK", "Content-Encoding: gzip\r\n")},
         {"sent to a foreign host", answer("", "307 Temporary Redirect", redirect)},
     };
     for (const auto& row : rows) {
@@ -203,6 +214,19 @@ TEST_F(UpdateCheckerTest, KeepsItsStateWithoutAnAnswer)
     m_server.close();
     runTask(m_checker.checkForUpdates());
     EXPECT_EQ(state(), before) << "no server at all";
+}
+
+TEST_F(UpdateCheckerTest, GivesUpOnAnAnswerThatOnlyDrips)
+{
+    auto task = m_checker.checkForUpdates();
+    ASSERT_TRUE(QTest::qWaitFor([this] { return m_server.waiting.size() == 1; }));
+    QTcpSocket& socket = *m_server.waiting.front();
+    socket.write("HTTP/1.1 200 OK\r\n\r\n{\"latest_version\":\"9\"}");
+    QTimer drip;
+    QObject::connect(&drip, &QTimer::timeout, &socket, [&socket] { socket.write(" "); });
+    drip.start(kTimeOut / 10);
+    runTask(std::move(task));
+    EXPECT_EQ(*m_checker.latestVersion, QString());
 }
 
 TEST_F(UpdateCheckerTest, FollowsARedirectOfTheServiceItself)

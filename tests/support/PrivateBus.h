@@ -46,8 +46,10 @@ class FakeNotificationService final : public QObject {
 
 public:
     QList<QStringList> shown; ///< application, title and body of each
+    QStringList capabilities{u"body"_s, u"body-markup"_s};
 
 public Q_SLOTS:
+    QStringList GetCapabilities() { return capabilities; }
     uint Notify(const QString& application, uint, const QString&, const QString& title, const QString& body,
                 const QStringList&, const QVariantMap&, int)
     {

@@ -2,6 +2,7 @@
 
 #include "platform/FileManager.h"
 #include "platform/SystemLayout.h"
+#include "platform/Utf8.h"
 #include "platform/freedesktop/ApplicationBundle.h"
 
 #include <QList>
@@ -23,6 +24,24 @@ QString entryText(QString text)
         .replace(u'\n', u"\\n"_s)
         .replace(u'\t', u"\\t"_s)
         .replace(u'\r', u"\\r"_s);
+}
+
+QString fromEntryText(const QString& text)
+{
+    QString plain;
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        if (text[i] != u'\\' || i + 1 == text.size()) {
+            plain += text[i];
+            continue;
+        }
+        const QChar code = text[++i];
+        plain += code == u'n'   ? u'\n'
+                 : code == u't' ? u'\t'
+                 : code == u'r' ? u'\r'
+                 : code == u's' ? u' '
+                                : code.unicode();
+    }
+    return plain;
 }
 
 } // namespace
@@ -61,6 +80,8 @@ LoginItemStatus FreedesktopLoginItemService::status(const QString& identifier) c
             continue;
         const QByteArray key = line.first(equals).trimmed();
         const QByteArray value = line.sliced(equals + 1).trimmed();
+        if (key == "TryExec" && !m_files.exists(fromEntryText(fromUtf8(value))))
+            return LoginItemStatus::notFound; // the session skips such an entry
         if ((key == "Hidden" && value == "true") || (key == "X-GNOME-Autostart-enabled" && value == "false"))
             return LoginItemStatus::requiresApproval;
     }

@@ -4,26 +4,50 @@
 
 #include <QDBusConnection>
 #include <QDBusMessage>
+#include <QDBusPendingCallWatcher>
+#include <QDBusPendingReply>
 #include <QVariantMap>
 
 namespace orvanlite::platform {
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+const QString kService = u"org.freedesktop.Notifications"_s;
+const QString kObject = u"/org/freedesktop/Notifications"_s;
+/// Name of the application's desktop entry and of its icon.
+const QString kEntry = u"com.yourcompany.Orvanlite"_s;
+
+QDBusMessage notification(const QString& title, const QString& body)
+{
+    QDBusMessage message = QDBusMessage::createMethodCall(kService, kObject, kService, u"Notify"_s);
+    constexpr uint kNothingReplaced = 0;
+    constexpr int kTimeOfTheService = -1;
+    message.setArguments({u"Orvanlite"_s, kNothingReplaced, kEntry, title, body, QStringList(),
+                          QVariantMap{{u"desktop-entry"_s, kEntry}}, kTimeOfTheService});
+    return message;
+}
+
+} // namespace
+
 void FreedesktopUserNotifications::show(const QString& title, const QString& body)
 {
     QDBusConnection* bus = m_bus.connection();
     if (!bus)
         return;
-    QDBusMessage message = QDBusMessage::createMethodCall(u"org.freedesktop.Notifications"_s,
-                                                          u"/org/freedesktop/Notifications"_s,
-                                                          u"org.freedesktop.Notifications"_s, u"Notify"_s);
-    constexpr uint kNothingReplaced = 0;
-    constexpr int kTimeOfTheService = -1;
-    // The body is markup, the title is not.
-    message.setArguments({u"Orvanlite"_s, kNothingReplaced, QString(), title, body.toHtmlEscaped(),
-                          QStringList(), QVariantMap(), kTimeOfTheService});
-    bus->send(message);
+    // The title is plain text everywhere; the body is markup for services that say so.
+    // Source: Desktop Notifications Specification.
+    const QDBusMessage question =
+        QDBusMessage::createMethodCall(kService, kObject, kService, u"GetCapabilities"_s);
+    auto* answer = new QDBusPendingCallWatcher(bus->asyncCall(question));
+    QObject::connect(answer, &QDBusPendingCallWatcher::finished, answer,
+                     [answer, connection = *bus, title, body] {
+                         const QDBusPendingReply<QStringList> reply = *answer;
+                         const bool isMarkup = reply.isValid() && reply.value().contains(u"body-markup"_s);
+                         connection.send(notification(title, isMarkup ? body.toHtmlEscaped() : body));
+                         answer->deleteLater();
+                     });
 }
 
 } // namespace orvanlite::platform
