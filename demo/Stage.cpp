@@ -1,6 +1,7 @@
 #include "demo/Stage.h"
 
 #include "model/Console.h"
+#include "operations/PluginManagerViewModel.h"
 #include "shell/ContentView.h"
 #include "shell/MainWindow.h"
 
@@ -61,11 +62,17 @@ void Stage::click(const QString& objectName)
 void Stage::typeSearch(const QString& text)
 {
     auto& field = named<QLineEdit>(u"searchField"_s);
+    const bool changes = field.text() != text;
     field.setFocus();
     QTest::keyClick(&field, Qt::Key_A, Qt::ControlModifier);
     QTest::keyClick(&field, Qt::Key_Backspace);
     QTest::keyClicks(&field, text);
-    QTest::qWait(150); // the list follows 50 ms behind the last letter
+    // The list follows 50 ms behind the last letter, later where the machine is busy.
+    bool hasFollowed = !changes;
+    QObject context;
+    m_viewModel.displayedPlugins.observe(&context, [&hasFollowed] { hasFollowed = true; });
+    waitFor([&hasFollowed] { return hasFollowed; });
+    QTest::qWait(50); // the window follows the list
 }
 
 void Stage::saveProfile(const QString& name)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "model/Observable.h"
+#include "model/PluginFormat.h"
 
 #include <QDialog>
 
@@ -48,8 +49,8 @@ private:
     Observable<NewPlugins>& m_state;
     const ProfileManager& m_profiles;
     QLabel* m_explanation;
-    std::array<ChipButton*, 6>
-        m_chips{}; ///< one each for the formats there are, in their order; the rest are hidden
+    /// One each for the formats there are, in their order; the rest are hidden.
+    std::array<ChipButton*, allCases<PluginFormat>.size()> m_chips{};
     TickList* m_pluginList;
     QLabel* m_selected;
     PressButton* m_allProfiles = nullptr;

@@ -40,6 +40,7 @@ protected:
         painter.drawRoundedRect(ground, kCornerRadius, kCornerRadius);
     }
     [[nodiscard]] QColor ink() const override { return Qt::white; }
+    [[nodiscard]] QColor ringInk() const override { return Qt::white; }
 
 private:
     QColor (*m_tint)(const QPalette&);

@@ -17,6 +17,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+constexpr double kRingInset = 2;
 constexpr double kPressedScale = 0.96;
 constexpr int kPressMilliseconds = 150;
 constexpr int kHoverMilliseconds = 200;
@@ -167,6 +168,8 @@ void SidebarButton::paintRow(QPainter& painter) const
                      Qt::AlignRight | Qt::AlignVCenter | Qt::TextSingleLine, m_count);
 }
 
+QColor SidebarButton::ringInk() const { return AppTheme::accent(palette()); }
+
 void SidebarButton::paintEvent(QPaintEvent* /*event*/)
 {
     QPainter painter(this);
@@ -180,10 +183,10 @@ void SidebarButton::paintEvent(QPaintEvent* /*event*/)
     paintRow(painter);
     painter.restore();
     if (hasFocus() && m_showsFocus) {
-        painter.setPen(QPen(AppTheme::accent(palette()), 2));
+        painter.setPen(QPen(ringInk(), 2));
         painter.setBrush(Qt::NoBrush);
-        painter.drawRoundedRect(place.adjusted(1, 1, -1, -1), m_measures.cornerRadius,
-                                m_measures.cornerRadius);
+        painter.drawRoundedRect(place.adjusted(kRingInset, kRingInset, -kRingInset, -kRingInset),
+                                m_measures.cornerRadius - kRingInset, m_measures.cornerRadius - kRingInset);
     }
 }
 

@@ -40,6 +40,8 @@ protected:
     virtual void paintGround(QPainter& painter, const QRectF& ground) const = 0;
     [[nodiscard]] virtual QColor ink() const = 0;
     [[nodiscard]] virtual QColor iconInk() const { return ink(); }
+    /// Of the mark of the keyboard; it must stand out from the ground.
+    [[nodiscard]] virtual QColor ringInk() const;
 
     void paintEvent(QPaintEvent* event) override;
     bool event(QEvent* event) override;

@@ -64,6 +64,13 @@ SidebarSplitter::SidebarSplitter(QWidget* sidebar, QWidget* detail, QWidget* par
     setStretchFactor(1, 1);
     setSizes({kIdealSidebar, kLargestSidebar});
     handle(1)->setObjectName(u"sidebarHandle"_s); // after its insertion, which names it otherwise
+    // Between its two sides; by itself it would come last of all.
+    QWidget* last = sidebar;
+    for (QWidget* next = sidebar->nextInFocusChain(); next != sidebar; next = next->nextInFocusChain()) {
+        if (sidebar->isAncestorOf(next) && (next->focusPolicy() & Qt::TabFocus))
+            last = next;
+    }
+    setTabOrder(last, handle(1));
 }
 
 QSplitterHandle* SidebarSplitter::createHandle() { return new SidebarHandle(this); }

@@ -42,6 +42,10 @@ QString optionalText(const JsonObject& object, const char* key)
     return object.has(key) ? object.text(key) : QString();
 }
 
+struct DeleteLater {
+    void operator()(QObject* object) const { object->deleteLater(); }
+};
+
 /// Whether an HTTP answer has come in whole, of whatever status.
 bool isAnswered(const QNetworkReply& reply)
 {
@@ -123,7 +127,8 @@ QCoro::Task<> UpdateChecker::checkForUpdates()
     request.setAttribute(QNetworkRequest::RedirectPolicyAttribute, QNetworkRequest::SameOriginRedirectPolicy);
     if (!m_network)
         m_network = new QNetworkAccessManager(QCoreApplication::instance());
-    const std::unique_ptr<QNetworkReply> reply(m_network->post(request, requestBody()));
+    // The coroutine goes on within the reply's own signal, so the reply must outlive it.
+    const std::unique_ptr<QNetworkReply, DeleteLater> reply(m_network->post(request, requestBody()));
     limit(reply.get(), m_service.timeOut);
     co_await reply.get();
     if (isAnswered(*reply))

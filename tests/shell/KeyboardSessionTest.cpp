@@ -137,6 +137,8 @@ TEST_F(KeyboardSession, ClearedLogHandsItsFocusToTheHeader)
     press(Qt::Key_Return);
     EXPECT_TRUE(m_log.entries->empty());
     EXPECT_TRUE(comesBackTo(u"recentHeader"_s)) << focused().toStdString();
+    press(Qt::Key_Tab);
+    EXPECT_EQ(focused().toStdString(), "sidebarHandle") << "and from there to the detail";
 }
 
 TEST_F(KeyboardSession, ResetStartsAtTheFirstRow)

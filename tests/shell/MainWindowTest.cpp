@@ -160,7 +160,7 @@ TEST_F(MainWindowTest, EveryControlHasANameAndAnIdentity)
     EXPECT_EQ(QApplication::focusWidget()->objectName(), u"searchField"_s);
     EXPECT_EQ(stops.join(u' ').toStdString(),
               "searchField clearSearchButton resetButton scanButton exportButton pluginTableHeader pluginTable loadAllButton "
-              "sidebarHandle allPluginsButton profilesHeader actionsHeader formatsHeader statisticsHeader launchAtLoginSwitch recentHeader");
+              "allPluginsButton profilesHeader actionsHeader formatsHeader statisticsHeader launchAtLoginSwitch recentHeader sidebarHandle");
 }
 
 TEST(ViewUpdaterTest, RendersOnceForAllChangesOfATurn)

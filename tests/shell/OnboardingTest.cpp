@@ -1,4 +1,4 @@
-#include "ShellFixture.h"
+#include "shell/ShellFixture.h"
 
 #include "shell/OnboardingIllustration.h"
 #include "shell/OnboardingView.h"
