@@ -20,6 +20,7 @@ struct SystemLayout {
     QString downloads;
     QString documents;
     QString toolOverrides; ///< folder of stand-ins that leads the search path of scripts; empty in production
+    QString rootRunner; ///< where a package puts the program that the password prompt starts; empty for none
 
     /// The layout of this machine for this user.
     [[nodiscard]] static SystemLayout ofThisMachine();

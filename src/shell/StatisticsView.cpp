@@ -36,7 +36,7 @@ protected:
     {
         const QPalette colours = parentWidget()->palette(); // the label's own text colour is the status
         const QColor colour = m_colour(colours);
-        if (AppTheme::legible(colour, colours) != colour) {
+        if (!AppTheme::isDark(colours) && AppTheme::legible(colour, colours) != colour) {
             QPainter painter(this);
             painter.setRenderHint(QPainter::Antialiasing);
             painter.setPen(Qt::NoPen);

@@ -116,8 +116,12 @@ TEST_F(ScriptRunnerTest, ASandboxHasItsOwnHomeAndTools)
     FreedesktopScriptRunner direct(layout, Elevation::none);
     EXPECT_EQ(run(direct, command).result, wanted);
     // A prompt that clears the environment as the system's does.
-    FreedesktopScriptRunner prompted(layout, prompt("exec env -i PATH=/usr/bin:/bin HOME=/ \"$@\"\n"));
-    EXPECT_EQ(run(prompted, command).result, wanted);
+    const QString clearing = prompt("exec env -i PATH=/usr/bin:/bin HOME=/ \"$@\"\n");
+    for (const QString& runner : {QString(), QStringLiteral(ORV_ROOT_RUNNER_EXECUTABLE)}) {
+        layout.rootRunner = runner;
+        FreedesktopScriptRunner prompted(layout, clearing);
+        EXPECT_EQ(run(prompted, command).result, wanted) << runner.toStdString();
+    }
 }
 
 TEST_F(ScriptRunnerTest, ReadsTheAnswersOfThePrompt)
@@ -155,6 +159,41 @@ TEST_F(ScriptRunnerTest, ReadsTheAnswersOfThePrompt)
     const ScriptOutcome outcome = run(missing, u"true"_s);
     EXPECT_EQ(number(outcome), u"-2700"_s);
     EXPECT_FALSE(message(outcome).isEmpty());
+}
+
+TEST_F(ScriptRunnerTest, ThePromptStartsTheInstalledRunnerOrElseTheShell)
+{
+    const QString runner = QStringLiteral(ORV_ROOT_RUNNER_EXECUTABLE);
+    SystemLayout production = layout;
+    production.root.clear();
+    const QString itsArguments = prompt("printf '%s|' \"$@\"\n");
+    for (const QString& installed : {runner, root.at(u"/none"), QString()}) {
+        SCOPED_TRACE(installed.toStdString());
+        production.rootRunner = installed;
+        FreedesktopScriptRunner prompted(production, itsArguments);
+        EXPECT_EQ(run(prompted, u"a 'b'"_s).result,
+                  installed == runner ? runner + u"|a 'b'|"_s : u"/bin/sh|-c|a 'b'|"_s);
+    }
+    production.rootRunner = runner;
+    FreedesktopScriptRunner prompted(production, prompt("exec env -i PATH=/usr/bin:/bin HOME=/ \"$@\"\n"));
+    const struct {
+        QString command;
+        std::optional<QString> result;
+        QString message, number;
+    } rows[] = {
+        {u"echo \"ü\" '*' ~; echo noise >&2"_s, u"ü * /"_s, u"(none)"_s, u"(none)"_s},
+        {u"cat; echo out; echo why >&2; exit 3"_s, std::nullopt, u"why"_s, u"3"_s},
+        {u"kill -9 $$"_s, std::nullopt, u"The command was stopped by a signal."_s, u"-2700"_s},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.command.toStdString());
+        const ScriptOutcome outcome = run(prompted, row.command);
+        EXPECT_EQ(outcome.result, row.result);
+        EXPECT_EQ(message(outcome), row.message);
+        EXPECT_EQ(number(outcome), row.number);
+    }
+    for (const QStringList& arguments : {QStringList(), QStringList{u"true"_s, u"true"_s}})
+        EXPECT_EQ(QProcess::execute(runner, arguments), 64) << "not run, as it is not one command";
 }
 
 TEST_F(ScriptRunnerTest, RunsSeveralScriptsAtOnce)

@@ -55,6 +55,7 @@ SystemLayout SystemLayout::ofThisMachine()
     layout.configuration = baseDirectory("XDG_CONFIG_HOME", layout.home, u"/.config");
     layout.cache = baseDirectory("XDG_CACHE_HOME", layout.home, u"/.cache");
     layout.runtime = baseDirectory("XDG_RUNTIME_DIR", layout.home, u"/.cache/run");
+    layout.rootRunner = QStringLiteral(ORV_ROOT_RUNNER);
     // Our own folder and not the shared one: there root may be kept from writing another user's file, and the
     // progress counter of a privileged script would fail.
     if (!layout.cache.isEmpty())

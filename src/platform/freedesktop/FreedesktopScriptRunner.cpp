@@ -81,6 +81,15 @@ QCoro::Task<ScriptOutcome> run(Call call)
     co_return outcomeOf(process, call);
 }
 
+/// The prompt has words of its own for our runner. Without it, in a build tree, the shell does the same under the
+/// system's words.
+QStringList promptedCommand(const SystemLayout& layout, const QString& command)
+{
+    if (!layout.rootRunner.isEmpty() && QFileInfo(layout.rootRunner).isExecutable())
+        return {layout.rootRunner, command};
+    return {layout.shell(), u"-c"_s, command};
+}
+
 Call makeCall(const SystemLayout& layout, const QString& elevationTool, const QString& command)
 {
     Call call;
@@ -100,7 +109,7 @@ Call makeCall(const SystemLayout& layout, const QString& elevationTool, const QS
     call.elevated = !elevationTool.isEmpty();
     if (call.elevated) {
         // The prompt's program clears the environment, so a sandbox's has to come behind it.
-        call.arguments.prepend(call.program);
+        call.arguments = promptedCommand(layout, command);
         if (!changes.isEmpty())
             call.arguments = QStringList{u"env"_s} + changes + call.arguments;
         call.program = elevationTool;

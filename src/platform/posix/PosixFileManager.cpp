@@ -115,7 +115,7 @@ bool isOccupied(const QByteArray& path)
 /// step, so that nothing that appears meanwhile is replaced.
 bool renameToFreeName(const QByteArray& from, const QByteArray& to)
 {
-#if defined(__APPLE__)
+#if defined(ORV_APPLE)
     if (::renamex_np(from.constData(), to.constData(), RENAME_EXCL) == 0)
         return true;
     if (errno != ENOTSUP)
@@ -139,7 +139,7 @@ void copyAttributes(const fs::path& from, const fs::path& to)
     struct stat information {};
     if (::lstat(from.c_str(), &information) != 0)
         return;
-#if defined(__APPLE__)
+#if defined(ORV_APPLE)
     const std::array times{information.st_atimespec, information.st_mtimespec};
 #else
     const std::array times{information.st_atim, information.st_mtim};
@@ -193,7 +193,7 @@ std::optional<FileStatus> PosixFileManager::status(const QString& path) const
     status.size = information.st_size;
     status.accessTime = information.st_atime;
     status.modificationTime = information.st_mtime;
-#if defined(__APPLE__)
+#if defined(ORV_APPLE)
     status.modificationNanoseconds = information.st_mtimespec.tv_nsec;
 #else
     status.modificationNanoseconds = information.st_mtim.tv_nsec;

@@ -1,7 +1,10 @@
 #pragma once
 
-// The file flags of BSD systems: of the right kind to be compiled, without meaning here.
+// The file flags and times of BSD systems: of the right kind to be compiled, without meaning here.
 #include_next <sys/stat.h>
+
+#define st_atimespec st_atim
+#define st_mtimespec st_mtim
 
 #define st_flags st_mode
 #define UF_HIDDEN 0x00008000

@@ -1,0 +1,10 @@
+# Included by the check of CMake's Apple branches, right after project(): looks for the libraries as on Linux, and goes
+# on as on a Mac. What is configured like that cannot be built.
+find_package(Qt6 6.4 REQUIRED COMPONENTS Core Gui Network Svg Widgets Test)
+find_package(QCoro6 REQUIRED COMPONENTS Core Network)
+macro(find_package name)
+    if(NOT "${name}" MATCHES "^(Qt6|QCoro6)$")
+        _find_package(${name} ${ARGN})
+    endif()
+endmacro()
+set(APPLE TRUE)
