@@ -44,6 +44,12 @@ OnboardingAccessPage::OnboardingAccessPage(const platform::Platform& platform,
     m_openSettings->setObjectName(u"openSettingsButton"_s);
     m_openSettings->setTint(&AppTheme::blue);
     m_openSettings->setReducesMotion(platform.appearance.reducesMotion());
+    if (const QUrl page = access.settings(); page.scheme().startsWith(u"http"_s)) {
+        // Not the system's settings: tell it before it is pressed.
+        const QString place = u"Opens "_s + page.toDisplayString();
+        m_openSettings->setToolTip(place);
+        m_openSettings->setAccessibleDescription(place);
+    }
     m_path->setObjectName(u"settingsPathLabel"_s);
     m_path->setWordWrap(true);
     m_path->setAlignment(Qt::AlignCenter);
@@ -79,15 +85,16 @@ QCoro::Task<> OnboardingAccessPage::watch(OnboardingAccessPage* page, int appear
     }
 }
 
-void OnboardingAccessPage::test(bool growsIn)
+void OnboardingAccessPage::test(bool isInSight)
 {
     const bool hasAccess = m_access.isGranted();
     if (hasAccess == m_hasAccess)
         return;
     m_hasAccess = hasAccess;
-    m_illustration->setHasAccess(hasAccess, growsIn);
+    m_illustration->setHasAccess(hasAccess, isInSight);
     render();
-    announceTexts();
+    if (isInSight)
+        announceTexts(); // else with the page itself
 }
 
 void OnboardingAccessPage::render()

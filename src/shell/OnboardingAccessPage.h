@@ -30,8 +30,8 @@ protected:
 private:
     OnboardingAccessPage(const platform::Platform& platform, platform::FullDiskAccess& access,
                          OnboardingPage5* illustration, QWidget* parent);
-    /// Looks again; a sign of access that comes while the page is in sight grows in.
-    void test(bool growsIn);
+    /// Looks again. What changes while the page is in sight grows in and is announced.
+    void test(bool isInSight);
     void render();
 
     const platform::Platform& m_platform;

@@ -5,6 +5,7 @@
 #include "shell/OnboardingIllustration.h"
 #include "shell/TintedLabel.h"
 
+#include <QEvent>
 #include <QVBoxLayout>
 
 namespace orvanlite {
@@ -28,10 +29,7 @@ OnboardingPageShell::OnboardingPageShell(const QString& title, const QString& de
 {
     m_title->setObjectName(u"onboardingTitle"_s);
     m_description->setObjectName(u"onboardingDescription"_s);
-    QFont large = m_title->font();
-    large.setPointSizeF(large.pointSizeF() * kTitleSize);
-    large.setWeight(QFont::DemiBold);
-    m_title->setFont(large);
+    sizeTitle();
     for (QLabel* text : {m_title, m_description}) {
         text->setAlignment(Qt::AlignCenter);
         text->setWordWrap(true);
@@ -43,6 +41,21 @@ OnboardingPageShell::OnboardingPageShell(const QString& title, const QString& de
     m_column->addWidget(m_title);
     m_column->addWidget(m_description);
     setTexts(title, description);
+}
+
+void OnboardingPageShell::sizeTitle()
+{
+    QFont large = font();
+    large.setPointSizeF(large.pointSizeF() * kTitleSize);
+    large.setWeight(QFont::DemiBold);
+    m_title->setFont(large);
+}
+
+void OnboardingPageShell::changeEvent(QEvent* event)
+{
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::FontChange)
+        sizeTitle();
 }
 
 void OnboardingPageShell::setTexts(const QString& title, const QString& description)

@@ -24,10 +24,13 @@ public:
     void announceTexts();
 
 protected:
+    void changeEvent(QEvent* event) override;
     /// Puts a widget below the description.
     void addBelow(QWidget* widget);
 
 private:
+    void sizeTitle();
+
     QLabel* m_title;
     QLabel* m_description;
     QVBoxLayout* m_column;

@@ -95,12 +95,17 @@ void OnboardingView::addPages(const platform::Platform& platform, platform::Full
         "and recoverable."_s,
         new OnboardingPage4(m_reducesMotion, nullptr));
     m_pages.push_back(new OnboardingAccessPage(platform, access, m_region));
+    for (OnboardingPageShell* page : m_pages)
+        page->hide();
+    fitRegion();
+}
+
+void OnboardingView::fitRegion()
+{
     // Large fonts need more than the usual height; then all pages have it.
     int height = kRegionHeight;
-    for (OnboardingPageShell* page : m_pages) {
-        page->hide();
+    for (const OnboardingPageShell* page : m_pages)
         height = std::max(height, page->layout()->heightForWidth(kWidth));
-    }
     m_region->setFixedSize(kWidth, height);
 }
 
@@ -139,14 +144,15 @@ void OnboardingView::turnTo(int page)
     m_previousPage = std::exchange(m_currentPage, page);
     m_dots->setCurrent(page);
     renderButtons();
-    m_pages[static_cast<std::size_t>(page)]->announceTexts();
+    OnboardingPageShell* shown = m_pages[static_cast<std::size_t>(page)];
     if (m_reducesMotion || !isVisible()) {
         showCurrentPage();
-        return;
+    } else {
+        slide(0);
+        shown->show();
+        m_slide->start();
     }
-    slide(0);
-    m_pages[static_cast<std::size_t>(page)]->show();
-    m_slide->start();
+    shown->announceTexts(); // in sight it may have other ones
 }
 
 void OnboardingView::slide(double share)
@@ -218,6 +224,13 @@ void OnboardingView::keyPressEvent(QKeyEvent* event)
 {
     if (!actOn(*event))
         QDialog::keyPressEvent(event);
+}
+
+void OnboardingView::changeEvent(QEvent* event)
+{
+    QDialog::changeEvent(event);
+    if (event->type() == QEvent::FontChange) // when all that is in the pages has it too
+        QMetaObject::invokeMethod(this, &OnboardingView::fitRegion, Qt::QueuedConnection);
 }
 
 void OnboardingView::resizeEvent(QResizeEvent* event)

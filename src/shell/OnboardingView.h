@@ -33,10 +33,12 @@ protected:
     /// The buttons would take the arrow keys to walk among themselves.
     bool eventFilter(QObject* watched, QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void changeEvent(QEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
 
 private:
     void addPages(const platform::Platform& platform, platform::FullDiskAccess& access);
+    void fitRegion();
     [[nodiscard]] QWidget* makeButtons();
     void turnTo(int page);
     /// True for a key that the sheet has acted on.

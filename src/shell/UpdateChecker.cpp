@@ -75,6 +75,7 @@ QStringList normalisedHosts(const QStringList& hosts)
     QStringList made;
     for (const QString& host : hosts)
         made.append(QUrl(u"https://"_s + host).host());
+    made.removeAll(QString()); // what is no host: a link without one would be trusted
     return made;
 }
 

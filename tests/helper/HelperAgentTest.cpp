@@ -140,6 +140,10 @@ TEST_F(HelperAgentTest, CountsAndMonitorsFromSwitchOnToSwitchOff)
     EXPECT_TRUE(shows(u"41 plugins enabled"_s));
     count(1);
     EXPECT_TRUE(shows(u"1 plugin enabled"_s));
+    // Written without a word; the next notification is heard though it tells of no change.
+    real.defaults.suite(u"com.yourcompany.Orvanlite"_s)->setValue(u"enabledPluginCount"_s, 7);
+    real.notifications.post(u"com.yourcompany.Orvanlite.appDidLaunch"_s, {{u"version"_s, u"1"_s}});
+    EXPECT_TRUE(shows(u"7 plugins enabled"_s));
     QProcess second;
     second.start(executable(), {});
     EXPECT_TRUE(waitFor([&] { return second.state() == QProcess::NotRunning; }));
@@ -186,6 +190,9 @@ TEST_F(HelperAgentTest, EndsFromItsMenu)
 TEST_F(HelperAgentTest, OpensTheApplicationByAClickWheneverItDoesNotRun)
 {
     const QString program = root.at(u"/Applications/Orvanlite.app/Contents/MacOS/plugin-manager");
+    root.addFile(u"/Applications/Orvanlite.app/Contents/Info.plist",
+                 infoPlist({{u"CFBundleIdentifier"_s, u"com.yourcompany.Orvanlite"_s},
+                            {u"CFBundleExecutable"_s, u"plugin-manager"_s}}));
     root.addFolder(u"/Applications/Orvanlite.app/Contents/MacOS");
     ASSERT_TRUE(QFile::copy(u"/bin/sleep"_s, program));
     desktop.registerService(u"org.kde.StatusNotifierWatcher"_s);

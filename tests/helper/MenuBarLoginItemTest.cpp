@@ -88,6 +88,9 @@ TEST_F(MenuBarLoginItemTest, FailuresAreALineAndTheSwitchFallsBack)
     root.addFile(entry, "[Desktop Entry]\nHidden=true\n");
     section.show();
     EXPECT_FALSE(launchAtLogin.isChecked());
+    root.addFile(entry, "[Desktop Entry]\n"); // and on again, which is not drawn yet
+    launchAtLogin.click();
+    EXPECT_FALSE(root.exists(entry)) << "the opposite of what is the case";
 
     ASSERT_TRUE(waitFor([this] { return workspace.runningApplications().empty(); }));
     clock.advance(std::chrono::milliseconds(500));

@@ -122,20 +122,26 @@ TEST_F(ServicesTest, TellsWhetherRightsCanBeAskedFor)
         bool isRoot;
         bool hasTool;
         bool wanted;
+        uid_t owner = geteuid();
     } rows[] = {
         {"bash", true, false, true},
-        {"polkit-gnome-au", false, true, true},
-        {"lxqt-policykit-", false, true, true},
-        {"gnome-shell", false, true, true},
-        {"polkit-gnome-au", false, false, false},
-        {"polkitd", false, true, false},
-        {"bash", false, true, false},
+        {"/usr/lib/polkit-gnome/polkit-gnome-authentication-agent-1", false, true, true},
+        {"/usr/libexec/io.elementary.desktop.agent-polkit", false, true, true},
+        {"lxqt-policykit-agent", false, true, true},
+        {"/usr/bin/gnome-shell", false, true, true},
+        {"/usr/bin/gnome-shell", false, true, false, 54321}, // of the login screen
+        {"lxqt-policykit-agent", false, false, false},
+        {"/usr/lib/polkit-1/polkitd", false, true, false},
+        {"/polkit/bash", false, true, false},
+        {"", false, true, false}, // of the kernel
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.process);
         qputenv("PATH", row.hasTool ? tools.toUtf8() : root.at(u"/none").toUtf8());
-        root.addFile(u"/proc/self/comm", "polkit-agent\n"); // no process
-        root.addFile(u"/proc/42/comm", QByteArray(row.process) + '\n');
+        root.addFile(u"/proc/self/cmdline", "polkit-agent"); // no process
+        root.addFile(u"/proc/42/cmdline", QByteArray(row.process) + '\0' + "polkit-argument" + '\0');
+        if (::chown(root.at(u"/proc/42").toUtf8().constData(), row.owner, getegid()) != 0)
+            continue; // only root can
         EXPECT_EQ(FreedesktopDiskAccess(row.isRoot, root.at(u"/proc")).isGranted(), row.wanted);
     }
     qputenv("PATH", path);

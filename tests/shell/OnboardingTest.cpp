@@ -3,12 +3,25 @@
 #include "shell/OnboardingIllustration.h"
 #include "shell/OnboardingView.h"
 
+#include <QApplication>
+
 namespace orvanlite::test {
 
 class OnboardingTest : public ShellTest {
 protected:
     OnboardingTest() { m_system.defaults.standardDefaults.values.remove(u"onboardingComplete"_s); }
 
+    /// Whether a screen reader has been told to say the page in sight since the last call.
+    [[nodiscard]] bool isSaid()
+    {
+        const QString wanted = page().replace(u'|', u". "_s);
+        bool isSaid = false;
+        for (QLabel* title : sheet().findChildren<QLabel*>(u"onboardingTitle"_s)) {
+            isSaid |= title->isVisible() && title->parentWidget()->accessibleName() == wanted;
+            title->parentWidget()->setAccessibleName({});
+        }
+        return isSaid;
+    }
     [[nodiscard]] OnboardingView& sheet() { return named<OnboardingView>(window(), u"onboardingView"_s); }
     [[nodiscard]] bool isComplete()
     {
@@ -80,9 +93,7 @@ TEST_F(OnboardingTest, LeadsThroughSixPagesOnce)
         QTest::keyClick(sheet().focusWidget(), key);
         EXPECT_TRUE(waitFor([&] { return page().startsWith(title + u'|'); })) << qPrintable(title);
         EXPECT_TRUE(sheet().focusWidget() && sheet().focusWidget()->isVisible());
-        const QWidget* shown = visible<QLabel>(u"onboardingTitle"_s).front()->parentWidget();
-        EXPECT_EQ(shown->accessibleName().toStdString(), page().replace(u'|', u". "_s).toStdString())
-            << "what a screen reader is told to say";
+        EXPECT_TRUE(isSaid());
     };
     turn(Qt::Key_Left, u"You're in Control"_s);
     turn(Qt::Key_Right, u"One Permission Needed"_s);
@@ -112,6 +123,14 @@ TEST_F(OnboardingTest, LooksForTheAccessWhileItsPageIsInSight)
     launch();
     for (int number = 0; number < 5; ++number)
         press(u"onboardingNextButton"_s);
+    const std::pair<const char*, const char*> texts[] = {{"onboardingBackButton", "Back"},
+                                                         {"onboardingNextButton", "Next"},
+                                                         {"onboardingStartButton", "Get Started"},
+                                                         {"openSettingsButton", "Open System Settings"}};
+    for (const auto& [name, text] : texts)
+        EXPECT_STREQ(qPrintable(named<QAbstractButton>(sheet(), QLatin1String(name)).text()), text);
+    EXPECT_EQ(visible<QLabel>(u"settingsPathLabel"_s).value(0)->text(),
+              u"Privacy & Security → Full Disk Access → enable Orvanlite"_s);
     named<QAbstractButton>(sheet(), u"openSettingsButton"_s).setFocus();
     QTest::keyClick(sheet().focusWidget(), Qt::Key_Return);
     EXPECT_FALSE(isComplete()) << "Return is for the button that has the focus";
@@ -121,6 +140,7 @@ TEST_F(OnboardingTest, LooksForTheAccessWhileItsPageIsInSight)
         m_system.clock.advance(std::chrono::milliseconds(1'999));
         const QString before = page();
         m_system.clock.advance(std::chrono::milliseconds(1));
+        EXPECT_TRUE(isSaid());
         return before.section(u'|', 0, 0) + u" > "_s + page();
     };
     EXPECT_EQ(afterTwoSeconds(true).toStdString(),
@@ -134,9 +154,33 @@ TEST_F(OnboardingTest, LooksForTheAccessWhileItsPageIsInSight)
     m_system.clock.advance(std::chrono::seconds(4));
     press(u"onboardingNextButton"_s);
     EXPECT_TRUE(page().startsWith(u"You're All Set!"_s)) << "it looks at once when it comes";
+    EXPECT_TRUE(isSaid());
     QTest::keyClick(sheet().focusWidget(), Qt::Key_Return);
     EXPECT_TRUE(isComplete());
     settle();
+}
+
+TEST_F(OnboardingTest, KeepsStillWhereThatIsWantedAndFollowsTheFont)
+{
+    m_system.appearance.reduced = true;
+    launch();
+    const QFont before = QApplication::font();
+    QFont large = before;
+    large.setPointSizeF(2.2 * before.pointSizeF());
+    QApplication::setFont(large);
+    settle();
+    for (int number = 0; number < OnboardingView::pageCount; ++number) {
+        SCOPED_TRACE(number);
+        ASSERT_EQ(shownPages(), 1) << "at once";
+        EXPECT_EQ(moving(), 0);
+        for (const QLabel* text : sheet().findChildren<QLabel*>()) {
+            EXPECT_TRUE(!text->isVisible() || text->height() >= text->heightForWidth(text->width()))
+                << qPrintable(text->text());
+        }
+        EXPECT_GT(visible<QLabel>(u"onboardingTitle"_s).front()->font().pointSizeF(), large.pointSizeF());
+        QTest::keyClick(sheet().focusWidget(), Qt::Key_Right);
+    }
+    QApplication::setFont(before);
 }
 
 } // namespace orvanlite::test

@@ -401,8 +401,10 @@ TEST_F(SidebarTest, TellsOfAScanBeforeItStarts)
         place = at(u"statisticsSection"_s).mapTo(m_sidebar.get(), QPoint()).y();
     });
     m_root.addFile(u"/Library/Audio/Plug-Ins/VST3/A.vst3"_s);
+    m_system.loginItems.state = platform::LoginItemStatus::enabled; // in the system's own settings
     scan();
     settle();
+    EXPECT_TRUE(at<QAbstractButton>(u"launchAtLoginSwitch"_s).isChecked()) << "asked whenever it is drawn";
     EXPECT_GT(before, 0);
     EXPECT_EQ(place, statistics) << "nothing moves aside";
     EXPECT_FALSE(label.isVisible());

@@ -93,9 +93,11 @@ protected:
 
     TestPlatform m_system;
     UpdateServer m_server;
-    UpdateChecker m_checker{
-        m_system.platform,
-        {m_server.url(), u"https://good.test/default"_s, {u"Good.TEST"_s, u"bücher.test"_s}, kTimeOut}};
+    UpdateChecker m_checker{m_system.platform,
+                            {m_server.url(),
+                             u"https://good.test/default"_s,
+                             {u"Good.TEST"_s, u"bücher.test"_s, u"no host"_s},
+                             kTimeOut}};
     static constexpr std::chrono::milliseconds kTimeOut{1'000};
 };
 

@@ -2,6 +2,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QStandardPaths>
 
 #include <algorithm>
@@ -15,21 +16,30 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// The authority tells nobody which agents have registered with it, so the processes are looked through. The kernel cuts
-/// their names to 15 characters. Desktop shells that are their own agent come by name.
+/// The authority tells nobody which agents have registered with it, and to register one to see whether that is refused
+/// would take the prompts of others meanwhile. So the processes are looked through. Desktop shells that are their own
+/// agent come by name.
 bool isPromptAgent(const QByteArray& name)
 {
-    constexpr std::array shells{"gnome-shell", "cinnamon", "budgie-panel", "phosh", "gala"};
+    constexpr std::array shells{"gnome-shell", "cinnamon",   "budgie-panel",
+                                "phosh",       "cosmic-osd", "enlightenment"};
     const bool isAgent = (name.contains("polkit") || name.contains("policykit")) && name != "polkitd";
     return isAgent || std::find(shells.begin(), shells.end(), name) != shells.end();
 }
 
 bool hasPromptAgent(const QDir& processes)
 {
-    const QStringList ids = processes.entryList({u"[0-9]*"_s}, QDir::Dirs);
-    return std::any_of(ids.begin(), ids.end(), [&processes](const QString& id) {
-        QFile name(processes.filePath(id + u"/comm"_s));
-        return name.open(QIODevice::ReadOnly) && isPromptAgent(name.readAll().trimmed());
+    const QFileInfoList running = processes.entryInfoList({u"[0-9]*"_s}, QDir::Dirs);
+    return std::any_of(running.begin(), running.end(), [](const QFileInfo& each) {
+        // The agent of another user, such as that of the login screen, does not ask this one.
+        if (each.ownerId() != ::geteuid())
+            return false;
+        // Not by "comm": the kernel cuts that to 15 characters, and with it the end that tells.
+        QFile words(each.filePath() + u"/cmdline"_s);
+        if (!words.open(QIODevice::ReadOnly))
+            return false; // it has ended since
+        const QByteArray program = words.readAll().split('\0').first();
+        return isPromptAgent(program.sliced(program.lastIndexOf('/') + 1));
     });
 }
 

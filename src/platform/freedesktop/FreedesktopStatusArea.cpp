@@ -42,8 +42,10 @@ public:
             new QDBusServiceWatcher(kWatcher, *bus, QDBusServiceWatcher::WatchForRegistration, this);
         connect(arrivals, &QDBusServiceWatcher::serviceRegistered, this, &StatusHostWatch::ask);
         bus->connect(kWatcher, kWatcherPath, kWatcher, u"StatusNotifierHostRegistered"_s, this, SLOT(ask()));
+        // Wayland sessions have no tray of old: there the item waits for as long as it takes.
         constexpr std::chrono::seconds kLongestWait(30);
-        QTimer::singleShot(kLongestWait, this, &StatusHostWatch::tell);
+        if (qEnvironmentVariable("XDG_SESSION_TYPE") != u"wayland"_s)
+            QTimer::singleShot(kLongestWait, this, &StatusHostWatch::tell);
         ask();
     }
 
