@@ -1,44 +1,49 @@
 # Installs the application bundle with all that it needs, and makes a disk image of it. The steps stand in
 # docs/packaging-macos.md. This has not been run on a Mac yet.
+set(here ${PROJECT_SOURCE_DIR}/packaging/macos)
+set(bundle ${CMAKE_BINARY_DIR}/Orvanlite.app)
+set(helper Contents/Library/LoginItems/OrvanliteHelper.app)
 
-# The catalogue binds a whole selection to one statement. The system's own SQLite takes 500,000 values; one that is
-# built with the usual limit takes 32,766 and would fail on large libraries.
-file(STRINGS ${PROJECT_SOURCE_DIR}/packaging/macos/sqlite-place place REGEX "^[^#]")
-list(GET SQLite3_LIBRARIES 0 sqlite)
-if(NOT sqlite MATCHES "${place}")
-    message(FATAL_ERROR "${sqlite} is not the system's SQLite (${place}): set SQLite3_LIBRARY and SQLite3_INCLUDE_DIR "
-                        "to those in the SDK")
+# One icon for both bundles, from the same drawing as on every system. Whoever only builds does without.
+find_program(ORV_RSVG_CONVERT rsvg-convert)
+if(ORV_RSVG_CONVERT)
+    set(icon ${bundle}/Contents/Resources/AppIcon.icns)
+    set(drawing ${PROJECT_SOURCE_DIR}/resources/AppIcon.svg)
+    add_custom_command(
+        OUTPUT ${icon}
+        COMMAND ${CMAKE_COMMAND} -E env ORV_RSVG_CONVERT=${ORV_RSVG_CONVERT} ${here}/make-icon ${drawing} ${icon}
+        DEPENDS ${drawing} ${here}/make-icon
+        VERBATIM)
+    add_custom_target(orvanlite-icon ALL DEPENDS ${icon})
+else()
+    message(STATUS "No rsvg-convert: the bundle gets no icon and cannot be packaged")
 endif()
 
-set(bundle ${CMAKE_BINARY_DIR}/Orvanlite.app)
-set(helper_contents Contents/Library/LoginItems/OrvanliteHelper.app/Contents)
+# The targets and not the folder: installing takes the paths of this machine out of the programs.
+install(TARGETS plugin-manager orvanlite-script RUNTIME DESTINATION Orvanlite.app/Contents/MacOS)
+install(TARGETS OrvanliteHelper RUNTIME DESTINATION Orvanlite.app/${helper}/Contents/MacOS)
+install(FILES ${bundle}/Contents/Info.plist DESTINATION Orvanlite.app/Contents)
+install(FILES ${bundle}/${helper}/Contents/Info.plist DESTINATION Orvanlite.app/${helper}/Contents)
+foreach(each Orvanlite.app Orvanlite.app/${helper})
+    install(FILES ${bundle}/Contents/Resources/AppIcon.icns DESTINATION ${each}/Contents/Resources)
+endforeach()
+# The agent is a bundle in the bundle, and uses the plugins of the outer one. Not in the build folder: there they lie
+# where Qt is installed.
+install(FILES ${here}/qt.conf DESTINATION Orvanlite.app/${helper}/Contents/Resources)
 
-# The icon, from the same drawing as on every system.
-find_program(ORV_RSVG_CONVERT rsvg-convert REQUIRED)
-set(icon ${bundle}/Contents/Resources/AppIcon.icns)
-add_custom_command(
-    OUTPUT ${icon}
-    COMMAND ${PROJECT_SOURCE_DIR}/packaging/macos/make-icon ${PROJECT_SOURCE_DIR}/resources/AppIcon.svg ${icon}
-    DEPENDS ${PROJECT_SOURCE_DIR}/resources/AppIcon.svg ${PROJECT_SOURCE_DIR}/packaging/macos/make-icon
-    VERBATIM)
-add_custom_target(orvanlite-icon ALL DEPENDS ${icon})
-
-# The agent is a bundle in the bundle, and uses the libraries and plugins of the outer one.
-file(WRITE ${bundle}/${helper_contents}/Resources/qt.conf "[Paths]\nPlugins = ../../../../PlugIns\n")
-
-find_program(ORV_MACDEPLOYQT macdeployqt HINTS ${Qt6_DIR}/../../../bin REQUIRED)
-install(DIRECTORY ${bundle} DESTINATION . USE_SOURCE_PERMISSIONS)
+find_program(ORV_MACDEPLOYQT macdeployqt HINTS ${Qt6_DIR}/../../../bin)
 install(
     CODE "
     set(app \"\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/Orvanlite.app\")
+    # With further programs named, all of them find their libraries by the way from where they lie themselves.
     execute_process(
-        COMMAND \"${ORV_MACDEPLOYQT}\" \"\${app}\"
+        COMMAND \"${ORV_MACDEPLOYQT}\" \"\${app}\" -verbose=1
                 \"-executable=\${app}/Contents/MacOS/orvanlite-script\"
-                \"-executable=\${app}/${helper_contents}/MacOS/OrvanliteHelper\"
-        COMMAND_ERROR_IS_FATAL ANY)
-    execute_process(COMMAND \"${PROJECT_SOURCE_DIR}/packaging/macos/check-bundle\" \"\${app}\"
-                    COMMAND_ERROR_IS_FATAL ANY)
-    execute_process(COMMAND \"${PROJECT_SOURCE_DIR}/packaging/macos/sign\" \"\${app}\" COMMAND_ERROR_IS_FATAL ANY)
+                \"-executable=\${app}/${helper}/Contents/MacOS/OrvanliteHelper\"
+        COMMAND_ECHO STDOUT COMMAND_ERROR_IS_FATAL ANY)
+    foreach(step check-bundle sign)
+        execute_process(COMMAND \"${here}/\${step}\" \"\${app}\" COMMAND_ECHO STDOUT COMMAND_ERROR_IS_FATAL ANY)
+    endforeach()
     ")
 
 set(CPACK_GENERATOR DragNDrop)

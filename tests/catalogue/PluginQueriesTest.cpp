@@ -157,10 +157,10 @@ TEST_F(PluginQueriesTest, KeysMakersAndIds)
 
     // More than a selection ever holds, and so many that SQLite refuses: no rows, no line, no crash.
     QSet<QUuid> many{twin.id};
-    while (many.size() < 30'000)
+    while (many.size() < 100'000)
         many << makeUuid();
     EXPECT_EQ(m_database.getPluginsByIds(many), AudioPlugins({twin}));
-    while (many.size() < 300'000)
+    while (many.size() < 600'000)
         many << makeUuid();
     EXPECT_EQ(printed([&] { EXPECT_TRUE(m_database.getPluginsByIds(many).empty()); }), "");
 }

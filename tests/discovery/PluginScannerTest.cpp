@@ -9,6 +9,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <cerrno>
+
 namespace orvanlite::test {
 namespace {
 
@@ -209,7 +211,10 @@ TEST_F(PluginScannerTest, OddNamesDisturbNoOther)
         root.addBundle(u"/Library/Audio/Plug-Ins/VST3/"_s + name + u".vst3"_s,
                        infoPlist({{u"CFBundleShortVersionString"_s, name}}), true);
     const QByteArray folder = root.at(u"/Library/Audio/Plug-Ins/VST3/").toUtf8();
-    ASSERT_EQ(::mkdir((folder + "bad\xFF.vst3").constData(), 0755), 0);
+    const int made = ::mkdir((folder + "bad\xFF.vst3").constData(), 0755);
+    if (made != 0 && errno == EILSEQ)
+        GTEST_SKIP() << "this file system takes no such names, and both forms of é for one";
+    ASSERT_EQ(made, 0);
     ASSERT_EQ(::mkdir((folder + "vendor\xFF").constData(), 0755), 0);
     AudioPlugins plugins;
     const std::string output = printed([&] { plugins = scan(); });

@@ -252,7 +252,10 @@ TEST_F(FileManagerTest, ListsANameThatIsNoTextButFailsToTouchIt)
 {
     root.addFolder(u"/n");
     const QByteArray raw = root.at(u"/n/").toUtf8() + "a\xff.vst3";
-    ::close(::open(raw.constData(), O_CREAT | O_WRONLY, 0600));
+    const int made = ::open(raw.constData(), O_CREAT | O_WRONLY, 0600);
+    if (made < 0 && errno == EILSEQ)
+        GTEST_SKIP() << "this file system takes no such names";
+    ASSERT_EQ(::close(made), 0);
     const auto entries = files.list(root.at(u"/n"), HiddenEntries::skip);
     ASSERT_EQ(entries.size(), 1U);
     EXPECT_EQ(entries[0].name, u"a\uFFFD.vst3"_s);

@@ -47,17 +47,20 @@ QVariant fromNativeObject(id object)
 {
     if ([object isKindOfClass:[NSString class]])
         return fromNative(object);
-    if ([object isKindOfClass:[NSData class]])
-        return QByteArray(static_cast<const char*>([object bytes]), static_cast<qsizetype>([object length]));
+    if ([object isKindOfClass:[NSData class]]) {
+        NSData* data = object;
+        return QByteArray(static_cast<const char*>([data bytes]), static_cast<qsizetype>([data length]));
+    }
     if (![object isKindOfClass:[NSNumber class]])
         return {};
+    NSNumber* number = object;
     // A boolean is a number of a class of its own; its type code is that of a character.
-    if ([object isKindOfClass:[[NSNumber numberWithBool:YES] class]])
-        return [object boolValue] == YES;
-    const char code = *[object objCType];
+    if ([number isKindOfClass:[[NSNumber numberWithBool:YES] class]])
+        return [number boolValue] == YES;
+    const char code = *[number objCType];
     if (code == *@encode(double) || code == *@encode(float))
-        return [object doubleValue];
-    return QVariant(static_cast<qlonglong>([object longLongValue]));
+        return [number doubleValue];
+    return QVariant(static_cast<qlonglong>([number longLongValue]));
 }
 
 void observeNative(NSNotificationCenter* center, NSString* name, QObject* context,

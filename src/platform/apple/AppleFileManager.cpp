@@ -12,6 +12,14 @@ namespace orvanlite::platform {
 
 using namespace Qt::StringLiterals;
 
+AppleFileManager::AppleFileManager(ProcessLauncher& processes, const SystemLayout& layout)
+    : m_processes(processes)
+    , m_chflags(layout.chflags())
+{
+    if (!PosixFileManager::exists(m_chflags))
+        m_chflags = u"/usr/bin/chflags"_s; // the systems of today have it there
+}
+
 void AppleFileManager::setHidden(const QString& path) { m_processes.start(m_chflags, {u"hidden"_s, path}); }
 
 void AppleFileManager::removeMarkedAsHidden(const QString& folder, bool /*hasDotHidden*/,
@@ -28,7 +36,7 @@ void AppleFileManager::removeMarkedAsHidden(const QString& folder, bool /*hasDot
 std::unique_ptr<FileManager> makeFileManager(const SystemLayout& layout)
 {
     static DetachedLauncher launcher; // has no state, so one serves all
-    return std::make_unique<AppleFileManager>(launcher, layout.chflags());
+    return std::make_unique<AppleFileManager>(launcher, layout);
 }
 
 } // namespace orvanlite::platform

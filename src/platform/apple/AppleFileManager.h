@@ -5,15 +5,12 @@
 namespace orvanlite::platform {
 
 class ProcessLauncher;
+struct SystemLayout;
 
 /// A file is hidden by a flag of its own in the file system.
 class AppleFileManager final : public PosixFileManager {
 public:
-    /// `chflags` is the absolute path of the program that sets the flag.
-    AppleFileManager(ProcessLauncher& processes, QString chflags)
-        : m_processes(processes)
-        , m_chflags(std::move(chflags))
-    {}
+    AppleFileManager(ProcessLauncher& processes, const SystemLayout& layout);
 
     void setHidden(const QString& path) override;
 
@@ -23,7 +20,7 @@ protected:
 
 private:
     ProcessLauncher& m_processes;
-    QString m_chflags;
+    QString m_chflags; ///< the program that sets the flag
 };
 
 } // namespace orvanlite::platform

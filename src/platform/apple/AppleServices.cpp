@@ -14,6 +14,7 @@
 #include "platform/posix/SystemClock.h"
 
 #include <QCoreApplication>
+#include <QDir>
 #include <QFileInfo>
 
 namespace orvanlite::platform {
@@ -45,7 +46,10 @@ public:
     AppleServices(SystemLayout layout, Elevation elevation)
         : m_layout(std::move(layout))
         , m_scripts(makeScriptRunner(m_layout, elevation, m_mainBundle))
-    {}
+    {
+        // The system's own is there; a sandbox's may not be. Where it cannot be made, whatever needs it says so.
+        QDir().mkpath(m_layout.temporary);
+    }
 
     [[nodiscard]] Platform platform() override
     {
@@ -56,7 +60,7 @@ public:
 private:
     SystemLayout m_layout;
     DetachedLauncher m_launcher;
-    AppleFileManager m_files{m_launcher, m_layout.chflags()};
+    AppleFileManager m_files{m_launcher, m_layout};
     MainBundle m_mainBundle{m_files, QFileInfo(QCoreApplication::applicationFilePath()).canonicalFilePath()};
     std::unique_ptr<DefaultsStore> m_defaults = makeDefaults(m_layout);
     AppleNotificationCenter m_notifications;

@@ -56,12 +56,13 @@ void AppleUserNotifications::show(const QString& title, const QString& body)
     // The system ends a process that asks for the centre outside of a bundle.
     if (![[NSBundle mainBundle] bundleIdentifier])
         return;
+    // Copies: what a block takes of a reference is the reference, and the caller's texts are gone when it runs.
+    const auto deliver = [ownTitle = title, ownBody = body] { post(ownTitle, ownBody); };
     [centre() requestAuthorizationWithOptions:UNAuthorizationOptionAlert
                             completionHandler:^(BOOL granted, NSError* /*error*/) {
                               // On a thread of the system's; ours is the main one only.
                               if (granted && qApp)
-                                  QMetaObject::invokeMethod(
-                                      qApp, [title, body] { post(title, body); }, Qt::QueuedConnection);
+                                  QMetaObject::invokeMethod(qApp, deliver, Qt::QueuedConnection);
                             }];
 }
 

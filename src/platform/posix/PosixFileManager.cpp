@@ -8,6 +8,9 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
+#if defined(ORV_APPLE)
+#include <copyfile.h>
+#endif
 
 #include <array>
 #include <cerrno>
@@ -133,43 +136,61 @@ bool renameToFreeName(const QByteArray& from, const QByteArray& to)
     return std::rename(from.constData(), to.constData()) == 0;
 }
 
+#if defined(ORV_APPLE)
+
+/// Copies a file or folder with all that belongs to it, links as links. Extended attributes hold some of the signatures
+/// in a bundle.
+std::error_code copyAll(const QByteArray& from, const QByteArray& to)
+{
+    constexpr copyfile_flags_t kAll = COPYFILE_ALL | COPYFILE_RECURSIVE | COPYFILE_NOFOLLOW;
+    if (::copyfile(from.constData(), to.constData(), nullptr, kAll) != 0)
+        return {errno, std::generic_category()};
+    return {};
+}
+
+#else
+
 /// Gives the copy the times and, where that is allowed, the owner of the original.
 void copyAttributes(const fs::path& from, const fs::path& to)
 {
     struct stat information {};
     if (::lstat(from.c_str(), &information) != 0)
         return;
-#if defined(ORV_APPLE)
-    const std::array times{information.st_atimespec, information.st_mtimespec};
-#else
     const std::array times{information.st_atim, information.st_mtim};
-#endif
     if (::lchown(to.c_str(), information.st_uid, information.st_gid) != 0)
         errno = 0; // the copy belongs to who has made it
     ::utimensat(AT_FDCWD, to.c_str(), times.data(), AT_SYMLINK_NOFOLLOW);
 }
+
+/// Copies a file or folder with all that belongs to it, links as links.
+std::error_code copyAll(const QByteArray& from, const QByteArray& to)
+{
+    const fs::path source = toPath(from);
+    const fs::path target = toPath(to);
+    std::error_code error;
+    fs::copy(source, target, fs::copy_options::recursive | fs::copy_options::copy_symlinks, error);
+    if (error)
+        return error;
+    for (fs::recursive_directory_iterator each(source, error), end; !error && each != end;
+         each.increment(error))
+        copyAttributes(each->path(), target / each->path().lexically_relative(source));
+    copyAttributes(source, target);
+    return {}; // a file is no folder, and times are no reason to fail
+}
+
+#endif
 
 /// Copies a file or folder under a name that is free, by way of a name of its own beside it: no half copy is
 /// ever seen under the new name, and a failed one leaves nothing behind.
 void copyToFreeName(const QByteArray& from, const QByteArray& to, const QString& destination)
 {
     const QByteArray partial = to + '.' + QUuid::createUuid().toByteArray(QUuid::Id128);
-    const fs::path source = toPath(from);
-    const fs::path target = toPath(partial);
-    std::error_code error;
-    fs::copy(source, target, fs::copy_options::recursive | fs::copy_options::copy_symlinks, error);
-    if (!error) {
-        for (fs::recursive_directory_iterator each(source, error), end; !error && each != end;
-             each.increment(error))
-            copyAttributes(each->path(), target / each->path().lexically_relative(source));
-        error.clear(); // a file is no folder, and times are no reason to fail
-        copyAttributes(source, target);
-        if (!renameToFreeName(partial, to))
-            error.assign(errno, std::generic_category());
-    }
+    std::error_code error = copyAll(from, partial);
+    if (!error && !renameToFreeName(partial, to))
+        error.assign(errno, std::generic_category());
     if (error) {
         std::error_code ignored;
-        fs::remove_all(target, ignored);
+        fs::remove_all(toPath(partial), ignored);
         throw FileError(error.value(), destination);
     }
 }
