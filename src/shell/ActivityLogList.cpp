@@ -4,6 +4,7 @@
 #include "shell/AppTheme.h"
 #include "shell/Icons.h"
 #include "shell/ThinScrollBar.h"
+#include "shell/ToolTips.h"
 
 #include <QHelpEvent>
 #include <QPainter>
@@ -199,8 +200,9 @@ QVariant ActivityLogModel::data(const QModelIndex& index, int role) const
     const auto timeAgo = [&] { return each.timeAgo(Date::fromUnix(m_clock.now())); };
     switch (role) {
     case Qt::DisplayRole:
-    case Qt::ToolTipRole:
         return each.pluginName;
+    case Qt::ToolTipRole:
+        return plainToolTip(each.pluginName);
     case Qt::AccessibleTextRole:
         return QStringList{each.pluginName, each.format, rawValue(each.action), timeAgo()}.join(u", "_s);
     case TimeAgoRole:

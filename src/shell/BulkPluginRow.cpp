@@ -3,6 +3,7 @@
 #include "shell/AppTheme.h"
 #include "shell/ChipButton.h"
 #include "shell/FlowLayout.h"
+#include "shell/ToolTips.h"
 
 #include <QAccessibleWidget>
 #include <QHelpEvent>
@@ -320,8 +321,8 @@ bool BulkPluginRow::event(QEvent* event)
 {
     if (event->type() == QEvent::ToolTip) {
         const bool isCut = fontMetrics().horizontalAdvance(m_plugin.name) > m_places.name.width();
-        QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), isCut ? m_plugin.name : QString(),
-                           this);
+        QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(),
+                           isCut ? plainToolTip(m_plugin.name) : QString(), this);
         return true;
     }
     return QAbstractButton::event(event);

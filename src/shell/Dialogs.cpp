@@ -72,7 +72,12 @@ QMessageBox* ask(QWidget* context, const Question& question, std::function<void(
     box->setInformativeText(question.message);
     dress(box, Tone::warning);
     QPushButton* action = box->addButton(
-        question.action, question.isDestructive ? QMessageBox::DestructiveRole : QMessageBox::AcceptRole);
+        question.action, QMessageBox::AcceptRole); // of one role, so that it stands in one place
+    if (question.isDestructive) {
+        QPalette red = action->palette();
+        red.setColor(QPalette::ButtonText, AppTheme::legible(AppTheme::red(red), red));
+        action->setPalette(red);
+    }
     QAbstractButton* cancel = box->button(QMessageBox::Cancel);
     action->setObjectName(u"confirmButton"_s);
     cancel->setObjectName(u"cancelButton"_s);
@@ -119,7 +124,6 @@ QDialog* askForText(QWidget* context, const TextQuestion& question, std::functio
     action->setDefault(true);
     QPushButton* cancel = buttons->button(QDialogButtonBox::Cancel);
     cancel->setObjectName(u"cancelButton"_s);
-    cancel->setAutoDefault(false);
 
     auto* column = new QVBoxLayout(dialog);
     column->setContentsMargins(AppTheme::kSpace5, AppTheme::kSpace5, AppTheme::kSpace5, AppTheme::kSpace4);

@@ -1,5 +1,7 @@
 #include "shell/ElidedLabel.h"
 
+#include "shell/ToolTips.h"
+
 #include <QHelpEvent>
 #include <QPainter>
 #include <QToolTip>
@@ -27,7 +29,7 @@ bool ElidedLabel::event(QEvent* event)
 {
     if (event->type() != QEvent::ToolTip)
         return QLabel::event(event);
-    const QString tip = shownText() == text() ? toolTip() : text().toHtmlEscaped();
+    const QString tip = shownText() == text() ? toolTip() : plainToolTip(text());
     if (tip.isEmpty())
         return false; // whatever stands around it may have one
     QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), tip, this);

@@ -60,6 +60,7 @@ MainContentView::MainContentView(PluginManagerViewModel& viewModel, BulkConfirma
     setObjectName(u"mainContentView"_s);
     auto* toolRow = new QWidget(this);
     buildToolRow(toolRow);
+    m_preview = new PreviewStrip(viewModel, m_reducesMotion, this); // before the table also for Tab
     auto* tables = new QWidget(m_body);
     m_list = new PluginListView(viewModel, platform, tables);
     m_handle = new DragHandle(tables);
@@ -70,7 +71,6 @@ MainContentView::MainContentView(PluginManagerViewModel& viewModel, BulkConfirma
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(0);
-    m_preview = new PreviewStrip(viewModel, m_reducesMotion, this);
     column->addWidget(toolRow);
     column->addWidget(m_preview);
     column->addWidget(m_body, 1);

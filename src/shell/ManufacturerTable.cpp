@@ -3,6 +3,7 @@
 #include "shell/AppTheme.h"
 #include "shell/Icons.h"
 #include "shell/ThinScrollBar.h"
+#include "shell/ToolTips.h"
 
 #include <QHeaderView>
 #include <QHelpEvent>
@@ -158,6 +159,7 @@ QVariant ManufacturerTableModel::data(const QModelIndex& index, int role) const
     case Qt::DisplayRole:
         return isForLink ? QVariant() : name;
     case Qt::ToolTipRole:
+        return plainToolTip(isForLink ? u"Visit "_s + name + u" website"_s : name);
     case Qt::AccessibleTextRole:
         return isForLink ? u"Visit "_s + name + u" website"_s : name;
     case Qt::CheckStateRole:

@@ -104,6 +104,10 @@ void PluginListView::buildFooter()
     m_loadAll->setReducesMotion(m_platform.appearance.reducesMotion());
     m_hint = caption(u"keysHint"_s, AppTheme::kSmallCaption, m_footer);
     m_hint->setText(u"⌘↑ Top · ⌘↓ Bottom"_s);
+    const auto native = [](Qt::Key key) {
+        return QKeySequence(Qt::CTRL | key).toString(QKeySequence::NativeText);
+    };
+    m_hint->setToolTip(native(Qt::Key_Up) + u", "_s + native(Qt::Key_Down)); // other keyboards have no ⌘
 
     auto* row = new QHBoxLayout(m_footer);
     row->setContentsMargins(AppTheme::kSpace5, AppTheme::kSpace1, AppTheme::kSpace5, AppTheme::kSpace1);
@@ -213,6 +217,7 @@ void PluginListView::renderRows()
                                                    QItemSelectionModel::NoUpdate);
         m_table->setAutoScroll(true);
     }
+    m_table->keepACurrentRow();
     if (isOtherQuery()) {
         scrollBar.setValue(0); // another search or sort is read from its first row on
     } else if (scrollBar.value() != scroll) {
@@ -287,12 +292,13 @@ void PluginListView::takeOverSelection()
 
 void PluginListView::selectionChanged()
 {
+    // A preview's marks are its own: they join with the first change behind it.
+    if (*m_viewModel.activeProfile)
+        return;
     const QSet<QUuid> now = *m_viewModel.selectedPlugins;
     const QSet<QUuid> before = std::exchange(m_previousSelectedPlugins, now);
     if (now == before)
         return;
-    if (*m_viewModel.activeProfile)
-        return; // a preview's marks are its own
     // On purpose: what is unmarked stays selected. Only the bulk pane takes out of the selection.
     m_viewModel.collectSelection(now - before);
 }

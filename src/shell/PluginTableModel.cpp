@@ -1,6 +1,7 @@
 #include "shell/PluginTableModel.h"
 
 #include "platform/Clock.h"
+#include "shell/ToolTips.h"
 
 #include <algorithm>
 
@@ -216,8 +217,8 @@ QVariant PluginTableModel::data(const QModelIndex& index, int role) const
         return accessibleDescription(row, column);
     case Qt::ToolTipRole:
         if (column == PluginColumn::name) // which may be cut
-            return u"%1\n%2"_s.arg(row.name, row.currentPath);
-        return column == PluginColumn::status ? QVariant() : accessibleDescription(row, column);
+            return plainToolTip(u"%1\n%2"_s.arg(row.name, row.currentPath));
+        return column == PluginColumn::status ? QVariant() : plainToolTip(accessibleDescription(row, column));
     case Qt::CheckStateRole:
         if (column == PluginColumn::status && !isPreview())
             return row.isEnabled ? Qt::Checked : Qt::Unchecked;

@@ -179,6 +179,14 @@ void PluginTableView::scrollTo(const QModelIndex& index, ScrollHint hint)
         horizontalScrollBar()->setValue(left);
 }
 
+void PluginTableView::keepACurrentRow()
+{
+    if (!hasFocus() || currentIndex().isValid() || m_model.rowCount() == 0)
+        return;
+    selectionModel()->setCurrentIndex(m_model.index(0, 0), QItemSelectionModel::NoUpdate);
+    m_isCurrentFromFocus = true;
+}
+
 void PluginTableView::startOver()
 {
     // The view keeps its place across a reload; a reset is meant to lose it.

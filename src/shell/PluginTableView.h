@@ -25,6 +25,8 @@ public:
     [[nodiscard]] bool showsLastRow() const;
     /// Back to the first row, with none current.
     void startOver();
+    /// After new rows: a table with the focus shows where the keys are.
+    void keepACurrentRow();
     void scrollTo(const QModelIndex& index, ScrollHint hint = EnsureVisible) override;
 
 Q_SIGNALS:

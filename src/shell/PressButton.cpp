@@ -1,6 +1,7 @@
 #include "shell/PressButton.h"
 
 #include "shell/AppTheme.h"
+#include "shell/ButtonKeys.h"
 #include "shell/Icons.h"
 
 #include <QFocusEvent>
@@ -95,6 +96,12 @@ void PressButton::focusInEvent(QFocusEvent* event)
 {
     m_showsFocus = event->reason() != Qt::MouseFocusReason;
     QAbstractButton::focusInEvent(event);
+}
+
+void PressButton::keyPressEvent(QKeyEvent* event)
+{
+    if (!pressByReturn(*this, *event))
+        QAbstractButton::keyPressEvent(event);
 }
 
 QColor PressButton::labelColour() const

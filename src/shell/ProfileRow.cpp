@@ -1,6 +1,7 @@
 #include "shell/ProfileRow.h"
 
 #include "shell/AppTheme.h"
+#include "shell/ButtonKeys.h"
 #include "shell/ElidedLabel.h"
 #include "shell/PressButton.h"
 
@@ -176,10 +177,7 @@ void ProfileRow::changeEvent(QEvent* event)
 void ProfileRow::keyPressEvent(QKeyEvent* event)
 {
     m_showsFocus = true;
-    const bool isReturn = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-    if (isReturn && !event->isAutoRepeat())
-        click();
-    else
+    if (!pressByReturn(*this, *event))
         QAbstractButton::keyPressEvent(event);
     update();
 }

@@ -45,6 +45,7 @@ SearchBar::SearchBar(Observable<QString>& searchText, QWidget* parent)
     m_field->installEventFilter(this);
     m_clear->setObjectName(u"clearSearchButton"_s);
     m_clear->setAccessibleName(u"Clear search"_s);
+    m_clear->setFont(AppTheme::scaled(m_clear->font(), AppTheme::kCaption));
 
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(kPaddingX + kIconSlot + kSpacing, kPaddingY, kPaddingX, kPaddingY);

@@ -1,7 +1,9 @@
 #include "shell/SidebarButton.h"
 
 #include "shell/AppTheme.h"
+#include "shell/ButtonKeys.h"
 #include "shell/Icons.h"
+#include "shell/ToolTips.h"
 
 #include <QFocusEvent>
 #include <QHelpEvent>
@@ -104,7 +106,7 @@ bool SidebarButton::event(QEvent* event)
     if (event->type() == QEvent::FontChange)
         updateGeometry();
     if (event->type() == QEvent::ToolTip && shownLabel() != m_label) {
-        QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), m_label.toHtmlEscaped(), this);
+        QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), plainToolTip(m_label), this);
         return true;
     }
     return QAbstractButton::event(event);
@@ -134,7 +136,8 @@ void SidebarButton::keyPressEvent(QKeyEvent* event)
 {
     m_showsFocus = true;
     update();
-    QAbstractButton::keyPressEvent(event);
+    if (!pressByReturn(*this, *event))
+        QAbstractButton::keyPressEvent(event);
 }
 
 void SidebarButton::animate(int milliseconds)

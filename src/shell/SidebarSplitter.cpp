@@ -34,7 +34,8 @@ protected:
         QPainter painter(this);
         const bool isActive = hasFocus() || underMouse();
         const int width = isActive ? 3 : 1;
-        painter.fillRect(QRect((this->width() - width) / 2, 0, width, height()),
+        // At its end, where the detail column begins.
+        painter.fillRect(QRect(this->width() - width, 0, width, height()),
                          isActive ? AppTheme::accent(palette()) : AppTheme::separator(palette()));
     }
     void keyPressEvent(QKeyEvent* event) override

@@ -210,6 +210,7 @@ void SidebarView::addManufacturers(QVBoxLayout* column)
     m_clearManufacturers = new PressButton(u"Clear"_s, {}, PressButton::Ground::none, m_manufacturersSection);
     m_clearManufacturers->setObjectName(u"clearManufacturersButton"_s);
     m_clearManufacturers->setAccessibleDescription(u"Manufacturers"_s);
+    m_clearManufacturers->setFont(AppTheme::scaled(m_clearManufacturers->font(), AppTheme::kCaption));
     m_clearManufacturers->setTextColour(&AppTheme::secondary);
     m_clearManufacturers->setReducesMotion(m_reducesMotion);
     connect(m_clearManufacturers, &QAbstractButton::clicked, this, &SidebarView::clearManufacturers);

@@ -5,8 +5,10 @@
 
 #include <QApplication>
 #include <QDialogButtonBox>
+#include <QPainter>
 #include <QProxyStyle>
 #include <QStyleFactory>
+#include <QStyleOption>
 
 namespace orvanlite {
 
@@ -20,6 +22,24 @@ public:
     ApplicationStyle()
         : QProxyStyle(QStyleFactory::create(u"Fusion"_s))
     {}
+
+    /// A field's edge: this style's own cannot be seen on a dark window.
+    void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                       const QWidget* widget) const override
+    {
+        if (element != PE_FrameLineEdit) {
+            QProxyStyle::drawPrimitive(element, option, painter, widget);
+            return;
+        }
+        const bool hasFocus = option->state & State_HasFocus;
+        painter->save();
+        painter->setRenderHint(QPainter::Antialiasing);
+        painter->setPen(QPen(hasFocus ? AppTheme::accent(option->palette)
+                                      : AppTheme::withOpacity(AppTheme::primary(option->palette), 0.3),
+                             hasFocus ? 2 : 1));
+        painter->drawRoundedRect(QRectF(option->rect).adjusted(1, 1, -1, -1), 3, 3);
+        painter->restore();
+    }
 
     int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
                   QStyleHintReturn* returned) const override

@@ -122,6 +122,48 @@ TEST_F(KeyboardSession, SearchesSortsFiltersPicksActsConfirmsAndCancels)
     EXPECT_TRUE(isOnDisk(u"Plugin 0001"_s));
 }
 
+TEST_F(KeyboardSession, ReturnPressesWhatHasTheFocus)
+{
+    addPlugins(2);
+    launch();
+    window().activateWindow();
+    const auto isGone = [this] {
+        const bool isClosed = waitFor([] { return !QApplication::activeModalWidget(); });
+        window().activateWindow();
+        return isClosed && waitFor([] { return !focused().isEmpty(); });
+    };
+    goTo(u"profilesHeader"_s);
+    press(Qt::Key_Return);
+    for (const QString& button : {u"cancelButton"_s, u"textField"_s}) {
+        goTo(u"saveProfileButton"_s);
+        press(Qt::Key_Return);
+        ASSERT_TRUE(isAsked());
+        type(u"Mix"_s);
+        goTo(button);
+        press(Qt::Key_Return);
+        ASSERT_TRUE(isGone());
+        EXPECT_EQ(window().findChild<QWidget*>(u"profileRow0"_s) != nullptr, button == u"textField"_s);
+    }
+    goTo(u"profileRow0Delete"_s);
+    press(Qt::Key_Return);
+    ASSERT_TRUE(isAsked()) << "and no preview";
+    press(Qt::Key_Escape);
+    ASSERT_TRUE(isGone());
+    EXPECT_FALSE(viewModel().activeProfile->has_value());
+    goTo(u"exportButton"_s);
+    press(Qt::Key_Return);
+    ASSERT_TRUE(isAsked());
+    goTo(u"exportCancelButton"_s);
+    press(Qt::Key_Return);
+    ASSERT_TRUE(isGone()) << "no panel asks where to save";
+    goTo(u"profileRow0"_s);
+    press(Qt::Key_Return);
+    EXPECT_TRUE(viewModel().activeProfile->has_value());
+    goTo(u"exportButton"_s);
+    press(Qt::Key_Tab);
+    EXPECT_EQ(focused(), u"closePreviewButton"_s) << "as it stands on the screen: before the table";
+}
+
 TEST_F(KeyboardSession, ClearedLogHandsItsFocusToTheHeader)
 {
     addPlugins(1);

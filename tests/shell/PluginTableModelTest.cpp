@@ -1,6 +1,7 @@
 #include "shell/PluginTableModel.h"
 
 #include "model/Uuid.h"
+#include "shell/ToolTips.h"
 #include "support/Fakes.h"
 
 #include <QAbstractItemModelTester>
@@ -99,6 +100,9 @@ TEST_F(PluginTableModelTest, SpeaksForEveryCell)
     row.lastUsed = Date::fromUnix(m_clock.now() - 3 * 86400);
     m_model.setPlugins({row});
     EXPECT_EQ(cell(PluginColumn::manufacturer, Qt::ToolTipRole), u"Visit Klang website"_s);
+    EXPECT_EQ(plainToolTip(u"A & B\n/C"_s), u"A & B\n/C"_s);
+    EXPECT_EQ(plainToolTip(u"<b>A</b> &\n/C"_s), u"<span>&lt;b&gt;A&lt;/b&gt; &amp;<br>/C</span>"_s)
+        << "no markup";
     EXPECT_EQ(cell(PluginColumn::version), QString());
     EXPECT_EQ(cell(PluginColumn::lastUsed), u"3 days ago"_s);
     EXPECT_FALSE(cell(PluginColumn::lastUsed, PluginTableModel::IsFadedRole).toBool());

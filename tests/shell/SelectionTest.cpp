@@ -81,6 +81,23 @@ TEST_F(SelectionTest, GrowsByClicksAcrossSearches)
     EXPECT_FALSE(handle.isVisible());
 }
 
+TEST_F(SelectionTest, MarksOfAPreviewJoinWithTheFirstOnesBehindIt)
+{
+    addPlugins(4);
+    launch();
+    viewModel().activeProfile = PluginProfile{QUuid::createUuid(), u"Mixing"_s, {}, {}};
+    viewModel().profileViewFilter = u"all"_s;
+    settle();
+    clickRow(0);
+    EXPECT_EQ(viewModel().selectedPlugins->size(), 1);
+    EXPECT_TRUE(viewModel().persistedSelections.isEmpty()) << "a preview collects nothing";
+    viewModel().activeProfile.mutate([](std::optional<PluginProfile>& profile) { profile.reset(); });
+    settle();
+    clickRow(2, Qt::ControlModifier);
+    EXPECT_EQ(viewModel().selectedPlugins->size(), 2);
+    EXPECT_EQ(viewModel().persistedSelections.size(), 2) << "what is marked is what is acted on";
+}
+
 TEST_F(SelectionTest, ContextMenuSpeaksOfTheSelection)
 {
     m_root.addBundle(u"/Library/Audio/Plug-Ins/VST3/Alpha.vst3",
