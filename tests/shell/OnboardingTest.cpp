@@ -22,6 +22,13 @@ protected:
         }
         return isSaid;
     }
+    /// A page that stays in sight would look for the access for ever.
+    void TearDown() override
+    {
+        for (auto* each : window().findChildren<QDialog*>(u"onboardingView"_s))
+            each->reject();
+        ShellTest::TearDown();
+    }
     [[nodiscard]] OnboardingView& sheet() { return named<OnboardingView>(window(), u"onboardingView"_s); }
     [[nodiscard]] bool isComplete()
     {
