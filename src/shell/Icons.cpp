@@ -46,4 +46,23 @@ void drawIcon(QPainter& painter, const QRectF& rect, const QString& key, const Q
     painter.drawPixmap(QPointF(std::round(corner.x()), std::round(corner.y())), pixmap);
 }
 
+QString formatIcon(PluginFormat format)
+{
+    switch (format) {
+    case PluginFormat::au:
+        return u"waveform"_s;
+    case PluginFormat::vst3:
+        return u"cube"_s;
+    case PluginFormat::vst2:
+        return u"square"_s;
+    case PluginFormat::aax:
+        return u"hexagon"_s;
+    case PluginFormat::clap:
+        return u"diamond"_s;
+    case PluginFormat::wavesBundle:
+        break;
+    }
+    return u"w.circle"_s;
+}
+
 } // namespace orvanlite

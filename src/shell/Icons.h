@@ -1,5 +1,7 @@
 #pragma once
 
+#include "model/PluginFormat.h"
+
 #include <QColor>
 #include <QIcon>
 
@@ -14,5 +16,8 @@ void drawIcon(QPainter& painter, const QRectF& rect, const QString& key, const Q
 
 /// The same as an image of its own, `size` logical pixels wide and high.
 [[nodiscard]] QPixmap iconPixmap(const QString& key, int size, const QColor& colour, double devicePixelRatio);
+
+/// Icon key of a format's badge.
+[[nodiscard]] QString formatIcon(PluginFormat format);
 
 } // namespace orvanlite

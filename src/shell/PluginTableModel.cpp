@@ -1,6 +1,7 @@
 #include "shell/PluginTableModel.h"
 
 #include "platform/Clock.h"
+#include "shell/Icons.h"
 #include "shell/ToolTips.h"
 
 #include <algorithm>
@@ -8,25 +9,6 @@
 namespace orvanlite {
 
 using namespace Qt::StringLiterals;
-
-QString formatIcon(PluginFormat format)
-{
-    switch (format) {
-    case PluginFormat::au:
-        return u"waveform"_s;
-    case PluginFormat::vst3:
-        return u"cube"_s;
-    case PluginFormat::vst2:
-        return u"square"_s;
-    case PluginFormat::aax:
-        return u"hexagon"_s;
-    case PluginFormat::clap:
-        return u"diamond"_s;
-    case PluginFormat::wavesBundle:
-        break;
-    }
-    return u"w.circle"_s;
-}
 
 namespace {
 

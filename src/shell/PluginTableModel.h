@@ -21,9 +21,6 @@ inline constexpr int kPluginColumnCount = 6;
 /// What a profile under preview would make of a plugin.
 enum class PreviewState { none, willEnable, willDisable, staysEnabled, staysDisabled };
 
-/// Icon key of a format's badge.
-[[nodiscard]] QString formatIcon(PluginFormat format);
-
 /// Frees rows that are shown no longer bit by bit: at once, 100,000 of them would hold up the letter that was typed.
 class PluginLeftovers final {
 public:

@@ -1,6 +1,5 @@
 #include "shell/AppTheme.h"
 #include "shell/Icons.h"
-#include "shell/PluginTableModel.h"
 #include "shell/ThemeController.h"
 #include "support/Fakes.h"
 
