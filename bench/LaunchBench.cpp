@@ -7,11 +7,11 @@
 #include "platform/FullDiskAccess.h"
 #include "platform/Platform.h"
 #include "records/ActivityLogManager.h"
-#include "shell/AppDelegate.h"
-#include "shell/ContentView.h"
-#include "shell/MainWindow.h"
-#include "shell/ProgressWindowManager.h"
-#include "shell/UpdateChecker.h"
+#include "shell/app/AppDelegate.h"
+#include "shell/app/ContentView.h"
+#include "shell/app/MainWindow.h"
+#include "shell/progress/ProgressWindowManager.h"
+#include "shell/updates/UpdateChecker.h"
 #include "uad/UADCleanupManager.h"
 
 #include <QApplication>

@@ -3,9 +3,9 @@
 #include "demo/DemoAppearance.h"
 #include "operations/PluginManagerViewModel.h"
 #include "platform/FullDiskAccess.h"
-#include "shell/MainWindow.h"
-#include "shell/OnboardingView.h"
-#include "shell/PluginTableView.h"
+#include "shell/app/MainWindow.h"
+#include "shell/onboarding/OnboardingView.h"
+#include "shell/table/PluginTableView.h"
 
 #include <QAbstractButton>
 #include <QDialog>

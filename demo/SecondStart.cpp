@@ -2,7 +2,7 @@
 
 #include "demo/DemoAppearance.h"
 #include "operations/PluginManagerViewModel.h"
-#include "shell/MainWindow.h"
+#include "shell/app/MainWindow.h"
 
 #include <QAbstractItemView>
 #include <QLabel>

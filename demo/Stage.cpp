@@ -2,8 +2,8 @@
 
 #include "model/Console.h"
 #include "operations/PluginManagerViewModel.h"
-#include "shell/ContentView.h"
-#include "shell/MainWindow.h"
+#include "shell/app/ContentView.h"
+#include "shell/app/MainWindow.h"
 
 #include <QDir>
 #include <QLineEdit>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "shell/UpdateChecker.h"
+#include "shell/updates/UpdateChecker.h"
 
 #include <QTcpServer>
 

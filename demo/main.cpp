@@ -15,10 +15,10 @@
 #include "platform/Workspace.h"
 #include "profiles/ProfileManager.h"
 #include "records/ActivityLogManager.h"
-#include "shell/AppDelegate.h"
-#include "shell/MainWindow.h"
-#include "shell/ProgressWindowManager.h"
-#include "shell/UpdateChecker.h"
+#include "shell/app/AppDelegate.h"
+#include "shell/app/MainWindow.h"
+#include "shell/progress/ProgressWindowManager.h"
+#include "shell/updates/UpdateChecker.h"
 #include "uad/UADCleanupManager.h"
 
 #include <QApplication>

@@ -3,7 +3,7 @@
 #include "platform/FileManager.h"
 #include "platform/Platform.h"
 #include "platform/Utf8.h"
-#include "shell/GUIApp.h"
+#include "shell/app/GUIApp.h"
 
 #include <cstdio>
 

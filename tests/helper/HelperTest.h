@@ -3,8 +3,8 @@
 #include "platform/MainBundle.h"
 #include "platform/Platform.h"
 #include "platform/Workspace.h"
-#include "shell/MenuBarLoginItem.h"
-#include "shell/MenuBarSection.h"
+#include "shell/sidebar/MenuBarLoginItem.h"
+#include "shell/sidebar/MenuBarSection.h"
 #include "support/Fakes.h"
 #include "support/PrivateBus.h"
 

@@ -1,7 +1,7 @@
 #include "ShellFixture.h"
 
-#include "shell/ActivityLogList.h"
-#include "shell/ActivityLogView.h"
+#include "shell/sidebar/ActivityLogList.h"
+#include "shell/sidebar/ActivityLogView.h"
 
 #include <QAbstractItemModelTester>
 #include <QAccessible>

@@ -1,6 +1,6 @@
-#include "shell/AppTheme.h"
-#include "shell/Icons.h"
-#include "shell/ThemeController.h"
+#include "shell/toolkit/AppTheme.h"
+#include "shell/toolkit/Icons.h"
+#include "shell/toolkit/ThemeController.h"
 #include "support/Fakes.h"
 
 #include <QApplication>

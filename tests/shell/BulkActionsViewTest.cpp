@@ -1,10 +1,10 @@
-#include "shell/BulkActionsView.h"
+#include "shell/bulk/BulkActionsView.h"
 
 #include "ShellFixture.h"
 #include "operations/OperationsFixture.h"
-#include "shell/BulkConfirmation.h"
-#include "shell/BulkPluginList.h"
-#include "shell/ChipButton.h"
+#include "shell/bulk/BulkConfirmation.h"
+#include "shell/bulk/BulkPluginList.h"
+#include "shell/toolkit/ChipButton.h"
 
 #include <QAccessible>
 #include <QScrollBar>

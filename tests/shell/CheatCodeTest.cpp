@@ -1,4 +1,4 @@
-#include "shell/CheatCode.h"
+#include "shell/app/CheatCode.h"
 
 #include "support/Fakes.h"
 

@@ -1,6 +1,6 @@
 #include "ShellFixture.h"
 
-#include "shell/ViewUpdater.h"
+#include "shell/toolkit/ViewUpdater.h"
 
 #include <QAccessible>
 #include <QMenuBar>

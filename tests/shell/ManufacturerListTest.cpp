@@ -1,7 +1,7 @@
 #include "ShellFixture.h"
 
-#include "shell/ManufacturerList.h"
-#include "shell/ManufacturerTable.h"
+#include "shell/sidebar/ManufacturerList.h"
+#include "shell/sidebar/ManufacturerTable.h"
 
 #include <QAbstractItemModelTester>
 #include <QAccessible>

@@ -1,6 +1,6 @@
-#include "shell/ManufacturerWebsites.h"
+#include "shell/toolkit/ManufacturerWebsites.h"
 
-#include "shell/ManufacturerWebsiteTable.h"
+#include "shell/toolkit/ManufacturerWebsiteTable.h"
 
 #include <QHash>
 #include <QRegularExpression>

@@ -2,9 +2,9 @@
 
 #include "model/Uuid.h"
 #include "profiles/ProfileManager.h"
-#include "shell/Banner.h"
-#include "shell/NewPluginsSheet.h"
-#include "shell/UpdateBanner.h"
+#include "shell/sheets/NewPluginsSheet.h"
+#include "shell/toolkit/Banner.h"
+#include "shell/updates/UpdateBanner.h"
 
 #include <QAccessible>
 #include <QListView>

@@ -1,7 +1,7 @@
 #include "shell/ShellFixture.h"
 
-#include "shell/OnboardingIllustration.h"
-#include "shell/OnboardingView.h"
+#include "shell/onboarding/OnboardingIllustration.h"
+#include "shell/onboarding/OnboardingView.h"
 
 #include <QApplication>
 

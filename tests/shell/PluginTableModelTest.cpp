@@ -1,7 +1,7 @@
-#include "shell/PluginTableModel.h"
+#include "shell/table/PluginTableModel.h"
 
 #include "model/Uuid.h"
-#include "shell/ToolTips.h"
+#include "shell/toolkit/ToolTips.h"
 #include "support/Fakes.h"
 
 #include <QAbstractItemModelTester>

@@ -2,7 +2,7 @@
 
 #include "profiles/ProfileDocument.h"
 #include "profiles/ProfileManager.h"
-#include "shell/ProfileRow.h"
+#include "shell/sidebar/ProfileRow.h"
 
 #include <QAccessible>
 #include <QFileDialog>

@@ -1,8 +1,8 @@
-#include "shell/AppTheme.h"
-#include "shell/ProgressDecoration.h"
-#include "shell/ProgressHUDView.h"
-#include "shell/ProgressWindowManager.h"
-#include "shell/TabularLabel.h"
+#include "shell/progress/ProgressDecoration.h"
+#include "shell/progress/ProgressHUDView.h"
+#include "shell/progress/ProgressWindowManager.h"
+#include "shell/toolkit/AppTheme.h"
+#include "shell/toolkit/TabularLabel.h"
 #include "support/Fakes.h"
 
 #include <QApplication>

@@ -1,9 +1,9 @@
 #include "ShellFixture.h"
 
-#include "shell/BulkConfirmation.h"
-#include "shell/BulkOperations.h"
-#include "shell/DragHandle.h"
-#include "shell/MainContentView.h"
+#include "shell/app/DragHandle.h"
+#include "shell/app/MainContentView.h"
+#include "shell/bulk/BulkConfirmation.h"
+#include "shell/bulk/BulkOperations.h"
 
 #include <QClipboard>
 #include <QMenu>

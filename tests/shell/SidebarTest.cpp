@@ -2,14 +2,14 @@
 #include "operations/Detach.h"
 #include "operations/OperationsFixture.h"
 #include "profiles/ProfileManager.h"
-#include "shell/BulkOperations.h"
-#include "shell/FileOpenPanel.h"
-#include "shell/FileSavePanel.h"
-#include "shell/ManufacturerTable.h"
-#include "shell/SidebarButton.h"
-#include "shell/SidebarRules.h"
-#include "shell/SidebarTitle.h"
-#include "shell/SidebarView.h"
+#include "shell/bulk/BulkOperations.h"
+#include "shell/sidebar/ManufacturerTable.h"
+#include "shell/sidebar/SidebarButton.h"
+#include "shell/sidebar/SidebarRules.h"
+#include "shell/sidebar/SidebarTitle.h"
+#include "shell/sidebar/SidebarView.h"
+#include "shell/toolkit/FileOpenPanel.h"
+#include "shell/toolkit/FileSavePanel.h"
 
 #include <QMessageBox>
 #include <QPushButton>

@@ -1,7 +1,7 @@
 #include "ShellFixture.h"
 
-#include "shell/CheatCode.h"
-#include "shell/UADCleanupSheet.h"
+#include "shell/app/CheatCode.h"
+#include "shell/sheets/UADCleanupSheet.h"
 
 #include <QAccessible>
 #include <QListView>

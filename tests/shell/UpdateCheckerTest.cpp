@@ -1,4 +1,4 @@
-#include "shell/UpdateChecker.h"
+#include "shell/updates/UpdateChecker.h"
 
 #include "support/Fakes.h"
 

@@ -1,0 +1,231 @@
+#include "shell/app/ContentView.h"
+
+#include "operations/Detach.h"
+#include "operations/PluginManagerViewModel.h"
+#include "platform/Appearance.h"
+#include "platform/Defaults.h"
+#include "platform/Platform.h"
+#include "profiles/ProfileManager.h"
+#include "shell/app/CheatCode.h"
+#include "shell/app/InputGate.h"
+#include "shell/app/MainContentView.h"
+#include "shell/app/SharedObjects.h"
+#include "shell/bulk/BulkConfirmation.h"
+#include "shell/bulk/BulkOperations.h"
+#include "shell/onboarding/OnboardingView.h"
+#include "shell/sheets/NewPluginsWorkflow.h"
+#include "shell/sheets/UADCleanupSheet.h"
+#include "shell/sidebar/SidebarSplitter.h"
+#include "shell/sidebar/SidebarView.h"
+#include "shell/toolkit/AppTheme.h"
+#include "shell/toolkit/Banner.h"
+#include "shell/toolkit/Dialogs.h"
+#include "shell/toolkit/FileOpenPanel.h"
+#include "shell/toolkit/FileSavePanel.h"
+#include "shell/toolkit/ViewUpdater.h"
+#include "shell/updates/UpdateBanner.h"
+#include "shell/updates/UpdateChecker.h"
+#include "uad/UADCleanupManager.h"
+
+#include <QApplication>
+#include <QMessageBox>
+#include <QPainter>
+#include <QPointer>
+#include <QTimer>
+#include <QVBoxLayout>
+
+#include <utility>
+
+namespace orvanlite {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QString bulkWarningTitle(const BulkConfirmation& confirmation)
+{
+    return confirmation.pendingAction == BulkAction::delete_ ? u"⚠️ Permanently Delete Plugins"_s
+                                                             : u"Confirm Bulk Action"_s;
+}
+
+QString bulkWarningMessage(const BulkConfirmation& confirmation)
+{
+    if (!confirmation.pendingAction)
+        return {};
+    const auto count = confirmation.pendingPlugins.size();
+    if (confirmation.pendingAction == BulkAction::delete_) {
+        return u"You are about to permanently delete %1 plugin(s) from your system. This action CANNOT be undone. "
+               "The plugin(s) will need to be reinstalled."_s.arg(count);
+    }
+    const QString verb = confirmation.pendingAction == BulkAction::disable ? u"disable"_s : u"enable"_s;
+    return u"You are about to %1 %2 plugins. Are you sure you want to continue?"_s.arg(verb).arg(count);
+}
+
+/// Of all scans only this one leads to the question about what is new.
+QCoro::Task<> scanAtStart(PluginManagerViewModel* viewModel, QPointer<NewPluginsWorkflow> newPlugins)
+{
+    co_await viewModel->scanForPlugins();
+    if (newPlugins)
+        newPlugins->scanEnded();
+}
+
+} // namespace
+
+ContentView::ContentView(const platform::Platform& platform, const SharedObjects& shared, QWidget* parent)
+    : QWidget(parent)
+    , m_pluginManager(std::make_unique<PluginManagerViewModel>(platform, shared.database, shared.activityLog))
+    , m_profileManager(std::make_unique<ProfileManager>(platform))
+    , m_savePanel(std::make_unique<FileSavePanel>(*this, platform.layout.documents))
+    , m_openPanel(std::make_unique<FileOpenPanel>(*this, platform.layout.documents))
+    , m_uadCleanup(shared.uadCleanup)
+    , m_updateChecker(shared.updateChecker)
+    , m_platform(platform)
+    , m_diskAccess(shared.fullDiskAccess)
+    , m_showingOnboarding(!platform.defaults.standard().value(u"onboardingComplete"_s).toBool())
+    , m_bulkConfirmation(std::make_unique<BulkConfirmation>())
+    , m_inputGate(std::make_unique<InputGate>(m_pluginManager->isRunningScript))
+    , m_cheatCode(new CheatCode(
+          platform.clock, [this] { startCleanup(); }, this))
+    , m_updates(new ViewUpdater([this] { render(); }, this))
+{
+    setObjectName(u"contentView"_s);
+    m_pluginManager->setBatchProgress(&shared.batchProgress);
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins(0, 0, 0, 0);
+    m_columns = makeColumns(platform, shared.activityLog);
+    column->addWidget(m_columns);
+    m_bulkConfirmation->isShowing.observe(this, [this] {
+        if (*m_bulkConfirmation->isShowing)
+            showBulkWarning();
+    });
+    showingError.observe(this, [this] {
+        if (*showingError)
+            showErrorAlert();
+    });
+    m_updates->watch(m_pluginManager->selectedFormats);
+    m_cleanupSheet = new UADCleanupSheet(m_uadCleanup, platform.appearance.reducesMotion(), this);
+    m_uadCleanup.pluginManager = m_pluginManager.get();
+    m_uadCleanup.showCleanupSheet.observe(this, [this] { showCleanupSheet(); });
+}
+
+SidebarSplitter* ContentView::makeColumns(const platform::Platform& platform, ActivityLogManager& activityLog)
+{
+    PluginManagerViewModel* viewModel = m_pluginManager.get();
+    auto* sidebar = new SidebarView(
+        *viewModel, activityLog, *m_profileManager, *m_savePanel, *m_openPanel, platform,
+        [viewModel](std::optional<PluginFormat> format) { detach(enableAllForFormat(viewModel, format)); },
+        [viewModel](std::optional<PluginFormat> format) { detach(disableAllForFormat(viewModel, format)); },
+        this);
+    return new SidebarSplitter(sidebar, makeDetailColumn(platform), this);
+}
+
+QWidget* ContentView::makeDetailColumn(const platform::Platform& platform)
+{
+    auto* detail = new QWidget(this);
+    // In the order of Tab.
+    Banner* updateBanner = makeUpdateBanner(m_updateChecker, platform, &QApplication::quit, detail);
+    m_newPlugins = new NewPluginsWorkflow(*m_pluginManager, *m_profileManager, platform.appearance, detail);
+    auto* mainContent = new MainContentView(
+        *m_pluginManager, *m_bulkConfirmation, *m_savePanel, platform,
+        [this] {
+            m_pluginManager->resetView();
+            m_cheatCode->armCheatCode();
+        },
+        detail);
+    auto* column = new QVBoxLayout(detail);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(0);
+    column->addWidget(updateBanner);
+    column->addWidget(m_newPlugins->banner());
+    column->addWidget(mainContent, 1);
+    return detail;
+}
+
+ContentView::~ContentView()
+{
+    // The views read the view model until they are gone.
+    delete m_columns;
+}
+
+void ContentView::paintEvent(QPaintEvent* /*event*/)
+{
+    QPainter painter(this);
+    QLinearGradient gradient(rect().topLeft(), rect().bottomRight());
+    gradient.setColorAt(0, AppTheme::withOpacity(AppTheme::primary(palette()), 0.05));
+    gradient.setColorAt(1, AppTheme::withOpacity(AppTheme::primary(palette()), 0.02));
+    painter.fillRect(rect(), gradient);
+    if (!std::exchange(m_hasAppeared, true)) {
+        // Behind the first paint, so that the window stands before a scan takes the thread.
+        QTimer::singleShot(0, this, &ContentView::appear);
+    }
+}
+
+void ContentView::showEvent(QShowEvent* event)
+{
+    QWidget::showEvent(event);
+    render();
+}
+
+void ContentView::render()
+{
+    const QSet<PluginFormat>& formats = *m_pluginManager->selectedFormats;
+    window()->setWindowTitle(formats.size() == 1 ? rawValue(*formats.begin()) : u"All Plugins"_s);
+}
+
+void ContentView::appear()
+{
+    if (m_showingOnboarding)
+        showOnboarding();
+    detach(m_updateChecker.checkForUpdates());
+    detach(scanAtStart(m_pluginManager.get(), m_newPlugins));
+}
+
+void ContentView::showOnboarding()
+{
+    auto* sheet = new OnboardingView(m_platform, m_diskAccess, window());
+    sheet->setAttribute(Qt::WA_DeleteOnClose);
+    // However it is left, it has been seen.
+    connect(sheet, &QDialog::finished, this,
+            [this] { m_platform.defaults.standard().setValue(u"onboardingComplete"_s, true); });
+    sheet->open();
+}
+
+void ContentView::startCleanup()
+{
+    m_uadCleanup.pluginManager = m_pluginManager.get();
+    m_uadCleanup.startCleanup();
+}
+
+void ContentView::showCleanupSheet()
+{
+    if (*m_uadCleanup.showCleanupSheet)
+        m_cleanupSheet->open();
+    else
+        m_cleanupSheet->close();
+}
+
+void ContentView::showBulkWarning()
+{
+    const bool deletes = m_bulkConfirmation->pendingAction == BulkAction::delete_;
+    const Question question{u"bulkWarning"_s, bulkWarningTitle(*m_bulkConfirmation),
+                            bulkWarningMessage(*m_bulkConfirmation),
+                            deletes ? u"Delete Permanently"_s : u"Continue"_s, true};
+    // Only what was in the list when the question was asked, whatever is selected by the time of the answer.
+    QMessageBox* warning =
+        ask(this, question,
+            [this, action = m_bulkConfirmation->pendingAction.value_or(BulkAction::enable),
+             plugins = m_bulkConfirmation->pendingPlugins] {
+                detach(performBulkAction(m_pluginManager.get(), m_bulkConfirmation.get(), action, plugins));
+            });
+    connect(warning, &QDialog::finished, this, [this] { m_bulkConfirmation->isShowing = false; });
+}
+
+void ContentView::showErrorAlert()
+{
+    const std::optional<PluginError>& error = *m_pluginManager->error;
+    QMessageBox* alert =
+        tell(this, Tone::warning, u"errorAlert"_s, u"Error"_s, error ? error->errorDescription() : QString());
+    connect(alert, &QDialog::finished, this, [this] { showingError = false; });
+}
+
+} // namespace orvanlite

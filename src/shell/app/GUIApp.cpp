@@ -1,0 +1,38 @@
+#include "shell/app/GUIApp.h"
+
+#include "catalogue/PluginDatabase.h"
+#include "platform/FullDiskAccess.h"
+#include "platform/Platform.h"
+#include "records/ActivityLogManager.h"
+#include "shell/app/AppDelegate.h"
+#include "shell/progress/ProgressWindowManager.h"
+#include "shell/updates/UpdateChecker.h"
+#include "uad/UADCleanupManager.h"
+
+#include <QApplication>
+
+namespace orvanlite {
+
+using namespace Qt::StringLiterals;
+
+int runGui(int& argc, char** argv)
+{
+    QApplication application(argc, argv);
+    QApplication::setApplicationName(u"Orvanlite"_s);
+    QApplication::setDesktopFileName(u"com.yourcompany.Orvanlite"_s);
+    const auto services =
+        platform::makePlatformServices(platform::SystemLayout::ofThisMachine(), platform::Elevation::ask);
+    const platform::Platform platform = services->platform();
+    const auto diskAccess = platform::makeFullDiskAccess(platform.layout);
+    const SharedObjects shared{PluginDatabase::shared(platform),
+                               ActivityLogManager::shared(platform),
+                               ProgressWindowManager::shared(platform),
+                               UADCleanupManager::shared(platform, PluginDatabase::shared(platform)),
+                               UpdateChecker::shared(platform),
+                               *diskAccess};
+    AppDelegate delegate(platform, shared);
+    QMetaObject::invokeMethod(&delegate, &AppDelegate::applicationDidFinishLaunching, Qt::QueuedConnection);
+    return QApplication::exec();
+}
+
+} // namespace orvanlite

@@ -1,0 +1,182 @@
+#include "shell/app/MainContentView.h"
+
+#include "operations/Detach.h"
+#include "operations/PluginManagerViewModel.h"
+#include "platform/Appearance.h"
+#include "records/PDFExporter.h"
+#include "shell/app/DragHandle.h"
+#include "shell/bulk/BulkActionsView.h"
+#include "shell/sheets/ExportPicker.h"
+#include "shell/table/EmptyStateView.h"
+#include "shell/table/PluginListView.h"
+#include "shell/table/PreviewStrip.h"
+#include "shell/table/SearchBar.h"
+#include "shell/toolkit/AppTheme.h"
+#include "shell/toolkit/PressButton.h"
+#include "shell/toolkit/ViewUpdater.h"
+
+#include <QApplication>
+#include <QHBoxLayout>
+#include <QStackedWidget>
+
+#include <algorithm>
+#include <utility>
+
+namespace orvanlite {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int kToolSpacing = 10;
+constexpr int kDividerHeight = 16;
+constexpr double kSmallestPane = 80;
+constexpr double kLargestPane = 500;
+
+QWidget* makeDivider(QWidget* parent)
+{
+    auto* line = new QWidget(parent);
+    line->setFixedSize(1, kDividerHeight);
+    line->setBackgroundRole(QPalette::Mid);
+    line->setAutoFillBackground(true);
+    return line;
+}
+
+} // namespace
+
+MainContentView::MainContentView(PluginManagerViewModel& viewModel, BulkConfirmation& confirmation,
+                                 SavePanel& savePanel, const platform::Platform& platform,
+                                 std::function<void()> onResetTapped, QWidget* parent)
+    : QWidget(parent)
+    , m_viewModel(viewModel)
+    , m_savePanel(savePanel)
+    , m_platform(platform)
+    , m_onResetTapped(std::move(onResetTapped))
+    , m_body(new QStackedWidget(this))
+    , m_emptyState(new EmptyStateView(m_body))
+    , m_reducesMotion(platform.appearance.reducesMotion())
+    , m_updates(new ViewUpdater([this] { render(); }, this))
+{
+    setObjectName(u"mainContentView"_s);
+    auto* toolRow = new QWidget(this);
+    buildToolRow(toolRow);
+    m_preview = new PreviewStrip(viewModel, m_reducesMotion, this); // before the table also for Tab
+    auto* tables = new QWidget(m_body);
+    m_list = new PluginListView(viewModel, platform, tables);
+    m_handle = new DragHandle(tables);
+    m_bulkActions = new BulkActionsView(viewModel, confirmation, platform, tables);
+    m_bulkActions->setPaneHeight(m_bulkPaneHeight);
+    connect(m_handle, &DragHandle::dragged, this, &MainContentView::resizeBulkPane);
+
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(0);
+    column->addWidget(toolRow);
+    column->addWidget(m_preview);
+    column->addWidget(m_body, 1);
+    auto* tableColumn = new QVBoxLayout(tables);
+    tableColumn->setContentsMargins(0, 0, 0, 0);
+    tableColumn->setSpacing(0);
+    tableColumn->addWidget(m_list, 1);
+    tableColumn->addWidget(m_handle);
+    tableColumn->addWidget(m_bulkActions);
+    m_body->addWidget(m_emptyState);
+    m_body->addWidget(tables);
+
+    // The selection itself tells nobody of its changes; these do, each time that it has changed.
+    m_updates->watch(viewModel.selectedPlugins, viewModel.consolidatedBulkPlugins, viewModel.displayedPlugins,
+                     viewModel.showAllPlugins, viewModel.activeProfile);
+    render();
+}
+
+PressButton* MainContentView::addToolButton(QHBoxLayout* row, const QString& text, const QString& iconKey)
+{
+    auto* button = new PressButton(text, iconKey, PressButton::Ground::none, row->parentWidget());
+    button->setObjectName(text.toLower() + u"Button"_s);
+    button->setReducesMotion(m_reducesMotion);
+    row->addWidget(button);
+    return button;
+}
+
+void MainContentView::buildToolRow(QWidget* row)
+{
+    row->setObjectName(u"toolRow"_s);
+    auto* layout = new QHBoxLayout(row);
+    layout->setContentsMargins(AppTheme::kSpace5, AppTheme::kSpace3, AppTheme::kSpace5, AppTheme::kSpace3);
+    layout->setSpacing(kToolSpacing);
+    layout->addWidget(new SearchBar(m_viewModel.searchText, row), 1);
+    layout->addWidget(makeDivider(row));
+    m_reset = addToolButton(layout, u"Reset"_s, u"arrow.counterclockwise"_s);
+    m_reset->setTextColour(&AppTheme::secondary);
+    connect(m_reset, &QAbstractButton::clicked, this, &MainContentView::reset);
+    PressButton* scan = addToolButton(layout, u"Scan"_s, {});
+    connect(scan, &QAbstractButton::clicked, this, [this] {
+        if (!*m_viewModel.isRunningScript)
+            detach(m_viewModel.scanForPlugins());
+    });
+    PressButton* exportButton = addToolButton(layout, u"Export"_s, {});
+    connect(exportButton, &QAbstractButton::clicked, this, &MainContentView::showExportPicker);
+    for (PressButton* action : {scan, exportButton}) {
+        action->setTextColour([](const QPalette&) { return AppTheme::actionText(); });
+        QFont bold = action->font();
+        bold.setWeight(QFont::DemiBold); // helps a colour that is weak on a light ground
+        action->setFont(bold);
+    }
+}
+
+void MainContentView::reset()
+{
+    // On purpose twice, here and behind the closure: the button resets whoever listens to it.
+    m_viewModel.resetView();
+    m_onResetTapped();
+    m_list->startOver();
+}
+
+void MainContentView::showExportPicker()
+{
+    auto* picker = new ExportPicker(m_exportFormat, m_exportSortOption, m_reducesMotion, window());
+    picker->setAttribute(Qt::WA_DeleteOnClose);
+    connect(picker, &QDialog::accepted, this, &MainContentView::exportPlugins);
+    picker->present();
+}
+
+void MainContentView::exportPlugins()
+{
+    // On purpose all plugins, whatever is searched for, filtered and selected.
+    if (m_exportFormat == ExportFormat::csv)
+        PDFExporter::exportPluginsAsCSV(*m_viewModel.plugins, m_exportSortOption, m_savePanel, m_platform);
+    else
+        PDFExporter::exportPlugins(*m_viewModel.plugins, m_exportSortOption, m_savePanel, m_platform);
+}
+
+void MainContentView::render()
+{
+    const bool hasPreview = m_viewModel.activeProfile->has_value();
+    const bool hasSelection = !hasPreview && !m_viewModel.persistedSelections.isEmpty();
+    const bool showsTable = *m_viewModel.showAllPlugins || hasSelection;
+    const QWidget* focus = QApplication::focusWidget();
+    const auto holdsFocus = [focus](const QWidget* view) {
+        return focus && (focus == view || view->isAncestorOf(focus));
+    };
+    // Before what has the focus goes from sight.
+    if (!hasPreview && holdsFocus(m_preview))
+        m_reset->setFocus();
+    if (!showsTable && holdsFocus(m_body))
+        m_reset->setFocus();
+    else if (!hasSelection && (holdsFocus(m_handle) || holdsFocus(m_bulkActions)))
+        m_list->focusTable();
+    m_preview->setVisible(hasPreview);
+    m_handle->setVisible(hasSelection);
+    m_bulkActions->setVisible(hasSelection);
+    m_body->setCurrentIndex(showsTable ? 1 : 0);
+}
+
+void MainContentView::resizeBulkPane(double translation)
+{
+    // On purpose: the way counts from the start of the drag while the height is the changed one already, so that the
+    // pane runs ahead of the pointer.
+    m_bulkPaneHeight = std::clamp(m_bulkPaneHeight - translation, kSmallestPane, kLargestPane);
+    m_bulkActions->setPaneHeight(m_bulkPaneHeight);
+}
+
+} // namespace orvanlite

@@ -1,0 +1,344 @@
+#include "shell/bulk/BulkPluginRow.h"
+
+#include "shell/toolkit/AppTheme.h"
+#include "shell/toolkit/ChipButton.h"
+#include "shell/toolkit/FlowLayout.h"
+#include "shell/toolkit/ToolTips.h"
+
+#include <QAccessibleWidget>
+#include <QHelpEvent>
+#include <QKeyEvent>
+#include <QPainter>
+#include <QToolTip>
+#include <QVariantAnimation>
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+#include <utility>
+
+namespace orvanlite {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int kPaddingX = 10;
+constexpr int kPaddingY = 4;
+constexpr int kSpacing = 8;
+constexpr int kChipSpacing = 6;
+constexpr int kChipLineSpacing = 4;
+constexpr double kCornerRadius = 5;
+/// What many chips take of a row at most, where its name needs the rest.
+constexpr double kChipsShare = 0.62;
+
+constexpr double kHoldMilliseconds = 220;
+constexpr double kFadeMilliseconds = 900;
+constexpr double kHighlightOpacity = 0.45;
+constexpr double kHighlightScale = 1.015;
+
+/// A spring from 0 to 1 of response 0.25 s and damping fraction 0.6.
+double spring(double milliseconds)
+{
+    constexpr double damping = 0.6;
+    constexpr double frequency = 2 * std::numbers::pi / 250;
+    if (milliseconds <= 0)
+        return 0;
+    const double damped = frequency * std::sqrt(1 - damping * damping);
+    return 1 - std::exp(-damping * frequency * milliseconds) *
+                   (std::cos(damped * milliseconds) +
+                    damping * frequency / damped * std::sin(damped * milliseconds));
+}
+
+/// Reads a row as an item of a list that can be selected.
+class RowAccessible final : public QAccessibleWidget {
+public:
+    explicit RowAccessible(BulkPluginRow* row)
+        : QAccessibleWidget(row, QAccessible::ListItem)
+    {}
+    [[nodiscard]] QString text(QAccessible::Text kind) const override
+    {
+        return kind == QAccessible::Name ? row()->pluginName() : QAccessibleWidget::text(kind);
+    }
+    [[nodiscard]] QAccessible::State state() const override
+    {
+        QAccessible::State state = QAccessibleWidget::state();
+        state.selectable = true;
+        state.selected = row()->isMarked();
+        return state;
+    }
+    [[nodiscard]] QStringList actionNames() const override
+    {
+        return QStringList{toggleAction()} + QAccessibleWidget::actionNames();
+    }
+    void doAction(const QString& action) override
+    {
+        if (action == toggleAction())
+            row()->click();
+        else
+            QAccessibleWidget::doAction(action);
+    }
+    [[nodiscard]] QStringList keyBindingsForAction(const QString& action) const override
+    {
+        return action == toggleAction() ? QStringList{u"Space"_s}
+                                        : QAccessibleWidget::keyBindingsForAction(action);
+    }
+
+private:
+    [[nodiscard]] BulkPluginRow* row() const { return static_cast<BulkPluginRow*>(widget()); }
+};
+
+QAccessibleInterface* makeAccessible(const QString& className, QObject* object)
+{
+    if (className != QLatin1StringView(BulkPluginRow::staticMetaObject.className()))
+        return nullptr;
+    auto* row = qobject_cast<BulkPluginRow*>(object);
+    return row ? new RowAccessible(row) : nullptr;
+}
+
+bool movesBetweenRows(int key)
+{
+    return key == Qt::Key_Up || key == Qt::Key_Down || key == Qt::Key_PageUp || key == Qt::Key_PageDown ||
+           key == Qt::Key_Home || key == Qt::Key_End;
+}
+
+} // namespace
+
+void BulkRowLayout::setFont(const QFont& font)
+{
+    m_font = font;
+    m_chipFont = ChipButton::fontFor(ChipButton::Kind::variant, font);
+    m_chipSizes.clear();
+}
+
+QSize BulkRowLayout::chipSize(const QString& label) const
+{
+    const auto known = m_chipSizes.constFind(label);
+    if (known != m_chipSizes.constEnd())
+        return *known;
+    return *m_chipSizes.insert(label, ChipButton::sizeFor(ChipButton::Kind::variant, label, m_chipFont));
+}
+
+BulkRowLayout::Places BulkRowLayout::places(const ConsolidatedPlugin& plugin, int width) const
+{
+    std::vector<QSize> sizes;
+    sizes.reserve(plugin.variants.size());
+    int oneLine = 0;
+    for (const FormatVariant& variant : plugin.variants) {
+        sizes.push_back(chipSize(variant.badgeLabel()));
+        oneLine += sizes.back().width() + (oneLine > 0 ? kChipSpacing : 0);
+    }
+    const QFontMetrics metrics(m_font);
+    const int inner = width - 2 * kPaddingX;
+    int room = static_cast<int>(inner * kChipsShare);
+    if (oneLine >
+        room) // only then does it matter how much the name leaves: measuring thousands takes its time
+        room = std::max(room, inner - kSpacing - metrics.horizontalAdvance(plugin.name));
+    const FlowLayout::Arrangement chips = FlowLayout::arrange(sizes, room, kChipSpacing, kChipLineSpacing);
+
+    Places made;
+    const int content = std::max(metrics.height(), chips.height);
+    made.height = content + 2 * kPaddingY;
+    made.chips = chips.places;
+    int used = 0;
+    for (const QRect& chip : made.chips)
+        used = std::max(used, chip.x() + chip.width());
+    const QPoint start(width - kPaddingX - used, kPaddingY + (content - chips.height) / 2);
+    for (QRect& chip : made.chips)
+        chip.translate(start);
+    made.name = QRect(kPaddingX, 0, std::max(0, start.x() - kSpacing - kPaddingX), made.height);
+    return made;
+}
+
+BulkPluginRow::BulkPluginRow(const BulkRowLayout& places, int number, bool reducesMotion, QWidget* parent)
+    : QAbstractButton(parent)
+    , m_layout(places)
+    , m_reducesMotion(reducesMotion)
+{
+    static const bool isInstalled = (QAccessible::installFactory(makeAccessible), true);
+    Q_UNUSED(isInstalled)
+    setObjectName(u"bulkRow%1"_s.arg(number));
+    setAttribute(Qt::WA_Hover);
+    setFocusPolicy(Qt::ClickFocus);
+}
+
+void BulkPluginRow::showPlugin(const ConsolidatedPlugin& plugin, const QSet<QUuid>& activeVariants,
+                               bool isMarked, bool isAnimated)
+{
+    const bool isOther = plugin.name != m_plugin.name;
+    if (isOther)
+        stopHighlight();
+    m_plugin = plugin;
+    while (m_chips.size() < plugin.variants.size())
+        m_chips.push_back(addChip());
+    for (std::size_t i = 0; i < m_chips.size(); ++i) {
+        const bool isUsed = i < plugin.variants.size();
+        if (isUsed) {
+            const FormatVariant& variant = plugin.variants[i];
+            m_chips[i]->setLabel(variant.badgeLabel());
+            m_chips[i]->setState(activeVariants.contains(variant.id) ? ChipState::active : ChipState::off,
+                                 isAnimated && !isOther && !m_reducesMotion);
+        }
+        m_chips[i]->setVisible(isUsed);
+    }
+    placeChips();
+    if (std::exchange(m_isMarked, isMarked) != isMarked) {
+        QAccessible::State changed;
+        changed.selected = true;
+        QAccessibleStateChangeEvent event(this, changed);
+        QAccessible::updateAccessibility(&event);
+    }
+    update();
+}
+
+ChipButton* BulkPluginRow::addChip()
+{
+    const std::size_t index = m_chips.size();
+    auto* chip = new ChipButton(ChipButton::Kind::variant, this);
+    chip->setObjectName(objectName() + u"Chip%1"_s.arg(index));
+    chip->setFocusPolicy(m_isCurrent ? Qt::StrongFocus : Qt::ClickFocus);
+    chip->installEventFilter(this);
+    QWidget::setTabOrder(index == 0 ? static_cast<QWidget*>(this) : m_chips.back(), chip);
+    connect(chip, &QAbstractButton::clicked, this, [this, index] {
+        if (index < m_plugin.variants.size())
+            Q_EMIT variantClicked(m_plugin.variants[index].id);
+    });
+    return chip;
+}
+
+QSize BulkPluginRow::sizeHint() const
+{
+    return {width(), m_layout.places(m_plugin, width() - 2 * kBleedX).height + 2 * kBleedY};
+}
+
+void BulkPluginRow::placeChips()
+{
+    m_places = m_layout.places(m_plugin, width() - 2 * kBleedX);
+    const QPointF centre = QRectF(rect()).center();
+    for (std::size_t i = 0; i < m_places.chips.size(); ++i) {
+        QRect place = m_places.chips[i].translated(kBleedX, kBleedY);
+        const QPointF grown = centre + (QRectF(place).center() - centre) * m_scale;
+        place.translate(qRound(grown.x() - QRectF(place).center().x()),
+                        qRound(grown.y() - QRectF(place).center().y()));
+        m_chips[i]->setGeometry(place);
+    }
+}
+
+void BulkPluginRow::setCurrent(bool isCurrent)
+{
+    if (m_isCurrent == isCurrent)
+        return;
+    m_isCurrent = isCurrent;
+    const Qt::FocusPolicy policy = isCurrent ? Qt::StrongFocus : Qt::ClickFocus;
+    setFocusPolicy(policy);
+    for (ChipButton* chip : m_chips)
+        chip->setFocusPolicy(policy);
+}
+
+void BulkPluginRow::highlight()
+{
+    if (m_reducesMotion)
+        return;
+    if (!m_animation) {
+        constexpr double whole = kHoldMilliseconds + kFadeMilliseconds;
+        m_animation = new QVariantAnimation(this);
+        m_animation->setDuration(static_cast<int>(whole));
+        m_animation->setStartValue(0.0);
+        m_animation->setEndValue(whole);
+        connect(m_animation, &QVariantAnimation::valueChanged, this,
+                [this](const QVariant& value) { setHighlightTime(value.toDouble()); });
+    }
+    m_animation->stop();
+    setHighlightTime(0);
+    m_animation->start();
+}
+
+void BulkPluginRow::stopHighlight()
+{
+    if (m_animation)
+        m_animation->stop();
+    m_highlight = 0;
+    m_scale = 1;
+}
+
+void BulkPluginRow::setHighlightTime(double milliseconds)
+{
+    const double faded = std::clamp((milliseconds - kHoldMilliseconds) / kFadeMilliseconds, 0.0, 1.0);
+    m_highlight = std::pow(1 - faded, 2); // eases out
+    m_scale = 1 + (kHighlightScale - 1) * (spring(milliseconds) - spring(milliseconds - kHoldMilliseconds));
+    placeChips();
+    update();
+}
+
+void BulkPluginRow::paintEvent(QPaintEvent* /*event*/)
+{
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    const QRectF bounds = QRectF(rect()).adjusted(kBleedX, kBleedY, -kBleedX, -kBleedY);
+    const QPalette& colours = palette();
+    painter.save();
+    painter.translate(bounds.center());
+    painter.scale(m_scale, m_scale);
+    painter.translate(-bounds.center());
+    painter.setPen(Qt::NoPen);
+    const auto fill = [&](const QColor& colour, double opacity) {
+        painter.setBrush(AppTheme::withOpacity(colour, opacity));
+        painter.drawRoundedRect(bounds, kCornerRadius, kCornerRadius);
+    };
+    if (m_isMarked)
+        fill(AppTheme::accent(colours), AppTheme::isDark(colours) ? 0.36 : 0.2);
+    if (underMouse())
+        fill(AppTheme::primary(colours), 0.05);
+    if (m_highlight > 0)
+        fill(AppTheme::accentPink(), kHighlightOpacity * m_highlight);
+    painter.setPen(AppTheme::primary(colours));
+    const QRect name = m_places.name.translated(kBleedX, kBleedY);
+    painter.drawText(name, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
+                     fontMetrics().elidedText(m_plugin.name, Qt::ElideRight, name.width()));
+    painter.restore();
+    if (hasFocus()) {
+        painter.setPen(QPen(AppTheme::accent(colours), 2));
+        painter.setBrush(Qt::NoBrush);
+        painter.drawRoundedRect(bounds.adjusted(1, 1, -1, -1), kCornerRadius, kCornerRadius);
+    }
+}
+
+void BulkPluginRow::resizeEvent(QResizeEvent* event)
+{
+    QAbstractButton::resizeEvent(event);
+    placeChips();
+}
+
+void BulkPluginRow::keyPressEvent(QKeyEvent* event)
+{
+    if (movesBetweenRows(event->key()))
+        Q_EMIT moveRequested(event->key());
+    else
+        QAbstractButton::keyPressEvent(event);
+}
+
+bool BulkPluginRow::event(QEvent* event)
+{
+    if (event->type() == QEvent::ToolTip) {
+        const bool isCut = fontMetrics().horizontalAdvance(m_plugin.name) > m_places.name.width();
+        QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(),
+                           isCut ? plainToolTip(m_plugin.name) : QString(), this);
+        return true;
+    }
+    return QAbstractButton::event(event);
+}
+
+void BulkPluginRow::focusInEvent(QFocusEvent* event)
+{
+    QAbstractButton::focusInEvent(event);
+    Q_EMIT focused();
+}
+
+bool BulkPluginRow::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::FocusIn)
+        Q_EMIT focused();
+    return QAbstractButton::eventFilter(watched, event);
+}
+
+} // namespace orvanlite

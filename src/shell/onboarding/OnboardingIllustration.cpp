@@ -1,0 +1,60 @@
+#include "shell/onboarding/OnboardingIllustration.h"
+
+#include <QPainter>
+#include <QTimerEvent>
+
+#include <algorithm>
+
+namespace orvanlite {
+
+namespace {
+
+constexpr int kFrameMilliseconds = 33;
+
+} // namespace
+
+OnboardingIllustration::OnboardingIllustration(bool reducesMotion, QWidget* parent)
+    : QWidget(parent)
+    , m_reducesMotion(reducesMotion)
+{
+    setAttribute(Qt::WA_TransparentForMouseEvents);
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
+}
+
+QSize OnboardingIllustration::sizeHint() const { return kArea.toSize(); }
+
+QSize OnboardingIllustration::minimumSizeHint() const { return kArea.toSize() / 2; }
+
+void OnboardingIllustration::showEvent(QShowEvent* event)
+{
+    QWidget::showEvent(event);
+    m_elapsed.start();
+    if (!m_reducesMotion)
+        m_timer.start(kFrameMilliseconds, this);
+}
+
+void OnboardingIllustration::hideEvent(QHideEvent* event)
+{
+    QWidget::hideEvent(event);
+    m_timer.stop();
+}
+
+void OnboardingIllustration::timerEvent(QTimerEvent* event)
+{
+    if (event->timerId() == m_timer.timerId())
+        update();
+    else
+        QWidget::timerEvent(event);
+}
+
+void OnboardingIllustration::paintEvent(QPaintEvent* /*event*/)
+{
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    const double scale = std::min({width() / kArea.width(), height() / kArea.height(), 1.0});
+    painter.translate(QRectF(rect()).center());
+    painter.scale(scale, scale);
+    draw(painter, m_reducesMotion ? still() : static_cast<double>(m_elapsed.elapsed()) / 1000);
+}
+
+} // namespace orvanlite

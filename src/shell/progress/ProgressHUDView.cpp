@@ -1,0 +1,242 @@
+#include "shell/progress/ProgressHUDView.h"
+
+#include "platform/Appearance.h"
+#include "shell/progress/ProgressDecoration.h"
+#include "shell/progress/ProgressHUDModel.h"
+#include "shell/toolkit/AppTheme.h"
+#include "shell/toolkit/TabularLabel.h"
+#include "shell/toolkit/ViewUpdater.h"
+
+#include <QBoxLayout>
+#include <QEvent>
+#include <QGraphicsEffect>
+#include <QPainter>
+#include <QTimerEvent>
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+
+namespace orvanlite {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int kFrameMilliseconds = 16;
+constexpr int kMaxTextWidth = 320;
+constexpr int kSpacing = 16;
+constexpr double kSmallestScale = 0.88;
+constexpr double kAppearSeconds = 0.5; // the spring has settled by then
+/// Where the decoration stands when it does not move: the wave in full swing.
+constexpr double kStillSeconds = 3.25;
+
+/// The way of a spring from 0 to 1. Source: the damped harmonic oscillator; response is the period without damping.
+double springAt(double seconds)
+{
+    constexpr double kResponse = 0.38;
+    constexpr double kDamping = 0.72;
+    const double omega = 2 * std::numbers::pi / kResponse;
+    const double damped = omega * std::sqrt(1 - kDamping * kDamping);
+    const double swing = std::cos(damped * seconds) + kDamping * omega / damped * std::sin(damped * seconds);
+    return 1 - std::exp(-kDamping * omega * seconds) * swing;
+}
+
+/// Sizes in pixels, because the panel's size is fixed.
+QFont textFont(QFont font, int pixels, QFont::Weight weight = QFont::Normal)
+{
+    font.setPixelSize(pixels);
+    font.setWeight(weight);
+    return font;
+}
+
+} // namespace
+
+/// Draws the view smaller and fainter while it appears.
+class AppearEffect final : public QGraphicsEffect {
+public:
+    using QGraphicsEffect::QGraphicsEffect;
+
+    void setTime(double seconds)
+    {
+        // There is no room for the spring's swing beyond the full size.
+        m_share = std::clamp(springAt(seconds), 0.0, 1.0);
+        update();
+    }
+
+protected:
+    void draw(QPainter* painter) override
+    {
+        QPoint offset;
+        const QPixmap picture = sourcePixmap(Qt::LogicalCoordinates, &offset, NoPad);
+        const QPointF middle = sourceBoundingRect().center();
+        const double scale = kSmallestScale + (1 - kSmallestScale) * m_share;
+        painter->save();
+        painter->setRenderHint(QPainter::SmoothPixmapTransform);
+        painter->setOpacity(m_share);
+        painter->translate(middle);
+        painter->scale(scale, scale);
+        painter->translate(-middle);
+        painter->drawPixmap(offset, picture);
+        painter->restore();
+    }
+
+private:
+    double m_share = 0;
+};
+
+ProgressHUDView::ProgressHUDView(const ProgressHUDModel& model, platform::Appearance& appearance,
+                                 QWidget* parent)
+    : QWidget(parent)
+    , m_model(model)
+    , m_appearance(appearance)
+    , m_wave(new WaveBand(this))
+    , m_label(new QLabel(this))
+    , m_count(new TabularLabel(this))
+    , m_bar(new ShimmerBar(this))
+    , m_percent(new TabularLabel(this))
+    , m_dots(new ProgressDots(this))
+    , m_updates(new ViewUpdater([this] { render(); }, this))
+{
+    setObjectName(u"progressView"_s);
+    setAccessibleName(u"Progress"_s);
+    setFixedSize(kSize);
+    build();
+    render();
+    m_updates->watch(model.label, model.count, model.progress);
+    appearance.observe(this, [this] { followMotion(); });
+}
+
+void ProgressHUDView::build()
+{
+    m_label->setObjectName(u"progressLabel"_s);
+    m_label->setTextFormat(Qt::PlainText);
+    m_label->setAlignment(Qt::AlignCenter);
+    m_label->setFont(textFont(font(), 13, QFont::DemiBold));
+    m_label->setMaximumWidth(kMaxTextWidth);
+    m_count->setObjectName(u"progressCount"_s);
+    m_count->setAlignment(Qt::AlignCenter);
+    m_bar->setObjectName(u"progressBar"_s);
+    m_percent->setObjectName(u"progressPercent"_s);
+    m_percent->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    for (TabularLabel* numbers : {m_count, m_percent}) {
+        numbers->setFont(textFont(font(), 11));
+        numbers->setForegroundRole(QPalette::PlaceholderText); // the palette's secondary text
+    }
+    m_percent->setFixedWidth(m_percent->widthOf(u"100%"_s)); // so that the dots stay where they are
+
+    auto* share = new QHBoxLayout;
+    share->setSpacing(AppTheme::kSpace2);
+    share->addStretch();
+    share->addWidget(m_percent);
+    share->addWidget(m_dots);
+    share->addStretch();
+
+    auto* stack = new QVBoxLayout(this);
+    // The stretches keep the stack in the middle; in a tall font it grows into the margins, evenly.
+    stack->setContentsMargins(32, AppTheme::kSpace2, 32, AppTheme::kSpace2);
+    stack->setSpacing(0);
+    stack->addStretch();
+    stack->addWidget(m_wave, 0, Qt::AlignHCenter);
+    for (QWidget* line : {static_cast<QWidget*>(m_label), static_cast<QWidget*>(m_count)}) {
+        stack->addSpacing(kSpacing);
+        stack->addWidget(line, 0, Qt::AlignHCenter);
+    }
+    stack->addSpacing(kSpacing);
+    stack->addWidget(m_bar, 0, Qt::AlignHCenter);
+    stack->addSpacing(kSpacing);
+    stack->addLayout(share);
+    stack->addStretch();
+}
+
+void ProgressHUDView::render()
+{
+    const QString& text = *m_model.label;
+    m_label->setText(m_label->fontMetrics().elidedText(text, Qt::ElideRight, kMaxTextWidth));
+    m_label->setAccessibleName(text);
+    const int count = *m_model.count;
+    const double progress = *m_model.progress;
+    m_count->setVisible(count >= 2);
+    m_count->setText(u"%1 of %2 plugins"_s.arg(static_cast<int>(progress * count)).arg(count));
+    m_bar->setProgress(progress);
+    m_percent->setText(u"%1%"_s.arg(static_cast<int>(progress * 100)));
+}
+
+void ProgressHUDView::showEvent(QShowEvent* /*event*/)
+{
+    m_shown.start();
+    if (!m_appearance.reducesMotion()) {
+        m_appearing = new AppearEffect(this);
+        setGraphicsEffect(m_appearing); // which it then owns
+    }
+    followMotion();
+}
+
+void ProgressHUDView::hideEvent(QHideEvent* /*event*/) { followMotion(); }
+
+void ProgressHUDView::followMotion()
+{
+    const bool moves = isVisible() && !m_appearance.reducesMotion();
+    if (moves) {
+        m_timer.start(kFrameMilliseconds, Qt::PreciseTimer, this);
+        return;
+    }
+    m_timer.stop();
+    m_appearing = nullptr;
+    setGraphicsEffect(nullptr);
+    setTime(kStillSeconds);
+}
+
+void ProgressHUDView::timerEvent(QTimerEvent* event)
+{
+    if (event->timerId() == m_timer.timerId())
+        setTime(double(m_shown.elapsed()) / 1000);
+}
+
+void ProgressHUDView::setTime(double seconds)
+{
+    m_wave->setTime(seconds);
+    m_bar->setTime(seconds);
+    m_dots->setTime(seconds);
+    if (!m_appearing)
+        return;
+    m_appearing->setTime(seconds);
+    if (seconds >= kAppearSeconds) {
+        m_appearing = nullptr;
+        setGraphicsEffect(nullptr);
+    }
+}
+
+void ProgressHUDView::changeEvent(QEvent* event)
+{
+    if (event->type() == QEvent::PaletteChange)
+        m_background = QPixmap();
+    QWidget::changeEvent(event);
+}
+
+QPixmap ProgressHUDView::makeBackground() const
+{
+    QPixmap made(size() * devicePixelRatioF());
+    made.setDevicePixelRatio(devicePixelRatioF());
+    made.fill(Qt::transparent);
+    QPainter painter(&made);
+    painter.setRenderHint(QPainter::Antialiasing);
+    // Opaque but for the corners: what lies behind is not blurred here, and its text would shine through ours.
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(palette().color(QPalette::Window));
+    painter.drawRoundedRect(rect(), kCornerRadius, kCornerRadius);
+    painter.setPen(QPen(AppTheme::withOpacity(AppTheme::primary(palette()), 0.12), 1));
+    painter.setBrush(Qt::NoBrush);
+    painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), kCornerRadius - 0.5,
+                            kCornerRadius - 0.5);
+    return made;
+}
+
+void ProgressHUDView::paintEvent(QPaintEvent* /*event*/)
+{
+    if (m_background.devicePixelRatio() != devicePixelRatioF() || m_background.isNull())
+        m_background = makeBackground();
+    QPainter(this).drawPixmap(0, 0, m_background);
+}
+
+} // namespace orvanlite

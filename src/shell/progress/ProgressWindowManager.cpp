@@ -1,0 +1,126 @@
+#include "shell/progress/ProgressWindowManager.h"
+
+#include "operations/Detach.h"
+#include "platform/Clock.h"
+#include "platform/Platform.h"
+#include "shell/progress/ProgressHUDView.h"
+
+#include <QApplication>
+#include <QMainWindow>
+#include <QVBoxLayout>
+
+#include <chrono>
+#include <cmath>
+
+namespace orvanlite {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr std::chrono::milliseconds kFullBarStays{450};
+
+QWidget* windowInUse(const QWidget* panel)
+{
+    // Some systems call every new window active, also one that refuses it.
+    QWidget* active = QApplication::activeWindow();
+    if (active && active != panel)
+        return active;
+    for (QWidget* window : QApplication::topLevelWidgets()) {
+        if (window->isVisible() && qobject_cast<QMainWindow*>(window))
+            return window;
+    }
+    return nullptr;
+}
+
+/// Every pixel that the rounded panel touches.
+QRegion roundedRegion(const QSize& size, int radius)
+{
+    QRegion region(0, radius, size.width(), size.height() - 2 * radius);
+    for (int row = 0; row < radius; ++row) {
+        const int rise = radius - row - 1;
+        const int inset = static_cast<int>(radius - std::sqrt(double(radius) * radius - double(rise) * rise));
+        region += QRect(inset, row, size.width() - 2 * inset, 1);
+        region += QRect(inset, size.height() - 1 - row, size.width() - 2 * inset, 1);
+    }
+    return region;
+}
+
+QCoro::Task<> orderOut(QPointer<ProgressWindowManager> manager, platform::Clock* clock)
+{
+    co_await clock->sleepFor(kFullBarStays);
+    if (manager && manager->panel())
+        manager->panel()->hide();
+}
+
+} // namespace
+
+ProgressWindowManager& ProgressWindowManager::shared(const platform::Platform& platform)
+{
+    static auto* const manager = new ProgressWindowManager(platform);
+    return *manager;
+}
+
+ProgressWindowManager::ProgressWindowManager(const platform::Platform& platform)
+    : m_clock(platform.clock)
+    , m_appearance(platform.appearance)
+{}
+
+ProgressWindowManager::~ProgressWindowManager() { delete m_panel; }
+
+QWidget* ProgressWindowManager::panel() const { return m_panel; }
+
+void ProgressWindowManager::show(const QString& label, int count)
+{
+    m_hudModel.label = label;
+    m_hudModel.count = count;
+    m_hudModel.progress = 0;
+    if (!m_panel)
+        makePanel();
+    replaceView();
+    if (const QWidget* window = windowInUse(m_panel)) {
+        const QRect frame = window->frameGeometry();
+        m_panel->move(frame.x() + (frame.width() - m_panel->width()) / 2,
+                      frame.y() + (frame.height() - m_panel->height()) / 2);
+    }
+    m_panel->show();
+    m_panel->raise();
+}
+
+void ProgressWindowManager::hide()
+{
+    m_hudModel.progress = 1;
+    // On purpose: a show() meanwhile does not call this off.
+    detach(orderOut(this, &m_clock));
+}
+
+void ProgressWindowManager::makePanel()
+{
+    m_panel = new QWidget(nullptr, Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint |
+                                       Qt::WindowTransparentForInput | Qt::WindowDoesNotAcceptFocus);
+    m_panel->setObjectName(u"progressPanel"_s);
+    m_panel->setWindowTitle(u"Progress"_s);
+    m_panel->setAttribute(Qt::WA_ShowWithoutActivating);
+    m_panel->setAttribute(Qt::WA_TranslucentBackground);
+    m_panel->setAttribute(Qt::WA_TransparentForMouseEvents);
+    m_panel->setAttribute(Qt::WA_MacAlwaysShowToolWindow);
+    m_panel->setAttribute(Qt::WA_QuitOnClose, false);
+    m_panel->setFocusPolicy(Qt::NoFocus);
+    m_panel->setFixedSize(ProgressHUDView::kSize);
+    if (QGuiApplication::platformName() != u"xcb"_s)
+        return;
+    // A window manager puts a frame around the window that takes the clicks, and lets it be dragged by a key.
+    m_panel->setWindowFlag(Qt::X11BypassWindowManagerHint);
+    // Without a compositor, X11 paints what is translucent black: cut the corners off. Every pixel with a share of
+    // the edge stays, so that the edge is smooth where there is one.
+    m_panel->setMask(roundedRegion(ProgressHUDView::kSize, ProgressHUDView::kCornerRadius));
+}
+
+void ProgressWindowManager::replaceView()
+{
+    delete m_view;
+    m_view = new ProgressHUDView(m_hudModel, m_appearance, m_panel);
+    m_view->show();
+}
+
+} // namespace orvanlite

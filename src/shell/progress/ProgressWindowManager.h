@@ -1,0 +1,53 @@
+#pragma once
+
+#include "operations/BatchProgress.h"
+#include "shell/progress/ProgressHUDModel.h"
+
+#include <QObject>
+#include <QPointer>
+
+class QWidget;
+
+namespace orvanlite::platform {
+class Appearance;
+class Clock;
+struct Platform;
+} // namespace orvanlite::platform
+
+namespace orvanlite {
+
+class ProgressHUDView;
+
+/// Owns the floating panel that shows how far a long batch has come. The panel takes neither focus nor clicks.
+class ProgressWindowManager final : public QObject, public BatchProgress {
+    Q_OBJECT
+
+public:
+    /// The one manager of the process, made on first use.
+    static ProgressWindowManager& shared(const platform::Platform& platform);
+
+    explicit ProgressWindowManager(const platform::Platform& platform);
+    ~ProgressWindowManager() override;
+
+    /// Opens the panel at 0 on the middle of the active window or, without one, of the main window.
+    void show(const QString& label, int count) override;
+    /// Shows the bar full, and takes the panel away a moment later. A new show() does not prevent that.
+    void hide() override;
+    void setProgress(double progress) override { m_hudModel.progress = progress; }
+
+    [[nodiscard]] ProgressHUDModel& hudModel() { return m_hudModel; }
+    /// Null until the first show().
+    [[nodiscard]] QWidget* panel() const;
+
+private:
+    void makePanel();
+    void replaceView();
+
+    platform::Clock& m_clock;
+    platform::Appearance& m_appearance;
+    ProgressHUDModel m_hudModel;
+    QPointer<QWidget> m_panel;
+    QPointer<ProgressHUDView> m_view;
+};
+
+} // namespace orvanlite

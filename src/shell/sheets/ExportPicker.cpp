@@ -1,0 +1,333 @@
+#include "shell/sheets/ExportPicker.h"
+
+#include "shell/toolkit/AppTheme.h"
+#include "shell/toolkit/Dialogs.h"
+#include "shell/toolkit/PressButton.h"
+#include "shell/toolkit/TintedLabel.h"
+
+#include <QAbstractButton>
+#include <QButtonGroup>
+#include <QKeyEvent>
+#include <QPainter>
+#include <QRadioButton>
+#include <QVBoxLayout>
+
+#include <algorithm>
+
+namespace orvanlite {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int kWidth = 380;
+constexpr int kPadding = 30;
+constexpr int kSpacing = 20;
+constexpr int kButtonSpacing = 16;
+constexpr int kRadioSpacing = 2;
+constexpr int kRadioPadding = 4;
+constexpr int kRadioRing = 14;
+constexpr int kSegmentPaddingX = 14;
+constexpr int kSegmentPaddingY = 5;
+constexpr double kSegmentRadius = 5;
+constexpr int kFrame = 2; ///< of the ground around the segments
+
+QFont semibold(QFont font)
+{
+    font.setWeight(QFont::DemiBold);
+    return font;
+}
+
+QString captionOf(ExportFormat format)
+{
+    return format == ExportFormat::csv ? u"Columns will be ordered with the selected sort column first."_s
+                                       : u"The selected sort column will appear first in the PDF."_s;
+}
+
+/// One part of the segmented choice.
+class SegmentButton final : public QAbstractButton {
+public:
+    SegmentButton(const QString& text, QWidget* parent)
+        : QAbstractButton(parent)
+    {
+        setText(text);
+        setCheckable(true);
+        setFocusPolicy(Qt::StrongFocus);
+        setAttribute(Qt::WA_Hover);
+        setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    }
+    [[nodiscard]] QSize sizeHint() const override
+    {
+        const QFontMetrics metrics(semibold(font())); // as wide as it is when it is picked
+        return {metrics.horizontalAdvance(text()) + 2 * kSegmentPaddingX,
+                metrics.height() + 2 * kSegmentPaddingY};
+    }
+
+protected:
+    void paintEvent(QPaintEvent* /*event*/) override
+    {
+        QPainter painter(this);
+        painter.setRenderHint(QPainter::Antialiasing);
+        const QPalette& colours = palette();
+        const QRectF bounds = QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5);
+        if (isChecked()) {
+            painter.setPen(QPen(AppTheme::withOpacity(AppTheme::primary(colours), 0.15), 1));
+            painter.setBrush(AppTheme::isDark(colours) ? colours.color(QPalette::Mid)
+                                                       : colours.color(QPalette::Base));
+            painter.drawRoundedRect(bounds, kSegmentRadius, kSegmentRadius);
+        } else if (underMouse() || isDown()) {
+            painter.setPen(Qt::NoPen);
+            painter.setBrush(AppTheme::withOpacity(AppTheme::primary(colours), isDown() ? 0.14 : 0.07));
+            painter.drawRoundedRect(bounds, kSegmentRadius, kSegmentRadius);
+        }
+        painter.setFont(isChecked() ? semibold(font()) : font());
+        painter.setPen(AppTheme::primary(colours));
+        painter.drawText(rect(), Qt::AlignCenter, text());
+        if (hasFocus()) {
+            painter.setPen(QPen(AppTheme::accent(colours), 2));
+            painter.setBrush(Qt::NoBrush);
+            painter.drawRoundedRect(bounds.adjusted(0.5, 0.5, -0.5, -0.5), kSegmentRadius, kSegmentRadius);
+        }
+    }
+};
+
+/// A radio button whose ring is seen in light and dark and grows with the text.
+class SortButton final : public QRadioButton {
+public:
+    SortButton(const QString& text, QWidget* parent)
+        : QRadioButton(text, parent)
+    {
+        setAttribute(Qt::WA_Hover);
+        setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Fixed);
+    }
+    [[nodiscard]] QSize sizeHint() const override
+    {
+        const QFontMetrics metrics = fontMetrics();
+        return {ringSize() + AppTheme::kSpace2 + metrics.horizontalAdvance(text()) + 2 * kRadioPadding,
+                metrics.height() + 2 * kRadioPadding};
+    }
+    [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
+
+protected:
+    [[nodiscard]] bool hitButton(const QPoint& place) const override { return rect().contains(place); }
+    void paintEvent(QPaintEvent* /*event*/) override
+    {
+        QPainter painter(this);
+        painter.setRenderHint(QPainter::Antialiasing);
+        const QPalette& colours = palette();
+        const QColor ink = AppTheme::primary(colours);
+        const double side = ringSize();
+        const QRectF ring(kRadioPadding, (height() - side) / 2, side, side);
+        painter.setPen(QPen(isChecked() ? AppTheme::accent(colours) : AppTheme::secondary(colours), 1.2));
+        painter.setBrush(isChecked() ? AppTheme::accent(colours)
+                                     : AppTheme::withOpacity(ink, isDown()       ? 0.2
+                                                                  : underMouse() ? 0.1
+                                                                                 : 0.03));
+        painter.drawEllipse(ring.adjusted(1, 1, -1, -1));
+        if (isChecked()) {
+            painter.setPen(Qt::NoPen);
+            painter.setBrush(Qt::white);
+            painter.drawEllipse(ring.center(), side * 0.18, side * 0.18);
+        }
+        painter.setPen(ink);
+        painter.drawText(rect().adjusted(static_cast<int>(ring.right()) + AppTheme::kSpace2, 0, 0, 0),
+                         int(Qt::AlignLeft) | Qt::AlignVCenter, text());
+        if (hasFocus()) {
+            painter.setPen(QPen(AppTheme::accent(colours), 2));
+            painter.setBrush(Qt::NoBrush);
+            painter.drawRoundedRect(QRectF(rect()).adjusted(1, 1, -1, -1), kSegmentRadius, kSegmentRadius);
+        }
+    }
+
+private:
+    [[nodiscard]] int ringSize() const { return std::max(kRadioRing, fontMetrics().ascent()); }
+};
+
+/// The ground that makes one choice of the segments.
+class SegmentGround final : public QWidget {
+public:
+    using QWidget::QWidget;
+
+protected:
+    void paintEvent(QPaintEvent* /*event*/) override
+    {
+        QPainter painter(this);
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setPen(QPen(AppTheme::withOpacity(AppTheme::primary(palette()), 0.1), 1));
+        painter.setBrush(AppTheme::withOpacity(AppTheme::primary(palette()), 0.06));
+        painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), kSegmentRadius + kFrame,
+                                kSegmentRadius + kFrame);
+    }
+};
+
+/// A heading over a choice, which bears its name.
+QVBoxLayout* headed(QWidget* part, const QString& heading, const QString& objectName)
+{
+    auto* label = new QLabel(heading, part);
+    label->setObjectName(objectName);
+    label->setFont(semibold(label->font()));
+    auto* column = new QVBoxLayout(part);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(AppTheme::kSpace2);
+    column->addWidget(label);
+    return column;
+}
+
+QWidget* makeDivider(QWidget* parent)
+{
+    auto* line = new QWidget(parent);
+    line->setFixedHeight(1);
+    line->setBackgroundRole(QPalette::Mid);
+    line->setAutoFillBackground(true);
+    return line;
+}
+
+} // namespace
+
+ExportPicker::ExportPicker(ExportFormat& format, ExportSortOption& sortOption, bool reducesMotion,
+                           QWidget* parent)
+    : QDialog(parent)
+    , m_format(format)
+    , m_sortOption(sortOption)
+{
+    setObjectName(u"exportPicker"_s);
+    setWindowTitle(u"Export Plugins"_s);
+    makeSheet(this);
+    auto* title = new QLabel(windowTitle(), this);
+    title->setObjectName(u"exportTitle"_s);
+    QFont large = semibold(title->font());
+    large.setPointSizeF(large.pointSizeF() * 1.3);
+    title->setFont(large);
+    title->setAlignment(Qt::AlignHCenter);
+
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins(kPadding, kPadding, kPadding, kPadding);
+    column->setSpacing(kSpacing);
+    // In the order of Tab.
+    column->addWidget(title);
+    column->addWidget(makeFormats());
+    column->addWidget(makeDivider(this));
+    column->addWidget(makeSortOptions());
+    m_caption = new TintedLabel({}, &AppTheme::secondary, this);
+    m_caption->setObjectName(u"exportCaption"_s);
+    QFont small = m_caption->font();
+    small.setPointSizeF(small.pointSizeF() * 0.9);
+    m_caption->setFont(small);
+    m_caption->setWordWrap(true);
+    column->addWidget(m_caption);
+    column->addStretch(1);
+    column->addWidget(makeButtons(reducesMotion));
+    render();
+}
+
+QWidget* ExportPicker::makeFormats()
+{
+    auto* part = new QWidget(this);
+    QVBoxLayout* column = headed(part, u"Format"_s, u"exportFormatLabel"_s);
+    auto* ground = new SegmentGround(part);
+    ground->setAccessibleName(u"Format"_s);
+    auto* row = new QHBoxLayout(ground);
+    row->setContentsMargins(kFrame, kFrame, kFrame, kFrame);
+    row->setSpacing(kFrame);
+    auto* group = new QButtonGroup(ground);
+    for (const ExportFormat format : allCases<ExportFormat>) {
+        auto* segment = new SegmentButton(rawValue(format), ground);
+        segment->setObjectName(u"exportFormat"_s + rawValue(format));
+        segment->setAccessibleDescription(u"Format of the report"_s);
+        segment->setAutoExclusive(true); // readers hear one choice of two
+        group->addButton(segment);
+        segment->setChecked(format == m_format);
+        if (segment->isChecked())
+            segment->setFocus();
+        row->addWidget(segment);
+        connect(segment, &QAbstractButton::toggled, this, [this, format](bool isPicked) {
+            if (!isPicked)
+                return;
+            m_format = format;
+            render();
+        });
+    }
+    column->addWidget(ground);
+    return part;
+}
+
+QWidget* ExportPicker::makeSortOptions()
+{
+    auto* part = new QWidget(this);
+    QVBoxLayout* column = headed(part, u"Sort by"_s, u"exportSortLabel"_s);
+    auto* choice = new QWidget(part);
+    choice->setAccessibleName(u"Sort by"_s);
+    auto* rows = new QVBoxLayout(choice);
+    rows->setContentsMargins(0, 0, 0, 0);
+    rows->setSpacing(kRadioSpacing);
+    auto* group = new QButtonGroup(choice);
+    for (const ExportSortOption option : allCases<ExportSortOption>) {
+        auto* radio = new SortButton(rawValue(option), choice);
+        radio->setObjectName(u"exportSort "_s + rawValue(option));
+        radio->setAccessibleDescription(u"Sort by"_s);
+        group->addButton(radio);
+        radio->setChecked(option == m_sortOption);
+        rows->addWidget(radio);
+        connect(radio, &QAbstractButton::toggled, this, [this, option](bool isPicked) {
+            if (isPicked)
+                m_sortOption = option;
+        });
+    }
+    column->addWidget(choice);
+    return part;
+}
+
+QWidget* ExportPicker::makeButtons(bool reducesMotion)
+{
+    auto* buttons = new QWidget(this);
+    auto* cancel = new PressButton(u"Cancel"_s, {}, PressButton::Ground::bordered, buttons);
+    cancel->setObjectName(u"exportCancelButton"_s);
+    m_export = new PressButton({}, {}, PressButton::Ground::bordered, buttons);
+    m_export->setObjectName(u"exportConfirmButton"_s);
+    m_export->setTint(&AppTheme::accent);
+    m_export->setFont(semibold(m_export->font()));
+    for (PressButton* button : {cancel, m_export})
+        button->setReducesMotion(reducesMotion);
+    connect(cancel, &QAbstractButton::clicked, this, &QDialog::reject);
+    connect(m_export, &QAbstractButton::clicked, this, &QDialog::accept);
+    auto* row = new QHBoxLayout(buttons);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->setSpacing(kButtonSpacing);
+    row->addStretch(1);
+    row->addWidget(cancel);
+    row->addWidget(m_export);
+    return buttons;
+}
+
+void ExportPicker::render()
+{
+    m_caption->setText(captionOf(m_format));
+    m_export->setText(u"Export as %1"_s.arg(rawValue(m_format)));
+    m_export->updateGeometry();
+}
+
+void ExportPicker::present()
+{
+    const int width = std::max(kWidth, layout()->minimumSize().width());
+    // The longer caption decides, so that nothing moves under the pointer.
+    int captionHeight = 0;
+    for (const ExportFormat format : allCases<ExportFormat>) {
+        m_caption->setText(captionOf(format));
+        captionHeight = std::max(captionHeight, m_caption->heightForWidth(width - 2 * kPadding));
+    }
+    m_caption->setMinimumHeight(captionHeight);
+    render();
+    resize(width, layout()->totalHeightForWidth(width));
+    open();
+}
+
+void ExportPicker::keyPressEvent(QKeyEvent* event)
+{
+    // The key of the prominent button, wherever the focus is.
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
+        m_export->click();
+    else
+        QDialog::keyPressEvent(event);
+}
+
+} // namespace orvanlite

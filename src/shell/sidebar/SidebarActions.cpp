@@ -1,0 +1,77 @@
+#include "shell/sidebar/SidebarActions.h"
+
+#include "shell/sidebar/SidebarButton.h"
+#include "shell/sidebar/SidebarRules.h"
+#include "shell/toolkit/AppTheme.h"
+
+#include <QPainter>
+#include <QVBoxLayout>
+
+namespace orvanlite {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int kSpacing = 6;
+constexpr int kPadding = 10;
+constexpr double kCornerRadius = 8;
+
+/// White on a strong ground.
+class ActionButton final : public SidebarButton {
+public:
+    ActionButton(QColor (*tint)(const QPalette&), bool reducesMotion, QWidget* parent)
+        : SidebarButton({.iconSlot = 18, .paddingY = kPadding, .cornerRadius = kCornerRadius}, reducesMotion,
+                        parent)
+        , m_tint(tint)
+    {
+        QFont strong;
+        strong.setWeight(QFont::DemiBold);
+        setFont(strong);
+    }
+
+protected:
+    void paintGround(QPainter& painter, const QRectF& ground) const override
+    {
+        // Darker, never lighter: the text stays legible.
+        const int shade = isDown() ? 125 : underMouse() ? 112 : 100;
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(AppTheme::groundForWhite(m_tint(palette())).darker(shade));
+        painter.drawRoundedRect(ground, kCornerRadius, kCornerRadius);
+    }
+    [[nodiscard]] QColor ink() const override { return Qt::white; }
+    [[nodiscard]] QColor ringInk() const override { return Qt::white; }
+
+private:
+    QColor (*m_tint)(const QPalette&);
+};
+
+} // namespace
+
+SidebarActions::SidebarActions(bool reducesMotion, QWidget* parent)
+    : QWidget(parent)
+{
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(kSpacing - 2); // a button has a pixel of air at either side
+    const auto add = [&](BulkAction action, const QString& name, const QString& iconKey,
+                         QColor (*tint)(const QPalette&)) {
+        auto* button = new ActionButton(tint, reducesMotion, this);
+        button->setObjectName(name);
+        button->setIconKey(iconKey);
+        column->addWidget(button);
+        m_buttons.emplace_back(action, button);
+        connect(button, &QAbstractButton::clicked, this, [this, action] { Q_EMIT requested(action); });
+    };
+    add(BulkAction::enable, u"enableFilteredButton"_s, u"checkmark.circle.fill"_s, &AppTheme::green);
+    add(BulkAction::disable, u"disableFilteredButton"_s, u"xmark.circle.fill"_s, &AppTheme::orange);
+    add(BulkAction::delete_, u"deleteFilteredButton"_s, u"trash.fill"_s, &AppTheme::red);
+}
+
+void SidebarActions::setFilter(const SidebarFilter& filter)
+{
+    for (const auto& [action, button] : m_buttons)
+        button->setLabel(enableDisableButtonLabel(action, filter));
+}
+
+} // namespace orvanlite

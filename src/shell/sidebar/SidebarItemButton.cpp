@@ -1,0 +1,49 @@
+#include "shell/sidebar/SidebarItemButton.h"
+
+#include "shell/toolkit/AppTheme.h"
+
+#include <QPainter>
+
+namespace orvanlite {
+
+namespace {
+
+constexpr double kHoverScale = 1.02;
+
+} // namespace
+
+SidebarItemButton::SidebarItemButton(const QString& label, const QString& iconKey, int iconSlot, Hover hover,
+                                     bool reducesMotion, QWidget* parent)
+    : SidebarButton({.iconSlot = iconSlot, .hoverScale = hover == Hover::grows ? kHoverScale : 1},
+                    reducesMotion, parent)
+{
+    setLabel(label);
+    setIconKey(iconKey);
+}
+
+void SidebarItemButton::setSelected(bool isSelected)
+{
+    setCheckable(true);
+    setChecked(isSelected);
+}
+
+void SidebarItemButton::paintGround(QPainter& painter, const QRectF& ground) const
+{
+    liquidGlassConditional(painter, ground, isChecked(), AppTheme::accent(palette()), m_measures.cornerRadius,
+                           palette());
+    if (!underMouse() && !isDown())
+        return;
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(AppTheme::withOpacity(AppTheme::primary(palette()), isDown() ? 0.1 : 0.06));
+    painter.drawRoundedRect(ground, m_measures.cornerRadius, m_measures.cornerRadius);
+}
+
+QColor SidebarItemButton::ink() const { return AppTheme::primary(palette()); }
+
+QColor SidebarItemButton::iconInk() const
+{
+    return isChecked() ? AppTheme::legible(AppTheme::accent(palette()), palette())
+                       : AppTheme::secondary(palette());
+}
+
+} // namespace orvanlite

@@ -1,0 +1,253 @@
+#include "shell/table/PluginTableModel.h"
+
+#include "platform/Clock.h"
+#include "shell/toolkit/Icons.h"
+#include "shell/toolkit/ToolTips.h"
+
+#include <algorithm>
+
+namespace orvanlite {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QString previewText(PreviewState state)
+{
+    static const std::array texts{QString(), u"Will Enable"_s, u"Will Disable"_s, u"Enabled"_s,
+                                  u"Disabled"_s};
+    return texts[static_cast<std::size_t>(state)];
+}
+
+QString previewIcon(PreviewState state)
+{
+    static const std::array keys{QString(), u"arrow.up.circle.fill"_s, u"arrow.down.circle.fill"_s,
+                                 u"checkmark.circle.fill"_s, u"xmark.circle.fill"_s};
+    return keys[static_cast<std::size_t>(state)];
+}
+
+/// Few enough to be freed between two frames.
+constexpr std::size_t kFreedAtOnce = 4000;
+
+} // namespace
+
+PluginLeftovers::PluginLeftovers()
+{
+    QObject::connect(&m_timer, &QTimer::timeout, &m_timer, [this] { freeSome(); });
+}
+
+void PluginLeftovers::take(AudioPlugins plugins)
+{
+    if (plugins.size() <= kFreedAtOnce)
+        return;
+    m_lists.push_back(std::move(plugins));
+    m_timer.start(0);
+}
+
+void PluginLeftovers::freeSome()
+{
+    AudioPlugins& list = m_lists.back();
+    list.erase(list.end() - static_cast<std::ptrdiff_t>(std::min(list.size(), kFreedAtOnce)), list.end());
+    if (list.empty())
+        m_lists.pop_back();
+    if (m_lists.empty())
+        m_timer.stop();
+}
+
+PluginTableModel::PluginTableModel(const platform::Clock& clock, QObject* parent)
+    : QAbstractTableModel(parent)
+    , m_clock(clock)
+{}
+
+std::size_t PluginTableModel::commonHead(const AudioPlugins& plugins) const
+{
+    const std::size_t shorter = std::min(plugins.size(), m_plugins.size());
+    for (std::size_t i = 0; i < shorter; ++i) {
+        if (plugins[i].id != m_plugins[i].id)
+            return i;
+    }
+    return shorter;
+}
+
+void PluginTableModel::setPlugins(const AudioPlugins& plugins)
+{
+    const std::size_t oldCount = m_plugins.size();
+    const std::size_t head = commonHead(plugins);
+    if (head < std::min(oldCount, plugins.size()) || head == 0) {
+        if (oldCount == 0 && plugins.empty())
+            return;
+        beginResetModel();
+        m_leftovers.take(std::exchange(m_plugins, plugins));
+        endResetModel();
+        return;
+    }
+    changeInPlace(plugins, head);
+    if (plugins.size() > oldCount) {
+        beginInsertRows({}, static_cast<int>(oldCount), static_cast<int>(plugins.size()) - 1);
+        m_plugins.insert(m_plugins.end(), plugins.begin() + static_cast<std::ptrdiff_t>(oldCount),
+                         plugins.end());
+        endInsertRows();
+    } else if (plugins.size() < oldCount) {
+        beginRemoveRows({}, static_cast<int>(plugins.size()), static_cast<int>(oldCount) - 1);
+        const auto tail = m_plugins.begin() + static_cast<std::ptrdiff_t>(plugins.size());
+        m_leftovers.take({std::make_move_iterator(tail), std::make_move_iterator(m_plugins.end())});
+        m_plugins.erase(tail, m_plugins.end());
+        endRemoveRows();
+    }
+}
+
+void PluginTableModel::changeInPlace(const AudioPlugins& plugins, std::size_t count)
+{
+    for (std::size_t i = 0; i < count; ++i) {
+        AudioPlugin& row = m_plugins[i];
+        if (row == plugins[i])
+            continue;
+        const bool switched = row.isEnabled != plugins[i].isEnabled;
+        row = plugins[i];
+        const int number = static_cast<int>(i);
+        // No list of roles: a screen reader hears of the check state and its text too.
+        Q_EMIT dataChanged(index(number, 0), index(number, kPluginColumnCount - 1));
+        if (switched)
+            Q_EMIT stateChanged(row.id, row.isEnabled);
+    }
+}
+
+void PluginTableModel::setPreview(const std::optional<QSet<QString>>& enabledKeys)
+{
+    if (m_previewKeys == enabledKeys)
+        return;
+    m_previewKeys = enabledKeys;
+    if (!m_plugins.empty())
+        Q_EMIT dataChanged(index(0, 0), index(rowCount() - 1, kPluginColumnCount - 1));
+}
+
+PreviewState PluginTableModel::previewState(const AudioPlugin& plugin) const
+{
+    if (!m_previewKeys)
+        return PreviewState::none;
+    const bool isTarget = m_previewKeys->contains(pluginKey(plugin.name, plugin.format));
+    if (isTarget == plugin.isEnabled)
+        return isTarget ? PreviewState::staysEnabled : PreviewState::staysDisabled;
+    return isTarget ? PreviewState::willEnable : PreviewState::willDisable;
+}
+
+int PluginTableModel::rowOf(const QString& originalPath) const
+{
+    const auto found = std::find_if(m_plugins.begin(), m_plugins.end(), [&](const AudioPlugin& each) {
+        return each.originalPath == originalPath;
+    });
+    return found == m_plugins.end() ? -1 : static_cast<int>(found - m_plugins.begin());
+}
+
+int PluginTableModel::rowCount(const QModelIndex& parent) const
+{
+    return parent.isValid() ? 0 : static_cast<int>(m_plugins.size());
+}
+
+int PluginTableModel::columnCount(const QModelIndex& parent) const
+{
+    return parent.isValid() ? 0 : kPluginColumnCount;
+}
+
+QString PluginTableModel::text(const AudioPlugin& plugin, PluginColumn column) const
+{
+    switch (column) {
+    case PluginColumn::status:
+        return isPreview() ? previewText(previewState(plugin)) : plugin.statusValue();
+    case PluginColumn::name:
+        return plugin.name;
+    case PluginColumn::manufacturer:
+        return plugin.manufacturer.isEmpty() ? u"Unknown"_s : plugin.manufacturer;
+    case PluginColumn::format:
+        return rawValue(plugin.format);
+    case PluginColumn::version:
+        return plugin.versionValue();
+    case PluginColumn::lastUsed:
+        break;
+    }
+    return plugin.lastUsedValue(Date::fromUnix(m_clock.now()));
+}
+
+QString PluginTableModel::accessibleDescription(const AudioPlugin& plugin, PluginColumn column) const
+{
+    switch (column) {
+    case PluginColumn::status:
+        return isPreview() ? QString() : u"Switch for "_s + plugin.name;
+    case PluginColumn::name:
+        return plugin.currentPath;
+    case PluginColumn::manufacturer:
+        return isPreview() || plugin.manufacturer.isEmpty()
+                   ? QString()
+                   : u"Visit "_s + plugin.manufacturer + u" website"_s;
+    default:
+        return {};
+    }
+}
+
+QVariant PluginTableModel::data(const QModelIndex& index, int role) const
+{
+    if (!index.isValid() || index.row() >= rowCount())
+        return {};
+    const AudioPlugin& row = plugin(index.row());
+    const auto column = static_cast<PluginColumn>(index.column());
+    switch (role) {
+    case Qt::DisplayRole:
+        return column == PluginColumn::status && !isPreview() ? QVariant() : text(row, column);
+    case Qt::AccessibleTextRole:
+        return text(row, column);
+    case Qt::AccessibleDescriptionRole:
+        return accessibleDescription(row, column);
+    case Qt::ToolTipRole:
+        if (column == PluginColumn::name) // which may be cut
+            return plainToolTip(u"%1\n%2"_s.arg(row.name, row.currentPath));
+        return column == PluginColumn::status ? QVariant() : plainToolTip(accessibleDescription(row, column));
+    case Qt::CheckStateRole:
+        if (column == PluginColumn::status && !isPreview())
+            return row.isEnabled ? Qt::Checked : Qt::Unchecked;
+        return {};
+    case IsFadedRole:
+        return (column == PluginColumn::manufacturer && row.manufacturer.isEmpty()) ||
+               (column == PluginColumn::lastUsed && !row.lastUsed);
+    case IconRole:
+        if (column == PluginColumn::status && isPreview())
+            return previewIcon(previewState(row));
+        return column == PluginColumn::format ? formatIcon(row.format) : QVariant();
+    case PreviewRole:
+        return static_cast<int>(previewState(row));
+    default:
+        return {};
+    }
+}
+
+bool PluginTableModel::setData(const QModelIndex& index, const QVariant& value, int role)
+{
+    if (isPreview() || role != Qt::CheckStateRole || index.column() != static_cast<int>(PluginColumn::status))
+        return false;
+    const AudioPlugin row = plugin(index.row());
+    if (row.isEnabled == (value.toInt() == Qt::Checked))
+        return false;
+    Q_EMIT toggleRequested(row);
+    return true;
+}
+
+QVariant PluginTableModel::headerData(int section, Qt::Orientation orientation, int role) const
+{
+    static const std::array<QString, kPluginColumnCount> titles{
+        u"Status"_s, u"Name"_s, u"Manufacturer"_s, u"Format"_s, u"Version"_s, u"Last Used(Est.)"_s};
+    if (orientation != Qt::Horizontal || section < 0 || section >= kPluginColumnCount)
+        return {};
+    if (role == Qt::TextAlignmentRole)
+        return QVariant(Qt::AlignLeft | Qt::AlignVCenter);
+    return role == Qt::DisplayRole ? titles[static_cast<std::size_t>(section)] : QVariant();
+}
+
+Qt::ItemFlags PluginTableModel::flags(const QModelIndex& index) const
+{
+    if (!index.isValid())
+        return Qt::NoItemFlags;
+    const Qt::ItemFlags flags = Qt::ItemIsSelectable | Qt::ItemIsEnabled | Qt::ItemNeverHasChildren;
+    const bool isSwitch = index.column() == static_cast<int>(PluginColumn::status) && !isPreview();
+    return isSwitch ? flags | Qt::ItemIsUserCheckable : flags;
+}
+
+} // namespace orvanlite

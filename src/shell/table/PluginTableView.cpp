@@ -1,0 +1,351 @@
+#include "shell/table/PluginTableView.h"
+
+#include "shell/table/PluginTableDelegate.h"
+#include "shell/table/PluginTableHeader.h"
+#include "shell/table/PluginTableModel.h"
+#include "shell/toolkit/ThinScrollBar.h"
+
+#include <QKeyEvent>
+#include <QProxyStyle>
+#include <QScopedValueRollback>
+#include <QScrollBar>
+
+#include <algorithm>
+#include <numeric>
+
+namespace orvanlite {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int kRowHeight = 34;
+
+/// Leaves the ground of the rows to the delegate.
+class BareRowStyle final : public QProxyStyle {
+public:
+    void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                       const QWidget* widget) const override
+    {
+        if (element != PE_PanelItemViewRow)
+            QProxyStyle::drawPrimitive(element, option, painter, widget);
+    }
+};
+
+} // namespace
+
+PluginTableView::PluginTableView(PluginTableModel& model, bool reducesMotion, QWidget* parent)
+    : QTableView(parent)
+    , m_model(model)
+    , m_delegate(new PluginTableDelegate(model, reducesMotion, this))
+    , m_header(new PluginTableHeader(this))
+{
+    setObjectName(u"pluginTable"_s);
+    auto* bareRows = new BareRowStyle;
+    bareRows->setParent(this);
+    setStyle(bareRows);
+    setAccessibleName(u"Plugins"_s);
+    setHorizontalHeader(m_header);
+    setModel(&model);
+    setItemDelegate(m_delegate);
+    setSelectionBehavior(QAbstractItemView::SelectRows);
+    setSelectionMode(QAbstractItemView::ExtendedSelection);
+    setEditTriggers(QAbstractItemView::NoEditTriggers);
+    setTabKeyNavigation(false);
+    setShowGrid(false);
+    setFrameShape(QFrame::NoFrame);
+    setMouseTracking(true);
+    setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    setVerticalScrollBarPolicy(
+        Qt::ScrollBarAlwaysOn); // seen only when needed, and the columns stay where they are
+    setCornerWidget(new QWidget(this));
+    setCornerButtonEnabled(false);
+    setVerticalScrollBar(new ThinScrollBar(Qt::Vertical, this));
+    setHorizontalScrollBar(new ThinScrollBar(Qt::Horizontal, this));
+    verticalHeader()->hide();
+    verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    verticalHeader()->setDefaultSectionSize(std::max(kRowHeight, fontMetrics().height() + 12));
+    m_header->setStretchLastSection(false);
+    viewport()->setAutoFillBackground(false);
+
+    connect(m_header, &QHeaderView::sectionResized, this, [this] { takeOverShares(); });
+    connect(&model, &PluginTableModel::stateChanged, m_delegate, &PluginTableDelegate::animateSwitch);
+    connect(m_delegate, &PluginTableDelegate::needsRepaint, viewport(), qOverload<>(&QWidget::update));
+    connect(m_delegate, &PluginTableDelegate::linkActivated, this, &PluginTableView::linkActivated);
+}
+
+bool PluginTableView::showsLastRow() const
+{
+    const int last = m_model.rowCount() - 1;
+    return last >= 0 && rowViewportPosition(last) < viewport()->height();
+}
+
+void PluginTableView::keyPressEvent(QKeyEvent* event)
+{
+    showKeyboardFocus(true);
+    if (actOnCurrentRow(*event) || moveCurrentRow(*event))
+        return;
+    const QScopedValueRollback goesByCells(m_goesByCells, true);
+    QTableView::keyPressEvent(event);
+}
+
+bool PluginTableView::actOnCurrentRow(const QKeyEvent& event)
+{
+    const QModelIndex current = currentIndex();
+    switch (event.key()) {
+    case Qt::Key_Space:
+        // A key that is held down must not move files to and fro.
+        if (!current.isValid() || event.isAutoRepeat())
+            return true;
+        if (event.modifiers() & (Qt::ShiftModifier | Qt::ControlModifier)) {
+            selectionModel()->select(current, QItemSelectionModel::Toggle | QItemSelectionModel::Rows);
+        } else {
+            const QModelIndex status = current.siblingAtColumn(static_cast<int>(PluginColumn::status));
+            const bool isOn = status.data(Qt::CheckStateRole).toInt() == Qt::Checked;
+            m_model.setData(status, isOn ? Qt::Unchecked : Qt::Checked, Qt::CheckStateRole);
+        }
+        return true;
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        if (!event.isAutoRepeat() && current.column() == static_cast<int>(PluginColumn::manufacturer) &&
+            !current.data(PluginTableModel::IsFadedRole).toBool())
+            Q_EMIT linkActivated(current);
+        return true;
+    case Qt::Key_F10:
+        if (!(event.modifiers() & Qt::ShiftModifier))
+            return false;
+        Q_EMIT customContextMenuRequested(visualRect(current).center());
+        return true;
+    default:
+        return false;
+    }
+}
+
+bool PluginTableView::moveCurrentRow(const QKeyEvent& event)
+{
+    if (event.key() != Qt::Key_Up && event.key() != Qt::Key_Down)
+        return false;
+    const bool isUp = event.key() == Qt::Key_Up;
+    const int last = m_model.rowCount() - 1;
+    const int row = currentIndex().row();
+    if (event.modifiers() & Qt::ControlModifier) {
+        goToRow(isUp ? 0 : last, event.modifiers());
+        return true;
+    }
+    if (event.modifiers() & Qt::AltModifier) {
+        // Goes along the rows and marks none.
+        if (last >= 0) {
+            const int target = std::clamp(m_isCurrentFromFocus ? row : row + (isUp ? -1 : 1), 0, last);
+            m_isCurrentFromFocus = false;
+            selectionModel()->setCurrentIndex(m_model.index(target, std::max(0, currentIndex().column())),
+                                              QItemSelectionModel::NoUpdate);
+        }
+        return true;
+    }
+    if (m_isCurrentFromFocus) {
+        // The first key picks the row that bears the ring, or that one could not be picked alone.
+        goToRow(row, Qt::NoModifier);
+        return true;
+    }
+    return false;
+}
+
+void PluginTableView::goToRow(int row, Qt::KeyboardModifiers modifiers)
+{
+    if (row < 0)
+        return;
+    m_isCurrentFromFocus = false;
+    const QModelIndex target = m_model.index(row, std::max(0, currentIndex().column()));
+    if ((modifiers & Qt::ShiftModifier) && currentIndex().isValid()) {
+        const QItemSelection span(m_model.index(std::min(row, currentIndex().row()), 0),
+                                  m_model.index(std::max(row, currentIndex().row()), kPluginColumnCount - 1));
+        selectionModel()->select(span, QItemSelectionModel::Select);
+        selectionModel()->setCurrentIndex(target, QItemSelectionModel::NoUpdate);
+    } else {
+        // Not setCurrentIndex() of the view: it would look at the Control key that is held and toggle the mark.
+        selectionModel()->setCurrentIndex(target,
+                                          QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+    }
+    scrollTo(target);
+}
+
+void PluginTableView::scrollTo(const QModelIndex& index, ScrollHint hint)
+{
+    const int left = horizontalScrollBar()->value();
+    QTableView::scrollTo(index, hint);
+    // Rows are brought into sight, cells only for keys that go by cells: a click moves no table sideways.
+    if (!m_goesByCells)
+        horizontalScrollBar()->setValue(left);
+}
+
+void PluginTableView::keepACurrentRow()
+{
+    if (!hasFocus() || currentIndex().isValid() || m_model.rowCount() == 0)
+        return;
+    selectionModel()->setCurrentIndex(m_model.index(0, 0), QItemSelectionModel::NoUpdate);
+    m_isCurrentFromFocus = true;
+}
+
+void PluginTableView::startOver()
+{
+    // The view keeps its place across a reload; a reset is meant to lose it.
+    selectionModel()->clearCurrentIndex();
+    verticalScrollBar()->setValue(0);
+    horizontalScrollBar()->setValue(0);
+}
+
+void PluginTableView::showKeyboardFocus(bool shows)
+{
+    if (m_delegate->showsFocus() == shows)
+        return;
+    m_delegate->setShowsFocus(shows);
+    viewport()->update();
+}
+
+void PluginTableView::focusInEvent(QFocusEvent* event)
+{
+    const bool hadCurrent = currentIndex().isValid();
+    QTableView::focusInEvent(event);
+    m_isCurrentFromFocus = !hadCurrent && currentIndex().isValid();
+    showKeyboardFocus(event->reason() != Qt::MouseFocusReason);
+    viewport()->update();
+}
+
+void PluginTableView::focusOutEvent(QFocusEvent* event)
+{
+    QTableView::focusOutEvent(event);
+    viewport()->update();
+}
+
+void PluginTableView::currentChanged(const QModelIndex& current, const QModelIndex& previous)
+{
+    QTableView::currentChanged(current, previous);
+    m_isCurrentFromFocus = false;
+    viewport()->update(); // the mark of the current row runs through all its cells
+}
+
+void PluginTableView::mousePressEvent(QMouseEvent* event)
+{
+    showKeyboardFocus(false);
+    m_isCurrentFromFocus = false;
+    QTableView::mousePressEvent(event);
+}
+
+void PluginTableView::mouseDoubleClickEvent(QMouseEvent* event)
+{
+    // Two quick clicks on a switch are two clicks.
+    mousePressEvent(event);
+}
+
+void PluginTableView::followPointer(const QPoint& position)
+{
+    const QModelIndex index = indexAt(position);
+    const bool isOnLink =
+        index.isValid() && m_delegate->linkRect(visualRect(index), index, font()).contains(position);
+    hoverLink(isOnLink ? index : QModelIndex());
+}
+
+void PluginTableView::hoverLink(const QModelIndex& index)
+{
+    if (m_hovered == index)
+        return;
+    m_hovered = index;
+    m_delegate->setHoveredLink(index);
+    viewport()->setCursor(index.isValid() ? Qt::PointingHandCursor : Qt::ArrowCursor);
+    viewport()->update();
+}
+
+void PluginTableView::mouseMoveEvent(QMouseEvent* event)
+{
+    followPointer(event->position().toPoint());
+    QTableView::mouseMoveEvent(event);
+}
+
+void PluginTableView::leaveEvent(QEvent* event)
+{
+    hoverLink({});
+    QTableView::leaveEvent(event);
+}
+
+void PluginTableView::showModelColumns()
+{
+    m_isLayingOut = true;
+    for (const PluginColumn column : {PluginColumn::version, PluginColumn::lastUsed})
+        setColumnHidden(static_cast<int>(column), m_model.isPreview());
+    layoutColumns();
+}
+
+int PluginTableView::leastWidth(int column) const
+{
+    return std::max(m_header->leastWidth(column),
+                    m_delegate->leastWidth(static_cast<PluginColumn>(column), font()));
+}
+
+void PluginTableView::layoutColumns()
+{
+    m_isLayingOut = true;
+    const int count =
+        1 + static_cast<int>(m_model.isPreview() ? PluginColumn::format : PluginColumn::lastUsed);
+    std::array<int, kPluginColumnCount> least{};
+    for (int column = 0; column < count; ++column)
+        least[static_cast<std::size_t>(column)] = leastWidth(column);
+    // A window that is too narrow for that scrolls sideways.
+    const int width = std::max(viewport()->width(), std::accumulate(least.begin(), least.end(), 0));
+    std::array<int, kPluginColumnCount> widths{};
+    int spare = width;
+    for (std::size_t column = 0; column < least.size(); ++column) {
+        widths[column] = std::max(least[column], static_cast<int>(width * shares()[column]));
+        spare -= widths[column];
+    }
+    // What a column got beyond its share is taken from the two that hold long texts; what is left over is theirs.
+    auto& name = widths[static_cast<std::size_t>(PluginColumn::name)];
+    auto& maker = widths[static_cast<std::size_t>(PluginColumn::manufacturer)];
+    const int leastMaker = least[static_cast<std::size_t>(PluginColumn::manufacturer)];
+    const int forMaker = std::max(leastMaker - maker, spare * 2 / 5);
+    maker += forMaker;
+    name += spare - forMaker;
+    for (int column = 0; column < count; ++column)
+        m_header->resizeSection(column, widths[static_cast<std::size_t>(column)]);
+    m_isLayingOut = false;
+}
+
+void PluginTableView::takeOverShares()
+{
+    if (m_isLayingOut || m_header->length() <= 0)
+        return;
+    for (int column = 0; column < kPluginColumnCount; ++column)
+        shares()[static_cast<std::size_t>(column)] =
+            double(m_header->sectionSize(column)) / m_header->length();
+}
+
+void PluginTableView::resizeEvent(QResizeEvent* event)
+{
+    QTableView::resizeEvent(event);
+    // What comes up in the window, as the bulk pane does, must not cover the row that has just been picked. A window
+    // that its user makes smaller may.
+    const QSize windowSize = window()->size();
+    if (windowSize == m_windowSize)
+        keepCurrentRowInSight(event->oldSize().height(), event->size().height());
+    m_windowSize = windowSize;
+    if (event->size().width() != event->oldSize().width())
+        layoutColumns();
+    Q_EMIT viewportChanged();
+}
+
+void PluginTableView::keepCurrentRowInSight(int oldHeight, int newHeight)
+{
+    const int current = currentIndex().isValid() ? rowViewportPosition(currentIndex().row()) : -1;
+    if (current >= 0 && current < oldHeight && current + rowHeight(0) > newHeight)
+        scrollTo(currentIndex());
+}
+
+void PluginTableView::scrollContentsBy(int dx, int dy)
+{
+    QTableView::scrollContentsBy(dx, dy);
+    if (viewport()->underMouse())
+        followPointer(viewport()->mapFromGlobal(QCursor::pos()));
+    Q_EMIT viewportChanged();
+}
+
+} // namespace orvanlite

@@ -1,0 +1,177 @@
+#include "shell/table/PreviewStrip.h"
+
+#include "operations/PluginManagerViewModel.h"
+#include "shell/toolkit/AppTheme.h"
+#include "shell/toolkit/ElidedLabel.h"
+#include "shell/toolkit/Icons.h"
+#include "shell/toolkit/PressButton.h"
+#include "shell/toolkit/TintedLabel.h"
+#include "shell/toolkit/ViewUpdater.h"
+
+#include <QAbstractButton>
+#include <QButtonGroup>
+#include <QHBoxLayout>
+#include <QPainter>
+
+#include <array>
+#include <utility>
+
+namespace orvanlite {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int kPaddingX = 16;
+constexpr int kPaddingTop = 8;
+constexpr int kRowGap = 4;
+constexpr int kPaddingBottom = 8;
+constexpr int kSpacing = 8;
+constexpr int kEyeSize = 15;
+
+constexpr int kTabPaddingX = 12;
+constexpr int kTabPaddingY = 5;
+constexpr int kTabSpacing = 5;
+constexpr int kTabIconSize = 14;
+constexpr double kTabRadius = 6;
+
+struct Slice {
+    QString value; ///< of the view model's `profileViewFilter`
+    QString label;
+    QString iconKey;
+    QColor (*colour)(const QPalette&);
+};
+
+const std::array<Slice, 4>& slices()
+{
+    static const std::array<Slice, 4> all{
+        Slice{u"changes"_s, u"Changes"_s, u"arrow.triangle.2.circlepath"_s, &AppTheme::orange},
+        Slice{u"enabled"_s, u"Enabled"_s, u"checkmark.circle"_s, &AppTheme::green},
+        Slice{u"disabled"_s, u"Disabled"_s, u"xmark.circle"_s, &AppTheme::red},
+        Slice{u"all"_s, u"All"_s, u"list.bullet"_s, [](const QPalette&) { return AppTheme::accentBlue(); }}};
+    return all;
+}
+
+QFont demiBold(QFont font)
+{
+    font.setWeight(QFont::DemiBold);
+    return font;
+}
+
+/// One slice of the preview: semibold on a ground of its colour while it is shown.
+class PreviewTab final : public QAbstractButton {
+public:
+    PreviewTab(const Slice& slice, QWidget* parent)
+        : QAbstractButton(parent)
+        , m_slice(slice)
+    {
+        setText(slice.label);
+        setObjectName(u"previewTab"_s + slice.label);
+        setCheckable(true);
+        setFocusPolicy(Qt::StrongFocus);
+        setAttribute(Qt::WA_Hover);
+        setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    }
+
+    [[nodiscard]] QSize sizeHint() const override
+    {
+        const QFontMetrics metrics(demiBold(font())); // so that no neighbour moves when it is chosen
+        return {metrics.horizontalAdvance(text()) + kTabIconSize + kTabSpacing + 2 * kTabPaddingX,
+                std::max(metrics.height(), kTabIconSize) + 2 * kTabPaddingY};
+    }
+
+protected:
+    void paintEvent(QPaintEvent* /*event*/) override
+    {
+        QPainter painter(this);
+        painter.setRenderHint(QPainter::Antialiasing);
+        const QColor colour = m_slice.colour(palette());
+        const QRectF bounds = QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5);
+        if (isChecked() || underMouse()) {
+            painter.setPen(isChecked() ? QPen(AppTheme::withOpacity(colour, 0.4), 1) : QPen(Qt::NoPen));
+            painter.setBrush(AppTheme::withOpacity(colour, isChecked() ? 0.2 : isDown() ? 0.14 : 0.08));
+            painter.drawRoundedRect(bounds, kTabRadius, kTabRadius);
+        }
+        const QColor ink = AppTheme::legible(colour, palette());
+        const QRectF icon(kTabPaddingX, (height() - kTabIconSize) / 2.0, kTabIconSize, kTabIconSize);
+        drawIcon(painter, icon, m_slice.iconKey, ink);
+        painter.setFont(isChecked() ? demiBold(font()) : font());
+        painter.setPen(isChecked() ? ink : AppTheme::primary(palette()));
+        painter.drawText(QRectF(rect()).adjusted(icon.right() + kTabSpacing, 0, 0, 0),
+                         Qt::AlignLeft | Qt::AlignVCenter, text());
+        if (hasFocus()) {
+            painter.setPen(QPen(AppTheme::accent(palette()), 2));
+            painter.setBrush(Qt::NoBrush);
+            painter.drawRoundedRect(bounds.adjusted(0.5, 0.5, -0.5, -0.5), kTabRadius, kTabRadius);
+        }
+    }
+
+private:
+    const Slice& m_slice;
+};
+
+} // namespace
+
+PreviewStrip::PreviewStrip(PluginManagerViewModel& viewModel, bool reducesMotion, QWidget* parent)
+    : QWidget(parent)
+    , m_viewModel(viewModel)
+    , m_title(new ElidedLabel({}, this))
+    , m_close(new PressButton(u"Close Preview"_s, u"xmark.circle.fill"_s, PressButton::Ground::none, this))
+    , m_tabs(new QButtonGroup(this))
+    , m_updates(new ViewUpdater([this] { render(); }, this))
+{
+    setObjectName(u"previewStrip"_s);
+    auto* eye = new TintedLabel(
+        {}, [](const QPalette& colours) { return AppTheme::legible(AppTheme::accentBlue(), colours); }, this);
+    eye->setIcon(u"eye.fill"_s, kEyeSize);
+    m_title->setObjectName(u"previewTitle"_s);
+    m_title->setFont(AppTheme::scaled(m_title->font(), AppTheme::kCaption));
+    m_close->setObjectName(u"closePreviewButton"_s);
+    m_close->setTextColour(&AppTheme::secondary);
+    m_close->setReducesMotion(reducesMotion);
+    connect(m_close, &QAbstractButton::clicked, this, [this] { m_viewModel.closeProfilePreview(); });
+
+    auto* firstRow = new QHBoxLayout;
+    firstRow->setSpacing(kSpacing);
+    firstRow->addWidget(eye);
+    firstRow->addWidget(m_title, 1);
+    firstRow->addWidget(m_close);
+    auto* secondRow = new QHBoxLayout;
+    secondRow->setSpacing(kSpacing);
+    for (const Slice& slice : slices()) {
+        auto* tab = new PreviewTab(slice, this);
+        m_tabs->addButton(tab);
+        secondRow->addWidget(tab);
+        connect(tab, &QAbstractButton::clicked, this,
+                [this, &slice] { m_viewModel.profileViewFilter = slice.value; });
+    }
+    secondRow->addStretch(1);
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins(kPaddingX, kPaddingTop, kPaddingX, kPaddingBottom);
+    column->setSpacing(kRowGap);
+    column->addLayout(firstRow);
+    column->addLayout(secondRow);
+
+    m_updates->watch(viewModel.activeProfile, viewModel.profileViewFilter);
+    render();
+}
+
+void PreviewStrip::render()
+{
+    const auto& profile = *m_viewModel.activeProfile;
+    m_title->setText(profile ? u"Previewing profile: \"%1\""_s.arg(profile->name) : QString());
+    const QList<QAbstractButton*> tabs = m_tabs->buttons();
+    for (std::size_t i = 0; i < slices().size(); ++i) {
+        if (slices()[i].value == *m_viewModel.profileViewFilter)
+            tabs[static_cast<qsizetype>(i)]->setChecked(true);
+    }
+}
+
+void PreviewStrip::paintEvent(QPaintEvent* /*event*/)
+{
+    QPainter painter(this);
+    painter.fillRect(
+        rect(), AppTheme::withOpacity(AppTheme::accentBlue(), AppTheme::isDark(palette()) ? 0.22 : 0.16));
+}
+
+} // namespace orvanlite

@@ -1,0 +1,99 @@
+#include "shell/table/SearchBar.h"
+
+#include "shell/toolkit/AppTheme.h"
+#include "shell/toolkit/Icons.h"
+#include "shell/toolkit/PressButton.h"
+#include "shell/toolkit/ViewUpdater.h"
+
+#include <QEvent>
+#include <QHBoxLayout>
+#include <QLineEdit>
+#include <QPainter>
+#include <QSignalBlocker>
+
+namespace orvanlite {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int kIconSlot = 20;
+constexpr int kIconSize = 16;
+constexpr int kPaddingX = 16;
+constexpr int kPaddingY = 12;
+constexpr int kSpacing = 12;
+constexpr double kCornerRadius = 10;
+
+} // namespace
+
+SearchBar::SearchBar(Observable<QString>& searchText, QWidget* parent)
+    : QWidget(parent)
+    , m_searchText(searchText)
+    , m_field(new QLineEdit(this))
+    , m_clear(new PressButton(u"Clear"_s, {}, PressButton::Ground::none, this))
+    , m_updates(new ViewUpdater([this] { render(); }, this))
+{
+    setObjectName(u"searchBar"_s);
+    m_field->setObjectName(u"searchField"_s);
+    m_field->setAccessibleName(u"Search plugins"_s);
+    m_field->setPlaceholderText(u"Search plugins..."_s);
+    m_field->setFrame(false);
+    // Only this one colour is the field's own: all others go on following the application's palette.
+    QPalette seeThrough;
+    seeThrough.setBrush(QPalette::Base, Qt::transparent);
+    m_field->setPalette(seeThrough);
+    m_field->installEventFilter(this);
+    m_clear->setObjectName(u"clearSearchButton"_s);
+    m_clear->setAccessibleName(u"Clear search"_s);
+    m_clear->setFont(AppTheme::scaled(m_clear->font(), AppTheme::kCaption));
+
+    auto* row = new QHBoxLayout(this);
+    row->setContentsMargins(kPaddingX + kIconSlot + kSpacing, kPaddingY, kPaddingX, kPaddingY);
+    row->setSpacing(kSpacing);
+    row->addWidget(m_field, 1);
+    row->addWidget(m_clear);
+    // The button is higher than the text: it must not make the field grow when it comes.
+    m_clear->setFixedHeight(m_field->sizeHint().height());
+
+    connect(m_field, &QLineEdit::textEdited, this, [this](const QString& text) { m_searchText = text; });
+    connect(m_clear, &QAbstractButton::clicked, this, [this] {
+        m_searchText = QString();
+        m_field->setFocus();
+    });
+    m_updates->watch(m_searchText);
+    render();
+}
+
+void SearchBar::render()
+{
+    if (m_field->text() != *m_searchText) {
+        const QSignalBlocker quiet(m_field);
+        m_field->setText(*m_searchText);
+    }
+    m_clear->setVisible(!m_searchText->isEmpty());
+}
+
+QSize SearchBar::minimumSizeHint() const { return {220, QWidget::minimumSizeHint().height()}; }
+
+bool SearchBar::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut)
+        update();
+    return QWidget::eventFilter(watched, event);
+}
+
+void SearchBar::paintEvent(QPaintEvent* /*event*/)
+{
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    liquidGlassCard(painter, rect(), kCornerRadius, palette());
+    if (m_field->hasFocus()) {
+        painter.setPen(QPen(AppTheme::withOpacity(AppTheme::accent(palette()), 0.7), 2));
+        painter.drawRoundedRect(QRectF(rect()).adjusted(1, 1, -1, -1), kCornerRadius, kCornerRadius);
+    }
+    const QRectF icon(kPaddingX + (kIconSlot - kIconSize) / 2.0, (height() - kIconSize) / 2.0, kIconSize,
+                      kIconSize);
+    drawIcon(painter, icon, u"magnifyingglass"_s, AppTheme::secondary(palette()));
+}
+
+} // namespace orvanlite

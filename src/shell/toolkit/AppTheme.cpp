@@ -1,0 +1,196 @@
+#include "shell/toolkit/AppTheme.h"
+
+#include <QPainter>
+
+#include <cmath>
+
+namespace orvanlite {
+
+namespace AppTheme {
+
+namespace {
+
+/// How strongly a tint may colour the ground under text of its own colour.
+constexpr double kStrongestTint = 0.28;
+constexpr double kLegibleContrast = 4.5;
+
+/// Source: WCAG 2.1, relative luminance.
+double luminance(const QColor& colour)
+{
+    const auto linear = [](double part) {
+        return part <= 0.04045 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
+    };
+    return 0.2126 * linear(colour.redF()) + 0.7152 * linear(colour.greenF()) +
+           0.0722 * linear(colour.blueF());
+}
+
+QColor mixed(const QColor& from, const QColor& to, double share)
+{
+    const auto part = [share](double f, double t) { return static_cast<float>(f + share * (t - f)); };
+    return QColor::fromRgbF(part(from.redF(), to.redF()), part(from.greenF(), to.greenF()),
+                            part(from.blueF(), to.blueF()));
+}
+
+} // namespace
+
+QColor withOpacity(QColor colour, double opacity)
+{
+    colour.setAlphaF(static_cast<float>(colour.alphaF() * opacity));
+    return colour;
+}
+
+bool isDark(const QPalette& palette) { return palette.color(QPalette::Window).lightnessF() < 0.5F; }
+
+QColor primary(const QPalette& palette) { return palette.color(QPalette::Active, QPalette::WindowText); }
+
+QColor secondary(const QPalette& palette)
+{
+    return withOpacity(primary(palette), isDark(palette) ? 0.64 : 0.68);
+}
+
+QColor accent(const QPalette& palette) { return palette.color(QPalette::Active, QPalette::Highlight); }
+
+QColor bgSurface(const QPalette& palette) { return withOpacity(primary(palette), 0.03); }
+
+QColor glassBg(const QPalette& palette) { return withOpacity(primary(palette), 0.08); }
+
+QColor glassBorder(const QPalette& palette) { return withOpacity(primary(palette), 0.15); }
+
+QColor glassGlow(const QPalette& palette) { return withOpacity(primary(palette), 0.05); }
+
+QColor glassShadow() { return withOpacity(Qt::black, 0.3); }
+
+QColor textPrimary(const QPalette& palette) { return primary(palette); }
+
+QColor textSecondary(const QPalette& palette) { return secondary(palette); }
+
+QColor textTertiary(const QPalette& palette) { return withOpacity(primary(palette), 0.6); }
+
+QColor separator(const QPalette& palette) { return withOpacity(primary(palette), 0.12); }
+
+QColor accentPurple() { return QColor::fromRgbF(0.6F, 0.4F, 0.9F); }
+
+QColor accentBlue() { return QColor::fromRgbF(0.4F, 0.6F, 1.0F); }
+
+QColor accentPink() { return QColor::fromRgbF(0.8F, 0.4F, 0.7F); }
+
+QColor statusEnabled() { return QColor::fromRgbF(0.4F, 0.9F, 0.6F); }
+
+QColor statusDisabled() { return QColor::fromRgbF(0.9F, 0.4F, 0.4F); }
+
+QColor switchOn() { return QColor(52, 199, 89); }
+
+QColor actionText() { return QColor(221, 72, 116); }
+
+QColor green(const QPalette& palette) { return isDark(palette) ? QColor(48, 209, 88) : QColor(40, 167, 69); }
+
+QColor orange(const QPalette& palette)
+{
+    return isDark(palette) ? QColor(255, 159, 10) : QColor(235, 125, 0);
+}
+
+QColor red(const QPalette& palette) { return isDark(palette) ? QColor(255, 95, 86) : QColor(224, 49, 49); }
+
+QColor blue(const QPalette& palette) { return isDark(palette) ? QColor(64, 156, 255) : QColor(0, 112, 230); }
+
+QColor gray(const QPalette& palette)
+{
+    return isDark(palette) ? QColor(152, 152, 157) : QColor(130, 130, 136);
+}
+
+QColor legible(const QColor& colour, const QPalette& palette)
+{
+    const QColor end = isDark(palette) ? Qt::white : Qt::black;
+    // Cards lie on the window's own shade: together a tenth of the way to its text.
+    const QColor card = mixed(palette.color(QPalette::Active, QPalette::Window), primary(palette), 0.1);
+    const double ground = luminance(mixed(card, colour, kStrongestTint)) + 0.05;
+    for (double share = 0; share < 1; share += 0.05) {
+        const QColor text = mixed(colour, end, share);
+        const double ink = luminance(text) + 0.05;
+        if (std::max(ground, ink) / std::min(ground, ink) >= kLegibleContrast)
+            return text;
+    }
+    return end;
+}
+
+QColor groundForWhite(const QColor& colour, double opacity)
+{
+    for (double share = 0; share < 1; share += 0.05) {
+        const QColor ground = mixed(colour, Qt::black, share);
+        const double ink = luminance(mixed(ground, Qt::white, opacity)) + 0.05;
+        if (ink / (luminance(ground) + 0.05) >= kLegibleContrast)
+            return ground;
+    }
+    return Qt::black;
+}
+
+QFont scaled(QFont font, double factor)
+{
+    font.setPointSizeF(font.pointSizeF() * factor);
+    return font;
+}
+
+QColor defaultAccent(bool dark) { return dark ? QColor(10, 132, 255) : QColor(0, 122, 255); }
+
+QPalette palette(bool dark, const QColor& accent)
+{
+    const QColor window = dark ? QColor(30, 30, 33) : QColor(252, 252, 253);
+    const QColor base = dark ? QColor(24, 24, 27) : QColor(255, 255, 255);
+    const QColor alternate = dark ? QColor(34, 34, 38) : QColor(248, 248, 250);
+    const QColor text = dark ? QColor(242, 242, 245) : QColor(28, 28, 32);
+    const QColor button = dark ? QColor(52, 52, 57) : QColor(255, 255, 255);
+    const QColor faded = withOpacity(text, 0.4);
+
+    QPalette made(text, button, button.lighter(dark ? 130 : 105), window.darker(dark ? 160 : 130),
+                  window.darker(115), text, Qt::white, base, window);
+    made.setColor(QPalette::AlternateBase, alternate);
+    made.setColor(QPalette::Mid, dark ? window.lighter(200) : window.darker(118)); // dividers
+    made.setColor(QPalette::Highlight, accent);
+    made.setColor(QPalette::HighlightedText, Qt::white);
+    made.setColor(QPalette::PlaceholderText, withOpacity(text, dark ? 0.64 : 0.68));
+    made.setColor(QPalette::ToolTipBase, button);
+    made.setColor(QPalette::ToolTipText, text);
+    made.setColor(QPalette::Link, accent);
+    for (const QPalette::ColorRole role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+        made.setColor(QPalette::Disabled, role, faded);
+    return made;
+}
+
+} // namespace AppTheme
+
+namespace {
+
+void fillSurface(QPainter& painter, const QRectF& rect, double cornerRadius, const QColor& fill,
+                 const QColor& border)
+{
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(border, 1));
+    painter.setBrush(fill);
+    painter.drawRoundedRect(rect.adjusted(0.5, 0.5, -0.5, -0.5), cornerRadius, cornerRadius);
+    painter.restore();
+}
+
+} // namespace
+
+void liquidGlassCard(QPainter& painter, const QRectF& rect, double cornerRadius, const QPalette& palette)
+{
+    fillSurface(painter, rect, cornerRadius, AppTheme::glassGlow(palette), AppTheme::glassBorder(palette));
+}
+
+void liquidGlassTinted(QPainter& painter, const QRectF& rect, const QColor& tint, double cornerRadius,
+                       const QPalette& palette)
+{
+    const double strength = AppTheme::isDark(palette) ? 0.28 : 0.18;
+    fillSurface(painter, rect, cornerRadius, AppTheme::withOpacity(tint, strength),
+                AppTheme::withOpacity(tint, 0.4));
+}
+
+void liquidGlassConditional(QPainter& painter, const QRectF& rect, bool isActive, const QColor& tint,
+                            double cornerRadius, const QPalette& palette)
+{
+    if (isActive)
+        liquidGlassTinted(painter, rect, tint, cornerRadius, palette);
+}
+
+} // namespace orvanlite

@@ -1,0 +1,313 @@
+#include "shell/toolkit/Banner.h"
+
+#include "platform/Appearance.h"
+#include "shell/toolkit/Announce.h"
+#include "shell/toolkit/AppTheme.h"
+#include "shell/toolkit/ElidedLabel.h"
+#include "shell/toolkit/Icons.h"
+#include "shell/toolkit/TintedLabel.h"
+
+#include <QAbstractButton>
+#include <QEvent>
+#include <QGraphicsOpacityEffect>
+#include <QPainter>
+#include <QVariantAnimation>
+
+#include <algorithm>
+
+namespace orvanlite {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int kSpacing = 10;
+constexpr int kPaddingX = 16;
+constexpr int kPaddingY = 10;
+constexpr int kIconSize = 22;
+constexpr int kPillPaddingX = 12;
+constexpr int kPillPaddingY = 5;
+constexpr int kRing = 3; ///< room around the pill for the focus
+constexpr int kCrossSize = 12;
+constexpr int kCrossPadding = 6;
+constexpr int kRoomyTitle = 24; ///< characters; with less room the button goes below
+constexpr int kSlideMilliseconds = 300;
+constexpr double kSmall = 0.88;
+constexpr double kNotesOpacity = 0.8;
+constexpr double kCrossOpacity = 0.7;
+
+QFont small(QFont font)
+{
+    font.setPointSizeF(font.pointSizeF() * kSmall);
+    return font;
+}
+
+QFont semibold(QFont font)
+{
+    font.setWeight(QFont::DemiBold);
+    return font;
+}
+
+/// A white pill with a text.
+class PillButton final : public QAbstractButton {
+public:
+    PillButton(const QString& text, QWidget* parent)
+        : QAbstractButton(parent)
+    {
+        setText(text);
+        setFont(semibold(small(parent->font())));
+        setFocusPolicy(Qt::StrongFocus);
+        setAttribute(Qt::WA_Hover);
+    }
+    [[nodiscard]] QSize sizeHint() const override
+    {
+        const int text = fontMetrics().horizontalAdvance(this->text()) + 1;
+        return {text + 2 * (kPillPaddingX + kRing), fontMetrics().height() + 2 * (kPillPaddingY + kRing)};
+    }
+
+protected:
+    void paintEvent(QPaintEvent* /*event*/) override
+    {
+        QPainter painter(this);
+        painter.setRenderHint(QPainter::Antialiasing);
+        const QRectF pill = QRectF(rect()).adjusted(kRing, kRing, -kRing, -kRing);
+        painter.setPen(Qt::NoPen);
+        if (underMouse() && !isDown()) {
+            painter.setBrush(AppTheme::withOpacity(Qt::white, 0.35));
+            painter.drawRoundedRect(pill.adjusted(-2, -2, 2, 2), pill.height() / 2 + 2,
+                                    pill.height() / 2 + 2);
+        }
+        painter.setBrush(QColor(Qt::white));
+        painter.drawRoundedRect(pill, pill.height() / 2, pill.height() / 2);
+        painter.setPen(isDown() ? AppTheme::actionText().darker(140) : AppTheme::actionText());
+        painter.drawText(rect(), int(Qt::AlignCenter) | Qt::TextShowMnemonic, text());
+        if (hasFocus()) {
+            painter.setPen(QPen(Qt::white, 1.5));
+            painter.setBrush(Qt::NoBrush);
+            const QRectF ring = QRectF(rect()).adjusted(0.75, 0.75, -0.75, -0.75);
+            painter.drawRoundedRect(ring, ring.height() / 2, ring.height() / 2);
+        }
+    }
+};
+
+/// A bare white cross.
+class CrossButton final : public QAbstractButton {
+public:
+    CrossButton(const QString& tip, QWidget* parent)
+        : QAbstractButton(parent)
+    {
+        setToolTip(tip);
+        setAccessibleName(u"Dismiss"_s);
+        setAccessibleDescription(tip);
+        setFocusPolicy(Qt::StrongFocus);
+        setAttribute(Qt::WA_Hover);
+    }
+    [[nodiscard]] QSize sizeHint() const override
+    {
+        const int side = std::max(kCrossSize, fontMetrics().ascent()) + 2 * kCrossPadding;
+        return {side, side};
+    }
+
+protected:
+    void paintEvent(QPaintEvent* /*event*/) override
+    {
+        QPainter painter(this);
+        painter.setRenderHint(QPainter::Antialiasing);
+        const QRectF bounds = rect();
+        if (underMouse() || isDown()) {
+            painter.setPen(Qt::NoPen);
+            painter.setBrush(AppTheme::withOpacity(Qt::white, isDown() ? 0.3 : 0.16));
+            painter.drawEllipse(bounds);
+        }
+        drawIcon(painter, bounds.adjusted(kCrossPadding, kCrossPadding, -kCrossPadding, -kCrossPadding),
+                 u"xmark"_s, AppTheme::withOpacity(Qt::white, underMouse() ? 1 : kCrossOpacity));
+        if (hasFocus()) {
+            painter.setPen(QPen(Qt::white, 1.5));
+            painter.setBrush(Qt::NoBrush);
+            painter.drawEllipse(bounds.adjusted(1, 1, -1, -1));
+        }
+    }
+};
+
+} // namespace
+
+Banner::Banner(const Look& look, const platform::Appearance& appearance, QWidget* parent)
+    : QWidget(parent)
+    , m_tint(look.tint)
+    , m_appearance(appearance)
+    , m_slide(new QVariantAnimation(this))
+{
+    setObjectName(look.objectName);
+    const auto white = [](const QPalette&) { return QColor(Qt::white); };
+    auto* icon = new TintedLabel({}, white, this);
+    icon->setIcon(look.iconKey, kIconSize);
+    m_icon = icon;
+    m_title = new TintedLabel({}, white, this);
+    m_title->setObjectName(look.objectName + u"Title"_s);
+    m_title->setTextFormat(Qt::PlainText);
+    m_title->setWordWrap(true);
+    m_title->setFont(semibold(font()));
+    m_notes = new ElidedLabel({}, this);
+    m_notes->setObjectName(look.objectName + u"Notes"_s);
+    m_notes->setFont(small(font()));
+    QPalette faint;
+    faint.setColor(QPalette::WindowText, AppTheme::withOpacity(Qt::white, kNotesOpacity));
+    m_notes->setPalette(faint);
+    m_notes->hide();
+    m_action = new PillButton(look.action, this);
+    m_action->setObjectName(look.objectName + u"Button"_s);
+    m_dismiss = new CrossButton(look.dismissTip, this);
+    m_dismiss->setObjectName(look.objectName + u"Dismiss"_s);
+    for (const auto& [button, clicked] :
+         {std::pair(m_action, &Banner::actionClicked), std::pair(m_dismiss, &Banner::dismissClicked)}) {
+        connect(button, &QAbstractButton::clicked, this, [this, signal = clicked] {
+            if (m_isShown)
+                Q_EMIT(this->*signal)();
+        });
+    }
+    QSizePolicy policy(QSizePolicy::Preferred, QSizePolicy::Preferred);
+    policy.setHeightForWidth(true);
+    setSizePolicy(policy);
+    m_slide->setDuration(kSlideMilliseconds);
+    m_slide->setEasingCurve(QEasingCurve::InOutQuad);
+    connect(m_slide, &QVariantAnimation::valueChanged, this,
+            [this](const QVariant& value) { setProgress(value.toDouble()); });
+    connect(m_slide, &QVariantAnimation::finished, this, [this] { setVisible(m_isShown); });
+    hide();
+}
+
+void Banner::setTexts(const QString& title, const QString& notes)
+{
+    const QString line = notes.simplified(); // one line, whatever comes
+    m_title->setText(title);
+    m_notes->setText(line);
+    m_notes->setVisible(!line.isEmpty());
+    setAccessibleName(line.isEmpty() ? title : title + u". "_s + line);
+    updateGeometry();
+    place();
+    update();
+}
+
+void Banner::setShown(bool isShown)
+{
+    if (m_isShown == isShown)
+        return;
+    m_isShown = isShown;
+    m_slide->stop();
+    if (m_appearance.reducesMotion() || !window()->isVisible()) {
+        setProgress(isShown ? 1 : 0);
+        setVisible(isShown);
+    } else {
+        m_slide->setStartValue(m_progress);
+        m_slide->setEndValue(isShown ? 1.0 : 0.0);
+        setProgress(m_progress);
+        setVisible(true);
+        m_slide->start();
+    }
+    if (isShown)
+        announce(this, accessibleName());
+}
+
+void Banner::setProgress(double progress)
+{
+    m_progress = progress;
+    const bool isMoving = progress > 0 && progress < 1;
+    if (isMoving && !graphicsEffect())
+        setGraphicsEffect(new QGraphicsOpacityEffect(this));
+    if (isMoving)
+        static_cast<QGraphicsOpacityEffect*>(graphicsEffect())->setOpacity(progress);
+    else
+        setGraphicsEffect(nullptr);
+    updateGeometry();
+    place();
+}
+
+Banner::Places Banner::arrange(int width) const
+{
+    const QSize action = m_action->sizeHint();
+    const QSize dismiss = m_dismiss->sizeHint();
+    const int textLeft = kPaddingX + kIconSize + kSpacing;
+    const int beforeDismiss = width - kPaddingX - dismiss.width() - kSpacing;
+    const int beforeAction = beforeDismiss - action.width() - kSpacing;
+    const bool isNarrow = beforeAction - textLeft < kRoomyTitle * fontMetrics().averageCharWidth();
+    const int textWidth = std::max(1, (isNarrow ? beforeDismiss : beforeAction) - textLeft);
+    const int titleHeight = m_title->heightForWidth(textWidth);
+    const int notesHeight = m_notes->isHidden() ? 0 : m_notes->sizeHint().height();
+    const int rowHeight = std::max(
+        {kIconSize, titleHeight + notesHeight, dismiss.height(), isNarrow ? 0 : action.height() - 2 * kRing});
+    // In several lines the signs stand beside the first one.
+    const int signsHeight = isNarrow ? std::max(dismiss.height(), kIconSize) : rowHeight;
+    const auto centred = [](int left, QSize size, int height) {
+        return QRect(QPoint(left, kPaddingY + (height - size.height()) / 2), size);
+    };
+    Places places;
+    places.icon = centred(kPaddingX, {kIconSize, kIconSize}, signsHeight);
+    places.title = centred(textLeft, {textWidth, titleHeight + notesHeight}, rowHeight);
+    places.title.setHeight(titleHeight);
+    places.notes = QRect(textLeft, places.title.bottom() + 1, textWidth, notesHeight);
+    places.dismiss = centred(beforeDismiss + kSpacing, dismiss, signsHeight);
+    places.action = isNarrow
+                        ? QRect(QPoint(textLeft - kRing, kPaddingY + rowHeight + kSpacing - kRing), action)
+                        : centred(beforeAction + kSpacing, action, rowHeight);
+    if (isNarrow && places.action.right() > width - kPaddingX)
+        places.action.moveLeft(kPaddingX - kRing);
+    places.height = kPaddingY + rowHeight + kPaddingY;
+    if (isNarrow)
+        places.height += kSpacing + action.height() - 2 * kRing;
+    return places;
+}
+
+void Banner::place()
+{
+    const Places places = arrange(width());
+    // Going, it leaves over the top edge.
+    const int above = height() - places.height;
+    m_icon->setGeometry(places.icon.translated(0, above));
+    m_title->setGeometry(places.title.translated(0, above));
+    m_notes->setGeometry(places.notes.translated(0, above));
+    m_action->setGeometry(places.action.translated(0, above));
+    m_dismiss->setGeometry(places.dismiss.translated(0, above));
+}
+
+int Banner::heightForWidth(int width) const
+{
+    return static_cast<int>(arrange(width).height * m_progress + 0.5);
+}
+
+QSize Banner::sizeHint() const
+{
+    const int wide = 2 * kPaddingX + kIconSize + 3 * kSpacing + m_title->sizeHint().width() +
+                     m_action->sizeHint().width() + m_dismiss->sizeHint().width();
+    return {wide, heightForWidth(wide)};
+}
+
+QSize Banner::minimumSizeHint() const
+{
+    const int texts =
+        kIconSize + 2 * kSpacing + 6 * fontMetrics().averageCharWidth() + m_dismiss->sizeHint().width();
+    return {2 * kPaddingX + std::max(texts, m_action->sizeHint().width()), 0};
+}
+
+bool Banner::event(QEvent* event)
+{
+    if (event->type() == QEvent::LayoutRequest || event->type() == QEvent::FontChange) {
+        updateGeometry();
+        place();
+    }
+    return QWidget::event(event);
+}
+
+void Banner::resizeEvent(QResizeEvent* event)
+{
+    QWidget::resizeEvent(event);
+    place();
+}
+
+void Banner::paintEvent(QPaintEvent* /*event*/)
+{
+    QPainter painter(this);
+    painter.fillRect(rect(),
+                     AppTheme::groundForWhite(m_tint(palette()), m_notes->isHidden() ? 1 : kNotesOpacity));
+}
+
+} // namespace orvanlite

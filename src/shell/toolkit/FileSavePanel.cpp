@@ -1,0 +1,76 @@
+#include "shell/toolkit/FileSavePanel.h"
+
+#include "shell/toolkit/Dialogs.h"
+
+#include <QAbstractButton>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QMessageBox>
+
+#include <utility>
+
+namespace orvanlite {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// A dot inside a name, as in "Mix 1.2", begins no suffix.
+QString withSuffix(const QString& name, const QString& suffix)
+{
+    const QString ending = u'.' + suffix;
+    return name.endsWith(ending, Qt::CaseInsensitive) ? name : name + ending;
+}
+
+} // namespace
+
+FileSavePanel::FileSavePanel(QWidget& context, QString folder)
+    : m_context(context)
+    , m_folder(std::move(folder))
+{}
+
+void FileSavePanel::ask(const SaveRequest& request, std::function<void(const QString& path)> chosen)
+{
+    auto* panel = new QFileDialog(m_context.window(), request.title, m_folder);
+    panel->setObjectName(u"savePanel"_s);
+    panel->setAttribute(Qt::WA_DeleteOnClose);
+    panel->setWindowModality(Qt::WindowModal);
+    panel->setAcceptMode(QFileDialog::AcceptSave);
+    panel->setNameFilter(u"%1 (*.%2)"_s.arg(request.typeName, request.suffix));
+    panel->setDefaultSuffix(request.suffix);
+    QString proposed = request.fileName;
+    proposed.replace(u'/', u'-'); // not a folder
+    panel->selectFile(withSuffix(proposed, request.suffix));
+    // The panel's own question would hold up the event loop.
+    panel->setOption(QFileDialog::DontConfirmOverwrite);
+    QObject::connect(panel, &QFileDialog::fileSelected, &m_context,
+                     [this, request, chosen = std::move(chosen)](const QString& selected) {
+                         const QString path = withSuffix(selected, request.suffix);
+                         m_folder = QFileInfo(path).path();
+                         confirm(path, request, chosen);
+                     });
+    panel->open();
+}
+
+void FileSavePanel::confirm(const QString& path, const SaveRequest& request,
+                            const std::function<void(const QString& path)>& chosen)
+{
+    const QFileInfo file(path);
+    if (!file.exists()) {
+        chosen(path);
+        return;
+    }
+    Question question;
+    question.objectName = u"replaceDialog"_s;
+    question.title = u"Replace “%1”?"_s.arg(file.fileName());
+    question.message = u"A file of that name is there already. Replacing it overwrites what it holds."_s;
+    question.action = u"Replace"_s;
+    question.isDestructive = true;
+    QMessageBox* box = orvanlite::ask(&m_context, question, [path, chosen] { chosen(path); });
+    SaveRequest again = request;
+    again.fileName = file.fileName();
+    QObject::connect(box->button(QMessageBox::Cancel), &QAbstractButton::clicked, &m_context,
+                     [this, again, chosen] { ask(again, chosen); });
+}
+
+} // namespace orvanlite

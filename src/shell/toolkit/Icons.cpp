@@ -1,0 +1,68 @@
+#include "shell/toolkit/Icons.h"
+
+#include <QPainter>
+#include <QPixmapCache>
+#include <QSvgRenderer>
+
+#include <cmath>
+
+/// Registers the icons: in a static library they are not there by themselves. Outside any namespace, as the macro
+/// wants it.
+static void registerIcons() { Q_INIT_RESOURCE(resources); }
+
+namespace orvanlite {
+
+using namespace Qt::StringLiterals;
+
+QPixmap iconPixmap(const QString& key, int size, const QColor& colour, double devicePixelRatio)
+{
+    static const bool isRegistered = (registerIcons(), true);
+    Q_UNUSED(isRegistered)
+    const QString cacheKey =
+        u"orv:%1:%2:%3:%4"_s.arg(key).arg(size).arg(colour.rgba(), 0, 16).arg(devicePixelRatio);
+    QPixmap pixmap;
+    if (QPixmapCache::find(cacheKey, &pixmap))
+        return pixmap;
+    const int pixels = static_cast<int>(std::ceil(size * devicePixelRatio));
+    pixmap = QPixmap(pixels, pixels);
+    pixmap.fill(Qt::transparent);
+    QSvgRenderer renderer(u":/icons/"_s + key + u".svg"_s);
+    QPainter painter(&pixmap);
+    painter.setRenderHint(QPainter::Antialiasing);
+    renderer.render(&painter, QRectF(0, 0, pixels, pixels));
+    painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
+    painter.fillRect(pixmap.rect(), colour);
+    painter.end();
+    pixmap.setDevicePixelRatio(devicePixelRatio);
+    QPixmapCache::insert(cacheKey, pixmap);
+    return pixmap;
+}
+
+void drawIcon(QPainter& painter, const QRectF& rect, const QString& key, const QColor& colour)
+{
+    const int size = static_cast<int>(std::lround(std::min(rect.width(), rect.height())));
+    const QPixmap pixmap = iconPixmap(key, size, colour, painter.device()->devicePixelRatioF());
+    const QPointF corner(rect.center().x() - size / 2.0, rect.center().y() - size / 2.0);
+    painter.drawPixmap(QPointF(std::round(corner.x()), std::round(corner.y())), pixmap);
+}
+
+QString formatIcon(PluginFormat format)
+{
+    switch (format) {
+    case PluginFormat::au:
+        return u"waveform"_s;
+    case PluginFormat::vst3:
+        return u"cube"_s;
+    case PluginFormat::vst2:
+        return u"square"_s;
+    case PluginFormat::aax:
+        return u"hexagon"_s;
+    case PluginFormat::clap:
+        return u"diamond"_s;
+    case PluginFormat::wavesBundle:
+        break;
+    }
+    return u"w.circle"_s;
+}
+
+} // namespace orvanlite

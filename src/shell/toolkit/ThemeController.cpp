@@ -1,0 +1,83 @@
+#include "shell/toolkit/ThemeController.h"
+
+#include "platform/Appearance.h"
+#include "shell/toolkit/AppTheme.h"
+
+#include <QApplication>
+#include <QDialogButtonBox>
+#include <QPainter>
+#include <QProxyStyle>
+#include <QStyleFactory>
+#include <QStyleOption>
+
+namespace orvanlite {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// The plain style with the buttons of dialogs as our own sheets have them.
+class ApplicationStyle final : public QProxyStyle {
+public:
+    ApplicationStyle()
+        : QProxyStyle(QStyleFactory::create(u"Fusion"_s))
+    {}
+
+    /// A field's edge: this style's own cannot be seen on a dark window.
+    void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                       const QWidget* widget) const override
+    {
+        if (element != PE_FrameLineEdit) {
+            QProxyStyle::drawPrimitive(element, option, painter, widget);
+            return;
+        }
+        const bool hasFocus = option->state & State_HasFocus;
+        painter->save();
+        painter->setRenderHint(QPainter::Antialiasing);
+        painter->setPen(QPen(hasFocus ? AppTheme::accent(option->palette)
+                                      : AppTheme::withOpacity(AppTheme::primary(option->palette), 0.3),
+                             hasFocus ? 2 : 1));
+        painter->drawRoundedRect(QRectF(option->rect).adjusted(1, 1, -1, -1), 3, 3);
+        painter->restore();
+    }
+
+    int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                  QStyleHintReturn* returned) const override
+    {
+        if (hint == SH_DialogButtonBox_ButtonsHaveIcons)
+            return 0;
+        if (hint == SH_DialogButtonLayout)
+            return QDialogButtonBox::GnomeLayout; // what is asked for stands at the end, in every dialog
+        return QProxyStyle::styleHint(hint, option, widget, returned);
+    }
+};
+
+bool systemDrawsWidgets() { return QGuiApplication::platformName() == u"cocoa"_s; }
+
+} // namespace
+
+ThemeController::ThemeController(platform::Appearance& appearance, QObject* parent)
+    : QObject(parent)
+    , m_appearance(appearance)
+    , m_startedDark(AppTheme::isDark(QApplication::palette()))
+{
+    if (systemDrawsWidgets())
+        return;
+    QApplication::setStyle(new ApplicationStyle);
+    apply();
+    appearance.observe(this, [this] { apply(); });
+}
+
+void ThemeController::apply()
+{
+    // Where the system does not say, the palette that the application started with does.
+    const bool dark = m_appearance.isDark().value_or(m_startedDark);
+    QColor accent = AppTheme::defaultAccent(dark);
+    if (const auto chosen = m_appearance.accentColour()) {
+        accent = QColor::fromRgbF(static_cast<float>(chosen->red), static_cast<float>(chosen->green),
+                                  static_cast<float>(chosen->blue));
+    }
+    QApplication::setPalette(AppTheme::palette(dark, accent));
+}
+
+} // namespace orvanlite

@@ -1,0 +1,274 @@
+#include "shell/toolkit/TickList.h"
+
+#include "shell/toolkit/AppTheme.h"
+#include "shell/toolkit/Icons.h"
+#include "shell/toolkit/ThinScrollBar.h"
+
+#include <QKeyEvent>
+#include <QPainter>
+#include <QStyledItemDelegate>
+
+#include <algorithm>
+
+namespace orvanlite {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int kPaddingX = 8;
+constexpr int kPaddingY = 5;
+constexpr int kSmallestIcon = 16;
+constexpr int kGap = 8;
+constexpr int kBadgePaddingX = 5;
+constexpr double kCaption = 0.86;
+constexpr double kBadgeTint = 0.1;
+constexpr double kRowRadius = 5;
+constexpr double kCardRadius = 8;
+constexpr int kCardPadding = 4;
+
+QFont smaller(QFont font)
+{
+    font.setPointSizeF(font.pointSizeF() * kCaption);
+    return font;
+}
+
+/// The box grows with the text.
+int iconSize(const QFont& font) { return std::max(kSmallestIcon, QFontMetrics(font).ascent()); }
+
+int rowHeight(const QFont& font)
+{
+    return std::max(QFontMetrics(font).height(), iconSize(font)) + 2 * kPaddingY;
+}
+
+class TickRowDelegate final : public QStyledItemDelegate {
+public:
+    TickRowDelegate(const TickListModel& model, TickList* list)
+        : QStyledItemDelegate(list)
+        , m_model(model)
+        , m_list(*list)
+    {}
+
+    [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem& option,
+                                 const QModelIndex& /*index*/) const override
+    {
+        return {0, rowHeight(option.font)};
+    }
+
+    void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override
+    {
+        painter->save();
+        painter->setRenderHint(QPainter::Antialiasing);
+        painter->setPen(Qt::NoPen);
+        if (option.state & QStyle::State_MouseOver) {
+            painter->setBrush(AppTheme::withOpacity(AppTheme::primary(option.palette), 0.06));
+            painter->drawRoundedRect(option.rect, kRowRadius, kRowRadius);
+        }
+        paintRow(*painter, option, m_model.row(index.row()));
+        if (m_list.showsFocus(index)) {
+            painter->setPen(QPen(AppTheme::accent(option.palette), 1.5));
+            painter->setBrush(Qt::NoBrush);
+            painter->drawRoundedRect(QRectF(option.rect).adjusted(1, 1, -1, -1), kRowRadius, kRowRadius);
+        }
+        painter->restore();
+    }
+
+private:
+    /// From the right: remark, badge; the name has what is left.
+    static void paintRow(QPainter& painter, const QStyleOptionViewItem& option, const TickRow& row)
+    {
+        const QPalette& colours = option.palette;
+        const QColor secondary = AppTheme::secondary(colours);
+        QRect rect = option.rect.adjusted(kPaddingX, 0, -kPaddingX, 0);
+        const int icon = iconSize(option.font);
+        drawIcon(painter, QRectF(rect.left(), rect.center().y() - icon / 2.0 + 0.5, icon, icon),
+                 row.isTicked ? u"checkmark.square.fill"_s : u"square"_s,
+                 row.isTicked ? AppTheme::accent(colours) : secondary);
+        rect.setLeft(rect.left() + icon + kGap);
+        const QFont caption = smaller(option.font);
+        const QFontMetrics metrics(caption);
+        const auto takeFromRight = [&](int width) {
+            const QRect taken(rect.right() - width, rect.top(), width + 1, rect.height());
+            rect.setRight(taken.left() - kGap);
+            return taken;
+        };
+        if (!row.remark.isEmpty()) {
+            // Both are as wide as the wider one, so that the badges stand in one line.
+            const int width =
+                std::max(metrics.horizontalAdvance(u"Disabled"_s), metrics.horizontalAdvance(row.remark));
+            write(painter, takeFromRight(width + 1), caption, secondary, row.remark, Qt::AlignRight);
+        }
+        if (!row.badge.isEmpty()) {
+            const QRect place = takeFromRight(metrics.horizontalAdvance(row.badge) + 1 + 2 * kBadgePaddingX);
+            QRectF badge(place);
+            badge.setHeight(metrics.height() + 2);
+            badge.moveCenter(QRectF(place).center());
+            painter.setPen(Qt::NoPen);
+            painter.setBrush(AppTheme::withOpacity(AppTheme::accent(colours), kBadgeTint));
+            painter.drawRoundedRect(badge, kRowRadius - 1, kRowRadius - 1);
+            write(painter, place, caption, AppTheme::legible(AppTheme::accent(colours), colours), row.badge,
+                  Qt::AlignHCenter);
+        }
+        write(painter, rect, option.font, row.isTicked ? AppTheme::primary(colours) : secondary, row.name,
+              Qt::AlignLeft);
+    }
+
+    static void write(QPainter& painter, const QRect& rect, const QFont& font, const QColor& colour,
+                      const QString& text, Qt::Alignment side)
+    {
+        painter.setFont(font);
+        painter.setPen(colour);
+        painter.drawText(rect, int(side | Qt::AlignVCenter) | Qt::TextSingleLine,
+                         QFontMetrics(font).elidedText(text, Qt::ElideRight, rect.width()));
+    }
+
+    const TickListModel& m_model;
+    const TickList& m_list;
+};
+
+} // namespace
+
+void TickListModel::setRows(std::vector<TickRow> rows)
+{
+    const auto hasSameId = [](const TickRow& one, const TickRow& other) { return one.id == other.id; };
+    if (!std::equal(rows.begin(), rows.end(), m_rows.begin(), m_rows.end(), hasSameId)) {
+        beginResetModel();
+        m_rows = std::move(rows);
+        endResetModel();
+        return;
+    }
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+        if (rows[i] == m_rows[i])
+            continue;
+        m_rows[i] = std::move(rows[i]);
+        const QModelIndex changed = index(static_cast<int>(i));
+        Q_EMIT dataChanged(changed, changed);
+    }
+}
+
+int TickListModel::rowCount(const QModelIndex& parent) const
+{
+    return parent.isValid() ? 0 : static_cast<int>(m_rows.size());
+}
+
+QVariant TickListModel::data(const QModelIndex& index, int role) const
+{
+    if (!index.isValid() || index.row() >= rowCount())
+        return {};
+    const TickRow& shown = row(index.row());
+    switch (role) {
+    case Qt::DisplayRole:
+    case Qt::ToolTipRole:
+        return shown.name;
+    case Qt::AccessibleTextRole: {
+        QStringList texts{shown.name, shown.badge, shown.remark};
+        texts.removeAll(QString());
+        return texts.join(u", "_s);
+    }
+    case Qt::CheckStateRole:
+        return shown.isTicked ? Qt::Checked : Qt::Unchecked;
+    default:
+        return {};
+    }
+}
+
+Qt::ItemFlags TickListModel::flags(const QModelIndex& /*index*/) const
+{
+    return Qt::ItemIsEnabled | Qt::ItemIsUserCheckable | Qt::ItemNeverHasChildren;
+}
+
+TickList::TickList(int largestHeight, QWidget* parent)
+    : QListView(parent)
+    , m_largestHeight(largestHeight)
+{
+    setModel(&m_model);
+    setItemDelegate(new TickRowDelegate(m_model, this));
+    setUniformItemSizes(true);
+    setSelectionMode(QAbstractItemView::NoSelection);
+    setEditTriggers(QAbstractItemView::NoEditTriggers);
+    setFrameShape(QFrame::NoFrame);
+    setViewportMargins(kCardPadding, kCardPadding, kCardPadding, kCardPadding);
+    setMouseTracking(true);
+    setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setVerticalScrollBar(new ThinScrollBar(Qt::Vertical, this));
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Maximum);
+    setAutoFillBackground(false);
+    viewport()->setAutoFillBackground(false);
+    connect(this, &QAbstractItemView::clicked, this,
+            [this](const QModelIndex& index) { Q_EMIT toggled(index.row()); });
+}
+
+void TickList::setRows(std::vector<TickRow> rows)
+{
+    const int before = m_model.rowCount();
+    m_model.setRows(std::move(rows));
+    if (m_model.rowCount() != before)
+        updateGeometry();
+}
+
+int TickList::heightOf(int rows) const { return rows * rowHeight(font()) + 2 * kCardPadding; }
+
+QSize TickList::sizeHint() const
+{
+    return {QListView::sizeHint().width(),
+            std::min(heightOf(std::max(1, m_model.rowCount())), m_largestHeight)};
+}
+
+QSize TickList::minimumSizeHint() const { return {0, std::min(sizeHint().height(), heightOf(2))}; }
+
+bool TickList::event(QEvent* event)
+{
+    if (event->type() == QEvent::Paint) { // of the frame, not of the rows
+        QPainter painter(this);
+        liquidGlassCard(painter, rect(), kCardRadius, palette());
+        return true;
+    }
+    if (event->type() == QEvent::FontChange) {
+        scheduleDelayedItemsLayout();
+        updateGeometry();
+    }
+    return QListView::event(event);
+}
+
+bool TickList::showsFocus(const QModelIndex& index) const
+{
+    return m_showsFocus && hasFocus() && currentIndex() == index;
+}
+
+void TickList::showKeyboardFocus(bool shows)
+{
+    m_showsFocus = shows;
+    viewport()->update();
+}
+
+void TickList::keyPressEvent(QKeyEvent* event)
+{
+    showKeyboardFocus(true);
+    if (event->key() != Qt::Key_Space)
+        QListView::keyPressEvent(event);
+    else if (currentIndex().isValid() && !event->isAutoRepeat())
+        Q_EMIT toggled(currentIndex().row());
+}
+
+void TickList::mousePressEvent(QMouseEvent* event)
+{
+    showKeyboardFocus(false);
+    QListView::mousePressEvent(event);
+}
+
+void TickList::focusInEvent(QFocusEvent* event)
+{
+    QListView::focusInEvent(event);
+    if (!currentIndex().isValid() && event->reason() != Qt::MouseFocusReason)
+        setCurrentIndex(m_model.index(0));
+    showKeyboardFocus(event->reason() != Qt::MouseFocusReason);
+}
+
+void TickList::focusOutEvent(QFocusEvent* event)
+{
+    QListView::focusOutEvent(event);
+    viewport()->update();
+}
+
+} // namespace orvanlite

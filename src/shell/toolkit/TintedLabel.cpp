@@ -1,0 +1,47 @@
+#include "shell/toolkit/TintedLabel.h"
+
+#include "shell/toolkit/Icons.h"
+
+#include <QEvent>
+
+#include <utility>
+
+namespace orvanlite {
+
+TintedLabel::TintedLabel(const QString& text, Colour colour, QWidget* parent)
+    : QLabel(text, parent)
+    , m_colour(std::move(colour))
+{
+    setForegroundRole(QPalette::WindowText); // in a button it would be another one
+    apply();
+}
+
+void TintedLabel::setIcon(const QString& key, int size)
+{
+    m_iconKey = key;
+    m_iconSize = size;
+    setFixedSize(size, size);
+    apply();
+}
+
+void TintedLabel::changeEvent(QEvent* event)
+{
+    QLabel::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange)
+        apply();
+}
+
+void TintedLabel::apply()
+{
+    const QColor colour = m_colour(parentWidget()->palette());
+    if (!m_iconKey.isEmpty())
+        setPixmap(iconPixmap(m_iconKey, m_iconSize, colour, devicePixelRatioF()));
+    if (palette().color(QPalette::WindowText) == colour)
+        return;
+    // Only this one colour is the label's own: all others go on following the application's palette.
+    QPalette own;
+    own.setColor(QPalette::WindowText, colour);
+    setPalette(own);
+}
+
+} // namespace orvanlite

@@ -1,0 +1,183 @@
+#include "shell/updates/UpdateChecker.h"
+
+#include "model/Json.h"
+#include "platform/Defaults.h"
+#include "platform/FileManager.h"
+#include "platform/MainBundle.h"
+#include "platform/Platform.h"
+#include "shell/updates/UpdateConfiguration.h"
+
+#include <QCoreApplication>
+#include <QMessageAuthenticationCode>
+#include <QNetworkAccessManager>
+#include <QNetworkReply>
+#include <QSysInfo>
+#include <QTimer>
+#include <QUrl>
+#include <QUuid>
+
+#include <qcoronetworkreply.h>
+
+#include <memory>
+#include <utility>
+
+namespace orvanlite {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// Errors below this one come from the connection, those above from an answer of the server.
+constexpr auto kFirstContentError = QNetworkReply::ContentAccessDenied;
+
+constexpr int kFirstErrorStatus = 400;
+
+/// Far beyond any answer of the service, in bytes.
+constexpr qint64 kLongestAnswer = 1 << 20;
+constexpr qint64 kLongestMachineId = 1'024;
+const QString kStoredMachine = u"machineIdentifier"_s;
+
+QString optionalText(const JsonObject& object, const char* key)
+{
+    return object.has(key) ? object.text(key) : QString();
+}
+
+struct DeleteLater {
+    void operator()(QObject* object) const { object->deleteLater(); }
+};
+
+/// Whether an HTTP answer has come in whole, of whatever status.
+bool isAnswered(const QNetworkReply& reply)
+{
+    const QNetworkReply::NetworkError error = reply.error();
+    const int status = reply.attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
+    const bool connectionFailed = error != QNetworkReply::NoError && error < kFirstContentError;
+    // A body that breaks off or cannot be unpacked bears the error of an odd status, without one.
+    const bool isBroken = error == QNetworkReply::ProtocolFailure ||
+                          (error == QNetworkReply::UnknownContentError && status < kFirstErrorStatus);
+    return status > 0 && !connectionFailed && !isBroken && reply.bytesAvailable() <= kLongestAnswer;
+}
+
+/// Ends a request that takes too long as a whole, or whose answer has no end: the transfer's own time-out counts
+/// silence only.
+void limit(QNetworkReply* reply, std::chrono::milliseconds timeOut)
+{
+    QTimer::singleShot(timeOut, reply, &QNetworkReply::abort);
+    QObject::connect(reply, &QNetworkReply::downloadProgress, reply, [reply](qint64 received, qint64) {
+        if (received > kLongestAnswer)
+            reply->abort();
+    });
+}
+
+/// As the host of a parsed URL is written, whatever letters the configuration has.
+QStringList normalisedHosts(const QStringList& hosts)
+{
+    QStringList made;
+    for (const QString& host : hosts)
+        made.append(QUrl(u"https://"_s + host).host());
+    made.removeAll(QString()); // what is no host: a link without one would be trusted
+    return made;
+}
+
+/// A random value in place of a machine's identifier, made at the first need.
+QByteArray storedMachine(platform::Defaults& defaults)
+{
+    const QByteArray stored = defaults.value(kStoredMachine).toString().toUtf8();
+    if (!stored.isEmpty())
+        return stored;
+    const QString made = QUuid::createUuid().toString(QUuid::WithoutBraces);
+    defaults.setValue(kStoredMachine, made);
+    return made.toUtf8();
+}
+
+} // namespace
+
+UpdateService UpdateService::ofThisBuild()
+{
+    return {QStringLiteral(ORV_UPDATE_BASE_URL), QStringLiteral(ORV_UPDATE_DOWNLOAD_URL),
+            QStringLiteral(ORV_UPDATE_TRUSTED_HOSTS).split(u' ', Qt::SkipEmptyParts)};
+}
+
+UpdateChecker& UpdateChecker::shared(const platform::Platform& platform)
+{
+    static UpdateChecker checker(platform, UpdateService::ofThisBuild());
+    return checker;
+}
+
+UpdateChecker::UpdateChecker(const platform::Platform& platform, UpdateService service)
+    : m_platform(platform)
+    , m_service{std::move(service.baseUrl), std::move(service.defaultDownloadUrl),
+                normalisedHosts(service.trustedHosts), service.timeOut}
+{}
+
+QByteArray UpdateChecker::requestBody() const
+{
+    const QString version =
+        m_platform.mainBundle.infoText(u"CFBundleShortVersionString"_s).value_or(u"0.0.0"_s);
+    nlohmann::ordered_json body;
+    body["app_version"] = toUtf8(version);
+    body["hardware_id"] = toUtf8(hardwareId(m_platform));
+    return writeJson(body);
+}
+
+QCoro::Task<> UpdateChecker::checkForUpdates()
+{
+    QNetworkRequest request(QUrl(m_service.baseUrl + u"/check-update"_s));
+    request.setHeader(QNetworkRequest::ContentTypeHeader, u"application/json"_s);
+    // The machine's identifier goes to the service and to nobody that it names.
+    request.setAttribute(QNetworkRequest::RedirectPolicyAttribute, QNetworkRequest::SameOriginRedirectPolicy);
+    if (!m_network)
+        m_network = new QNetworkAccessManager(QCoreApplication::instance());
+    // The coroutine goes on within the reply's own signal, so the reply must outlive it.
+    const std::unique_ptr<QNetworkReply, DeleteLater> reply(m_network->post(request, requestBody()));
+    limit(reply.get(), m_service.timeOut);
+    co_await reply.get();
+    if (isAnswered(*reply))
+        takeOver(reply->readAll());
+}
+
+void UpdateChecker::takeOver(const QByteArray& answer)
+{
+    const std::optional<nlohmann::json> json = parseJson(answer);
+    if (!json)
+        return;
+    try {
+        const JsonObject object(*json);
+        // All are read before any is taken over: an answer counts as a whole.
+        const bool isAvailable = object.has("update_available") && object.boolean("update_available");
+        const QString version = optionalText(object, "latest_version");
+        const QString url = trustedDownloadUrl(optionalText(object, "download_url"));
+        const QString notes = optionalText(object, "release_notes");
+        updateAvailable = isAvailable;
+        latestVersion = version;
+        updateDownloadURL = url;
+        updateReleaseNotes = notes;
+    } catch (const JsonError&) {
+        // Not an answer of this service: nothing is known of updates.
+    }
+}
+
+QString UpdateChecker::trustedDownloadUrl(const QString& url) const
+{
+    // The parsed host alone counts: names in a user part, a path or a longer host say nothing.
+    const QUrl parsed(url, QUrl::StrictMode);
+    return parsed.isValid() && !parsed.isRelative() && m_service.trustedHosts.contains(parsed.host())
+               ? url
+               : m_service.defaultDownloadUrl;
+}
+
+QString hardwareId(const platform::Platform& platform)
+{
+    QByteArray machine =
+        platform.files.read(platform.layout.machineIdFile(), kLongestMachineId).value_or(QByteArray());
+    if (machine.isEmpty() && !platform.layout.isSandbox())
+        machine = QSysInfo::machineUniqueId();
+    if (machine.trimmed().isEmpty())
+        machine = storedMachine(platform.defaults.standard());
+    // Keyed with the application's name, so that nobody can match it with what others send of the machine.
+    return QString::fromLatin1(QMessageAuthenticationCode::hash(
+                                   machine.trimmed(), "com.yourcompany.Orvanlite", QCryptographicHash::Sha256)
+                                   .toHex());
+}
+
+} // namespace orvanlite
