@@ -1,8 +1,9 @@
 #!/bin/sh
 # Reads every source file of a tree and reports what breaks the order of the folders: a folder uses only what lies
-# below it, the system is known to src/platform alone, and what the house has banned does not come back. Prints
-# file:line: reason for each breach and fails if there is one. Usage: layer-rules.sh TREE [FOLDER], where FOLDER
-# holds the headers of Qt Widgets; without it only the most common ones are known.
+# below it, a group of the window only the toolkit, the system is known to src/platform alone, and what the house has
+# banned does not come back. Prints file:line: reason for each breach and fails if there is one.
+# Usage: layer-rules.sh TREE [FOLDER], where FOLDER holds the headers of Qt Widgets; without it only the most common
+# ones are known.
 set -eu
 
 tree=$1
@@ -55,6 +56,9 @@ BEGIN {
     allow("cli", base " cli")
     allow("helper", base " helper")
 
+    count = split("toolkit table bulk sidebar sheets onboarding progress updates app", names, " ")
+    for (i = 1; i <= count; ++i) group[names[i]] = 1
+
     # Outside headers that belong to certain folders.
     only["sqlite3.h"] = " catalogue "
     only["expat.h"] = " platform "
@@ -69,6 +73,8 @@ FNR == 1 {
     back_end = FILENAME ~ /^src\/platform\/(apple|freedesktop|posix)\//
     header = FILENAME ~ /\.h$/
     if (in_source && !(folder in known)) breach("src/" folder " is no folder of the layer table")
+    own = folder == "shell" ? path[3] : ""
+    if (in_source && own && !(own in group)) breach("src/shell has no group " own)
     if (in_source && FILENAME ~ /\.mm$/ && FILENAME !~ /^src\/platform\/apple\//) breach("Objective-C++ belongs to src/platform/apple")
 }
 { code = code_of($0) }
@@ -81,6 +87,10 @@ in_source && code ~ /^[ \t]*#[ \t]*include[ \t]*"/ {
     if (name ~ /\.moc$/) next
     else if (!(used[1] in known)) breach("includes are written \"folder/File.h\"")
     else if (!free && !((folder, used[1]) in allowed)) breach(folder " may not use " used[1])
+    else if (folder == "shell" && used[1] == "shell") {
+        if (!(used[2] in group)) breach("src/shell has no group " used[2])
+        else if (own != "app" && used[2] != own && used[2] != "toolkit") breach("shell/" own " may not use shell/" used[2])
+    }
     else if (name ~ /^platform\/(apple|freedesktop|posix)\// && !back_end) breach("only a back end includes a back end")
 }
 in_source && code ~ /^[ \t]*#[ \t]*include[ \t]*</ {
