@@ -158,9 +158,10 @@ TEST_F(MainWindowTest, EveryControlHasANameAndAnIdentity)
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
     }
     EXPECT_EQ(QApplication::focusWidget()->objectName(), u"searchField"_s);
-    EXPECT_EQ(stops.join(u' ').toStdString(),
-              "searchField clearSearchButton resetButton scanButton exportButton pluginTableHeader pluginTable loadAllButton "
-              "allPluginsButton profilesHeader actionsHeader formatsHeader statisticsHeader launchAtLoginSwitch recentHeader sidebarHandle");
+    EXPECT_EQ(
+        stops.join(u' ').toStdString(),
+        "searchField clearSearchButton resetButton scanButton exportButton pluginTableHeader pluginTable loadAllButton "
+        "allPluginsButton profilesHeader actionsHeader formatsHeader statisticsHeader launchAtLoginSwitch recentHeader sidebarHandle");
 }
 
 TEST(ViewUpdaterTest, RendersOnceForAllChangesOfATurn)

@@ -78,10 +78,11 @@ TEST_F(UADCleanupSheetTest, LeadsFromTheKeysToTheDisabledDemos)
         "UAD-2 Plug-in Authorizations\nUAD Neve 1073: Demo expired\nUAD Studer A800: Authorized\n"
         "UAD Pultec: Demo expired\nUAD API 2500: Demo (3 days left)\nUAD Moog: Demo not started\n");
     press(u"cleanupTryAgainButton"_s);
-    EXPECT_EQ(list().toStdString(), "Demo Expired — no longer usable|[x] UAD Neve 1073, Demo Expired"
-                      "|Active Demo — still playable but not owned|[x] UAD API 2500, Demo (3 days left)"
-                      "|Demo Not Started — never owned or trialed|[x] UAD Moog, Demo Not Started"
-                      "|Already disabled|UAD Pultec, Already disabled");
+    EXPECT_EQ(list().toStdString(),
+              "Demo Expired — no longer usable|[x] UAD Neve 1073, Demo Expired"
+              "|Active Demo — still playable but not owned|[x] UAD API 2500, Demo (3 days left)"
+              "|Demo Not Started — never owned or trialed|[x] UAD Moog, Demo Not Started"
+              "|Already disabled|UAD Pultec, Already disabled");
     EXPECT_EQ(shown(), u"3 selected|1 authorized · 1 already off"_s);
     press(u"noDemosButton"_s);
     auto& disable = named<QAbstractButton>(sheet(), u"disableDemosButton"_s);
