@@ -2,6 +2,7 @@
 // of 2,000 plugins beside the run of its own script by the shell alone, on the same tree in the same run.
 
 #include "catalogue/PluginDatabase.h"
+#include "model/PluginLocations.h"
 #include "model/Uuid.h"
 #include "operations/BatchProgress.h"
 #include "operations/PluginManagerViewModel.h"
@@ -228,7 +229,7 @@ void benchBatch()
         QDir().mkpath(plugin.originalPath + u"/Contents/MacOS"_s);
         plugins.push_back(plugin);
     }
-    const QString disabled = bench.model.disabledFolder(plugins.front());
+    const QString disabled = PluginLocations(bench.layout).disabledFolder(plugins.front());
     CountingProgress progress;
     bench.model.setBatchProgress(&progress);
     double whole = std::numeric_limits<double>::max();

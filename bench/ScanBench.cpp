@@ -2,6 +2,7 @@
 // bundle through plain system calls, with nothing parsed. Best of several runs on a warm cache, in milliseconds.
 
 #include "discovery/PluginScanner.h"
+#include "model/PluginLocations.h"
 #include "platform/Platform.h"
 #include "support/PropertyListWriter.h"
 
@@ -92,9 +93,9 @@ void makeTree(const platform::SystemLayout& layout, int bundles)
         const QString name = u"Sample Plugin %1"_s.arg(i);
         const PluginFormat format = formats[static_cast<std::size_t>(i) % formats.size()];
         const QString folder =
-            systemPaths(format, layout).at(0) + (number % 2 == 0 ? u"/"_s + vendor : u""_s);
-        const QString contents =
-            folder + u'/' + name + u'.' + bundleExtension(format).toString() + u"/Contents"_s;
+            PluginLocations(layout).systemPaths(format).at(0) + (number % 2 == 0 ? u"/"_s + vendor : u""_s);
+        const QString contents = folder + u'/' + name + u'.' +
+                                 PluginLocations::bundleExtension(format).toString() + u"/Contents"_s;
         if (!QDir().mkpath(contents + u"/MacOS"_s))
             qFatal("cannot make %s", qPrintable(contents));
         write(contents + u"/MacOS/"_s + name, "code");
@@ -170,13 +171,14 @@ bool bench(int bundles)
     // By turns, so that both see the same machine.
     for (int round = 0; round < 15; ++round) {
         floor = Floor();
-        floorTime = std::min(floorTime, milliseconds([&] {
-                                 for (const PluginFormat format : allCases<PluginFormat>) {
-                                     for (const QString& path : systemPaths(format, layout))
-                                         floor.walk(path.toStdString(),
-                                                    bundleExtension(format).toString().toStdString());
-                                 }
-                             }));
+        floorTime = std::min(
+            floorTime, milliseconds([&] {
+                for (const PluginFormat format : allCases<PluginFormat>) {
+                    for (const QString& path : PluginLocations(layout).systemPaths(format))
+                        floor.walk(path.toStdString(),
+                                   PluginLocations::bundleExtension(format).toString().toStdString());
+                }
+            }));
         scanTime = std::min(scanTime, milliseconds([&] { scanner.scanAllPlugins(); }));
     }
     const std::size_t found = scanner.discoveredPlugins->size();

@@ -2,7 +2,7 @@
 
 #include "demo/BundleWriter.h"
 
-#include "model/PluginFormat.h"
+#include "model/PluginLocations.h"
 #include "platform/SystemLayout.h"
 
 #include <array>
@@ -101,6 +101,7 @@ class LibraryMaker {
 public:
     explicit LibraryMaker(const platform::SystemLayout& layout)
         : m_layout(layout)
+        , m_locations(layout)
         , m_writer(layout)
     {}
 
@@ -125,6 +126,7 @@ private:
     }
 
     const platform::SystemLayout& m_layout;
+    const PluginLocations m_locations;
     BundleWriter m_writer;
     // Its numbers are the same on every system; the distributions of the standard library are not.
     std::mt19937 m_random{20240229};
@@ -172,7 +174,7 @@ void LibraryMaker::addProduct(const Maker& maker, const QString& name)
 
 void LibraryMaker::addRecord(const Maker& maker, const QString& name, PluginFormat format)
 {
-    const QString file = u'/' + name + u'.' + bundleExtension(format).toString();
+    const QString file = u'/' + name + u'.' + PluginLocations::bundleExtension(format).toString();
     Bundle bundle = bundleFor(maker, name, format);
     bundle.path = folderFor(maker, format) + file;
     m_writer.write(bundle);
@@ -185,9 +187,9 @@ QString LibraryMaker::folderFor(const Maker& maker, PluginFormat format)
     if (chance(14)) {
         if (format == PluginFormat::aax)
             return m_layout.aaxUnusedDirectory();
-        return m_layout.centralDisabledDirectory() + u'/' + rawValue(format) + (chance(20) ? own : QString());
+        return m_locations.centralDisabledDirectory(format) + (chance(20) ? own : QString());
     }
-    return systemPaths(format, m_layout).at(chance(18) ? 1 : 0) + own;
+    return m_locations.systemPaths(format).at(chance(18) ? 1 : 0) + own;
 }
 
 Bundle LibraryMaker::bundleFor(const Maker& maker, const QString& name, PluginFormat format)
@@ -199,7 +201,8 @@ Bundle LibraryMaker::bundleFor(const Maker& maker, const QString& name, PluginFo
     // The formats of one maker rarely agree on its spelling.
     const QString piece = text(maker.identifier);
     bundle.identifier = (format == PluginFormat::aax ? u"COM."_s + piece.toUpper() : u"com."_s + piece) +
-                        u'.' + identifierPart(name) + u'.' + bundleExtension(format).toString();
+                        u'.' + identifierPart(name) + u'.' +
+                        PluginLocations::bundleExtension(format).toString();
     if (format == PluginFormat::au)
         bundle.componentName = text(maker.name) + u": "_s + name;
     if (format == PluginFormat::clap && chance(50)) {
@@ -220,9 +223,9 @@ void LibraryMaker::addOddities()
         addRecord(kMakers[maker % std::size(kMakers)], text(name), PluginFormat::au);
         maker += 7;
     }
-    const QString vst = systemPaths(PluginFormat::vst2, m_layout).front();
-    const QString vst3 = systemPaths(PluginFormat::vst3, m_layout).front();
-    const QString userVst3 = systemPaths(PluginFormat::vst3, m_layout).back();
+    const QString vst = m_locations.systemPaths(PluginFormat::vst2).front();
+    const QString vst3 = m_locations.systemPaths(PluginFormat::vst3).front();
+    const QString userVst3 = m_locations.systemPaths(PluginFormat::vst3).back();
     const QString homeUnused = m_layout.inHome(u"/Library/Application Support/Avid/Audio/Plug-Ins (Unused)");
 
     // A plugin that is a plain file, two copies of one plugin in two folders, a plugin four folders deep, one
@@ -283,8 +286,8 @@ void LibraryMaker::addWaves()
                                                            {PluginFormat::vst2, "WaveShell1-VST 14.0"},
                                                            {PluginFormat::aax, "WaveShell1-AAX 15.0"}};
     for (const auto& [format, name] : shells) {
-        m_writer.write({.path = systemPaths(format, m_layout).front() + u'/' + text(name) + u'.' +
-                                bundleExtension(format).toString(),
+        m_writer.write({.path = m_locations.systemPaths(format).front() + u'/' + text(name) + u'.' +
+                                PluginLocations::bundleExtension(format).toString(),
                         .identifier = u"com.waves.shell"_s});
     }
 }
@@ -313,8 +316,8 @@ void LibraryMaker::addUAD()
             // The same plugin for one channel is a file of its own in two of the formats.
             const bool hasMono = format == PluginFormat::au || format == PluginFormat::vst2;
             for (const QString& file : hasMono ? QStringList{name, name + u"(m)"_s} : QStringList{name}) {
-                m_writer.write({.path = systemPaths(format, m_layout).front() + u'/' + file + u'.' +
-                                        bundleExtension(format).toString(),
+                m_writer.write({.path = m_locations.systemPaths(format).front() + u'/' + file + u'.' +
+                                        PluginLocations::bundleExtension(format).toString(),
                                 .version = u"11.2.0"_s,
                                 .identifier = u"com.uaudio."_s + identifierPart(name),
                                 .daysUnused = 40});

@@ -4,6 +4,7 @@
 #include "model/Console.h"
 #include "model/Uuid.h"
 #include "platform/FileManager.h"
+#include "platform/Path.h"
 #include "platform/Platform.h"
 
 #include <sqlite3.h>
@@ -85,9 +86,9 @@ PluginDatabase& PluginDatabase::shared(const platform::Platform& platform)
 PluginDatabase::PluginDatabase(const platform::Platform& platform, QString dbPath)
     : m_dbPath(std::move(dbPath))
 {
-    if (const qsizetype slash = m_dbPath.lastIndexOf(u'/'); slash > 0) {
+    if (const QString folder = platform::parentFolder(m_dbPath); !folder.isEmpty()) {
         try {
-            platform.files.createDirectory(m_dbPath.first(slash));
+            platform.files.createDirectory(folder);
         } catch (const platform::FileError&) {
             // Shows as a failed open.
         }

@@ -1,6 +1,6 @@
 #include "cli/CliCommand.h"
 
-#include "model/PluginFormat.h"
+#include "model/PluginLocations.h"
 #include "platform/FileManager.h"
 
 namespace orvanlite {
@@ -43,11 +43,12 @@ void CliCommand::run(const CliArguments& arguments) const
 void CliCommand::scanPlugins() const
 {
     m_print(u"🔍 Scanning for audio plugins..."_s);
+    const PluginLocations locations(m_layout);
     qsizetype total = 0;
     // All folders of the system stand before those of the user.
     for (const qsizetype place : {0, 1}) {
         for (const PluginFormat format : allCases<PluginFormat>) {
-            const QStringList folders = systemPaths(format, m_layout);
+            const QStringList folders = locations.systemPaths(format);
             if (place < folders.size())
                 total += countEntries(folders.at(place));
         }

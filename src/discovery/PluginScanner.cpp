@@ -4,11 +4,10 @@
 #include "discovery/Manufacturers.h"
 #include "discovery/WavesScan.h"
 #include "model/Console.h"
-#include "model/EntryName.h"
-#include "model/PluginFolders.h"
 #include "model/TextOrder.h"
 #include "model/Uuid.h"
 #include "platform/FileManager.h"
+#include "platform/Path.h"
 #include "platform/Platform.h"
 
 #include <algorithm>
@@ -19,8 +18,6 @@ namespace orvanlite {
 using namespace Qt::StringLiterals;
 
 namespace {
-
-constexpr QStringView kUnusedMark = u"Plug-Ins (Unused)";
 
 void append(AudioPlugins& plugins, AudioPlugins more)
 {
@@ -52,9 +49,8 @@ AudioPlugins sortedByName(AudioPlugins plugins)
 } // namespace
 
 PluginScanner::PluginScanner(const platform::Platform& platform)
-    : m_layout(platform.layout)
+    : m_locations(platform.layout)
     , m_files(platform.files)
-    , m_centralDisabledDirectory(platform.layout.centralDisabledDirectory())
 {
     createCentralDisabledDirectoryIfNeeded();
 }
@@ -81,18 +77,19 @@ QCoro::Task<> PluginScanner::scanAllPlugins()
 
 void PluginScanner::createCentralDisabledDirectoryIfNeeded()
 {
-    const bool existed = m_files.exists(m_centralDisabledDirectory);
+    const QString& central = m_locations.centralDisabledDirectory();
+    const bool existed = m_files.exists(central);
     try {
         if (!existed)
-            m_files.createDirectory(m_centralDisabledDirectory);
-        m_files.setHidden(m_centralDisabledDirectory);
+            m_files.createDirectory(central);
+        m_files.setHidden(central);
     } catch (const platform::FileError& error) {
         printLine((existed ? u"Error setting hidden attribute: "_s
                            : u"Error creating central disabled directory: "_s) +
                   error.message);
     }
     for (const PluginFormat format : allCases<PluginFormat>) {
-        const QString folder = m_centralDisabledDirectory + u'/' + rawValue(format);
+        const QString folder = m_locations.centralDisabledDirectory(format);
         try {
             if (!m_files.exists(folder))
                 m_files.createDirectory(folder);
@@ -105,9 +102,9 @@ void PluginScanner::createCentralDisabledDirectoryIfNeeded()
 AudioPlugins PluginScanner::scanPluginsForFormat(PluginFormat format) const
 {
     if (format == PluginFormat::wavesBundle)
-        return scanWavesBundlePlugins(m_files, m_layout);
+        return scanWavesBundlePlugins(m_files, m_locations);
     AudioPlugins plugins;
-    const QStringList folders = pluginFolders(format, m_layout);
+    const QStringList folders = m_locations.searchFolders(format);
     for (const QString& folder : folders)
         append(plugins, scanDirectory(folder, format));
     return plugins;
@@ -143,7 +140,7 @@ void PluginScanner::recursivelyScanDirectory(const QString& path, PluginFormat f
                 continue; // a link that leads nowhere
             isDirectory = status->isDirectory;
         }
-        if (hasExtension(entry.name, bundleExtension(format))) {
+        if (PluginLocations::isPluginOf(format, entry.name)) {
             if (auto plugin = createPluginFromURL(entryPath, entry.name, format))
                 plugins.push_back(std::move(*plugin));
         } else if (isDirectory) {
@@ -156,8 +153,8 @@ std::optional<AudioPlugin> PluginScanner::createPluginFromURL(const QString& pat
                                                               PluginFormat format) const
 {
     AudioPlugin plugin;
-    plugin.name = baseName(fileName);
-    if (isPluginContainer(plugin.name))
+    plugin.name = platform::baseName(fileName);
+    if (PluginLocations::isContainer(plugin.name))
         return std::nullopt;
     const BundleMetadata metadata(m_files, path);
     plugin.manufacturer = metadata.extractManufacturer();
@@ -166,19 +163,10 @@ std::optional<AudioPlugin> PluginScanner::createPluginFromURL(const QString& pat
     plugin.lastUsed = metadata.extractLastUsed(plugin.name);
     plugin.id = makeUuid();
     plugin.format = format;
-    plugin.isEnabled = !path.contains(m_centralDisabledDirectory) && !path.contains(kUnusedMark);
-    plugin.originalPath = plugin.isEnabled ? path : getOriginalPath(path, fileName, format);
+    plugin.isEnabled = !m_locations.isDisabled(path);
+    plugin.originalPath = m_locations.originalPath(path, format);
     plugin.currentPath = path;
     return plugin;
-}
-
-QString PluginScanner::getOriginalPath(const QString& path, const QString& fileName,
-                                       PluginFormat format) const
-{
-    // On purpose: it goes back to the top of the system's folder, wherever it came from before.
-    if (path.contains(m_centralDisabledDirectory))
-        return systemPaths(format, m_layout).first() + u'/' + fileName;
-    return m_layout.aaxDirectory() + u'/' + fileName;
 }
 
 } // namespace orvanlite

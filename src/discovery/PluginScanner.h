@@ -3,6 +3,7 @@
 #include "model/AudioPlugin.h"
 #include "model/Observable.h"
 #include "model/PluginError.h"
+#include "model/PluginLocations.h"
 
 #include <qcorotask.h>
 
@@ -11,7 +12,6 @@
 namespace orvanlite::platform {
 class FileManager;
 struct Platform;
-struct SystemLayout;
 } // namespace orvanlite::platform
 
 namespace orvanlite {
@@ -46,13 +46,9 @@ private:
     /// Nothing for a container of other plugins, whose removal would switch all of them off.
     [[nodiscard]] std::optional<AudioPlugin> createPluginFromURL(const QString& path, const QString& fileName,
                                                                  PluginFormat format) const;
-    /// Where a disabled plugin found at this path belongs when enabled.
-    [[nodiscard]] QString getOriginalPath(const QString& path, const QString& fileName,
-                                          PluginFormat format) const;
 
-    const platform::SystemLayout& m_layout;
+    const PluginLocations m_locations;
     platform::FileManager& m_files;
-    QString m_centralDisabledDirectory;
 };
 
 } // namespace orvanlite

@@ -4,10 +4,11 @@
 
 namespace orvanlite::platform {
 class FileManager;
-struct SystemLayout;
-} // namespace orvanlite::platform
+}
 
 namespace orvanlite {
+
+class PluginLocations;
 
 /// The plugins in the versioned folders "Plug-Ins V{number}" of the Waves folder and in the folder "Disabled"
 /// of each. Nothing of a bundle itself is read.
@@ -16,6 +17,6 @@ namespace orvanlite {
 ///         in two versions gives two records of one key.
 /// Errors: none. A folder that cannot be listed is skipped.
 [[nodiscard]] AudioPlugins scanWavesBundlePlugins(const platform::FileManager& files,
-                                                  const platform::SystemLayout& layout);
+                                                  const PluginLocations& locations);
 
 } // namespace orvanlite

@@ -1,10 +1,8 @@
 #include "helper/PluginFolderMonitor.h"
 
 #include "model/AudioPlugin.h"
-#include "model/EntryName.h"
-#include "model/PluginFolders.h"
 #include "platform/FileManager.h"
-#include "platform/SystemLayout.h"
+#include "platform/Path.h"
 
 #include <QFileInfo>
 
@@ -19,22 +17,13 @@ namespace {
 /// An installer brings several plugins in one go: they are told together.
 constexpr std::chrono::milliseconds kPause(1000);
 
-std::vector<platform::DirectoryEntry> listQuietly(const platform::FileManager& files, const QString& path)
-{
-    try {
-        return files.list(path, platform::HiddenEntries::skip);
-    } catch (const platform::FileError&) {
-        return {}; // gone since, or not for this user
-    }
-}
-
 } // namespace
 
 PluginFolderMonitor::PluginFolderMonitor(const platform::FileManager& files,
                                          const platform::SystemLayout& layout, QObject* parent)
     : QObject(parent)
     , m_files(files)
-    , m_layout(layout)
+    , m_locations(layout)
 {
     m_pause.setSingleShot(true);
     m_pause.setInterval(kPause);
@@ -59,7 +48,7 @@ std::vector<FoundPlugin> PluginFolderMonitor::look()
     m_linkTargets.clear();
     std::vector<FoundPlugin> news;
     for (const PluginFormat format : allCases<PluginFormat>) {
-        const QStringList folders = pluginFolders(format, m_layout);
+        const QStringList folders = m_locations.searchFolders(format);
         for (const QString& folder : folders)
             lookIn(folder, format, news);
     }
@@ -71,9 +60,9 @@ void PluginFolderMonitor::lookIn(const QString& folder, PluginFormat format, std
 {
     if (!watch(folder))
         return;
-    for (const platform::DirectoryEntry& entry : listQuietly(m_files, folder)) {
-        const QString path = folder + u'/' + entry.name;
-        if (hasExtension(entry.name, bundleExtension(format)))
+    for (const platform::DirectoryEntry& entry : m_files.listOrNothing(folder)) {
+        const QString path = platform::join(folder, entry.name);
+        if (PluginLocations::isPluginOf(format, entry.name))
             lookAtEntry(entry.name, format, news);
         else if (entry.kind == platform::EntryKind::directory ||
                  (entry.kind == platform::EntryKind::unresolved && isFreshLink(path)))
@@ -83,18 +72,19 @@ void PluginFolderMonitor::lookIn(const QString& folder, PluginFormat format, std
 
 void PluginFolderMonitor::lookInWaves(std::vector<FoundPlugin>& news)
 {
-    const QString root = m_layout.wavesDirectory();
+    const QString& root = m_locations.wavesFolder();
     if (!watch(root))
         return;
-    for (const platform::DirectoryEntry& entry : listQuietly(m_files, root)) {
-        if (entry.kind != platform::EntryKind::directory || !isWavesVersionFolder(entry.name))
+    for (const platform::DirectoryEntry& entry : m_files.listOrNothing(root)) {
+        if (entry.kind != platform::EntryKind::directory ||
+            !PluginLocations::isWavesVersionFolder(entry.name))
             continue;
-        const QString version = root + u'/' + entry.name;
-        for (const QString& folder : {version, version + u"/Disabled"_s}) {
+        const QString version = platform::join(root, entry.name);
+        for (const QString& folder : {version, PluginLocations::wavesDisabledFolder(version)}) {
             if (!watch(folder))
                 continue;
-            for (const platform::DirectoryEntry& bundle : listQuietly(m_files, folder)) {
-                if (hasExtension(bundle.name, bundleExtension(PluginFormat::wavesBundle)))
+            for (const platform::DirectoryEntry& bundle : m_files.listOrNothing(folder)) {
+                if (PluginLocations::isPluginOf(PluginFormat::wavesBundle, bundle.name))
                     lookAtEntry(bundle.name, PluginFormat::wavesBundle, news);
             }
         }
@@ -104,9 +94,9 @@ void PluginFolderMonitor::lookInWaves(std::vector<FoundPlugin>& news)
 void PluginFolderMonitor::lookAtEntry(const QString& fileName, PluginFormat format,
                                       std::vector<FoundPlugin>& news)
 {
-    const QString name = baseName(fileName);
+    const QString name = platform::baseName(fileName);
     const QString key = pluginKey(name, format);
-    if (m_known.contains(key) || isPluginContainer(name))
+    if (m_known.contains(key) || PluginLocations::isContainer(name))
         return;
     m_known.insert(key);
     news.push_back({name, format});
@@ -116,7 +106,7 @@ bool PluginFolderMonitor::watch(const QString& folder)
 {
     QString existing = folder;
     while (!existing.isEmpty() && !m_files.exists(existing))
-        existing.truncate(existing.lastIndexOf(u'/'));
+        existing = platform::parentFolder(existing);
     m_watcher.addPath(existing.isEmpty() ? u"/"_s : existing);
     return existing == folder;
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "model/PluginFormat.h"
+#include "model/PluginLocations.h"
 
 #include <QFileSystemWatcher>
 #include <QObject>
@@ -51,7 +51,7 @@ private:
     bool isFreshLink(const QString& path);
 
     const platform::FileManager& m_files;
-    const platform::SystemLayout& m_layout;
+    const PluginLocations m_locations;
     QFileSystemWatcher m_watcher;
     QTimer m_pause;
     QSet<QString> m_known;       ///< plugin keys

@@ -3,13 +3,8 @@
 #include "model/RawValue.h"
 
 #include <QHashFunctions>
-#include <QStringList>
 
 #include <array>
-
-namespace orvanlite::platform {
-struct SystemLayout;
-}
 
 namespace orvanlite {
 
@@ -28,13 +23,6 @@ struct RawValueTable<PluginFormat> {
         {PluginFormat::wavesBundle, u"Waves"},
     }};
 };
-
-/// Where hosts look for plugins of the format: the system's folder, then the user's, which is left out without
-/// a home folder. Empty for `wavesBundle`, whose folders carry version numbers and are found by the scan.
-[[nodiscard]] QStringList systemPaths(PluginFormat format, const platform::SystemLayout& layout);
-
-/// The file name extension, without the dot, that makes an entry a plugin of the format.
-[[nodiscard]] QStringView bundleExtension(PluginFormat format);
 
 inline size_t qHash(PluginFormat format, size_t seed = 0) noexcept
 {

@@ -3,6 +3,7 @@
 #include "model/Console.h"
 #include "operations/Detach.h"
 #include "operations/OperationErrors.h"
+#include "operations/PluginMover.h"
 #include "platform/Clock.h"
 #include "platform/Defaults.h"
 #include "platform/NotificationCenter.h"
@@ -26,6 +27,10 @@ constexpr std::chrono::milliseconds kTypingDelay{50};
 PluginManagerViewModel::PluginManagerViewModel(const platform::Platform& platform, PluginDatabase& database,
                                                ActivityLogManager& activityLog, QObject* parent)
     : QObject(parent)
+    , BulkSelection(database, this)
+    , ProfilePreview(static_cast<CatalogueRows&>(*this), this)
+    , m_mover(std::make_shared<PluginMover>(platform))
+    , isRunningScript(m_mover->isRunningScript)
     , m_platform(platform)
     , m_database(database)
     , m_activityLog(activityLog)
@@ -38,8 +43,6 @@ PluginManagerViewModel::PluginManagerViewModel(const platform::Platform& platfor
     // On purpose: every change has its own delayed reload, and none is cancelled by a later one.
     searchText.observe(this, [this] { detach(reloadAfterTyping()); });
     sortOrder.observe(this, [this] { sortChanged(); });
-    selectedPlugins.observe(this, [this] { updateCachedTransfer(); });
-    connectProfileObservers();
     refreshFromDatabase();
 }
 
@@ -66,11 +69,12 @@ QCoro::Task<> PluginManagerViewModel::scanForPlugins()
         m_database.replaceAllPlugins(*plugins);
         allManufacturers = m_database.getDistinctManufacturers();
         refreshFromDatabase();
+        refreshProfileChanges(); // its rows have new ids
         isLoading = false;
         detectNewPlugins(existingKeys);
         failure = *m_scanner.scanError;
     } catch (const std::exception& thrown) {
-        failure = toPluginError(thrown); // e.g. out of memory: the window must not stay busy for ever
+        failure = toPluginError(thrown); // e.g. out of memory: the window must not stay busy forever
         isLoading = false;
     }
     if (failure)
@@ -114,15 +118,7 @@ void PluginManagerViewModel::refreshFromDatabase()
 {
     m_currentOffset = 0;
     displayedPlugins = queryPage(pageSize, 0);
-    if (!persistedSelections.isEmpty()) {
-        QSet<QUuid> marked;
-        for (const AudioPlugin& plugin : *displayedPlugins) {
-            if (persistedSelections.contains(plugin.id))
-                marked.insert(plugin.id);
-        }
-        selectedPlugins = std::move(marked);
-        updateCachedTransfer();
-    }
+    selectLoaded(*displayedPlugins);
     totalPluginCount = m_database.totalCount(currentFilter());
     m_hasMorePages = std::ssize(*displayedPlugins) < *totalPluginCount;
     dbEnabledCount = m_database.countPlugins(true);
@@ -185,6 +181,9 @@ std::vector<std::pair<PluginFormat, int>> PluginManagerViewModel::pluginCounts()
     }
     return counts;
 }
+
+// On purpose neither the earlier selection nor the favourites list plays a part.
+void PluginManagerViewModel::invertSelection() { selectOutside(currentFilter()); }
 
 void PluginManagerViewModel::resetView()
 {

@@ -6,57 +6,18 @@ namespace orvanlite {
 
 using namespace Qt::StringLiterals;
 
-void PluginManagerViewModel::connectProfileObservers()
-{
-    plugins.observe(this, [this] { m_comparison.pluginsChanged(); });
-    const auto dropSlice = [this] { m_agreeingPlugins.reset(); };
-    displayedPlugins.observe(this, dropSlice);
-    activeProfile.observe(this, dropSlice);
-    profileViewFilter.observe(this, [this, dropSlice] {
-        dropSlice();
-        if (*profileViewFilter == "changes"_L1)
-            refreshProfileChanges();
-    });
-}
-
-AudioPlugins PluginManagerViewModel::agreeingPlugins(bool enabled) const
-{
-    const QSet<QString>& inProfile = (*activeProfile)->enabledPlugins;
-    AudioPlugins agreeing;
-    for (const AudioPlugin& plugin : *displayedPlugins) {
-        if (plugin.isEnabled == enabled && inProfile.contains(pluginKey(plugin)) == enabled)
-            agreeing.push_back(plugin);
-    }
-    return agreeing;
-}
-
-const AudioPlugins& PluginManagerViewModel::filteredPlugins() const
-{
-    if (!activeProfile->has_value())
-        return *displayedPlugins;
-    if (*profileViewFilter == "changes"_L1)
-        return *cachedProfileChanges;
-    const bool enabled = *profileViewFilter == "enabled"_L1;
-    if (!enabled && *profileViewFilter != "disabled"_L1)
-        return *displayedPlugins;
-    if (!m_agreeingPlugins)
-        m_agreeingPlugins = agreeingPlugins(enabled);
-    return *m_agreeingPlugins;
-}
-
 void PluginManagerViewModel::sortChanged()
 {
-    if (activeProfile->has_value() && !sortOrder->empty() &&
-        sortOrder->front().key == PluginSortKey::statusValue)
-        profileSortMode = (*profileSortMode + 1) % 3;
+    if (!sortOrder->empty() && sortOrder->front().key == PluginSortKey::statusValue)
+        statusSorted();
     refreshFromDatabase();
-    if (activeProfile->has_value())
+    if (isActive())
         refreshProfileChanges();
 }
 
 void PluginManagerViewModel::previewProfile(const PluginProfile& profile)
 {
-    if (activeProfile->has_value() && (*activeProfile)->id == profile.id) {
+    if (isPreviewing(profile.id)) {
         closeProfilePreview();
         return;
     }
@@ -77,25 +38,6 @@ void PluginManagerViewModel::closeProfilePreview()
     showAllPlugins = false;
 }
 
-void PluginManagerViewModel::refreshProfileChanges()
-{
-    if (!activeProfile->has_value()) {
-        cachedProfileChanges.clear();
-        return;
-    }
-    cachedProfileChanges = m_comparison.changes(**activeProfile, *plugins);
-}
-
-ProfileChanges PluginManagerViewModel::profileChanges(const PluginProfile& profile) const
-{
-    return ProfileManager::computeChanges(profile, *plugins);
-}
-
-int PluginManagerViewModel::profileChangeCount(const PluginProfile& profile) const
-{
-    return m_comparison.changeCount(profile, *plugins);
-}
-
 QCoro::Task<> PluginManagerViewModel::applyProfile(PluginProfile profile)
 {
     ProfileChanges changes = profileChanges(profile);
@@ -110,7 +52,7 @@ QCoro::Task<> PluginManagerViewModel::applyProfile(PluginProfile profile)
 void PluginManagerViewModel::updateProfile(ProfileManager& manager, PluginProfile profile)
 {
     manager.updateProfile(profile, *plugins);
-    if (activeProfile->has_value() && (*activeProfile)->id == profile.id) {
+    if (isPreviewing(profile.id)) {
         // The preview would compare with the old state otherwise.
         std::optional<PluginProfile> stored;
         for (const PluginProfile& each : *manager.profiles) {
@@ -124,7 +66,7 @@ void PluginManagerViewModel::updateProfile(ProfileManager& manager, PluginProfil
 
 void PluginManagerViewModel::deleteProfile(ProfileManager& manager, PluginProfile profile)
 {
-    if (activeProfile->has_value() && (*activeProfile)->id == profile.id)
+    if (isPreviewing(profile.id))
         closeProfilePreview();
     manager.deleteProfile(profile);
     refreshAllState();

@@ -15,15 +15,6 @@ namespace {
 
 using platform::DirectoryEntry;
 
-std::vector<DirectoryEntry> listOrNothing(const platform::FileManager& files, const QString& path)
-{
-    try {
-        return files.list(path, platform::HiddenEntries::skip);
-    } catch (const platform::FileError&) {
-        return {};
-    }
-}
-
 bool isRegistrationUtility(const DirectoryEntry& entry)
 {
     return entry.name.startsWith(u"Waves AU Reg Utility"_s) && entry.name.endsWith(u".app"_s);
@@ -44,11 +35,11 @@ AudioPlugins PluginManagerViewModel::allWavesPluginsMatchingName(const QString& 
 void PluginManagerViewModel::runWavesAURegUtilities()
 {
     const QString waves = m_platform.layout.wavesDirectory();
-    for (const DirectoryEntry& shells : listOrNothing(m_platform.files, waves)) {
+    for (const DirectoryEntry& shells : m_platform.files.listOrNothing(waves)) {
         if (!shells.name.startsWith(u"WaveShells V"_s))
             continue;
         const QString folder = waves + u'/' + shells.name;
-        const std::vector<DirectoryEntry> entries = listOrNothing(m_platform.files, folder);
+        const std::vector<DirectoryEntry> entries = m_platform.files.listOrNothing(folder);
         const auto utility = std::find_if(entries.begin(), entries.end(), isRegistrationUtility);
         if (utility == entries.end())
             continue;

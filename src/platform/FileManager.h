@@ -77,6 +77,9 @@ public:
     [[nodiscard]] virtual std::vector<DirectoryEntry> list(const QString& path,
                                                            HiddenEntries hidden) const = 0;
 
+    /// list() without hidden entries; empty for a folder that cannot be listed.
+    [[nodiscard]] std::vector<DirectoryEntry> listOrNothing(const QString& path) const;
+
     /// The content of a regular file of at most `limit` bytes; nothing for anything else. Never waits (a pipe or
     /// a device is no regular file).
     [[nodiscard]] virtual std::optional<QByteArray> read(const QString& path, qint64 limit) const = 0;

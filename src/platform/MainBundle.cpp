@@ -1,9 +1,9 @@
 #include "platform/MainBundle.h"
 
 #include "platform/FileManager.h"
+#include "platform/Path.h"
 #include "platform/PropertyList.h"
 
-#include <algorithm>
 #include <array>
 
 namespace orvanlite::platform {
@@ -15,13 +15,11 @@ namespace {
 constexpr qint64 kLargestInfoPlist = 1 << 20;
 constexpr QStringView kExecutableFolder = u"/Contents/MacOS";
 
-QString parent(const QString& path) { return path.first(std::max<qsizetype>(path.lastIndexOf(u'/'), 0)); }
-
 } // namespace
 
 MainBundle::MainBundle(const FileManager& files, const QString& executablePath)
     : m_files(files)
-    , m_bundlePath(parent(executablePath))
+    , m_bundlePath(parentFolder(executablePath))
 {
     if (m_bundlePath.endsWith(kExecutableFolder))
         m_bundlePath.chop(kExecutableFolder.size());

@@ -1,5 +1,6 @@
 #include "discovery/WavesScan.h"
 
+#include "model/PluginLocations.h"
 #include "support/Fakes.h"
 
 #include <QFile>
@@ -18,7 +19,8 @@ std::vector<std::string> scanned(const TempRoot& root)
     const platform::FreedesktopFileManager files;
     const QString waves = root.at(u"/Applications/Waves/");
     std::vector<std::string> lines;
-    for (const AudioPlugin& plugin : scanWavesBundlePlugins(files, root.layout())) {
+    const platform::SystemLayout layout = root.layout();
+    for (const AudioPlugin& plugin : scanWavesBundlePlugins(files, PluginLocations(layout))) {
         EXPECT_EQ(plugin.manufacturer, u"Waves Audio"_s);
         EXPECT_EQ(plugin.format, PluginFormat::wavesBundle);
         EXPECT_FALSE(plugin.id.isNull());

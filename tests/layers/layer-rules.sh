@@ -108,7 +108,7 @@ in_source && header && code ~ /^[ \t]*#[ \t]*import/ { breach("no header include
 in_source && folder != "platform" {
     if (code ~ /^[ \t]*#[ \t]*(if|ifdef|ifndef|elif).*(Q_OS_|__APPLE__|__MACH__|__linux|__unix|__FreeBSD__|_WIN32|TARGET_OS_)/)
         breach("only src/platform asks which system this is")
-    if (code ~ /(^|[^A-Za-z0-9_.%}~])\/(Library|Applications)([^A-Za-z0-9_]|$)/ && FILENAME != "src/model/PluginFormat.cpp")
+    if (code ~ /(^|[^A-Za-z0-9_.%}~])\/(Library|Applications)([^A-Za-z0-9_]|$)/ && FILENAME != "src/model/PluginLocations.cpp")
         breach("paths of the system come from SystemLayout")
     if (code ~ /QDir::(home|temp)|QStandardPaths|NSHomeDirectory|getpwuid|getenv\(.*"(HOME|TMPDIR|XDG_)/)
         breach("folders of the user come from SystemLayout")

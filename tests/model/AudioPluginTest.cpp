@@ -3,6 +3,7 @@
 #include "model/ConsolidatedPlugin.h"
 #include "model/Json.h"
 #include "model/PluginError.h"
+#include "model/PluginLocations.h"
 #include "model/Uuid.h"
 #include "platform/SystemLayout.h"
 
@@ -161,15 +162,15 @@ TEST(PluginFormat, FoldersExtensionsAndRawValues)
         EXPECT_EQ(rawValue(format), text);
         EXPECT_EQ(fromRawValue<PluginFormat>(text), format);
         EXPECT_EQ(fromRawValue<PluginFormat>(text + u' '), std::nullopt);
-        EXPECT_EQ(bundleExtension(format), QString::fromLatin1(rows[i].extension));
+        EXPECT_EQ(PluginLocations::bundleExtension(format), QString::fromLatin1(rows[i].extension));
         const QStringList folders = folder.isEmpty()
                                         ? QStringList()
                                         : QStringList{u"/box"_s + folder, u"/box/Users/tester"_s + folder};
-        EXPECT_EQ(systemPaths(format, layout), folders);
+        EXPECT_EQ(PluginLocations(layout).systemPaths(format), folders);
         for (const QString& noHome : {QString(), u"/"_s}) {
             platform::SystemLayout ofNobody = layout;
             ofNobody.home = noHome;
-            EXPECT_EQ(systemPaths(format, ofNobody), folders.mid(0, 1));
+            EXPECT_EQ(PluginLocations(ofNobody).systemPaths(format), folders.mid(0, 1));
         }
     }
     EXPECT_EQ(fromRawValue<PluginFormat>(u"vst3"), std::nullopt);

@@ -1,7 +1,5 @@
 #include "operations/PluginSort.h"
 
-#include "operations/ShellQuoting.h"
-
 #include <gtest/gtest.h>
 
 namespace orvanlite::test {
@@ -30,13 +28,6 @@ TEST(PluginSortTest, OnlyTheFirstComparatorReachesTheCatalogue)
         EXPECT_EQ(sort.column, row.wanted.column);
         EXPECT_EQ(sort.ascending, row.wanted.ascending) << row.wanted.column.data();
     }
-}
-
-TEST(ShellQuotingTest, KeepsEveryTextOneWord)
-{
-    EXPECT_EQ(shellQuoted(u"/a b/$(c) `d` \"e\" \\f"_s), u"'/a b/$(c) `d` \"e\" \\f'"_s);
-    EXPECT_EQ(shellQuoted(u"O'Neil's"_s), uR"('O'"'"'Neil'"'"'s')"_s);
-    EXPECT_EQ(shellQuoted({}), u"''"_s);
 }
 
 } // namespace orvanlite::test

@@ -193,9 +193,11 @@ TEST_F(ProfilePreviewTest, ApplyingMovesTheFilesWithOneScript)
     const PluginProfile profile = save(u"All on"_s);
     runTask(model().togglePlugin(row(u"B"_s)));
     m_root.addFile(vst3 + u"New.vst3"_s);
-    scan();
     model().previewProfile(profile);
-    EXPECT_EQ(shownNames(), (QStringList{u"B"_s, u"New"_s}));
+    scan();
+    EXPECT_EQ(shownNames(), (QStringList{u"B"_s, u"New"_s})) << "compared again after the scan";
+    for (const AudioPlugin& each : model().filteredPlugins())
+        EXPECT_EQ(each.id, row(each.name).id) << "a click on it has to find its row";
     const auto scripts = m_system.scripts.sources.size();
     runTask(model().applyProfile(profile));
     EXPECT_EQ(m_system.scripts.sources.size(), scripts + 1);

@@ -1,5 +1,7 @@
 #include "platform/freedesktop/FreedesktopFileManager.h"
 
+#include "platform/Path.h"
+
 #include <QSet>
 
 #include <cerrno>
@@ -16,9 +18,8 @@ constexpr qint64 kLargestHiddenList = 1 << 20;
 
 void FreedesktopFileManager::setHidden(const QString& path)
 {
-    const qsizetype slash = path.lastIndexOf(u'/');
-    const QString list = path.first(slash + 1) + u".hidden"_s;
-    const QByteArray name = path.sliced(slash + 1).toUtf8();
+    const QString list = join(parentFolder(path), u".hidden"_s);
+    const QByteArray name = fileName(path).toUtf8();
     if (name.isEmpty() || name.contains('\n'))
         throw FileError(EINVAL, path);
     auto content = read(list, kLargestHiddenList);

@@ -1,6 +1,7 @@
 #include "platform/freedesktop/FreedesktopWorkspace.h"
 
 #include "platform/FileManager.h"
+#include "platform/Path.h"
 #include "platform/ProcessLauncher.h"
 #include "platform/Utf8.h"
 #include "platform/freedesktop/ApplicationBundle.h"
@@ -35,7 +36,7 @@ QString bundleOf(qint64 processId)
         return {};
     const QString executable = fromUtf8({target.data(), length});
     constexpr QStringView inBundle = u"/Contents/MacOS";
-    const QString parent = executable.first(std::max<qsizetype>(executable.lastIndexOf(u'/'), 0));
+    const QString parent = parentFolder(executable);
     if (!parent.endsWith(u".app/Contents/MacOS"))
         return {};
     return parent.chopped(inBundle.size());

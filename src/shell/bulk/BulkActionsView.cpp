@@ -332,10 +332,9 @@ void BulkActionsView::toggleMark(const QString& name)
 
 void BulkActionsView::removeMarked()
 {
-    const QSet<QString> marked = m_selectedBulkNames;
-    for (const QString& name : marked)
-        m_viewModel.deselectPluginsByName(name);
-    m_selectedBulkNames.clear();
+    const QSet<QString> names = std::exchange(m_selectedBulkNames, {});
+    if (!names.isEmpty())
+        m_viewModel.deselectPluginsByNames(names);
     m_updates->schedule();
 }
 

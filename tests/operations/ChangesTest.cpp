@@ -1,11 +1,7 @@
+#include "HostileTree.h"
 #include "OperationsFixture.h"
 
-#include "operations/BatchScript.h"
-
-#include <QRegularExpression>
-
 #include <sys/resource.h>
-#include <sys/stat.h>
 
 #include <csignal>
 
@@ -39,16 +35,9 @@ private:
     void (*m_oldHandler)(int) = nullptr;
 };
 
-/// A full copy of a file of the batch that waits to be run.
-struct WaitingFile {
-    QString name;
-    QByteArray content;
-    unsigned mode = 0;
-};
-
 } // namespace
 
-class ToggleMultipleTest : public OperationsTest {
+class ChangesTest : public OperationsTest {
 protected:
     void toggle(AudioPlugins plugins) { runTask(model().toggleMultiplePlugins(std::move(plugins))); }
     void addVst3(const QStringList& names)
@@ -63,23 +52,106 @@ protected:
         m_prompt.emplace(m_system.layout, m_root.at(u"/tools/prompt"));
         m_system.scripts.runner = &*m_prompt;
     }
-    [[nodiscard]] std::vector<WaitingFile> waitingFiles() const
-    {
-        std::vector<WaitingFile> waiting;
-        for (const QString& name : temporaryFiles()) {
-            const QString path = m_system.layout.temporary + u'/' + name;
-            struct stat status {};
-            ::stat(path.toUtf8().constData(), &status);
-            waiting.push_back(
-                {name, m_system.files.read(path, 1 << 20).value_or("?"), status.st_mode & 07777});
-        }
-        return waiting;
-    }
 
     std::optional<platform::FreedesktopScriptRunner> m_prompt;
 };
 
-TEST_F(ToggleMultipleTest, LeavesBehindWhatEachFailureMay)
+TEST_F(ChangesTest, FilesRowsReloadAndLogInThisOrder)
+{
+    const QString path = kVst3 + u"Foo.vst3"_s;
+    m_root.addBundle(path);
+    scan();
+    QStringList steps;
+    const auto note = [&](const QString& step) {
+        const AudioPlugins found = m_database.queryPlugins({}, "name"_L1, true, 10, 0);
+        const QString state = found.empty() ? u"gone"_s : found[0].statusValue();
+        const bool agrees =
+            found.empty() ? !m_root.exists(path) : m_system.files.exists(found[0].currentPath);
+        steps.append(step + u' ' + state + (agrees ? u""_s : u" but the disk differs"_s));
+    };
+    model().plugins.observe(&model(), [&] { note(u"reload"_s); });
+    m_log.entries.observe(&model(), [&] { note(u"log"_s); });
+    m_system.scripts.whileRunning = [&] { note(u"script"_s); };
+    const struct {
+        const char* title;
+        std::function<QCoro::Task<>(AudioPlugins)> change;
+        QString before;
+        QString after;
+        QString logged;
+    } cases[] = {
+        {"disable", [this](AudioPlugins all) { return model().togglePlugin(all[0]); }, u"Enabled"_s,
+         u"Disabled"_s, u"Disabled Foo"_s},
+        {"enable many", [this](AudioPlugins all) { return model().toggleMultiplePlugins(std::move(all)); },
+         u"Disabled"_s, u"Enabled"_s, u"Enabled Foo"_s},
+        {"delete", [this](AudioPlugins all) { return model().deletePlugins(std::move(all)); }, u"Enabled"_s,
+         u"gone"_s, u"Deleted Foo"_s},
+    };
+    for (const auto& each : cases) {
+        SCOPED_TRACE(each.title);
+        const AudioPlugin before = row(u"Foo"_s);
+        const Tree tree = treeOf(m_root.at(u"/Library"));
+        const int posts = countPosts();
+        steps.clear();
+        m_system.scripts.failNext(u"User canceled."_s);
+        runTask(each.change({before}));
+        EXPECT_EQ(steps, QStringList{u"script "_s + each.before}) << "a failure changes nothing";
+        EXPECT_EQ(difference(treeOf(m_root.at(u"/Library")), tree), "");
+        EXPECT_EQ(row(u"Foo"_s), before);
+        EXPECT_EQ(countPosts(), posts);
+        ASSERT_TRUE(model().error->has_value());
+        EXPECT_EQ((*model().error)->kind(), PluginError::Kind::permissionDenied);
+
+        steps.clear();
+        runTask(each.change({before}));
+        EXPECT_EQ(steps, (QStringList{u"script "_s + each.before, u"reload "_s + each.after,
+                                      u"log "_s + each.after}));
+        EXPECT_EQ(logged().value(0), each.logged);
+        EXPECT_TRUE(model().error->has_value()) << "only a scan clears it";
+        model().error.clear();
+    }
+}
+
+TEST_F(ChangesTest, DeletionTakesRowsAndSelectionWithIt)
+{
+    for (const QString& name : {u"Gone"_s, u"Kept"_s, u"Missing"_s, u"Unpicked"_s})
+        m_root.addBundle(kVst3 + name + u".vst3"_s);
+    m_root.addBundle(kDisabledVst3 + u"Off.vst3"_s);
+    m_root.addBundle(u"/Applications/Waves/Plug-Ins V14/Disabled/Wave.bundle");
+    m_root.addFolder(u"/Applications/Waves/WaveShells V14/Waves AU Reg Utility.app");
+    scan();
+    for (const AudioPlugin& each : rows({u"Gone"_s, u"Kept"_s, u"Missing"_s, u"Off"_s, u"Wave"_s}))
+        model().collectSelection({each.id});
+    model().refreshFromDatabase();
+    m_root.addFile(kVst3 + u"Off.vst3"_s, "came back meanwhile");
+    m_system.files.remove(m_root.at(kVst3 + u"Missing.vst3"_s));
+    const QUuid kept = row(u"Kept"_s).id;
+
+    runTask(model().deletePlugins(rows({u"Off"_s, u"Gone"_s, u"Wave"_s, u"Missing"_s})));
+    EXPECT_FALSE(model().error->has_value());
+    EXPECT_EQ(m_root.names(kVst3), (QStringList{u"Kept.vst3"_s, u"Off.vst3"_s, u"Unpicked.vst3"_s}))
+        << "a disabled plugin goes where it is, not where it would belong";
+    EXPECT_EQ(states(), (QStringList{u"Kept Enabled"_s, u"Unpicked Enabled"_s}));
+    EXPECT_EQ(model().persistedSelections, QSet<QUuid>{kept});
+    EXPECT_EQ(*model().selectedPlugins, QSet<QUuid>{kept});
+    EXPECT_EQ(model().cachedPluginKeysTransfer->keys, QStringList{u"Kept|VST3"_s});
+    EXPECT_EQ(model().consolidatedBulkPlugins->size(), 5U) << "the pane keeps what it showed";
+    EXPECT_EQ(logged(),
+              (QStringList{u"Deleted Off"_s, u"Deleted Gone"_s, u"Deleted Wave"_s, u"Deleted Missing"_s}));
+    EXPECT_TRUE(m_system.processes.starts.empty() && m_progress.calls.isEmpty());
+
+    // The second of three fails: the first is gone, and its row goes with the next scan.
+    standIn(u"rm"_s, "[ $n = 2 ] && { echo busy >&2; exit 1; }\nexec /bin/rm \"$@\"\n");
+    m_root.addBundle(kVst3 + u"Alpha.vst3"_s);
+    scan();
+    const QStringList before = states();
+    runTask(model().deletePlugins(rows({u"Alpha"_s, u"Kept"_s, u"Unpicked"_s})));
+    EXPECT_TRUE((*model().error)->payload().contains(u"busy"_s));
+    EXPECT_EQ(states(), before);
+    scan();
+    EXPECT_EQ(states(), (QStringList{u"Kept Enabled"_s, u"Off Enabled"_s, u"Unpicked Enabled"_s}));
+}
+
+TEST_F(ChangesTest, LeavesBehindWhatEachFailureMay)
 {
     const auto move = [this](const QByteArray& first, const QByteArray& then = {}) {
         standIn(u"mv"_s, first + "\n/bin/mv \"$@\"\n" + then);
@@ -90,7 +162,6 @@ TEST_F(ToggleMultipleTest, LeavesBehindWhatEachFailureMay)
         m_system.files.remove(m_system.layout.temporary);
         m_system.files.write(m_system.layout.temporary, "x", platform::WriteMode::inPlace);
     };
-    const platform::ScriptOutcome wordless{std::nullopt, platform::ScriptErrorDictionary()};
     const struct {
         const char* title;
         std::function<void()> arrange;
@@ -105,8 +176,6 @@ TEST_F(ToggleMultipleTest, LeavesBehindWhatEachFailureMay)
         {"cancelled prompt", [this] { prompt(126); }, u""_s, u"Permission denied: User canceled."_s},
         {"refused password", [this] { prompt(127); }, u""_s,
          u"Permission denied: The authorization was denied."_s},
-        {"no words", [&] { m_system.scripts.answerNext(wordless); }, u""_s,
-         u"Permission denied: AppleScript error"_s},
         {"chmod fails", [this] { standIn(u"chmod"_s, "echo no >&2; exit 1\n"); }, u""_s,
          u"Permission denied: no"_s},
         {"no script object counts as done", [this] { m_system.scripts.answerNext({}); }, u""_s, u""_s},
@@ -159,46 +228,7 @@ TEST_F(ToggleMultipleTest, LeavesBehindWhatEachFailureMay)
     }
 }
 
-TEST_F(ToggleMultipleTest, KeepsItsFilesPrivateUntilTheyRun)
-{
-    addVst3({u"A"_s, u"B"_s});
-    scan();
-    const AudioPlugins plugins = rows({u"B"_s, u"A"_s});
-    std::vector<BatchItem> items;
-    for (const AudioPlugin& each : plugins)
-        items.push_back({each, each.currentPath, m_root.at(kDisabledVst3 + each.name + u".vst3"_s)});
-    std::vector<WaitingFile> waiting;
-    m_system.scripts.whileRunning = [&] { waiting = waitingFiles(); };
-    for (const bool isEmpty : {false, true}) {
-        SCOPED_TRACE(isEmpty);
-        m_log.clear();
-        m_system.scripts.sources.clear();
-        const QStringList before = states();
-        toggle(isEmpty ? AudioPlugins() : plugins);
-        ASSERT_EQ(waiting.size(), 2U);
-        const auto match =
-            QRegularExpression(u"^orvanlite_batch_([0-9A-F]{8}-(?:[0-9A-F]{4}-){3}[0-9A-F]{12})\\.sh$"_s)
-                .match(waiting[0].name);
-        ASSERT_TRUE(match.hasMatch()) << qPrintable(waiting[0].name);
-        EXPECT_EQ(waiting[1].name, u"orvanlite_progress_"_s + match.captured(1) + u".txt"_s);
-        EXPECT_EQ(waiting[0].mode, 0600U);
-        EXPECT_EQ(waiting[1].mode, 0600U);
-        const QString folder = m_system.layout.temporary + u'/';
-        const QString script =
-            batchScript(isEmpty ? std::vector<BatchItem>() : items, folder + waiting[1].name);
-        EXPECT_EQ(waiting[0].content, script.toUtf8());
-        EXPECT_EQ(waiting[1].content, "0");
-        EXPECT_EQ(m_system.scripts.sources, QStringList{batchAppleScript(folder + waiting[0].name)});
-        EXPECT_EQ(temporaryFiles(), QStringList());
-        EXPECT_FALSE(model().error->has_value());
-        if (isEmpty) { // it is no short cut, and changes nothing
-            EXPECT_EQ(states(), before);
-            EXPECT_TRUE(m_log.entries->empty());
-        }
-    }
-}
-
-TEST_F(ToggleMultipleTest, ShowsThePanelFromFiftyOneOn)
+TEST_F(ChangesTest, ShowsThePanelFromFiftyOneOn)
 {
     const struct {
         int disabled;
@@ -235,7 +265,7 @@ TEST_F(ToggleMultipleTest, ShowsThePanelFromFiftyOneOn)
     }
 }
 
-TEST_F(ToggleMultipleTest, ReadsTheCounterEvery80Milliseconds)
+TEST_F(ChangesTest, ReadsTheCounterEvery80Milliseconds)
 {
     using namespace std::chrono_literals;
     fill(10);
@@ -271,7 +301,7 @@ TEST_F(ToggleMultipleTest, ReadsTheCounterEvery80Milliseconds)
     EXPECT_FALSE(model().error->has_value()) << "a missing counter is no failure";
 }
 
-TEST_F(ToggleMultipleTest, HidesThePanelWhenTheWindowIsGone)
+TEST_F(ChangesTest, HidesThePanelWhenTheWindowIsGone)
 {
     PluginManagerViewModel* gone = new PluginManagerViewModel(m_system.platform, m_database, m_log);
     gone->setBatchProgress(&m_progress);
@@ -286,67 +316,35 @@ TEST_F(ToggleMultipleTest, HidesThePanelWhenTheWindowIsGone)
     EXPECT_EQ(temporaryFiles(), QStringList());
 }
 
-TEST_F(ToggleMultipleTest, FlipsEachByItsOwnStateOnOneRoad)
+TEST_F(ChangesTest, ABatchFlipsEachByItsOwnState)
 {
     const QString waves = u"/Applications/Waves/Plug-Ins V14/"_s;
-    m_root.addBundle(u"/Library/Audio/Plug-Ins/Components/It's.component");
     m_root.addBundle(u"/Users/tester/Library/Audio/Plug-Ins/CLAP/User's.clap");
-    m_root.addBundle(u"/Library/Application Support/Avid/Audio/Plug-Ins/Pro.aaxplugin");
     m_root.addBundle(kDisabledVst3 + u"Back.vst3"_s);
     m_root.addBundle(waves + u"On.bundle"_s);
     m_root.addBundle(waves + u"Disabled/Off.bundle"_s);
-    m_root.addBundle(waves + u"Disabled/Off too.bundle"_s);
     m_root.addFolder(u"/Applications/Waves/WaveShells V14/Waves AU Reg Utility 14.app");
     scan();
-    ASSERT_FALSE(m_root.exists(u"/Library/Audio/Plug-Ins/VST3")) << "the batch makes it, also to enable";
-    m_system.scripts.sources.clear();
     int changes = 0;
     m_log.entries.observe(&model(), [&] { ++changes; });
-    toggle(rows({u"It's"_s, u"Off"_s, u"User's"_s, u"Back"_s, u"Pro"_s, u"On"_s, u"Off too"_s}));
+    toggle(rows({u"Off"_s, u"User's"_s, u"Back"_s, u"On"_s}));
     EXPECT_FALSE(model().error->has_value());
     EXPECT_EQ(m_system.scripts.sources.size(), 1);
-    for (const QString& place : {u"/Library/Audio/Plug-Ins/Disabled/Audio Units/It's.component"_s,
-                                 u"/Library/Audio/Plug-Ins/Disabled/CLAP/User's.clap"_s,
-                                 u"/Library/Application Support/Avid/Audio/Plug-Ins (Unused)/Pro.aaxplugin"_s,
-                                 kVst3 + u"Back.vst3"_s, waves + u"Disabled/On.bundle"_s,
-                                 waves + u"Off.bundle"_s, waves + u"Off too.bundle"_s})
-        EXPECT_TRUE(m_root.exists(place)) << qPrintable(place);
     EXPECT_EQ(logged(),
-              (QStringList{u"Disabled It's"_s, u"Disabled User's"_s, u"Disabled Pro"_s, u"Disabled On"_s,
-                           u"Enabled Off"_s, u"Enabled Back"_s, u"Enabled Off too"_s}));
+              (QStringList{u"Disabled User's"_s, u"Disabled On"_s, u"Enabled Off"_s, u"Enabled Back"_s}));
     EXPECT_EQ(changes, 2) << "one call for each direction";
-    EXPECT_EQ(m_system.processes.starts.size(), 1U) << "once, however many have come back";
-    const QStringList after = states();
+    EXPECT_EQ(m_system.processes.starts.size(), 1U) << "once, as one of them has come back";
     const AudioPlugins before = m_database.queryPlugins({}, "name"_L1, true, 100, 0);
     scan();
-    EXPECT_EQ(states(), after);
-    for (const AudioPlugin& each : before)
+    for (const AudioPlugin& each : before) {
         EXPECT_EQ(row(each.name).currentPath, each.currentPath);
-    toggle(rows({u"Off"_s, u"Off too"_s}));
+        EXPECT_EQ(row(each.name).isEnabled, each.isEnabled);
+    }
+    toggle(rows({u"Off"_s}));
     EXPECT_EQ(m_system.processes.starts.size(), 1U) << "not after disabling";
 }
 
-TEST_F(ToggleMultipleTest, GivesTwoItemsOfOneFileNameOnePlace)
-{
-    m_root.addFile(kVst3 + u"One/Same.vst3"_s, "one");
-    m_root.addFile(kVst3 + u"Two/Same.vst3"_s, "two");
-    m_root.addFile(kDisabledVst3 + u"Same.vst3"_s, "old");
-    scan();
-    AudioPlugins both = *model().plugins;
-    std::erase_if(both, [](const AudioPlugin& each) { return !each.isEnabled; });
-    std::sort(both.begin(), both.end(),
-              [](const auto& a, const auto& b) { return a.currentPath < b.currentPath; });
-    ASSERT_EQ(both.size(), 2U);
-    toggle(both);
-    EXPECT_EQ(m_root.content(kDisabledVst3 + u"Same.vst3"_s), "old");
-    EXPECT_EQ(m_root.content(kDisabledVst3 + u"Same 1.vst3"_s), "two") << "the second move meets the first";
-    EXPECT_EQ(m_root.names(kDisabledVst3), (QStringList{u"Same 1.vst3"_s, u"Same.vst3"_s}));
-    for (const AudioPlugin& each : *model().plugins)
-        EXPECT_EQ(each.currentPath.endsWith(u"Same 1.vst3"_s),
-                  each.id == both[0].id || each.id == both[1].id);
-}
-
-TEST_F(ToggleMultipleTest, TakesAllVersionsOfAWavesPluginTogether)
+TEST_F(ChangesTest, TakesAllVersionsOfAWavesPluginTogether)
 {
     const QString v14 = u"/Applications/Waves/Plug-Ins V14/"_s;
     const QString v15 = u"/Applications/Waves/Plug-Ins V15/"_s;
@@ -388,6 +386,28 @@ TEST_F(ToggleMultipleTest, TakesAllVersionsOfAWavesPluginTogether)
     place(was14, !was14); // rows of mixed state swap
     EXPECT_EQ(m_system.processes.starts.size(), 4U);
     EXPECT_FALSE(model().error->has_value());
+}
+
+TEST_F(ChangesTest, RegistersWavesAudioUnitsAfterEnablingOnly)
+{
+    m_root.addBundle(u"/Applications/Waves/Plug-Ins V14/Foo.bundle");
+    m_root.addFolder(u"/Applications/Waves/WaveShells V14/Waves AU Reg Utility 14.app");
+    m_root.addFolder(u"/Applications/Waves/WaveShells V14/Waves AU Reg Utility 14.txt");
+    m_root.addFolder(u"/Applications/Waves/WaveShells V15");
+    m_root.addFolder(u"/Applications/Waves/waveshells V16/Waves AU Reg Utility.app");
+    scan();
+    runTask(model().togglePlugin(row(u"Foo"_s)));
+    EXPECT_TRUE(m_system.processes.starts.empty());
+    runTask(model().togglePlugin(row(u"Foo"_s)));
+    const QString utility = m_root.at(u"/Applications/Waves/WaveShells V14/Waves AU Reg Utility 14.app");
+    const std::vector<RecordingLauncher::Start> wanted{
+        {m_root.at(u"/usr/bin/open"), {u"-a"_s, utility, u"--args"_s, u"--silent"_s}}};
+    EXPECT_EQ(m_system.processes.starts, wanted);
+
+    m_system.processes.fails = true;
+    runTask(model().togglePlugin(row(u"Foo"_s)));
+    runTask(model().togglePlugin(row(u"Foo"_s)));
+    EXPECT_FALSE(model().error->has_value()) << "a failed start is no failed toggle";
 }
 
 } // namespace orvanlite::test

@@ -18,4 +18,13 @@ FileError::FileError(int errorNumber, QString failedPath, QString text)
     , m_what(message.toUtf8())
 {}
 
+std::vector<DirectoryEntry> FileManager::listOrNothing(const QString& path) const
+{
+    try {
+        return list(path, HiddenEntries::skip);
+    } catch (const FileError&) {
+        return {};
+    }
+}
+
 } // namespace orvanlite::platform

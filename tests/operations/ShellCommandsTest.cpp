@@ -1,0 +1,91 @@
+#include "operations/ShellCommands.h"
+
+#include "HostileTree.h"
+#include "platform/freedesktop/AdministratorScript.h"
+#include "support/TempRoot.h"
+
+#include <QProcess>
+
+#include <gtest/gtest.h>
+
+namespace orvanlite::test {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+BatchItem item(const QString& source, const QString& destination) { return {{}, source, destination}; }
+
+} // namespace
+
+TEST(ShellCommandsTest, QuotesEveryTextAsOneWord)
+{
+    EXPECT_EQ(shellQuoted(u"/a b/$(c) `d` \"e\" \\f"_s), u"'/a b/$(c) `d` \"e\" \\f'"_s);
+    EXPECT_EQ(shellQuoted(u"O'Neil's"_s), uR"('O'"'"'Neil'"'"'s')"_s);
+    EXPECT_EQ(shellQuoted({}), u"''"_s);
+}
+
+TEST(ShellCommandsTest, BatchIsTheSameByteForByte)
+{
+    EXPECT_EQ(batchScript({}, u"/t/progress.txt"_s), u"#!/bin/sh\nn=0"_s);
+    const std::vector<BatchItem> items{
+        item(u"/Library/a b/O'Neil.vst3"_s, u"/Library/Disabled/VST3/O'Neil.vst3"_s),
+        item(u"/x/$(y)\n\\z\"é"_s, u"/d's/e/f"_s)};
+    EXPECT_EQ(batchScript(items, u"/it's/progress.txt"_s).toUtf8(), QByteArray(R"sh(#!/bin/sh
+n=0
+mkdir -p '/Library/Disabled/VST3' && mv '/Library/a b/O'"'"'Neil.vst3' '/Library/Disabled/VST3/O'"'"'Neil.vst3'
+n=$((n+1)) && printf '%d' $n > '/it'"'"'s/progress.txt'
+mkdir -p '/d'"'"'s/e' && mv '/x/$(y)
+\z"é' '/d'"'"'s/e/f'
+n=$((n+1)) && printf '%d' $n > '/it'"'"'s/progress.txt')sh"));
+    EXPECT_EQ(
+        batchAppleScript(u"/t/it's.sh"_s),
+        u"do shell script \"chmod +x '/t/it'\"'\"'s.sh' && '/t/it'\"'\"'s.sh'\" with administrator privileges"_s);
+}
+
+TEST(ShellCommandsTest, BatchMovesHostileNamesAndNothingElse)
+{
+    const TempRoot root;
+    const QString longFolder = u"/deep"_s + (u'/' + QString(200, u'd')).repeated(8);
+    std::vector<BatchItem> items;
+    const QStringList names = hostileNames();
+    for (qsizetype i = 0; i < names.size(); ++i) {
+        // Every third in a folder of that name as well, every fourth a bundle, some very deep.
+        QString source = u"/in"_s;
+        if (i % 7 == 0)
+            source += longFolder;
+        if (i % 3 == 0)
+            source += u"/folder"_s + QString::number(i) + u'/' + names[i];
+        source += u'/' + names[i];
+        const QByteArray content = QByteArray::number(i);
+        root.addFile(i % 4 == 0 ? source + u"/Contents/file"_s : source, content);
+        const QString folder = i % 5 == 0 ? u"/folders/"_s + names[i] : u"/out"_s;
+        items.push_back(item(root.at(source), root.at(folder + u'/' + names[i])));
+    }
+    // What the names would hit as patterns or options.
+    for (const QString& bystander :
+         {u"/in/a"_s, u"/in/b"_s, u"/in/canaries"_s, u"/a"_s, u"/Users/tester/x"_s})
+        root.addFile(bystander, "bystander");
+    const QString progress = root.at(u"/progress 'of' $(touch canary).txt");
+    const QString script = root.at(u"/batch.sh");
+    root.addFile(u"/batch.sh", batchScript(items, progress).toUtf8());
+
+    Tree wanted = treeOf(root.path());
+    for (const BatchItem& each : items)
+        moveWithin(wanted, each.source.toStdString(), each.destination.toStdString());
+    wanted.emplace(progress.toStdString(), std::to_string(items.size()));
+
+    const auto command = platform::parseAdministratorScript(batchAppleScript(script));
+    ASSERT_TRUE(std::holds_alternative<QString>(command));
+    QProcess shell;
+    shell.setWorkingDirectory(root.path());
+    shell.start(u"/bin/sh"_s, {u"-c"_s, std::get<QString>(command)});
+    ASSERT_TRUE(shell.waitForFinished());
+    EXPECT_EQ(shell.exitCode(), 0);
+    EXPECT_EQ(shell.readAllStandardError(), QByteArray());
+    EXPECT_EQ(shell.readAllStandardOutput(), QByteArray());
+
+    EXPECT_EQ(difference(treeOf(root.path()), wanted), "");
+}
+
+} // namespace orvanlite::test
