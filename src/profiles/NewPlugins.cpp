@@ -2,6 +2,8 @@
 
 #include "profiles/ProfileManager.h"
 
+#include <QHash>
+
 #include <algorithm>
 
 namespace orvanlite {
@@ -13,6 +15,23 @@ namespace {
 constexpr qsizetype kNamesInBanner = 3;
 
 } // namespace
+
+void NewPlugins::updateStates(const AudioPlugins& plugins)
+{
+    QHash<QUuid, const AudioPlugin*> byId;
+    QHash<QString, const AudioPlugin*> byKey; // ids do not outlive a scan
+    for (const AudioPlugin& plugin : plugins) {
+        byId.insert(plugin.id, &plugin);
+        byKey.insert(pluginKey(plugin), &plugin);
+    }
+    for (AudioPlugin& detected : detectedNewPlugins) {
+        const AudioPlugin* now = byId.value(detected.id, byKey.value(pluginKey(detected)));
+        if (!now)
+            continue; // uninstalled: its last state is as good as any
+        detected.currentPath = now->currentPath;
+        detected.isEnabled = now->isEnabled;
+    }
+}
 
 std::vector<PluginFormat> NewPlugins::detectedFormats() const
 {

@@ -18,6 +18,10 @@ struct NewPlugins {
     QSet<QUuid> selectedNewPluginIds;
     QSet<PluginFormat> selectedNewPluginFormats; ///< chips that are on
 
+    /// Takes over where the plugins are now: they may have been toggled since the scan that found them. Their ids and
+    /// ticks stay, also after another scan.
+    void updateStates(const AudioPlugins& plugins);
+
     /// Ascending by raw value.
     [[nodiscard]] std::vector<PluginFormat> detectedFormats() const;
     [[nodiscard]] qsizetype count(PluginFormat format) const;

@@ -32,7 +32,9 @@ int runGui(int& argc, char** argv)
                                *diskAccess};
     AppDelegate delegate(platform, shared);
     QMetaObject::invokeMethod(&delegate, &AppDelegate::applicationDidFinishLaunching, Qt::QueuedConnection);
-    return QApplication::exec();
+    const int status = QApplication::exec();
+    delegate.finishRunningScripts();
+    return status;
 }
 
 } // namespace orvanlite

@@ -44,13 +44,16 @@ void NewPluginsWorkflow::scanEnded()
 
 void NewPluginsWorkflow::showSheet()
 {
-    m_state.mutate(
-        [this](NewPlugins& state) { state.selectedProfilesForNewPlugins = m_profiles.profileIds(); });
+    m_state.mutate([this](NewPlugins& state) {
+        state.updateStates(*m_plugins.plugins);
+        state.selectedProfilesForNewPlugins = m_profiles.profileIds();
+    });
     m_sheet->present();
 }
 
 void NewPluginsWorkflow::addToProfiles()
 {
+    m_state.mutate([this](NewPlugins& state) { state.updateStates(*m_plugins.plugins); });
     m_state->addToProfiles(m_profiles);
     end();
 }
