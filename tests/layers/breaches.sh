@@ -58,7 +58,7 @@ paths of the system|src/discovery/A.cpp|p.startsWith(u"/Library"_s);
 -|src/discovery/A.cpp|f(u"x"); // lies in "/Library"
 -|src/shell/app/A.cpp|bundle.append(u"Contents/Library/LoginItems"_s);
 -|src/operations/A.cpp|u"rm -rf ~/Library/Caches/A/*"_s
--|src/model/PluginFormat.cpp|u"/Library/Audio"
+-|src/model/PluginLocations.cpp|u"/Library/Audio"
 folders of the user|src/operations/A.cpp|auto home = QDir::homePath();
 QCoro::waitFor never|src/uad/A.cpp|QCoro::waitFor(f());
 outside the runner|tests/model/A.cpp|    QVERIFY(true);
