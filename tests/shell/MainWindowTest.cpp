@@ -4,6 +4,7 @@
 #include "shell/toolkit/ViewUpdater.h"
 
 #include <QAccessible>
+#include <QDialog>
 #include <QDir>
 #include <QMenuBar>
 #include <QSet>
@@ -39,6 +40,23 @@ TEST_F(MainWindowTest, TellsVersionZeroWithoutAnInfoDictionary)
 {
     launch();
     EXPECT_EQ(m_system.notifications.posted.front().userInfo.value(u"version"_s), u"0"_s);
+}
+
+TEST_F(MainWindowTest, ComesToTheFrontWithItsSheet)
+{
+    m_delegate.bringToFront(); // no window yet
+    launch();
+    window().setWindowState(Qt::WindowMaximized | Qt::WindowMinimized);
+    viewModel().isRunningScript = true; // a password prompt
+    m_delegate.bringToFront();
+    EXPECT_EQ(window().windowState() & ~Qt::WindowActive, Qt::WindowMaximized);
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&window(), 1'000));
+
+    static_cast<ContentView*>(window().centralWidget())->showingError = true;
+    window().hide();
+    m_delegate.bringToFront();
+    EXPECT_TRUE(window().isVisible());
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&named<QDialog>(window(), u"errorAlert"_s), 1'000));
 }
 
 TEST_F(MainWindowTest, HasTheWholeMenu)
