@@ -3,6 +3,7 @@
 
 #include <QApplication>
 #include <QThread>
+#include <QTimer>
 #include <QWidget>
 
 #include <cstdio>
@@ -18,26 +19,24 @@ public:
 
     bool eventFilter(QObject* watched, QEvent* event) override
     {
-        auto* window =
-            watched->objectName() == QStringLiteral("mainWindow") ? static_cast<QWidget*>(watched) : nullptr;
-        if (window && event->type() == QEvent::WindowStateChange && !window->isMinimized())
-            say("shown " + qgetenv("XDG_ACTIVATION_TOKEN"));
-        if (window && !window->isMinimized() &&
-            (event->type() == QEvent::Paint || event->type() == QEvent::WindowStateChange))
-            QMetaObject::invokeMethod(
-                window, [window] { minimize(*window); }, Qt::QueuedConnection);
+        if (watched->objectName() != QStringLiteral("mainWindow"))
+            return false;
+        auto* window = static_cast<QWidget*>(watched);
+        const bool hasChanged = event->type() == QEvent::WindowStateChange;
+        if (window->isMinimized()) {
+            if (hasChanged) {
+                say("minimized");
+                QThread::msleep(qEnvironmentVariable("ORV_BUSY_MILLISECONDS").toULong()); // as a long scan
+            }
+        } else if (hasChanged || event->type() == QEvent::Paint) {
+            if (hasChanged)
+                say("shown " + qgetenv("XDG_ACTIVATION_TOKEN"));
+            QTimer::singleShot(0, window, &QWidget::showMinimized);
+        }
         return false;
     }
 
 private:
-    static void minimize(QWidget& window)
-    {
-        if (window.isMinimized())
-            return;
-        window.showMinimized();
-        say("minimized");
-        QThread::msleep(qEnvironmentVariable("ORV_BUSY_MILLISECONDS").toULong()); // as a long scan
-    }
     static void say(const QByteArray& line)
     {
         std::puts(line.constData());
