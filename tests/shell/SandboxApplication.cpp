@@ -3,7 +3,6 @@
 
 #include <QApplication>
 #include <QThread>
-#include <QTimer>
 #include <QWidget>
 
 #include <cstdio>
@@ -31,7 +30,7 @@ public:
         } else if (hasChanged || event->type() == QEvent::Paint) {
             if (hasChanged)
                 say("shown " + qgetenv("XDG_ACTIVATION_TOKEN"));
-            QTimer::singleShot(0, window, &QWidget::showMinimized);
+            QMetaObject::invokeMethod(window, "showMinimized", Qt::QueuedConnection);
         }
         return false;
     }

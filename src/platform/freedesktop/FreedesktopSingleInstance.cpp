@@ -14,6 +14,7 @@
 #include <QThread>
 #include <QVariantMap>
 
+#include <algorithm>
 #include <chrono>
 #include <stdexcept>
 
@@ -25,6 +26,7 @@ namespace {
 
 constexpr std::chrono::seconds kPatience(2);
 constexpr unsigned long kRetryMilliseconds = 20;
+constexpr qint64 kShortestCallMilliseconds = 100; ///< the bus itself answers within that
 
 /// Source: Desktop Entry Specification, "D-Bus Activation".
 const QString kInterface = u"org.freedesktop.Application"_s;
@@ -69,7 +71,8 @@ bool activateOtherOrSucceedIt(const SystemLayout& layout, const QString& lock)
     bool isBusy = false;
     for (QDeadlineTimer deadline(kPatience); !deadline.hasExpired(); QThread::msleep(kRetryMilliseconds)) {
         if (bus) {
-            const QDBusMessage reply = askToActivate(*bus, name, deadline.remainingTime());
+            const QDBusMessage reply =
+                askToActivate(*bus, name, std::max(deadline.remainingTime(), kShortestCallMilliseconds));
             if (reply.type() == QDBusMessage::ReplyMessage)
                 return false;
             isBusy = QDBusError(reply).type() == QDBusError::NoReply;
