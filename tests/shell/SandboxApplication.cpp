@@ -1,5 +1,5 @@
 #include "platform/SystemLayout.h"
-#include "shell/GUIApp.h"
+#include "shell/app/GUIApp.h"
 
 #include <QApplication>
 #include <QThread>
