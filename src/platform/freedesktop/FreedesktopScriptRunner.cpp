@@ -29,6 +29,7 @@ struct Call {
     QString program;
     QStringList arguments;
     QProcessEnvironment environment;
+    QByteArray input;
     bool elevated = false;
 };
 
@@ -74,27 +75,40 @@ QCoro::Task<ScriptOutcome> run(Call call)
     QProcess process;
     const ProcessEnd end(process);
     process.setProcessEnvironment(call.environment);
-    process.setStandardInputFile(QProcess::nullDevice());
+    process.setChildProcessModifier(useUsualUmask);
     process.start(call.program, call.arguments);
+    // A prompt that is cancelled closes the pipe early. Only its exit status counts then, not the failed write.
+    process.write(call.input);
+    process.closeWriteChannel();
     if (process.state() != QProcess::NotRunning)
         co_await qCoro(&end, &ProcessEnd::reached);
     co_return outcomeOf(process, call);
 }
 
+/// The command as the shell's standard input. As an argument it could not be longer than 128 KiB.
+///
+/// The shell reads a group to its closing brace before it runs anything, so an input that is cut short, because we
+/// died while writing it, runs nothing. Commands in the group get no part of it as their own input. The stack is for
+/// very long chains: the shell evaluates `a && b && ...` with one call per command, and 8 MiB end before 200,000.
+QByteArray shellInput(const QString& command)
+{
+    return "ulimit -S -s 100000 2>/dev/null; { :; " + command.toUtf8() + "\n} </dev/null\n";
+}
+
 /// The prompt has words of its own for our runner. Without it, in a build tree, the shell does the same under the
 /// system's words.
-QStringList promptedCommand(const SystemLayout& layout, const QString& command)
+QString promptedProgram(const SystemLayout& layout)
 {
     if (!layout.rootRunner.isEmpty() && QFileInfo(layout.rootRunner).isExecutable())
-        return {layout.rootRunner, command};
-    return {layout.shell(), u"-c"_s, command};
+        return layout.rootRunner;
+    return layout.shell();
 }
 
 Call makeCall(const SystemLayout& layout, const QString& elevationTool, const QString& command)
 {
     Call call;
     call.program = layout.shell();
-    call.arguments = {u"-c"_s, command};
+    call.input = shellInput(command);
     call.environment = QProcessEnvironment::systemEnvironment();
     QStringList changes;
     if (layout.isSandbox()) {
@@ -109,7 +123,7 @@ Call makeCall(const SystemLayout& layout, const QString& elevationTool, const QS
     call.elevated = !elevationTool.isEmpty();
     if (call.elevated) {
         // The prompt's program clears the environment, so a sandbox's has to come behind it.
-        call.arguments = promptedCommand(layout, command);
+        call.arguments = {promptedProgram(layout)};
         if (!changes.isEmpty())
             call.arguments = QStringList{u"env"_s} + changes + call.arguments;
         call.program = elevationTool;

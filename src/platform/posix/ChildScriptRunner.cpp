@@ -16,6 +16,7 @@ QCoro::Task<ScriptOutcome> ChildScriptRunner::execute(QString source)
     QProcess child;
     const ProcessEnd end(child);
     child.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    child.setChildProcessModifier(useUsualUmask);
     child.start(m_helper, QStringList());
     child.write(source.toUtf8());
     child.closeWriteChannel();
