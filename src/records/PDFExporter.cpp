@@ -49,7 +49,7 @@ void PDFExporter::exportPluginsAsCSV(AudioPlugins plugins, ExportSortOption sort
     panel.ask(request, [plugins = std::move(plugins), sortBy, platform](const QString& path) {
         const QByteArray csv = generateCSV(sortPlugins(plugins, sortBy), columnOrder(sortBy),
                                            Date::fromUnix(platform.clock.now()));
-        writeAndOpen(path, csv, platform::WriteMode::atomic, platform);
+        writeAndOpen(path, csv, platform::WriteMode::replaceFile, platform);
     });
 }
 

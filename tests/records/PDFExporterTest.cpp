@@ -5,6 +5,7 @@
 #include "records/SavePanel.h"
 #include "support/Fakes.h"
 
+#include <QFile>
 #include <QImage>
 #include <QLocale>
 #include <QProcess>
@@ -274,7 +275,10 @@ TEST_F(PDFExporterTest, WritesTheCSVByteForByteAndOpensIt)
     m_system.root.addFile(u"/List.csv", "old");
     std::filesystem::create_hard_link(m_panel.answer->toStdString(),
                                       m_system.root.at(u"/Reader").toStdString());
+    QFile::setPermissions(*m_panel.answer, QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup);
+    const auto permissions = QFile::permissions(*m_panel.answer);
     PDFExporter::exportPluginsAsCSV({odd, fresh}, ExportSortOption::status, m_panel, m_system.platform);
+    EXPECT_EQ(QFile::permissions(*m_panel.answer), permissions);
     EXPECT_EQ(m_system.root.content(u"/List.csv"),
               "\"Status\",\"Manufacturer\",\"Name\",\"Format\",\"Version\",\"Last Used(Est.)\"\n"
               "\"Enabled\",\"Maker\",\"Ünïcode\",\"VST3\",\"1.0\",\"1 weeks ago\"\n"
