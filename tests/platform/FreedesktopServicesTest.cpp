@@ -4,20 +4,24 @@
 #include "platform/freedesktop/FreedesktopLoginItemService.h"
 #include "platform/freedesktop/FreedesktopWorkspace.h"
 #include "platform/posix/DetachedLauncher.h"
+#include "platform/posix/PrivateFolder.h"
 #include "support/Fakes.h"
 
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <gtest/gtest.h>
 
 #include <QCoreApplication>
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QProcess>
 #include <QTest>
 
 #include <algorithm>
+#include <array>
 #include <csignal>
 
 namespace orvanlite::test {
@@ -260,6 +264,13 @@ TEST(Layout, FollowsTheSurroundings)
     qputenv("XDG_DATA_HOME", "relative");
     root.addFile(u"/Users/tester/.config/user-dirs.dirs", "XDG_DESKTOP_DIR=\"$HOME/Schreibtisch\"\n");
     const SystemLayout layout = SystemLayout::ofThisMachine();
+    root.addFolder(u"/run");
+    qputenv("XDG_RUNTIME_DIR", root.at(u"/run").toUtf8());
+    QStringList ofSession;
+    for (const mode_t mode : {0700, 0755}) {
+        ::chmod(root.at(u"/run").toUtf8().constData(), mode);
+        ofSession.append(SystemLayout::ofThisMachine().temporary);
+    }
     for (std::size_t i = 0; i < before.size(); ++i) {
         if (before[i].isNull())
             qunsetenv(names[i]);
@@ -271,6 +282,8 @@ TEST(Layout, FollowsTheSurroundings)
     EXPECT_EQ(layout.applicationFolder(), root.at(u"/Users/tester/.local/share/Orvanlite"));
     EXPECT_EQ(layout.configuration, root.at(u"/Users/tester/.config"));
     EXPECT_EQ(layout.temporary, u"/cache/Orvanlite/tmp"_s);
+    EXPECT_EQ(ofSession[0], root.at(u"/run/Orvanlite/tmp"));
+    EXPECT_EQ(ofSession[1], u"/cache/Orvanlite/tmp"_s) << "others have access to the session's";
     EXPECT_EQ(layout.desktop, root.at(u"/Users/tester/Schreibtisch"));
     EXPECT_EQ(layout.centralDisabledDirectory(), u"/Library/Audio/Plug-Ins/Disabled"_s);
     EXPECT_TRUE(layout.isInSystemLibrary(u"/Library Backup/x"_s));
@@ -300,7 +313,16 @@ TEST(Layout, WithoutAHomeFolderNothingIsTheUsers)
 
 TEST_F(ServicesTest, AreBuiltTogether)
 {
-    root.addFolder(u"/Users/tester/.cache/Orvanlite/tmp");
+    const QString left = layout.temporary.sliced(root.path().size()) + u"/orvanlite_batch_1.sh"_s;
+    makePrivateFolder(layout.temporary);
+    root.addFile(left);
+    const std::array longAgo{timespec{1, 0}, timespec{1, 0}};
+    ::utimensat(AT_FDCWD, root.at(left).toUtf8().constData(), longAgo.data(), 0);
+    EXPECT_NE(makePlatformServices(layout, Elevation::none), nullptr);
+    EXPECT_TRUE(root.exists(left)) << "the helper agent has no batches";
+    EXPECT_NE(makePlatformServices(layout, Elevation::ask), nullptr);
+    EXPECT_FALSE(root.exists(left));
+    QDir().rmdir(layout.temporary);
     const auto services = makePlatformServices(layout, Elevation::none);
     const Platform platform = services->platform();
     EXPECT_EQ(platform.layout, layout);
