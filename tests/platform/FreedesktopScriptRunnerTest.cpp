@@ -119,6 +119,7 @@ TEST_F(ScriptRunnerTest, ASandboxHasItsOwnHomeAndTools)
     EXPECT_EQ(run(direct, command).result, wanted);
     // A prompt that clears the environment as the system's does.
     const QString clearing = prompt("exec env -i PATH=/usr/bin:/bin HOME=/ \"$@\"\n");
+    // The runner would refuse it.
     for (const QString& runner : {QString(), QStringLiteral(ORV_ROOT_RUNNER_EXECUTABLE)}) {
         layout.rootRunner = runner;
         FreedesktopScriptRunner prompted(layout, clearing);
@@ -169,32 +170,50 @@ TEST_F(ScriptRunnerTest, ThePromptStartsTheInstalledRunnerOrElseTheShell)
     const QString runner = QStringLiteral(ORV_ROOT_RUNNER_EXECUTABLE);
     SystemLayout production = layout;
     production.root.clear();
-    const QString itsArguments = prompt("printf '%s|' \"$@\"\n");
+    const QString whatItGets = prompt("printf '%s|' \"$@\"; tr '\\000' '#'\n");
     for (const QString& installed : {runner, root.at(u"/none"), QString()}) {
         SCOPED_TRACE(installed.toStdString());
         production.rootRunner = installed;
-        FreedesktopScriptRunner prompted(production, itsArguments);
-        EXPECT_EQ(run(prompted, u"a 'b'"_s).result, installed == runner ? runner + u'|' : u"/bin/sh|"_s);
+        FreedesktopScriptRunner prompted(production, whatItGets);
+        const QString got = run(prompted, u"a 'b'"_s).result.value_or(QString());
+        const QString wanted = installed == runner ? runner + u"|a 'b'#"_s : u"/bin/sh|ulimit"_s;
+        EXPECT_EQ(got.first(std::min(got.size(), wanted.size())), wanted);
     }
-    production.rootRunner = runner;
-    FreedesktopScriptRunner prompted(production, prompt("exec env -i PATH=/usr/bin:/bin HOME=/ \"$@\"\n"));
+}
+
+TEST_F(ScriptRunnerTest, TheInstalledRunnerRefusesWhatIsNotOurs)
+{
+    SystemLayout production = layout;
+    production.root.clear();
+    production.rootRunner = QStringLiteral(ORV_ROOT_RUNNER_EXECUTABLE);
+    const QByteArray environment = "env -i PATH=/usr/bin:/bin PKEXEC_UID=" + QByteArray::number(::getuid());
+    root.addFile(u"/empty.sh", "#!/bin/sh\nn=0");
+    root.addFile(u"/touch.sh", "#!/bin/sh\nn=0\ntouch " + root.at(u"/canary").toUtf8());
+    const QString script = u"chmod +x '%1' && '%1'"_s;
     const struct {
+        QByteArray prompt;
         QString command;
-        std::optional<QString> result;
         QString message, number;
     } rows[] = {
-        {u"echo 'ü *' ~; echo noise >&2"_s, u"ü * /"_s, u"(none)"_s, u"(none)"_s},
-        {u"cat; echo out; echo why >&2; exit 3"_s, std::nullopt, u"why"_s, u"3"_s},
-        {u"kill -9 $$"_s, std::nullopt, u"The command was stopped by a signal."_s, u"-2700"_s},
+        {" \"$@\"", u""_s, u"(none)"_s, u"(none)"_s},
+        {" \"$@\"", script.arg(root.at(u"/empty.sh")), u"(none)"_s, u"(none)"_s},
+        {" \"$@\"", u"touch '%1'"_s.arg(root.at(u"/canary")), u"orvanlite-root-runner: Refused, this is"_s,
+         u"65"_s},
+        {" \"$@\"", u"rm -rf '%1'"_s.arg(root.at(u"/")), u"orvanlite-root-runner: Refused, '/"_s, u"65"_s},
+        {" \"$@\"", script.arg(root.at(u"/touch.sh")), u"orvanlite-root-runner: Refused, '/"_s, u"65"_s},
+        {" head -c 20 | \"$@\"", u"rm -rf '%1'"_s.arg(root.at(u"/")),
+         u"orvanlite-root-runner: Refused, the"_s, u"65"_s},
+        {" sh -c 'kill -9 $$'", u""_s, u"The command was stopped by a signal."_s, u"-2700"_s},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.command.toStdString());
+        FreedesktopScriptRunner prompted(production, prompt("exec " + environment + row.prompt + '\n'));
         const ScriptOutcome outcome = run(prompted, row.command);
-        EXPECT_EQ(outcome.result, row.result);
-        EXPECT_EQ(message(outcome), row.message);
+        EXPECT_TRUE(message(outcome).startsWith(row.message)) << message(outcome).toStdString();
         EXPECT_EQ(number(outcome), row.number);
     }
-    EXPECT_EQ(QProcess::execute(runner, {u"true"_s}), 64) << "not run, as commands are no arguments";
+    EXPECT_FALSE(root.exists(u"/canary"));
+    EXPECT_EQ(QProcess::execute(production.rootRunner, {u"true"_s}), 64) << "commands are no arguments";
 }
 
 TEST_F(ScriptRunnerTest, TakesCommandsOfAnyLength)

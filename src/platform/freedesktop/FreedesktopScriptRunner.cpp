@@ -95,13 +95,13 @@ QByteArray shellInput(const QString& command)
     return "ulimit -S -s 100000 2>/dev/null; { :; " + command.toUtf8() + "\n} </dev/null\n";
 }
 
-/// The prompt has words of its own for our runner. Without it, in a build tree, the shell does the same under the
-/// system's words.
-QString promptedProgram(const SystemLayout& layout)
+/// The prompt has words of its own for our runner, which does nothing but our commands in the plugin folders. It takes
+/// them with a NUL behind, so that one that is cut short is none. Empty in a sandbox, whose folders it refuses, and in
+/// a build tree; there the shell does the same under the system's words.
+QString installedRunner(const SystemLayout& layout)
 {
-    if (!layout.rootRunner.isEmpty() && QFileInfo(layout.rootRunner).isExecutable())
-        return layout.rootRunner;
-    return layout.shell();
+    const bool isInstalled = !layout.rootRunner.isEmpty() && QFileInfo(layout.rootRunner).isExecutable();
+    return isInstalled && !layout.isSandbox() ? layout.rootRunner : QString();
 }
 
 Call makeCall(const SystemLayout& layout, const QString& elevationTool, const QString& command)
@@ -123,7 +123,10 @@ Call makeCall(const SystemLayout& layout, const QString& elevationTool, const QS
     call.elevated = !elevationTool.isEmpty();
     if (call.elevated) {
         // The prompt's program clears the environment, so a sandbox's has to come behind it.
-        call.arguments = {promptedProgram(layout)};
+        const QString runner = installedRunner(layout);
+        call.arguments = {runner.isEmpty() ? layout.shell() : runner};
+        if (!runner.isEmpty())
+            call.input = command.toUtf8() + '\0';
         if (!changes.isEmpty())
             call.arguments = QStringList{u"env"_s} + changes + call.arguments;
         call.program = elevationTool;
