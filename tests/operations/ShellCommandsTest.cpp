@@ -1,7 +1,7 @@
 #include "operations/ShellCommands.h"
 
 #include "HostileTree.h"
-#include "platform/freedesktop/AdministratorScript.h"
+#include "platform/AdministratorScript.h"
 #include "support/TempRoot.h"
 
 #include <QProcess>

@@ -1,6 +1,6 @@
 #include "platform/freedesktop/FreedesktopScriptRunner.h"
 
-#include "platform/freedesktop/AdministratorScript.h"
+#include "platform/AdministratorScript.h"
 #include "platform/posix/ProcessEnd.h"
 
 #include <unistd.h>
@@ -18,6 +18,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int kUserCancelled = -128;
+constexpr int kNotHandled = -1708;           // Source: errAEEventNotHandled
 constexpr int kAuthorisationDenied = -60005; // Source: errAuthorizationDenied
 
 // Source: pkexec(1), "RETURN VALUE"; what it writes then begins with these words in every language.
@@ -153,11 +154,11 @@ FreedesktopScriptRunner::FreedesktopScriptRunner(const SystemLayout& layout, QSt
 QCoro::Task<ScriptOutcome> FreedesktopScriptRunner::execute(QString source)
 {
     const auto parsed = parseAdministratorScript(source);
-    if (const auto* error = std::get_if<ScriptErrorDictionary>(&parsed)) {
-        ScriptOutcome outcome;
-        outcome.error = *error;
-        co_return outcome;
-    }
+    if (const auto* error = std::get_if<ScriptErrorDictionary>(&parsed))
+        co_return ScriptOutcome{std::nullopt, *error};
+    if (std::holds_alternative<OtherScript>(parsed))
+        co_return failure(u"Only shell scripts with administrator privileges can be run on this system."_s,
+                          kNotHandled);
     Call call = makeCall(m_layout, m_elevationTool, std::get<QString>(parsed));
     co_return co_await run(std::move(call));
 }
