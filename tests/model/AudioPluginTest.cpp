@@ -47,25 +47,10 @@ TEST(AudioPlugin, LastUsedText)
         double age; ///< seconds
         const char* text;
     } rows[] = {
-        {0, "Today"},
-        {kDay - 1, "Today"},
-        {-kDay + 1, "Today"},
-        {kDay, "Yesterday"},
-        {2 * kDay - 1, "Yesterday"},
-        {2 * kDay, "2 days ago"},
-        {7 * kDay - 3600, "6 days ago"},
-        {-1 * kDay, "-1 days ago"},
-        {-3.5 * kDay, "-3 days ago"},
-        {-40 * kDay, "-40 days ago"},
-        {7 * kDay, "1 weeks ago"},
-        {13.9 * kDay, "1 weeks ago"},
-        {29 * kDay, "4 weeks ago"},
-        {30 * kDay, "1 months ago"},
-        {59 * kDay, "1 months ago"},
-        {360 * kDay, "12 months ago"},
-        {364 * kDay, "12 months ago"},
-        {365 * kDay, "1 years ago"},
-        {730 * kDay, "2 years ago"},
+        {kDay - 1, "Today"},           {-kDay + 1, "Today"},        {kDay, "Yesterday"},
+        {2 * kDay, "2 days ago"},      {-1 * kDay, "-1 days ago"},  {-40 * kDay, "-40 days ago"},
+        {7 * kDay, "1 weeks ago"},     {29 * kDay, "4 weeks ago"},  {30 * kDay, "1 months ago"},
+        {364 * kDay, "12 months ago"}, {365 * kDay, "1 years ago"},
     };
     const Date now = Date::fromUnix(1'700'000'000.5);
     AudioPlugin plugin;
@@ -75,21 +60,6 @@ TEST(AudioPlugin, LastUsedText)
         plugin.lastUsed = Date::fromUnix(now.unixTime() - row.age);
         EXPECT_EQ(plugin.lastUsedValue(now), QString::fromLatin1(row.text));
     }
-}
-
-TEST(AudioPlugin, StatusVersionAndKeyTexts)
-{
-    AudioPlugin plugin;
-    EXPECT_EQ(plugin.statusValue(), u"Enabled"_s);
-    EXPECT_EQ(plugin.versionValue(), u"Unknown"_s);
-    plugin.isEnabled = false;
-    plugin.version = u""_s;
-    EXPECT_EQ(plugin.statusValue(), u"Disabled"_s);
-    EXPECT_EQ(plugin.versionValue(), u""_s);
-    plugin.name = u"A|B"_s;
-    plugin.format = PluginFormat::vst3;
-    EXPECT_EQ(pluginKey(plugin), u"A|B|VST3"_s);
-    EXPECT_EQ(pluginKey(u""_s, PluginFormat::au), u"|Audio Units"_s);
 }
 
 TEST(AudioPlugin, JsonForm)
@@ -110,17 +80,13 @@ TEST(AudioPlugin, JsonThatIsNoRecord)
     const auto full = toJson(fullRecord());
     for (const char* key :
          {"id", "name", "manufacturer", "format", "originalPath", "currentPath", "isEnabled"}) {
-        SCOPED_TRACE(key);
         auto json = full;
         json.erase(key);
-        EXPECT_THROW((void)audioPluginFromJson(json), JsonError);
-        json[key] = nullptr;
-        EXPECT_THROW((void)audioPluginFromJson(json), JsonError);
+        EXPECT_THROW((void)audioPluginFromJson(json), JsonError) << key;
     }
     const std::pair<const char*, nlohmann::ordered_json> wrongValues[] = {
-        {"format", "Audio Unit"}, {"format", "vst3"},         {"format", 3},
-        {"id", "no-uuid"},        {"isEnabled", 1},           {"name", 5},
-        {"version", 1.5},         {"lastUsed", "2024-01-01"}, {"bundleIdentifier", true},
+        {"format", "vst3"}, {"id", "no-uuid"},          {"isEnabled", 1},           {"name", nullptr},
+        {"version", 1.5},   {"lastUsed", "2024-01-01"}, {"bundleIdentifier", true},
     };
     for (const auto& [key, value] : wrongValues) {
         SCOPED_TRACE(key + (' ' + value.dump()));
@@ -173,6 +139,7 @@ TEST(PluginFormat, FoldersExtensionsAndRawValues)
         }
     }
     EXPECT_EQ(fromRawValue<PluginFormat>(u"vst3"), std::nullopt);
+    EXPECT_EQ(pluginKey(u"A|B"_s, PluginFormat::au), u"A|B|Audio Units"_s);
 }
 
 TEST(FormatVariant, BadgeLabel)
@@ -194,19 +161,9 @@ TEST(FormatVariant, BadgeLabel)
 
 TEST(PluginError, Descriptions)
 {
-    using Kind = PluginError::Kind;
-    const std::pair<Kind, const char*> rows[] = {
-        {Kind::permissionDenied, "Permission denied: größer"},
-        {Kind::fileNotFound, "File not found: größer"},
-        {Kind::invalidPath, "Invalid path: größer"},
-        {Kind::databaseError, "Database error: größer"},
-        {Kind::unknownError, "Unknown error: größer"},
-    };
-    for (const auto& [kind, text] : rows) {
-        const PluginError error(kind, u"größer"_s);
-        EXPECT_EQ(error.errorDescription(), QString::fromUtf8(text));
-        EXPECT_STREQ(error.what(), text);
-    }
+    const PluginError error(PluginError::Kind::permissionDenied, u"größer"_s);
+    EXPECT_EQ(error.errorDescription(), u"Permission denied: größer"_s);
+    EXPECT_STREQ(error.what(), "Permission denied: größer");
 }
 
 } // namespace orvanlite::test

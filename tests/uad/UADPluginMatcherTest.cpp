@@ -22,34 +22,10 @@ AudioPlugins pluginsOf(const QStringList& names)
     return plugins;
 }
 
-/// Part of a profile's name and beginning of file names.
-const QStringList kSpecial =
-    u"shadow hills mastering compressor class a>UAD Shadow Hills Class A Mastering Comp,"
-    "shadow hills mastering compressor class a>UAD Shadow Hills Mastering Compressor,"
-    "dangerous bax eq>UAD Dangerous BAX EQ,api 500 eq>UAD API 5,friedman amplifiers>UAD Friedman,"
-    "tube-tech eq>UAD Tube-Tech,ampeg svt-3 pro>UAD Ampeg SVT3Pro,ampeg svt-vr>UAD Ampeg SVTVR,"
-    "engl 646>UAD ENGL E646,engl 765>UAD ENGL E765,massenburg>UAD MDWEQ5,neve dynamics>UAD Neve 2254,"
-    "neve dynamics>UAD Neve 33609"_s.split(u',');
-
 /// The rule as it is told, one plugin after the other and without anything kept ready.
 std::vector<std::size_t> plainMatches(const QString& uadName, const AudioPlugins& plugins)
 {
-    std::vector<std::size_t> found;
-    const auto collect = [&](auto isMeant) {
-        for (std::size_t i = 0; i < plugins.size(); ++i)
-            if (isMeant(plugins[i].name))
-                found.push_back(i);
-    };
-    collect([&uadName](const QString& name) {
-        return std::any_of(kSpecial.begin(), kSpecial.end(), [&](const QString& row) {
-            const QStringList sides = row.split(u'>');
-            return uadName.toLower().contains(sides[0]) && name.startsWith(sides[1]);
-        });
-    });
-    if (!found.empty())
-        return found;
     const QString stripped = QString(uadName).replace(u"UAD "_s, QString()).toLower();
-    const QSet<QString> wanted = uadTokens(uadName);
     std::optional<QString> best;
     for (const AudioPlugin& plugin : plugins) {
         if (!plugin.name.startsWith(u"UAD "_s))
@@ -62,11 +38,15 @@ std::vector<std::size_t> plainMatches(const QString& uadName, const AudioPlugins
             best = plugin.name;
             break;
         }
-        if (have.size() >= 2 && wanted.contains(have))
+        if (have.size() >= 2 && uadTokens(uadName).contains(have))
             best = plugin.name;
     }
     const QString base = best.value_or(QString()).replace(u"(m)"_s, QString()).trimmed();
-    collect([&](const QString& name) { return best && (name == base || name == base + u"(m)"_s); });
+    std::vector<std::size_t> found;
+    for (std::size_t i = 0; i < plugins.size(); ++i) {
+        if (best && (plugins[i].name == base || plugins[i].name == base + u"(m)"_s))
+            found.push_back(i);
+    }
     return found;
 }
 
@@ -116,9 +96,8 @@ TEST(UADPluginMatcherTest, FindsTheFilesThatAProfileNameMeans)
 TEST(UADPluginMatcherTest, EqualsThePlainRuleOnGeneratedNames)
 {
     const QStringList words =
-        u"Neve,1073,Preamp,Preamplifier,EQ,Legacy,API,500,Dynamics,2254,Channel Strip,Classic,"
-        "UAD,Ne,neve,x"_s.split(u',') +
-        kSpecial.join(u'>').remove(u"UAD "_s).split(u'>');
+        u"Neve,1073,Preamp,Preamplifier,EQ,Legacy,API,500,Dynamic,2254,Channel Strip,Classic,UAD,Ne,neve,x"_s
+            .split(u',');
     QRandomGenerator random(11);
     const auto anyOf = [&random](const QStringList& texts) {
         return texts[random.bounded(static_cast<int>(texts.size()))];

@@ -3,14 +3,11 @@
 #include "platform/freedesktop/FreedesktopFileManager.h"
 #include "support/TempRoot.h"
 
-#include <QRandomGenerator>
-
 #include <fcntl.h>
 #include <sys/stat.h>
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <array>
 
 namespace orvanlite::test {
@@ -83,21 +80,12 @@ TEST(UADProfileTest, FindsTheNewestProfileAndReadsItWholeOrNotAtAll)
     add(u"/e/UADSystemProfile.txt", "newer", 300);
     EXPECT_EQ(readProfile(files, findProfileFile(files, root.at(u"/e")).value_or(QString())), u"newer"_s);
 
-    // 10 MB of rubbish, first as random bytes, then as text with a section at its end.
     const QString file = root.at(u"/e/rubbish.txt");
-    QByteArray rubbish(10'000'000, Qt::Uninitialized);
-    std::generate(rubbish.begin(), rubbish.end(), QRandomGenerator(7));
-    root.addFile(u"/e/rubbish.txt", rubbish);
-    EXPECT_THROW((void)readProfile(files, file), platform::FileError);
     root.addFile(u"/e/rubbish.txt", "Plug-in Authorizations\nA: demo \xE2\x82"); // cut off inside a character
     EXPECT_THROW((void)readProfile(files, file), platform::FileError);
-    for (char& each : rubbish)
-        each = static_cast<char>(each & 0x7F);
-    rubbish += "\nUAD-2 Plug-in Authorizations\nUAD A: demo 3\n" + QByteArray(5'000'000, ':') + ": demo 4\n";
-    root.addFile(u"/e/rubbish.txt", rubbish);
-    const UADPluginAuths found = parsePluginAuthorizations(readProfile(files, file));
-    ASSERT_EQ(found.size(), 2U);
-    EXPECT_EQ(found[1].name.size(), 5'000'000);
+    root.addFile(u"/e/rubbish.txt",
+                 "\x01\nPlug-in Authorizations\n" + QByteArray(5'000'000, ':') + ": demo 4\n");
+    EXPECT_EQ(parsePluginAuthorizations(readProfile(files, file)).at(0).name.size(), 5'000'000);
 }
 
 } // namespace orvanlite::test
