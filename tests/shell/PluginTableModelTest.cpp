@@ -40,17 +40,18 @@ TEST_F(PluginTableModelTest, TellsWhatChangedInsteadOfResetting)
     const AudioPlugins two(four.begin(), four.begin() + 2);
     AudioPlugins switched = two;
     switched[1].isEnabled = false;
-    const AudioPlugins turned{four[1], four[0]};
     const struct {
         const char* title;
-        AudioPlugins from;
-        AudioPlugins to;
-        int resets, changes, inserts, removals, switches;
+        AudioPlugins from, to;
+        QList<qsizetype> wanted; ///< resets, changes, insertions, removals, switches
     } rows[] = {
-        {"the same", two, two, 0, 0, 0, 0, 0},       {"one switched", two, switched, 0, 1, 0, 0, 1},
-        {"longer", two, four, 0, 0, 1, 0, 0},        {"shorter", four, two, 0, 0, 0, 1, 0},
-        {"other order", two, turned, 1, 0, 0, 0, 0}, {"emptied", two, {}, 1, 0, 0, 0, 0},
-        {"nothing", {}, {}, 0, 0, 0, 0, 0},
+        {"the same", two, two, {0, 0, 0, 0, 0}},
+        {"one switched", two, switched, {0, 1, 0, 0, 1}},
+        {"longer", two, four, {0, 0, 1, 0, 0}},
+        {"shorter", four, two, {0, 0, 0, 1, 0}},
+        {"other order", two, {four[1], four[0]}, {1, 0, 0, 0, 0}},
+        {"emptied", two, {}, {1, 0, 0, 0, 0}},
+        {"nothing", {}, {}, {0, 0, 0, 0, 0}},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.title);
@@ -62,11 +63,9 @@ TEST_F(PluginTableModelTest, TellsWhatChangedInsteadOfResetting)
         const QSignalSpy switches(&m_model, &PluginTableModel::stateChanged);
         m_model.setPlugins(row.to);
         EXPECT_EQ(m_model.plugins(), row.to);
-        EXPECT_EQ(resets.size(), row.resets);
-        EXPECT_EQ(changes.size(), row.changes);
-        EXPECT_EQ(inserts.size(), row.inserts);
-        EXPECT_EQ(removals.size(), row.removals);
-        EXPECT_EQ(switches.size(), row.switches);
+        EXPECT_EQ((QList<qsizetype>{resets.size(), changes.size(), inserts.size(), removals.size(),
+                                    switches.size()}),
+                  row.wanted);
     }
 }
 

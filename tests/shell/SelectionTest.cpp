@@ -1,7 +1,6 @@
 #include "ShellFixture.h"
 
 #include "shell/BulkConfirmation.h"
-#include "shell/BulkOperations.h"
 #include "shell/DragHandle.h"
 #include "shell/MainContentView.h"
 
@@ -14,14 +13,7 @@ namespace orvanlite::test {
 
 class SelectionTest : public ShellTest {
 protected:
-    QPoint m_start;
-
-    void clickRow(int row, Qt::KeyboardModifiers modifiers = {})
-    {
-        QTest::mouseClick(table().viewport(), Qt::LeftButton, modifiers,
-                          table().visualRect(table().model()->index(row, 1)).center());
-        settle();
-    }
+    void clickRow(int row, Qt::KeyboardModifiers modifiers = {}) { click(table(), row, 1, modifiers); }
     /// The entries of the context menu, a line each; "--" is a divider.
     QStringList menuEntries()
     {
@@ -50,8 +42,7 @@ protected:
 
 TEST_F(SelectionTest, GrowsByClicksAcrossSearches)
 {
-    for (const QString& name : {u"Alpha"_s, u"beta"_s, u"Gamma"_s})
-        m_root.addBundle(u"/Library/Audio/Plug-Ins/VST3/"_s + name + u".vst3"_s);
+    addPlugins({u"VST3/Alpha.vst3"_s, u"VST3/beta.vst3"_s, u"VST3/Gamma.vst3"_s});
     launch();
     auto& handle = named<DragHandle>(window(), u"bulkPaneHandle"_s);
     EXPECT_FALSE(handle.isVisible());
@@ -68,9 +59,8 @@ TEST_F(SelectionTest, GrowsByClicksAcrossSearches)
     search(u"beta"_s);
     clickRow(0);
     EXPECT_EQ(viewModel().persistedSelections.size(), 3);
-    QTest::mouseClick(&named<QAbstractButton>(window(), u"clearSearchButton"_s), Qt::LeftButton);
-    m_system.clock.advance(std::chrono::milliseconds(60));
-    settle();
+    click(window(), u"clearSearchButton"_s);
+    endSearchPause();
     EXPECT_EQ(table().selectionModel()->selectedRows().size(), 3) << "a reload marks all that is selected";
     clickRow(1, Qt::ControlModifier);
     EXPECT_EQ(table().selectionModel()->selectedRows().size(), 2);
@@ -79,6 +69,13 @@ TEST_F(SelectionTest, GrowsByClicksAcrossSearches)
     settle();
     EXPECT_TRUE(table().selectionModel()->selectedRows().isEmpty());
     EXPECT_FALSE(handle.isVisible());
+
+    clickRow(0);
+    clickRow(2, Qt::ShiftModifier);
+    EXPECT_EQ(viewModel().selectedPlugins->size(), 3);
+    viewModel().selectedPlugins = QSet<QUuid>{viewModel().filteredPlugins()[1].id};
+    settle();
+    EXPECT_TRUE(table().selectionModel()->isRowSelected(1) && !table().selectionModel()->isRowSelected(0));
 }
 
 TEST_F(SelectionTest, MarksOfAPreviewJoinWithTheFirstOnesBehindIt)
@@ -140,19 +137,16 @@ TEST_F(SelectionTest, DragHandleRunsAheadOfThePointerWithinItsLimits)
     const auto& pane = named<MainContentView>(window(), u"mainContentView"_s);
     auto& handle = named<DragHandle>(window(), u"bulkPaneHandle"_s);
     EXPECT_EQ(pane.bulkPaneHeight(), 200);
-    const QPoint start(20, 6);
-    const auto drag = [&](int by) {
-        QTest::mouseMove(&handle, handle.mapFromGlobal(m_start + QPoint(0, by)));
-    };
-    m_start = handle.mapToGlobal(start);
-    QTest::mousePress(&handle, Qt::LeftButton, {}, start);
+    const QPoint start = handle.mapToGlobal(QPoint(20, 6));
+    const auto drag = [&](int by) { QTest::mouseMove(&handle, handle.mapFromGlobal(start + QPoint(0, by))); };
+    QTest::mousePress(&handle, Qt::LeftButton, {}, QPoint(20, 6));
     drag(-9);
     EXPECT_EQ(pane.bulkPaneHeight(), 200) << "no drag yet";
     drag(-15);
     EXPECT_EQ(pane.bulkPaneHeight(), 215);
     drag(-20);
     EXPECT_EQ(pane.bulkPaneHeight(), 235) << "the whole way counts again";
-    QTest::mouseRelease(&handle, Qt::LeftButton, {}, handle.mapFromGlobal(m_start));
+    QTest::mouseRelease(&handle, Qt::LeftButton, {}, handle.mapFromGlobal(start));
     for (int i = 0; i < 30; ++i)
         QTest::keyClick(&handle, Qt::Key_Up);
     EXPECT_EQ(pane.bulkPaneHeight(), 500);
@@ -203,10 +197,7 @@ TEST_F(SelectionTest, FocusGoesToTheTableWhenThePaneGoes)
     launch();
     window().activateWindow();
     clickRow(0);
-    auto& clear = named<QAbstractButton>(window(), u"clearAllButton"_s);
-    clear.setFocus();
-    QTest::keyClick(&clear, Qt::Key_Space);
-    settle();
+    press(window(), u"clearAllButton"_s);
     EXPECT_TRUE(viewModel().persistedSelections.isEmpty());
     EXPECT_EQ(QApplication::focusWidget(), &table());
 }
@@ -221,8 +212,6 @@ TEST_F(SelectionTest, BulkWarningAsksWithTheExactTexts)
         BulkAction action;
         QString title, message, button;
     } rows[] = {
-        {BulkAction::enable, u"Confirm Bulk Action"_s,
-         u"You are about to enable 12 plugins. Are you sure you want to continue?"_s, u"Continue"_s},
         {BulkAction::disable, u"Confirm Bulk Action"_s,
          u"You are about to disable 12 plugins. Are you sure you want to continue?"_s, u"Continue"_s},
         {BulkAction::delete_, u"⚠️ Permanently Delete Plugins"_s,
@@ -239,7 +228,7 @@ TEST_F(SelectionTest, BulkWarningAsksWithTheExactTexts)
         EXPECT_EQ(warning.windowTitle(), row.title);
         EXPECT_EQ(warning.text(), row.title) << "for systems that hide the title bar's text";
         EXPECT_EQ(warning.informativeText(), row.message);
-        EXPECT_EQ(named<QAbstractButton>(warning, u"confirmButton"_s).text(), row.button);
+        EXPECT_EQ(named(warning, u"confirmButton"_s).text(), row.button);
         QTest::keyClick(&warning, Qt::Key_Escape);
         settle();
         EXPECT_FALSE(*request.isShowing);
@@ -247,28 +236,12 @@ TEST_F(SelectionTest, BulkWarningAsksWithTheExactTexts)
         EXPECT_TRUE(m_system.scripts.sources.isEmpty());
     }
     request.isShowing = true;
-    QTest::mouseClick(&named<QAbstractButton>(window(), u"confirmButton"_s), Qt::LeftButton);
+    click(window(), u"confirmButton"_s);
     ASSERT_TRUE(waitFor([&] { return request.pendingPlugins.empty(); }));
     settle();
     EXPECT_FALSE(request.pendingAction || *request.isShowing);
     EXPECT_EQ(*viewModel().dbTotalCount, 0);
     EXPECT_EQ(m_root.names(u"/Library/Audio/Plug-Ins/VST3"), QStringList());
-}
-
-TEST_F(SelectionTest, WholeFormatsAreSwitchedByTheFilters)
-{
-    m_root.addBundle(u"/Library/Audio/Plug-Ins/VST3/Alpha.vst3");
-    m_root.addBundle(u"/Library/Audio/Plug-Ins/CLAP/Alpha.clap");
-    m_root.addBundle(u"/Library/Audio/Plug-Ins/CLAP/Beta.clap");
-    launch();
-    runTask(disableAllForFormat(&viewModel(), PluginFormat::clap));
-    EXPECT_EQ(*viewModel().dbDisabledCount, 2);
-    EXPECT_TRUE(m_root.exists(u"/Library/Audio/Plug-Ins/VST3/Alpha.vst3"));
-    search(u"beta"_s);
-    runTask(enableAllForFormat(&viewModel(), std::nullopt));
-    EXPECT_EQ(m_root.names(u"/Library/Audio/Plug-Ins/CLAP"), (QStringList{u"Beta.clap"_s}))
-        << "filters count";
-    EXPECT_TRUE(viewModel().persistedSelections.isEmpty()) << "and the selection does not";
 }
 
 } // namespace orvanlite::test
