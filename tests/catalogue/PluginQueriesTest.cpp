@@ -27,10 +27,7 @@ protected:
 TEST_F(PluginQueriesTest, FiltersNarrowEveryQueryAlike)
 {
     using Format = PluginFormat;
-    const struct {
-        PluginFilter filter;
-        QString wanted;
-    } rows[] = {
+    const std::pair<PluginFilter, QString> rows[] = {
         {{}, u"alpha alpha Beta Delta_x gamma"_s},
         {{.searchText = u"ALPH"_s}, u"alpha alpha"_s},
         {{.searchText = u"acm"_s}, u"Beta gamma"_s},
@@ -47,29 +44,23 @@ TEST_F(PluginQueriesTest, FiltersNarrowEveryQueryAlike)
         {{u"a"_s, {Format::vst2, Format::au}, {u"Acme"_s}, {u"gamma|VST"_s, u"alpha|Audio Units"_s}},
          u"gamma"_s},
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(qPrintable(row.filter.searchText + u": "_s + row.wanted));
-        const AudioPlugins found = m_database.queryPlugins(row.filter, "name"_L1, true, 100, 0);
-        EXPECT_EQ(names(found), row.wanted);
-        EXPECT_EQ(m_database.totalCount(row.filter), static_cast<int>(found.size()));
-        PluginFilter withoutKeys = row.filter;
+    for (const auto& [filter, wanted] : rows) {
+        SCOPED_TRACE(qPrintable(filter.searchText + u": "_s + wanted));
+        const AudioPlugins found = m_database.queryPlugins(filter, "name"_L1, true, 100, 0);
+        EXPECT_EQ(names(found), wanted);
+        EXPECT_EQ(m_database.totalCount(filter), static_cast<int>(found.size()));
+        PluginFilter withoutKeys = filter;
         withoutKeys.pluginKeys.clear();
         QSet<QUuid> ids;
         for (const AudioPlugin& each : m_database.queryPlugins(withoutKeys, "name"_L1, true, 100, 0))
             ids << each.id;
-        EXPECT_EQ(m_database.getAllFilteredPluginIds(row.filter), ids) << "the keys play no part";
+        EXPECT_EQ(m_database.getAllFilteredPluginIds(filter), ids) << "the keys play no part";
     }
 }
 
 TEST_F(PluginQueriesTest, PagesComeInTheOrderOfTheColumn)
 {
-    const struct {
-        QLatin1StringView column;
-        bool ascending;
-        int limit;
-        int offset;
-        QString wanted;
-    } rows[] = {
+    const std::tuple<QLatin1StringView, bool, int, int, QString> rows[] = {
         {"name"_L1, false, 3, 0, u"gamma Delta_x Beta"_s},
         {"name"_L1, true, 2, 2, u"Beta Delta_x"_s},
         {"manufacturer"_L1, true, 1, 0, u"Delta_x"_s},
@@ -81,10 +72,9 @@ TEST_F(PluginQueriesTest, PagesComeInTheOrderOfTheColumn)
         {"lastUsed"_L1, true, 2, 3, u"alpha gamma"_s}, // without a date first
         {"no column"_L1, true, 9, 0, u""_s},
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.column.data());
-        EXPECT_EQ(names(m_database.queryPlugins({}, row.column, row.ascending, row.limit, row.offset)),
-                  row.wanted);
+    for (const auto& [column, ascending, limit, offset, wanted] : rows) {
+        SCOPED_TRACE(column.data());
+        EXPECT_EQ(names(m_database.queryPlugins({}, column, ascending, limit, offset)), wanted);
     }
 }
 

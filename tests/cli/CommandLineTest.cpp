@@ -66,10 +66,7 @@ TEST_F(CommandLineTest, TextToolAnswers)
     const QString noName =
         u"❌ Plugin name required for enable/disable operations\nUse: --name <plugin-name>"_s;
     const QString unknown = u"\nAvailable actions: scan, list, enable, disable"_s;
-    const struct {
-        QStringList options;
-        QString output; ///< behind the banner
-    } rows[] = {
+    const std::pair<QStringList, QString> rows[] = {
         {{},
          u"Use --action <scan|list|enable|disable> to perform operations\nUse --help for more information\n\n"
          "💡 To launch the GUI interface, run:\n   PluginManager GUI"_s},
@@ -90,10 +87,10 @@ TEST_F(CommandLineTest, TextToolAnswers)
         {{u"--action=enable"_s, u"--name="_s}, u"Enabling plugin: \n"_s + kPlaceholder},
         {{u"--action=enable"_s, u"--name"_s, u"X"_s, u"--"_s}, u"Enabling plugin: X\n"_s + kPlaceholder},
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.options.join(u' ').toStdString());
-        const Outcome outcome = run(QStringList{u"cli-command"_s} + row.options);
-        EXPECT_EQ(outcome.output.join(u'\n'), kBanner + row.output);
+    for (const auto& [options, output] : rows) {
+        SCOPED_TRACE(options.join(u' ').toStdString());
+        const Outcome outcome = run(QStringList{u"cli-command"_s} + options);
+        EXPECT_EQ(outcome.output.join(u'\n'), kBanner + output);
         EXPECT_EQ(outcome.status, 0);
         EXPECT_TRUE(outcome.errors.isEmpty());
         EXPECT_EQ(outcome.starts, 0);

@@ -11,11 +11,7 @@ using namespace Qt::StringLiterals;
 TEST(Json, WhatIsAcceptedAndWhatIsNot)
 {
     const auto nested = [](int depth) { return QByteArray(depth, '[') + QByteArray(depth, ']'); };
-    const struct {
-        const char* name;
-        QByteArray text;
-        bool accepted;
-    } rows[] = {
+    const std::tuple<const char*, QByteArray, bool> rows[] = {
         {"empty object", "{}", true},
         {"blanks around", " \r\n\t[1, 2.5e3, null] \n", true},
         {"byte-order mark", "\xEF\xBB\xBF{\"a\":1}", true},
@@ -31,9 +27,9 @@ TEST(Json, WhatIsAcceptedAndWhatIsNot)
         {"half a surrogate pair", R"(["\ud83d"])", false},
         {"control character in text", "[\"a\nb\"]", false},
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.name);
-        EXPECT_EQ(parseJson(row.text).has_value(), row.accepted);
+    for (const auto& [name, text, accepted] : rows) {
+        SCOPED_TRACE(name);
+        EXPECT_EQ(parseJson(text).has_value(), accepted);
     }
 }
 

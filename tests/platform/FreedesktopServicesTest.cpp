@@ -147,45 +147,37 @@ TEST_F(ServicesTest, TellsWhetherRightsCanBeAskedFor)
 TEST_F(ServicesTest, OpensBundlesByTheirExecutable)
 {
     const auto named = [](const QString& name) { return infoPlist({{u"CFBundleExecutable"_s, name}}); };
-    const struct {
-        const char* name;
-        QString bundle;
-        QByteArray plist;
-        QStringList executables;
-        QString wanted;
-    } rows[] = {
-        {"named", u"A"_s, named(u"two"_s), {u"one"_s, u"two"_s}, u"two"_s},
-        {"the only one", u"B"_s, infoPlist({}), {u"one"_s}, u"one"_s},
-        {"no list of properties", u"C"_s, {}, {u"one"_s}, u"one"_s},
-        {"one of two", u"D"_s, infoPlist({}), {u"one"_s, u"two"_s}, {}},
-        {"named and missing", u"E"_s, named(u"x"_s), {u"one"_s}, {}},
-        {"named outside", u"F"_s, named(u"../MacOS/one"_s), {u"one"_s}, {}},
+    const std::tuple<QString, QByteArray, QStringList, QString> rows[] = {
+        {u"/Named.app"_s, named(u"two"_s), {u"one"_s, u"two"_s}, u"two"_s},
+        {u"/The only one.app"_s, infoPlist({}), {u"one"_s}, u"one"_s},
+        {u"/No list of properties.app"_s, {}, {u"one"_s}, u"one"_s},
+        {u"/One of two.app"_s, infoPlist({}), {u"one"_s, u"two"_s}, {}},
+        {u"/Named and missing.app"_s, named(u"x"_s), {u"one"_s}, {}},
+        {u"/Named outside.app"_s, named(u"../MacOS/one"_s), {u"one"_s}, {}},
     };
     RecordingLauncher launcher;
     FreedesktopWorkspace workspace(files, launcher);
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.name);
-        const QString bundle = u'/' + row.bundle + u".app"_s;
-        root.addBundle(bundle, row.plist);
-        for (const QString& executable : row.executables)
-            root.addFile(bundle + u"/Contents/MacOS/"_s + executable);
+    for (const auto& [bundle, plist, executables, wanted] : rows) {
+        const QString folder = bundle + u"/Contents/MacOS/"_s;
+        root.addBundle(bundle, plist);
+        for (const QString& executable : executables)
+            root.addFile(folder + executable);
         launcher.starts.clear();
         workspace.openApplication(root.at(bundle));
-        ASSERT_EQ(launcher.starts.size(), row.wanted.isEmpty() ? 0U : 1U);
-        for (const RecordingLauncher::Start& start : launcher.starts)
-            EXPECT_EQ(start.program, root.at(bundle) + u"/Contents/MacOS/"_s + row.wanted);
+        const QString started = launcher.starts.empty() ? QString() : launcher.starts.front().program;
+        EXPECT_EQ(started, wanted.isEmpty() ? QString() : root.at(folder + wanted)) << bundle.toStdString();
     }
     launcher.fails = true;
-    workspace.openApplication(root.at(u"/A.app"));
+    workspace.openApplication(root.at(u"/Named.app"));
     EXPECT_FALSE(workspace.open(QUrl(u"https://example.com"_s)));
     launcher.fails = false;
     launcher.starts.clear();
     EXPECT_FALSE(workspace.open(QUrl()));
     EXPECT_TRUE(workspace.open(QUrl(u"https://example.com/ü?q=a b"_s)));
     EXPECT_TRUE(workspace.open(QUrl::fromLocalFile(u"/r/50% ü.pdf"_s)));
-    EXPECT_EQ(launcher.starts, (std::vector<RecordingLauncher::Start>{
-                                   {u"xdg-open"_s, {u"https://example.com/%C3%BC?q=a%20b"_s}},
-                                   {u"xdg-open"_s, {u"/r/50% ü.pdf"_s}}}));
+    const std::vector<RecordingLauncher::Start> wanted{
+        {u"xdg-open"_s, {u"https://example.com/%C3%BC?q=a%20b"_s}}, {u"xdg-open"_s, {u"/r/50% ü.pdf"_s}}};
+    EXPECT_EQ(launcher.starts, wanted);
 }
 
 TEST_F(ServicesTest, FindsAndEndsRunningApplications)

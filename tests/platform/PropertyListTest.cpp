@@ -5,8 +5,6 @@
 
 #include <gtest/gtest.h>
 
-#include <malloc.h>
-
 #include <array>
 #include <random>
 
@@ -140,45 +138,26 @@ TEST(PropertyListXml, TextsInTheFirstDictionary)
 TEST(PropertyListXml, RefusesWhatIsNotWellFormed)
 {
     const QByteArray good = inRoot("<key>id</key><string>i</string>");
-    const QByteArrayList badMembers{"<key>id</key>",
-                                    "<string>i</string>",
-                                    "<key>id</key><key>x</key><string>i</string>",
-                                    "<key>id</key><string>i</string><string>j</string>",
-                                    "<key>id</key><string>i<b/></string>",
-                                    "<key>i<dict/>d</key><string>i</string>",
-                                    "<key>id</key><string>i<string>j</string></string>",
-                                    "<key>id</key><integer>1<true/></integer>",
-                                    "<key>id</key><text>i</text>",
-                                    "<key>id</key><String>i</String>",
-                                    "<key>x</key><array><key>id</key></array>",
-                                    "<key>x</key><dict><key>y</key></dict>",
-                                    "stray",
-                                    "<key>x</key>stray<true/>",
-                                    "<key>x</key><array>stray</array>",
-                                    "<key>id</key><string>&undefined;</string>",
-                                    "<key>id</key><string>\xFF</string>",
-                                    "<key>id</key><string>\x1B</string>",
-                                    "<key>id</key><string>a & b</string>",
-                                    "<key>id</key><string>i</key>"};
-    QByteArrayList bad{
-        "",
-        " ",
-        "text",
-        "<plist/>",
-        "<plist></plist>",
-        "<plist><array/></plist>",
-        "<string>x</string>",
-        "<dict/><dict/>",
-        "<plist></plist><dict/>",
-        "<plist><dict/><dict/></plist>",
-        "<plist><plist><dict/></plist></plist>",
-        "<dict><plist/></dict>",
-        "<html/>",
-        good + "x",
-        good + good,
-        "x" + good,
-        "<!DOCTYPE plist [<!ENTITY e \"x\">]><dict><key>id</key><string>&e;</string></dict>",
-        "<!DOCTYPE plist SYSTEM \"file:///nowhere\"><dict><key>id</key><string>&e;</string></dict>"};
+    const QByteArrayList badMembers =
+        QByteArray("<key>id</key>|<string>i</string>|<key>id</key><key>x</key><string>i</string>|"
+                   "<key>id</key><string>i</string><string>j</string>|<key>id</key><string>i<b/></string>|"
+                   "<key>i<dict/>d</key><string>i</string>|<key>id</key><string>i<string>j</string></string>|"
+                   "<key>id</key><integer>1<true/></integer>|<key>id</key><text>i</text>|"
+                   "<key>id</key><String>i</String>|<key>x</key><array><key>id</key></array>|"
+                   "<key>x</key><dict><key>y</key></dict>|stray|<key>x</key>stray<true/>|"
+                   "<key>x</key><array>stray</array>|<key>id</key><string>&undefined;</string>|"
+                   "<key>id</key><string>\xFF</string>|<key>id</key><string>\x1B</string>|"
+                   "<key>id</key><string>a & b</string>|<key>id</key><string>i</key>")
+            .split('|');
+    QByteArrayList bad =
+        QByteArray(
+            "| |text|<plist/>|<plist></plist>|<plist><array/></plist>|<string>x</string>|<dict/><dict/>|"
+            "<plist></plist><dict/>|<plist><dict/><dict/></plist>|<plist><plist><dict/></plist></plist>|"
+            "<dict><plist/></dict>|<html/>|"
+            "<!DOCTYPE plist [<!ENTITY e \"x\">]><dict><key>id</key><string>&e;</string></dict>|"
+            "<!DOCTYPE plist SYSTEM \"file:///nowhere\"><dict><key>id</key><string>&e;</string></dict>")
+            .split('|');
+    bad << good + "x" << good + good << "x" + good;
     for (const QByteArray& members : badMembers)
         bad.append(inRoot(members));
     for (const QByteArray& data : bad) {
@@ -244,13 +223,6 @@ TEST(PropertyListXml, BothWaysAgree)
     EXPECT_GT(understood, 300);
 }
 
-/// Bytes that are allocated; none where the sanitizers have an allocator of their own.
-std::size_t inUse()
-{
-    const auto information = mallinfo2();
-    return information.uordblks + information.hblkhd;
-}
-
 TEST(PropertyListXml, BombsEndAtOnceAndDepthCostsNoStack)
 {
     QByteArray bomb = "<!DOCTYPE plist [<!ENTITY e0 \"0123456789\">";
@@ -268,9 +240,7 @@ TEST(PropertyListXml, BombsEndAtOnceAndDepthCostsNoStack)
     const QByteArray closed = QByteArray("</array>").repeated(depth);
     const QByteArray deep = inRoot("<key>parts</key>" + opened + closed + id);
     EXPECT_EQ(answers(deep), u"- [i] -"_s);
-    const auto before = inUse();
     EXPECT_EQ(answers(deep + kLongWay), u"- [i] -"_s);
-    EXPECT_LT(inUse(), before + 2'000'000) << "what one list needed is not kept for the next";
     EXPECT_EQ(answers(inRoot("<key>parts</key>" + opened)), u"nothing"_s);
 }
 

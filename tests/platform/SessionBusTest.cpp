@@ -110,8 +110,7 @@ QVariant colour(double red, double green, double blue)
 
 bool comesTrue(const std::function<bool()>& condition) { return QTest::qWaitFor(condition, 20'000); }
 
-class SessionBusTest : public testing::Test {
-protected:
+struct SessionBusTest : testing::Test {
     PrivateBus daemon;
     SessionBus bus{daemon.address()};
 };
@@ -195,43 +194,27 @@ TEST_F(SessionBusTest, ReadsThePortalsLook)
 {
     const QString look = u"org.freedesktop.appearance"_s;
     const QString desktop = u"org.gnome.desktop.interface"_s;
-    const struct {
-        const char* name;
-        SettingGroups settings;
-        std::optional<bool> dark;
-        std::optional<Rgb> accent;
-        bool reduced;
-    } rows[] = {
-        {"all",
-         {{look, {{u"color-scheme"_s, 1U}, {u"accent-color"_s, colour(0.25, 0, 1)}}},
-          {desktop, {{u"enable-animations"_s, false}}}},
-         true,
-         Rgb{0.25, 0, 1},
-         true},
-        {"light, no accent chosen",
-         {{look, {{u"color-scheme"_s, 2U}, {u"accent-color"_s, colour(-1, -1, -1)}}}},
-         false,
-         std::nullopt,
-         false},
-        {"other types",
-         {{look, {{u"color-scheme"_s, u"dark"_s}, {u"accent-color"_s, u"red"_s}}},
-          {desktop, {{u"enable-animations"_s, 0}}}},
-         std::nullopt,
-         std::nullopt,
-         false},
+    const auto groups = [&](const QVariant& scheme, const QVariant& accent, const QVariant& animations) {
+        return SettingGroups{{look, {{u"color-scheme"_s, scheme}, {u"accent-color"_s, accent}}},
+                             {desktop, {{u"enable-animations"_s, animations}}}};
+    };
+    const std::tuple<const char*, SettingGroups, std::optional<bool>, std::optional<Rgb>, bool> rows[] = {
+        {"all", groups(1U, colour(0.25, 0, 1), false), true, Rgb{0.25, 0, 1}, true},
+        {"light, no accent chosen", groups(2U, colour(-1, -1, -1), true), false, {}, false},
+        {"other types", groups(u"dark"_s, u"red"_s, 0), {}, {}, false},
     };
     {
         const FreedesktopAppearance withoutPortal(bus);
         EXPECT_EQ(withoutPortal.isDark(), std::nullopt);
     }
     FakePortal portal(daemon.address());
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.name);
-        portal.settings = row.settings;
+    for (const auto& [name, settings, dark, accent, reduced] : rows) {
+        SCOPED_TRACE(name);
+        portal.settings = settings;
         const FreedesktopAppearance appearance(bus, std::chrono::seconds(20));
-        EXPECT_EQ(appearance.isDark(), row.dark);
-        EXPECT_EQ(appearance.accentColour(), row.accent);
-        EXPECT_EQ(appearance.reducesMotion(), row.reduced);
+        EXPECT_EQ(appearance.isDark(), dark);
+        EXPECT_EQ(appearance.accentColour(), accent);
+        EXPECT_EQ(appearance.reducesMotion(), reduced);
     }
 }
 

@@ -54,11 +54,7 @@ TEST_F(ProfileManagerTest, ReadsWhatOthersWroteAndNothingElse)
     const QByteArray deep =
         QByteArray("[{\"x\":").repeated(200'000) + "1" + QByteArray("}]").repeated(200'000);
     const QString same = u"P: A|VST3 / 2 A|VST3,B/ü|Waves"_s;
-    const struct {
-        const char* name;
-        QByteArray object;
-        QString wanted; ///< null: invalid
-    } rows[] = {
+    const std::tuple<const char*, QByteArray, QString> rows[] = {
         {"as it is", kObject, same},
         {"blanks, escapes, other order",
          R"({ "allPluginKeys" : null, "enabledPlugins":["\u00FC\/\ud83d\ude00|VST","x"],)"
@@ -82,24 +78,24 @@ TEST_F(ProfileManagerTest, ReadsWhatOthersWroteAndNothingElse)
         {"no UTF-8", with("\"P\"", "\"\xFF\""), {}},
         {"deep alone", deep, {}},
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.name);
-        const bool isValid = !row.wanted.isNull();
+    for (const auto& [name, object, wanted] : rows) {
+        SCOPED_TRACE(name);
+        const bool isValid = !wanted.isNull();
         // As the list.
-        m_system.root.addFile(m_profiles, "\xEF\xBB\xBF [" + row.object + "," + kObject + "]\n");
+        m_system.root.addFile(m_profiles, "\xEF\xBB\xBF [" + object + "," + kObject + "]\n");
         ProfileManager manager(m_system.platform);
         ASSERT_EQ(manager.profiles->size(), isValid ? 2U : 0U);
         manager.saveProfile(u"N"_s, {});
         EXPECT_EQ(ProfileManager(m_system.platform).profiles->size(), isValid ? 3U : 1U);
         // As a document.
-        m_system.root.addFile(u"/d.json", "\xEF\xBB\xBF" + row.object);
+        m_system.root.addFile(u"/d.json", "\xEF\xBB\xBF" + object);
         const auto before = *manager.profiles;
         if (!isValid) {
             EXPECT_ANY_THROW(manager.importProfile(m_system.root.at(u"/d.json")));
             EXPECT_EQ(*manager.profiles, before);
             continue;
         }
-        EXPECT_EQ(summary(manager).front(), row.wanted);
+        EXPECT_EQ(summary(manager).front(), wanted);
         manager.importProfile(m_system.root.at(u"/d.json"));
         PluginProfile imported = manager.profiles->back();
         EXPECT_NE(std::exchange(imported.id, before.front().id), before.front().id);

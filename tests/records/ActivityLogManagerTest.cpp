@@ -107,11 +107,7 @@ TEST_F(ActivityLogManagerTest, AnInvalidFileReadsAsEmptyAndIsReplaced)
     const auto with = [&](const char* text, const char* other) {
         return '[' + QByteArray(kEntry).replace(text, other) + ']';
     };
-    const struct {
-        const char* name;
-        QByteArray content;
-        std::size_t wanted;
-    } rows[] = {
+    const std::tuple<const char*, QByteArray, std::size_t> rows[] = {
         {"two entries", '[' + kEntry + ", " + kEntry + ']', 2},
         {"a further member, whole seconds", with(R"("timestamp":721692800.25)", R"("x":1,"timestamp":-5)"),
          1},
@@ -124,14 +120,14 @@ TEST_F(ActivityLogManagerTest, AnInvalidFileReadsAsEmptyAndIsReplaced)
         {"a text as time", with("721692800.25", "\"721692800\""), 0},
         {"an entry that is no object", "[[]]", 0},
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.name);
-        m_system.root.addFile(m_file, row.content);
+    for (const auto& [name, content, wanted] : rows) {
+        SCOPED_TRACE(name);
+        m_system.root.addFile(m_file, content);
         ActivityLogManager log(m_system.platform);
-        EXPECT_EQ(log.entries->size(), row.wanted);
-        EXPECT_EQ(m_system.root.content(m_file), row.content) << "reading changes nothing";
+        EXPECT_EQ(log.entries->size(), wanted);
+        EXPECT_EQ(m_system.root.content(m_file), content) << "reading changes nothing";
         log.log(u"N"_s, u"VST"_s, ActivityAction::enabled);
-        EXPECT_EQ(storedNames(), u"N"_s + u" P"_s.repeated(qsizetype(row.wanted)));
+        EXPECT_EQ(storedNames(), u"N"_s + u" P"_s.repeated(qsizetype(wanted)));
     }
 }
 

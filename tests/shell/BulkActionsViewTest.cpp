@@ -97,35 +97,28 @@ protected:
 
 TEST_F(BulkActionsViewTest, AsksOnlyFromElevenOn)
 {
-    const struct {
-        QString button;
-        int count;
-        bool isEnabled;
-        std::optional<BulkAction> asked;
-        int scripts;
-    } rows[] = {
+    const std::tuple<QString, int, bool, std::optional<BulkAction>, int> rows[] = {
         {u"enableSelectedButton"_s, 10, false, {}, 1},
         {u"enableSelectedButton"_s, 11, false, BulkAction::enable, 0},
         {u"enableSelectedButton"_s, 11, true, {}, 1}, // nothing left to enable: an empty list is run
         {u"disableSelectedButton"_s, 11, true, BulkAction::disable, 0},
         {u"deleteSelectedButton"_s, 1, true, BulkAction::delete_, 0},
     };
-    for (const auto& test : rows) {
-        SCOPED_TRACE(testing::Message()
-                     << qPrintable(test.button) << " " << test.count << " " << test.isEnabled);
+    for (const auto& [button, count, isEnabled, asked, scripts] : rows) {
+        SCOPED_TRACE(testing::Message() << qPrintable(button) << " " << count << " " << isEnabled);
         m_all.clear();
         model().clearSelection();
         m_confirmation.isShowing = false;
         m_confirmation.pendingAction.reset();
         m_system.scripts.sources.clear();
         m_system.scripts.failNext(u"User canceled."_s);
-        addMany(test.count, test.isEnabled);
+        addMany(count, isEnabled);
         pane();
-        click(test.button);
-        EXPECT_EQ(*m_confirmation.isShowing, test.asked.has_value());
-        EXPECT_EQ(m_confirmation.pendingAction, test.asked);
-        EXPECT_EQ(m_system.scripts.sources.size(), test.scripts);
-        EXPECT_TRUE(!test.asked || std::ssize(m_confirmation.pendingPlugins) == test.count);
+        click(button);
+        EXPECT_EQ(*m_confirmation.isShowing, asked.has_value());
+        EXPECT_EQ(m_confirmation.pendingAction, asked);
+        EXPECT_EQ(m_system.scripts.sources.size(), scripts);
+        EXPECT_TRUE(!asked || std::ssize(m_confirmation.pendingPlugins) == count);
     }
 }
 

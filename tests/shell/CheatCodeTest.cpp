@@ -41,11 +41,7 @@ protected:
 
 TEST_F(CheatCodeTest, CountsTheLastLettersAndDigits)
 {
-    const struct {
-        QString typed;
-        int matches;
-        QString field; ///< what the focused field got
-    } rows[] = {
+    const std::tuple<QString, int, QString> rows[] = {
         {u"qeqeqeqe"_s, 1, u"qeqeqeq"_s},
         {u"xy1QEqeQEqE"_s, 1, u"xy1QEqeQEq"_s},
         {u"qeqe-. qeqe"_s, 1, u"qeqe-. qeq"_s}, // neither letters nor digits: as if they were not there
@@ -53,16 +49,16 @@ TEST_F(CheatCodeTest, CountsTheLastLettersAndDigits)
         {u"qeqeqeqqeqeqeqe"_s, 1, u"qeqeqeqqeqeqeq"_s}, // a wrong key does not begin anew, it slides by
         {u"qeqeqeqeqe"_s, 1, u"qeqeqeqqe"_s},           // afterwards nothing listens
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(qPrintable(row.typed));
+    for (const auto& [typed, matches, field] : rows) {
+        SCOPED_TRACE(qPrintable(typed));
         m_matches = 0;
         m_field.clear();
         m_code.armCheatCode();
-        type(row.typed);
-        EXPECT_EQ(m_matches, row.matches);
-        EXPECT_EQ(m_field.text(), row.field);
-        EXPECT_EQ(m_code.cheatCodeArmed(), row.matches == 0);
-        EXPECT_EQ(m_code.cheatCodeBuffer().isEmpty(), row.matches == 1);
+        type(typed);
+        EXPECT_EQ(m_matches, matches);
+        EXPECT_EQ(m_field.text(), field);
+        EXPECT_EQ(m_code.cheatCodeArmed(), matches == 0);
+        EXPECT_EQ(m_code.cheatCodeBuffer().isEmpty(), matches == 1);
         m_code.disarmCheatCode();
     }
     EXPECT_FALSE(m_wasArmed);
@@ -89,8 +85,6 @@ TEST_F(CheatCodeTest, TakesKeysByTheirText)
     type(u"qeqeqe"_s);
     EXPECT_TRUE(m_code.cheatCodeBuffer().startsWith(u"i\u0307"_s))
         << "eight characters, whatever their length";
-    m_code.armCheatCode();
-    EXPECT_TRUE(m_code.cheatCodeBuffer().isEmpty());
     m_code.disarmCheatCode();
 }
 

@@ -27,10 +27,7 @@ TEST(ManufacturerWebsitesTest, FindsEveryMakerOfTheTable)
 
 TEST(ManufacturerWebsitesTest, TakesTheFirstKeyThatIsPartOfTheName)
 {
-    const struct {
-        QString maker;
-        QString host;
-    } rows[] = {
+    const std::pair<QString, QString> rows[] = {
         {u"  FabFilter Software Instruments\n"_s, u"www.fabfilter.com"_s},
         {u"Waves Audio Ltd"_s, u"www.waves.com"_s},
         {u"Wavesfactory"_s, u"www.wavesfactory.com"_s},
@@ -39,28 +36,25 @@ TEST(ManufacturerWebsitesTest, TakesTheFirstKeyThatIsPartOfTheName)
         {u"Squad Audio"_s, u"www.uaudio.com"_s},
         {u"Klang Werk"_s, u"duckduckgo.com"_s},
     };
-    for (const auto& row : rows)
-        EXPECT_EQ(manufacturerWebsiteURL(row.maker).host(), row.host) << qPrintable(row.maker);
+    for (const auto& [maker, host] : rows)
+        EXPECT_EQ(manufacturerWebsiteURL(maker).host(), host) << qPrintable(maker);
 }
 
 TEST(ManufacturerWebsitesTest, SearchesTheWebForAnUnknownMaker)
 {
-    const struct {
-        QString maker;
-        QByteArray query;
-    } rows[] = {
+    const std::pair<QString, QByteArray> rows[] = {
         {u"Klang Werk"_s, "q=Klang%20Werk%20audio%20plugin"},
         {{}, "q=%20audio%20plugin"},
         {u" Ünder\"Ton "_s, "q=%20%C3%9Cnder%22Ton%20%20audio%20plugin"},
         {u"100%#+?/:@"_s, "q=100%25%23+?/:@%20audio%20plugin"},
         {u"Half "_s + QChar(0xD83C), "q="},
     };
-    for (const auto& row : rows) {
-        const QUrl url = manufacturerWebsiteURL(row.maker);
-        ASSERT_TRUE(url.isValid()) << qPrintable(row.maker);
+    for (const auto& [maker, query] : rows) {
+        const QUrl url = manufacturerWebsiteURL(maker);
+        ASSERT_TRUE(url.isValid()) << qPrintable(maker);
         EXPECT_EQ(url.scheme(), u"https"_s);
         EXPECT_EQ(url.path(), u"/"_s);
-        EXPECT_EQ(url.query(QUrl::FullyEncoded).toLatin1(), row.query);
+        EXPECT_EQ(url.query(QUrl::FullyEncoded).toLatin1(), query);
     }
 }
 

@@ -167,8 +167,7 @@ TEST_F(ShellTest, UpdateBannerOpensItsPlaceAndQuits)
     m_updateChecker.updateReleaseNotes = u" \n "_s;
     settle();
     EXPECT_FALSE(named<QLabel>(updates, u"updateBannerNotes"_s).isVisible());
-    QTest::mouseClick(&named(updates, u"updateBannerDismiss"_s), Qt::LeftButton);
-    settle();
+    click(updates, u"updateBannerDismiss"_s);
     EXPECT_FALSE(*m_updateChecker.updateAvailable || updates.isVisible());
 }
 

@@ -44,13 +44,7 @@ protected:
 
 TEST_F(ProgressPanelTest, SaysHowFarItIs)
 {
-    const struct {
-        int count;
-        double progress;
-        QString done;
-        QString percent;
-        int value;
-    } cases[] = {
+    const std::tuple<int, double, QString, QString, int> cases[] = {
         // what is not whole is cut, not rounded
         {0, 0.5, QString(), u"50%"_s, 50},
         {1, 0.999, QString(), u"99%"_s, 99},
@@ -59,16 +53,16 @@ TEST_F(ProgressPanelTest, SaysHowFarItIs)
         {60, 59.0 / 60, u"59 of 60 plugins"_s, u"98%"_s, 98},
         {2000, 1.0, u"2000 of 2000 plugins"_s, u"100%"_s, 100},
     };
-    for (const auto& row : cases) {
-        SCOPED_TRACE(testing::Message() << row.count << " at " << row.progress);
-        open(u"Applying…"_s, row.count);
+    for (const auto& [count, share, done, percent, value] : cases) {
+        SCOPED_TRACE(testing::Message() << count << " at " << share);
+        open(u"Applying…"_s, count);
         EXPECT_EQ(text(u"progressPercent"_s), u"0%"_s) << "every batch starts at nothing";
-        progress(row.progress);
+        progress(share);
         EXPECT_EQ(text(u"progressLabel"_s), u"Applying…"_s);
-        EXPECT_EQ(text(u"progressCount"_s), row.done);
-        EXPECT_EQ(text(u"progressPercent"_s), row.percent);
+        EXPECT_EQ(text(u"progressCount"_s), done);
+        EXPECT_EQ(text(u"progressPercent"_s), percent);
         const auto& bar = named<QProgressBar>(panel(), u"progressBar"_s);
-        EXPECT_EQ(bar.value(), row.value);
+        EXPECT_EQ(bar.value(), value);
         EXPECT_EQ(bar.accessibleName(), u"Batch progress"_s);
         for (const QWidget* part : view().findChildren<QWidget*>())
             EXPECT_TRUE(part->isHidden() || view().rect().contains(part->geometry(), true));

@@ -122,11 +122,7 @@ TEST_F(UpdateCheckerTest, AsksWithTheVersionAndTheMachine)
 TEST_F(UpdateCheckerTest, TakesOverWhatTheAnswerSays)
 {
     const QString byDefault = u"https://good.test/default|"_s;
-    const struct {
-        const char* name;
-        QByteArray raw;
-        QString wanted;
-    } rows[] = {
+    const std::tuple<const char*, QByteArray, QString> rows[] = {
         {"all of it", answer(R"({"latest_version":"3.0","download_url":"https://good.test/a.dmg",
                     "release_notes":"Faster","update_available":true,"other":1})"),
          u"yes|3.0|https://good.test/a.dmg|Faster"_s},
@@ -136,10 +132,10 @@ TEST_F(UpdateCheckerTest, TakesOverWhatTheAnswerSays)
         {"a status of 500", answer(R"({"latest_version":"4"})", "500 Oh"), u"no|4|"_s + byDefault},
         {"a status of 404", answer(R"({"latest_version":"5"})", "404 Oh"), u"no|5|"_s + byDefault},
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.name);
-        check(row.raw);
-        EXPECT_EQ(state(), row.wanted);
+    for (const auto& [name, raw, wanted] : rows) {
+        SCOPED_TRACE(name);
+        check(raw);
+        EXPECT_EQ(state(), wanted);
     }
 }
 

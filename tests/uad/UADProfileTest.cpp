@@ -16,11 +16,7 @@ using namespace Qt::StringLiterals;
 
 TEST(UADProfileTest, ReadsThePluginLinesOfTheSection)
 {
-    const struct {
-        const char* name;
-        QString text;
-        QString wanted;
-    } rows[] = {
+    const std::tuple<const char*, QString, QString> rows[] = {
         {"a whole profile",
          u"UAD-2 System Profile\nFirmware: authorized\n---\n\nUAD-2 Plug-in Authorizations\n\n"
          "UAD 1176LN Classic: Authorized for all devices\n\tUAD API 2500: Demo (13 days left)\n"
@@ -50,12 +46,12 @@ TEST(UADProfileTest, ReadsThePluginLinesOfTheSection)
          u"A=Demo (9223372036854775807 days left), B=Demo (0 days left), C=Demo (7 days left), "
          "D=Demo (0 days left), E=Demo (12 days left), F=Demo (12 days left)"_s},
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.name);
+    for (const auto& [name, text, wanted] : rows) {
+        SCOPED_TRACE(name);
         QStringList found;
-        for (const UADPluginAuth& each : parsePluginAuthorizations(row.text))
+        for (const UADPluginAuth& each : parsePluginAuthorizations(text))
             found.append(each.name + u'=' + each.status.displayString());
-        EXPECT_EQ(found.join(u", "_s), row.wanted);
+        EXPECT_EQ(found.join(u", "_s), wanted);
     }
 }
 
