@@ -301,7 +301,7 @@ TEST(PropertyListBinary, Answers)
         {"root is a text", list({"\x52id"}), u"nothing"_s},
         {"root is a list", list({"\xA0"}), u"nothing"_s},
         {"key is a number", list({"\x10\x05", "\xD1\0\0"_ba}), u"nothing"_s},
-        {"value reference outside", list({"\x51x", "\xD1\0\x63"_ba}), u"nothing"_s},
+        {"value reference outside", list({"\x51x", "\xD1\0\2"_ba}), u"nothing"_s},
         {"inner reference outside", parts("\xA1\x63"), u"nothing"_s},
         {"huge count of text", id("\x5F\x13\x7F\xFF\xFF\xFF\xFF\xFF\xFF\xFFx"), u"nothing"_s},
         {"huge count of units", id("\x6F\x13\x80\0\0\0\0\0\0\1"_ba), u"nothing"_s},
