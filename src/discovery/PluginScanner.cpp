@@ -132,7 +132,7 @@ void PluginScanner::recursivelyScanDirectory(const QString& path, PluginFormat f
         return;
     }
     for (const platform::DirectoryEntry& entry : entries) {
-        const QString entryPath = path + u'/' + entry.name;
+        const QString entryPath = platform::join(path, entry.name);
         bool isDirectory = entry.kind == platform::EntryKind::directory;
         if (entry.kind == platform::EntryKind::unresolved) {
             const auto status = m_files.status(entryPath);

@@ -45,9 +45,9 @@ std::vector<FoundPlugin> PluginFolderMonitor::look()
     // before it is listed, so nothing is missed in between.
     if (const QStringList watched = m_watcher.directories(); !watched.isEmpty())
         m_watcher.removePaths(watched);
-    m_linkTargets.clear();
     std::vector<FoundPlugin> news;
     for (const PluginFormat format : allCases<PluginFormat>) {
+        m_linkTargets.clear(); // one folder may be linked from the folders of several formats
         const QStringList folders = m_locations.searchFolders(format);
         for (const QString& folder : folders)
             lookIn(folder, format, news);

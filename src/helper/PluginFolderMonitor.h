@@ -55,7 +55,7 @@ private:
     QFileSystemWatcher m_watcher;
     QTimer m_pause;
     QSet<QString> m_known;       ///< plugin keys
-    QSet<QString> m_linkTargets; ///< of the current look
+    QSet<QString> m_linkTargets; ///< of the current look at a format
 };
 
 } // namespace orvanlite

@@ -95,6 +95,8 @@ QString PluginLocations::originalPath(const QString& path, PluginFormat format) 
 
 bool PluginLocations::isWavesVersionFolder(QStringView name) { return name.startsWith(kVersionFolder); }
 
+bool PluginLocations::isWavesShellsFolder(QStringView name) { return name.startsWith(u"WaveShells V"); }
+
 QString PluginLocations::wavesVersion(const QString& name) { return name.sliced(kVersionFolder.size() - 1); }
 
 QString PluginLocations::wavesDisabledFolder(const QString& versionFolder)

@@ -39,6 +39,8 @@ public:
     [[nodiscard]] static bool isWavesVersionFolder(QStringView name);
     /// The version, "V" included, in the name of such a folder.
     [[nodiscard]] static QString wavesVersion(const QString& name);
+    /// Whether a folder of this name in the Waves folder holds shells and their registration utility.
+    [[nodiscard]] static bool isWavesShellsFolder(QStringView name);
     /// Folder of the disabled plugins of a version folder.
     [[nodiscard]] static QString wavesDisabledFolder(const QString& versionFolder);
 

@@ -1,6 +1,8 @@
 #include "operations/PluginManagerViewModel.h"
 
+#include "model/PluginLocations.h"
 #include "platform/FileManager.h"
+#include "platform/Path.h"
 #include "platform/Platform.h"
 #include "platform/ProcessLauncher.h"
 
@@ -36,16 +38,17 @@ void PluginManagerViewModel::runWavesAURegUtilities()
 {
     const QString waves = m_platform.layout.wavesDirectory();
     for (const DirectoryEntry& shells : m_platform.files.listOrNothing(waves)) {
-        if (!shells.name.startsWith(u"WaveShells V"_s))
+        if (!PluginLocations::isWavesShellsFolder(shells.name))
             continue;
-        const QString folder = waves + u'/' + shells.name;
+        const QString folder = platform::join(waves, shells.name);
         const std::vector<DirectoryEntry> entries = m_platform.files.listOrNothing(folder);
         const auto utility = std::find_if(entries.begin(), entries.end(), isRegistrationUtility);
         if (utility == entries.end())
             continue;
         try {
-            m_platform.processes.start(m_platform.layout.openTool(),
-                                       {u"-a"_s, folder + u'/' + utility->name, u"--args"_s, u"--silent"_s});
+            m_platform.processes.start(
+                m_platform.layout.openTool(),
+                {u"-a"_s, platform::join(folder, utility->name), u"--args"_s, u"--silent"_s});
         } catch (const platform::FileError&) {
             // The plugin is back all the same; hosts find it at the next registration.
         }

@@ -9,6 +9,7 @@
 #include "platform/Path.h"
 #include "platform/Platform.h"
 
+#include <QCoreApplication>
 #include <QScopeGuard>
 
 #include <chrono>
@@ -53,14 +54,43 @@ AudioPlugin toggled(AudioPlugin plugin, const QString& destination)
     return plugin;
 }
 
-void removeQuietly(platform::FileManager& files, const QString& path)
-{
-    try {
-        files.remove(path);
-    } catch (const platform::FileError&) {
-        // Nobody needs it any more, and the next batch has names of its own.
+/// The script of a batch and its counter. They are removed when the script has ended, and when the application ends
+/// before it: a shell goes on with a script that it has opened, and a prompt that is still open runs nothing.
+class BatchFiles {
+public:
+    BatchFiles(platform::FileManager& files, const QString& folder)
+        : BatchFiles(files, folder, uuidText(makeUuid()))
+    {}
+    BatchFiles(const BatchFiles&) = delete;
+    BatchFiles& operator=(const BatchFiles&) = delete;
+    ~BatchFiles() { QObject::disconnect(m_atQuit); }
+
+    const QString script;
+    const QString progress;
+
+    void remove() const
+    {
+        for (const QString& file : {script, progress}) {
+            try {
+                m_files.remove(file);
+            } catch (const platform::FileError&) {
+                // Nobody needs it any more, and the next batch has names of its own.
+            }
+        }
     }
-}
+
+private:
+    BatchFiles(platform::FileManager& files, const QString& folder, const QString& uuid)
+        : script(platform::join(folder, u"orvanlite_batch_"_s + uuid + u".sh"_s))
+        , progress(platform::join(folder, u"orvanlite_progress_"_s + uuid + u".txt"_s))
+        , m_files(files)
+        , m_atQuit(QObject::connect(QCoreApplication::instance(), &QCoreApplication::aboutToQuit,
+                                    QCoreApplication::instance(), [this] { remove(); }))
+    {}
+
+    platform::FileManager& m_files;
+    QMetaObject::Connection m_atQuit;
+};
 
 } // namespace
 
@@ -110,7 +140,11 @@ void PluginMover::performFileOperation(const QString& source, const QString& des
     // plugin is there, so that a failed move loses neither of them.
     const QString aside =
         platform::join(platform::parentFolder(destination), u".orvanlite-"_s + uuidText(makeUuid()));
-    files.move(destination, aside);
+    try {
+        files.move(destination, aside);
+    } catch (const platform::FileError& error) {
+        throw platform::FileError(error.code, destination); // nobody knows the hidden path
+    }
     try {
         files.move(source, destination);
     } catch (const platform::FileError&) {
@@ -147,21 +181,17 @@ QCoro::Task<AudioPlugins> PluginMover::toggleAll(AudioPlugins plugins, BatchProg
         items.push_back({std::move(plugin), source, path});
     }
     platform::FileManager& files = m_platform.files;
-    const QString uuid = uuidText(makeUuid());
-    const QString& folder = m_platform.layout.temporary;
-    const QString scriptFile = platform::join(folder, u"orvanlite_batch_"_s + uuid + u".sh"_s);
-    const QString progressFile = platform::join(folder, u"orvanlite_progress_"_s + uuid + u".txt"_s);
+    const BatchFiles batch(files, m_platform.layout.temporary);
     // Readable by their owner alone and put in place whole: nobody else can read or replace them before they run.
-    files.write(progressFile, "0", platform::WriteMode::privateFile);
-    files.write(scriptFile, batchScript(items, progressFile).toUtf8(), platform::WriteMode::privateFile);
+    files.write(batch.progress, "0", platform::WriteMode::privateFile);
+    files.write(batch.script, batchScript(items, batch.progress).toUtf8(), platform::WriteMode::privateFile);
 
     const auto isCancelled = std::make_shared<bool>(false);
     if (progress)
-        detach(pollProgress(progressFile, std::ssize(items), progress, isCancelled));
-    const platform::ScriptOutcome outcome = co_await run(batchAppleScript(scriptFile));
+        detach(pollProgress(batch.progress, std::ssize(items), progress, isCancelled));
+    const platform::ScriptOutcome outcome = co_await run(batchAppleScript(batch.script));
     *isCancelled = true;
-    removeQuietly(files, scriptFile);
-    removeQuietly(files, progressFile);
+    batch.remove();
     throwFailure(outcome, ScriptKind::batch);
 
     for (std::size_t i = 0; i < items.size(); ++i)

@@ -24,7 +24,7 @@ class BatchProgress;
 /// Errors: PluginError, or FileError from the route without rights. There is no rollback of a script that failed
 ///         half-way.
 ///
-/// Held in a shared pointer: a running script keeps it alive, so that a batch's files are removed whoever has gone.
+/// Held in a shared pointer: a running script keeps it alive, whoever else has gone.
 class PluginMover final : public std::enable_shared_from_this<PluginMover> {
 public:
     explicit PluginMover(const platform::Platform& platform);

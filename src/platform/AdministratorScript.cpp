@@ -22,7 +22,9 @@ std::variant<QString, ScriptErrorDictionary, OtherScript> parseAdministratorScri
     if (quote < 0)
         return scriptError(u"Expected “\"” but found end of script."_s, kSyntaxError);
     const QStringView command = text.first(quote);
-    if (command.contains(u'\\') || command.contains(QChar::Null))
+    // A replacement character stands for a file name that is no UTF-8: the command would name another file.
+    if (command.contains(u'\\') || command.contains(QChar::Null) ||
+        command.contains(QChar::ReplacementCharacter))
         return scriptError(u"Expected “\"” but found unknown token."_s, kSyntaxError);
     const QStringView rest = text.sliced(quote + 1);
     if (rest.empty())

@@ -96,7 +96,7 @@ public:
     virtual void move(const QString& source, const QString& destination) = 0;
 
     /// Removes a file, a symbolic link (not what it points to) or a folder with all it holds. Throws when there
-    /// is nothing.
+    /// is nothing, and, with nothing removed, when this user may not remove all of it.
     virtual void remove(const QString& path) = 0;
 
     /// Creates the folder and its missing parents; an existing folder is no error.

@@ -19,15 +19,24 @@ constexpr qsizetype kNamesInBanner = 3;
 void NewPlugins::updateStates(const AudioPlugins& plugins)
 {
     QHash<QUuid, const AudioPlugin*> byId;
-    QHash<QString, const AudioPlugin*> byKey; // ids do not outlive a scan
+    // Ids do not outlive a scan, and a key may have copies in several folders.
+    QHash<std::pair<QString, QString>, const AudioPlugin*> byKeyAndPath;
+    QHash<QString, const AudioPlugin*> byKey;
     for (const AudioPlugin& plugin : plugins) {
+        const QString key = pluginKey(plugin);
         byId.insert(plugin.id, &plugin);
-        byKey.insert(pluginKey(plugin), &plugin);
+        byKeyAndPath.insert({key, plugin.originalPath}, &plugin);
+        byKeyAndPath.insert({key, plugin.currentPath}, &plugin);
+        byKey.insert(key, &plugin);
     }
     for (AudioPlugin& detected : detectedNewPlugins) {
-        const AudioPlugin* now = byId.value(detected.id, byKey.value(pluginKey(detected)));
+        const QString key = pluginKey(detected);
+        const AudioPlugin* now = byId.value(detected.id);
+        for (const QString& path : {detected.currentPath, detected.originalPath})
+            now = now ? now : byKeyAndPath.value({key, path});
+        now = now ? now : byKey.value(key);
         if (!now)
-            continue; // uninstalled: its last state is as good as any
+            continue; // uninstalled: nobody can tell its state
         detected.currentPath = now->currentPath;
         detected.isEnabled = now->isEnabled;
     }

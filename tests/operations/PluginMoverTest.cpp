@@ -7,6 +7,7 @@
 
 #include <QRegularExpression>
 #include <QTest>
+#include <QTimer>
 
 #include <sys/stat.h>
 #include <unistd.h>
@@ -228,7 +229,8 @@ TEST_F(PluginMoverTest, OutcomesOfScriptsBecomeErrors)
 
 TEST_F(PluginMoverTest, NamesThatWouldChangeTheScriptGoOnlyWithABatch)
 {
-    for (const QString& name : {u"It's"_s, u"a\"b"_s, u"a\\b"_s, u"a\\\\b"_s, u"a\\nb"_s, u"end\\"_s}) {
+    for (const QString& name :
+         {u"It's"_s, u"a\"b"_s, u"a\\b"_s, u"a\\\\b"_s, u"a\\nb"_s, u"end\\"_s, u"no UTF-8 \uFFFD"_s}) {
         SCOPED_TRACE(qPrintable(name));
         m_root.addFile(kVst3 + u"a\\b.vst3"_s, "bystander");
         const QString path = kVst3 + name + u".vst3"_s;
@@ -254,7 +256,7 @@ TEST_F(PluginMoverTest, DeletesWhatWasConfirmedAndNothingElse)
         m_root.addFile(i % 4 == 0 ? path + u"/Contents/file"_s : path, "x");
         AudioPlugin plugin = record(path);
         plugin.originalPath = m_root.at(kVst3 + u"a"_s); // plays no part
-        const bool fits = !QRegularExpression(u"['\"\\\\]"_s).match(names[i]).hasMatch();
+        const bool fits = !QRegularExpression(u"['\"\\\\\\x{FFFD}]"_s).match(names[i]).hasMatch();
         (fits ? confirmed : refused).push_back(std::move(plugin));
     }
     ASSERT_TRUE(confirmed.size() > 100 && refused.size() > 100);
@@ -295,9 +297,11 @@ TEST_F(PluginMoverTest, EnablingAUsersPluginReplacesItsPathOrChangesNothing)
     EXPECT_TRUE(toggleError(off).startsWith(u"File: No such file"_s)) << "the plugin is gone";
     EXPECT_EQ(m_root.content(path), "old") << "its occupant is not";
 
-    // An occupant that cannot be deleted: its content is another user's.
+    // An occupant that cannot be deleted as a whole: a part of it is another user's.
     m_system.files.remove(m_root.at(path));
     m_root.addFile(path + u"/Contents/file"_s, "occupant");
+    m_root.addFile(path + u"/own"_s, "occupant");
+    ASSERT_EQ(::chmod(m_root.at(path).toUtf8().constData(), 0777), 0);
     m_root.addFile(kDisabledVst3 + u"Foo.vst3"_s, "new");
     for (const QString& folder : {QString(), kUserVst3, kDisabledVst3})
         ASSERT_EQ(::chmod(m_root.at(folder).toUtf8().constData(), 0777), 0);
@@ -337,12 +341,18 @@ TEST_F(PluginMoverTest, BatchFilesArePrivateAndGoWithTheScript)
     EXPECT_EQ(temporaryFiles(), QStringList());
 
     m_system.clock.advance(std::chrono::seconds(1)); // ends the last look at the counter
-    // Nobody waits for the batch any more, and the mover has no owner.
+    // Nobody waits for the batch any more, the mover has no owner, and then the application ends.
+    standIn(u"mv"_s, "while [ ! -e \"$temporary/go\" ]; do sleep 0.01; done; exec /bin/mv \"$@\"\n");
     detach(keep(m_mover->toggleAll({m_allChanged[0]}, nullptr), &m_allChanged));
     const std::weak_ptr<PluginMover> left = m_mover;
     m_mover.reset();
     ASSERT_EQ(temporaryFiles().size(), 2);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return temporaryFiles().isEmpty() && left.expired(); }));
+    EXPECT_TRUE(QTest::qWaitFor([this] { return m_root.exists(u"/tools/calls"); }));
+    QTimer::singleShot(0, qApp, &QCoreApplication::quit);
+    QCoreApplication::exec();
+    EXPECT_EQ(temporaryFiles(), QStringList());
+    m_system.files.write(m_system.layout.temporary + u"/go"_s, "", platform::WriteMode::inPlace);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return left.expired(); })) << "the script goes on to its end";
     EXPECT_EQ(m_root.content(kVst3 + u"A.vst3"_s), "A");
 }
 

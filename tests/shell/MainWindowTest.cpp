@@ -1,10 +1,8 @@
 #include "ShellFixture.h"
 
-#include "operations/Detach.h"
 #include "shell/toolkit/ViewUpdater.h"
 
 #include <QDialog>
-#include <QDir>
 #include <QMenuBar>
 
 namespace orvanlite::test {
@@ -90,26 +88,6 @@ TEST_F(MainWindowTest, ClosingTheWindowEndsTheApplication)
     launch();
     window().findChild<QAction*>(u"closeWindowAction"_s)->trigger();
     EXPECT_FALSE(window().isVisible());
-}
-
-TEST_F(MainWindowTest, ABatchIsRecordedAlthoughTheWindowHasClosed)
-{
-    for (const QString& name : {u"A"_s, u"B"_s})
-        m_root.addFile(u"/Library/Audio/Plug-Ins/VST3/"_s + name + u".vst3"_s, "code");
-    launch();
-    bool isDone = false;
-    detach([](PluginManagerViewModel& model, bool& done) -> QCoro::Task<> {
-        co_await model.toggleMultiplePlugins(*model.plugins);
-        done = true;
-    }(viewModel(), isDone));
-    window().close();
-    EXPECT_FALSE(isDone || window().isVisible());
-    m_delegate.finishRunningScripts();
-    EXPECT_TRUE(isDone);
-    EXPECT_EQ(*viewModel().dbDisabledCount, 2);
-    EXPECT_EQ(m_log.entries->size(), 2U);
-    EXPECT_TRUE(QDir(m_system.layout.temporary).isEmpty());
-    m_delegate.finishRunningScripts(); // returns at once
 }
 
 TEST_F(MainWindowTest, ScansAfterItsFirstPaint)

@@ -1,5 +1,6 @@
 #include "platform/posix/PosixFileManager.h"
 
+#include "platform/Path.h"
 #include "platform/Utf8.h"
 #include "platform/posix/PrivateFolder.h"
 
@@ -239,6 +240,36 @@ bool replaceFile(const QByteArray& name, const QByteArray& content, const QStrin
     return writeThroughNewFile(real.get(), content, path, &old);
 }
 
+/// Throws unless an entry can be removed with all it holds. A removal that fails half-way leaves a damaged bundle.
+void requireRemovable(const QByteArray& name, const QString& path)
+{
+    const auto requireWritable = [&path](const char* folder) {
+        if (::faccessat(AT_FDCWD, folder, W_OK | X_OK, AT_EACCESS) != 0)
+            throw FileError(errno, path);
+    };
+    struct stat entry {};
+    struct stat parent {};
+    const fs::path folder = toPath(name).parent_path();
+    if (::lstat(name.constData(), &entry) != 0 || ::stat(folder.c_str(), &parent) != 0)
+        throw FileError(errno, path);
+    requireWritable(folder.c_str());
+    const uid_t user = ::geteuid();
+    if ((parent.st_mode & S_ISVTX) != 0 && user != 0 && user != parent.st_uid && user != entry.st_uid)
+        throw FileError(EPERM, path);
+    if (!S_ISDIR(entry.st_mode))
+        return;
+    std::error_code error;
+    if (!fs::is_empty(toPath(name), error))
+        requireWritable(name.constData());
+    for (fs::recursive_directory_iterator each(toPath(name), error), end; !error && each != end;
+         each.increment(error)) {
+        if (each->is_directory(error) && !each->is_symlink(error) && !fs::is_empty(each->path(), error))
+            requireWritable(each->path().c_str());
+    }
+    if (error)
+        throw FileError(error.value(), path);
+}
+
 } // namespace
 
 bool PosixFileManager::exists(const QString& path) const
@@ -327,7 +358,7 @@ void PosixFileManager::write(const QString& path, const QByteArray& content, Wri
     if (name.isEmpty())
         throw FileError(ENOENT, path);
     if (mode == WriteMode::privateFile) {
-        requirePrivateFolder(path.first(std::max<qsizetype>(path.lastIndexOf(u'/'), 0)));
+        requirePrivateFolder(parentFolder(path));
         if (!writeThroughNewFile(name, content, path, nullptr))
             throw FileError(errno, path);
         return;
@@ -353,6 +384,7 @@ void PosixFileManager::move(const QString& source, const QString& destination)
         throw FileError(errno, destination);
     if (isOccupied(to))
         throw FileError(EEXIST, destination);
+    requireRemovable(from, source);
     copyToFreeName(from, to, destination);
     std::error_code error;
     fs::remove_all(toPath(from), error);
@@ -362,12 +394,12 @@ void PosixFileManager::move(const QString& source, const QString& destination)
 
 void PosixFileManager::remove(const QString& path)
 {
+    const QByteArray name = native(path);
+    requireRemovable(name, path);
     std::error_code error;
-    const auto removed = fs::remove_all(toPath(native(path)), error);
+    fs::remove_all(toPath(name), error);
     if (error)
         throw FileError(error.value(), path);
-    if (removed == 0)
-        throw FileError(ENOENT, path);
 }
 
 void PosixFileManager::createDirectory(const QString& path)

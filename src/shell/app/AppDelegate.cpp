@@ -1,7 +1,6 @@
 #include "shell/app/AppDelegate.h"
 
 #include "operations/Detach.h"
-#include "operations/PluginManagerViewModel.h"
 #include "platform/Defaults.h"
 #include "platform/MainBundle.h"
 #include "platform/NotificationCenter.h"
@@ -15,7 +14,6 @@
 #include "uad/UADCleanupManager.h"
 
 #include <QApplication>
-#include <QEventLoop>
 #include <QIcon>
 #include <QPointer>
 
@@ -86,23 +84,6 @@ void AppDelegate::checkForUpdates()
 }
 
 void AppDelegate::cleanUpUADDemos() { m_shared.uadCleanup.startCleanup(); }
-
-void AppDelegate::finishRunningScripts()
-{
-    if (!m_window)
-        return;
-    const auto& isRunning =
-        static_cast<ContentView*>(m_window->centralWidget())->pluginManager().isRunningScript;
-    if (!*isRunning)
-        return;
-    // Not a nested loop: the application's own has ended.
-    QEventLoop rest;
-    isRunning.observe(&rest, [&] {
-        if (!*isRunning)
-            rest.quit();
-    });
-    rest.exec();
-}
 
 void AppDelegate::postLaunchNotification()
 {

@@ -34,10 +34,6 @@ public:
     /// Starts the clean-up of UAD demos. On purpose no menu entry is bound to it.
     void cleanUpUADDemos();
 
-    /// Returns when no privileged script runs any more, with its rows and log entries written. To be called after the
-    /// event loop has ended: a script cannot be called back, and the window may close while it runs.
-    void finishRunningScripts();
-
     /// Null until launch has finished.
     [[nodiscard]] MainWindow* window() const { return m_window.get(); }
 

@@ -38,9 +38,7 @@ int runGui(int& argc, char** argv, const platform::SystemLayout& layout)
     AppDelegate delegate(platform, shared);
     QMetaObject::invokeMethod(&delegate, &AppDelegate::applicationDidFinishLaunching, Qt::QueuedConnection);
     platform::whenStartedAgain(layout, &delegate, [&delegate] { delegate.bringToFront(); });
-    const int status = QApplication::exec();
-    delegate.finishRunningScripts();
-    return status;
+    return QApplication::exec();
 }
 
 } // namespace orvanlite
