@@ -47,7 +47,7 @@ void PluginManagerViewModel::runWavesAURegUtilities()
             m_platform.processes.start(m_platform.layout.openTool(),
                                        {u"-a"_s, folder + u'/' + utility->name, u"--args"_s, u"--silent"_s});
         } catch (const platform::FileError&) {
-            // The plugin is back all the same; hosts find it at the next registration.
+            // The plugin is enabled anyway; hosts find it after the next registration.
         }
     }
 }

@@ -24,9 +24,8 @@ constexpr qint64 kLargestCounter = 64; // bytes
 
 enum class ScriptKind { toggle, batch, deletion };
 
-/// The one place that turns the outcome of a script into an error.
-/// On purpose a batch fails by an error dictionary alone, so that one without any answer counts as done, while the
-/// others need a result.
+/// Turns the outcome of a script into an error. On purpose a batch fails only with an error dictionary: one
+/// without any reply counts as done. The other kinds need a result.
 void throwFailure(const platform::ScriptOutcome& outcome, ScriptKind kind)
 {
     using Kind = PluginError::Kind;
@@ -58,7 +57,7 @@ void removeQuietly(platform::FileManager& files, const QString& path)
     try {
         files.remove(path);
     } catch (const platform::FileError&) {
-        // Nobody needs it any more, and the next batch has names of its own.
+        // A left-over file is harmless: the next batch uses new names.
     }
 }
 
@@ -80,7 +79,7 @@ QString PluginMover::freeName(const QString& folder, const QString& name) const
 {
     const QString base = platform::join(folder, platform::baseName(name));
     QString path = platform::join(folder, name);
-    // On purpose the dot is there without an extension too.
+    // On purpose the dot is added even without an extension.
     for (int n = 1; m_platform.files.exists(path); ++n)
         path = base + u' ' + QString::number(n) + u'.' + platform::extension(name).toString();
     return path;
@@ -90,7 +89,7 @@ QCoro::Task<AudioPlugin> PluginMover::toggle(AudioPlugin plugin)
 {
     const auto self = shared_from_this();
     const QString path = destination(plugin);
-    // On purpose where the plugin belongs decides, not the rights that are really needed.
+    // On purpose decided by the plugin's original path, not by the rights that are actually needed.
     if (m_platform.layout.isInSystemLibrary(plugin.originalPath) ||
         plugin.format == PluginFormat::wavesBundle)
         co_await performWithAdminRights(plugin, path);
@@ -106,8 +105,8 @@ void PluginMover::performFileOperation(const QString& source, const QString& des
         files.move(source, destination);
         return;
     }
-    // On purpose enabling replaces whatever has taken the plugin's place, without a question. It is set aside until the
-    // plugin is there, so that a failed move loses neither of them.
+    // On purpose enabling replaces an existing file at the destination without asking. That file is set aside
+    // until the move has succeeded, so that a failure loses neither.
     const QString aside =
         platform::join(platform::parentFolder(destination), u".orvanlite-"_s + uuidText(makeUuid()));
     files.move(destination, aside);
@@ -151,7 +150,7 @@ QCoro::Task<AudioPlugins> PluginMover::toggleAll(AudioPlugins plugins, BatchProg
     const QString& folder = m_platform.layout.temporary;
     const QString scriptFile = platform::join(folder, u"orvanlite_batch_"_s + uuid + u".sh"_s);
     const QString progressFile = platform::join(folder, u"orvanlite_progress_"_s + uuid + u".txt"_s);
-    // Readable by their owner alone and put in place whole: nobody else can read or replace them before they run.
+    // Private and written atomically, so that no other user can read or replace them before they run.
     files.write(progressFile, "0", platform::WriteMode::privateFile);
     files.write(scriptFile, batchScript(items, progressFile).toUtf8(), platform::WriteMode::privateFile);
 
@@ -180,7 +179,7 @@ QCoro::Task<platform::ScriptOutcome> PluginMover::run(QString source)
 {
     if (++m_runningScripts == 1)
         isRunningScript = true;
-    // However the script ends: otherwise the windows would never take input again.
+    // Even if the script throws: otherwise the windows would never accept input again.
     const auto atEnd = qScopeGuard([this] {
         if (--m_runningScripts == 0)
             isRunningScript = false;
