@@ -1,5 +1,6 @@
-// The catalogue beside its floors: a whole scan beside the sqlite3 shell's import of the same rows, and every
-// query beside its own statement stepped without looking at the rows. Medians, in milliseconds.
+// The catalogue compared with its lower bounds: replacing all rows versus the sqlite3 shell's import of the
+// same rows, and every query versus its bare statement stepped without reading the rows. Medians, in
+// milliseconds.
 
 #include "catalogue/PluginDatabase.h"
 #include "model/TextOrder.h"
@@ -28,7 +29,7 @@ namespace {
 constexpr int kRows = 100'000;
 constexpr int kPage = 100;
 
-/// Sums up what was read, so that no run can be left out.
+/// Sum of what was read, so that the compiler cannot optimise a run away.
 std::size_t g_seen = 0;
 
 using Run = std::function<void()>;
@@ -47,7 +48,7 @@ double median(std::vector<double> times)
     return *middle;
 }
 
-/// Medians of runs that take turns, so that both see the same machine: at least 7, for half a second.
+/// Medians of alternating runs, so that both see the same load: at least 7 runs, for half a second.
 std::pair<double, double> medians(const Run& ours, const Run& floor)
 {
     std::vector<double> ourTimes;
@@ -98,7 +99,7 @@ AudioPlugins samplePlugins(int count)
     return plugins;
 }
 
-/// The rows as the shell reads them; no value needs quotes.
+/// The rows as CSV for the shell; no value needs quotes.
 void writeCsv(const AudioPlugins& plugins, const QString& path)
 {
     QFile file(path);
@@ -127,8 +128,8 @@ void runShell(const QString& database, const QStringList& commands)
         qFatal("the sqlite3 shell failed: %s", shell.readAllStandardError().constData());
 }
 
-/// A whole scan into an empty file and over the rows of the last one. Both sides open the file, write and close
-/// it; the bare start of the shell's process is taken off its time.
+/// Writes a whole scan into an empty file and over the previous rows. Both sides open, write and close the
+/// file; the start time of the shell's process is subtracted.
 void benchReplace(const platform::Platform& platform, const QString& folder, int count)
 {
     const AudioPlugins plugins = samplePlugins(count);
@@ -156,8 +157,8 @@ void benchReplace(const platform::Platform& platform, const QString& folder, int
         newFile(path);
         newFile(shellPath);
         // The same schema and journal mode for both: empty catalogues.
-        for (const QString& made : {path, shellPath})
-            const PluginDatabase empty(platform, made);
+        for (const QString& file : {path, shellPath})
+            const PluginDatabase empty(platform, file);
         oursNew.push_back(milliseconds(ours));
         shellNew.push_back(milliseconds(shell));
         oursAgain.push_back(milliseconds(ours));
@@ -185,7 +186,7 @@ void recordStatements()
     sqlite3_auto_extension(reinterpret_cast<void (*)()>(+listen));
 }
 
-/// Runs the statement to its end and looks at nothing. Texts are bound first, then numbers.
+/// Runs the statement to its end without reading rows. Texts are bound first, then numbers.
 void stepOnly(sqlite3* db, const QByteArray& sql, const QByteArrayList& texts,
               const std::vector<int>& numbers)
 {
@@ -235,17 +236,17 @@ std::vector<QueryCase> queryCases(const AudioPlugins& plugins)
         if (i < 20)
             someKeys << pluginKey(plugins[i * 97]);
     }
-    const QSet<QString> makers{u"Maker of Sound 7"_s, u"Maker of Sound 70"_s};
+    const QSet<QString> manufacturers{u"Maker of Sound 7"_s, u"Maker of Sound 70"_s};
     std::vector<QueryCase> cases{
         {"search, many hits", {.searchText = u"strip 12"_s}},
         {"search, few hits", {.searchText = u"strip 12345"_s}},
         {"search, no hit", {.searchText = u"nowhere"_s}},
         {"one format", {.formats = {PluginFormat::vst3}}},
         {"three formats", {.formats = {PluginFormat::vst3, PluginFormat::au, PluginFormat::clap}}},
-        {"two manufacturers", {.manufacturers = makers}},
+        {"two manufacturers", {.manufacturers = manufacturers}},
         {"20 keys", {.pluginKeys = someKeys}},
         {"1000 keys", {.pluginKeys = manyKeys}},
-        {"search, format, manufacturers", {u"strip 1"_s, {PluginFormat::vst3}, makers, {}}},
+        {"search, format, manufacturers", {u"strip 1"_s, {PluginFormat::vst3}, manufacturers, {}}},
         {"offset 90000", {}, "name"_L1, true, 90'000},
         {"name, descending", {}, "name"_L1, false},
     };
@@ -267,7 +268,7 @@ std::vector<QueryCase> queryCases(const AudioPlugins& plugins)
     return cases;
 }
 
-/// Our call beside its own statement on a second connection.
+/// Our call compared with its bare statement on a second connection.
 void benchCall(const char* name, sqlite3* db, const Run& ours, const QByteArrayList& texts,
                const std::vector<int>& numbers, double goal)
 {
@@ -286,7 +287,7 @@ void benchQueries(const platform::Platform& platform, const QString& folder)
     database.replaceAllPlugins(plugins);
     sqlite3* db = nullptr;
     sqlite3_open(path.toUtf8().constData(), &db);
-    // As many pages in memory as the catalogue keeps.
+    // The same cache size as the catalogue.
     sqlite3_exec(db, "PRAGMA cache_size=-16000", nullptr, nullptr, nullptr);
 
     printHead("a page of 100 of 100000 rows", "step only");

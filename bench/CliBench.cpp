@@ -1,5 +1,5 @@
 // Compares the start and run of "plugin-manager cli-command" with a program that links the same libraries and
-// does nothing. The two take turns, so that a change in the machine's load meets both.
+// does nothing. The two alternate, so that changes in the machine's load affect both.
 
 #include <fcntl.h>
 #include <spawn.h>
@@ -17,7 +17,7 @@ constexpr int kWarmUps = 10;
 constexpr int kDefaultRuns = 200;
 constexpr double kGoal = 1.3;
 
-/// Milliseconds from the start of the program to its end. Ends this process when it fails.
+/// Milliseconds from the program's start to its end. Exits this process when it fails.
 double run(const std::vector<const char*>& command)
 {
     std::vector<char*> arguments;

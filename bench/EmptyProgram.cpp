@@ -1,2 +1,2 @@
-// The floor of every start: loads the libraries of the application and does nothing.
+// Lower bound of every start: loads the application's libraries and does nothing.
 int main() { return 0; }

@@ -1,5 +1,5 @@
-// From the start of the process to the first painted window and to the first full table, with 1,500 plugins and
-// more. Each launch is a process of its own; the medians of several are printed.
+// Time from the start of the process to the first painted window and to the first full table, with 1,500
+// plugins and more. Each launch is a separate process; prints medians.
 
 #include "catalogue/PluginDatabase.h"
 #include "demo/PluginLibrary.h"
@@ -33,7 +33,7 @@ constexpr int kLaunches = 9;
 
 using SteadyClock = std::chrono::steady_clock;
 
-/// Milliseconds since the call before.
+/// Prints the milliseconds since the previous call.
 class Laps {
 public:
     void print(const char* title)
@@ -47,7 +47,7 @@ private:
     SteadyClock::time_point m_last = SteadyClock::now();
 };
 
-/// Tells when the window has been painted for the first time.
+/// Detects the first paint of the window.
 class FirstPaint final : public QObject {
 public:
     bool eventFilter(QObject* watched, QEvent* event) override

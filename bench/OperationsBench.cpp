@@ -1,5 +1,6 @@
-// The operations on many plugins: what the windows wait for, in milliseconds (best of several runs), and a whole batch
-// of 2,000 plugins beside the run of its own script by the shell alone, on the same tree in the same run.
+// Operations on many plugins: the time that blocks the windows, in milliseconds (best of several runs), and a
+// whole batch of 2,000 plugins compared with its bare script run by the shell, on the same tree in the same
+// run.
 
 #include "catalogue/PluginDatabase.h"
 #include "model/PluginLocations.h"
@@ -55,7 +56,7 @@ void print(const char* what, double time, const char* remark = "")
     std::fflush(stdout);
 }
 
-/// Passes scripts on and keeps a copy of the file that the last one runs, while it is there.
+/// Forwards scripts and keeps a copy of the file that the last one runs.
 class KeepingScriptRunner final : public platform::ScriptRunner {
 public:
     KeepingScriptRunner(platform::ScriptRunner& runner, QString folder)
@@ -97,7 +98,7 @@ AudioPlugins makeRows(int count)
     for (int i = 0; i < count; ++i) {
         AudioPlugin row;
         row.id = makeUuid();
-        row.name = u"Sample Plugin %1"_s.arg((i * 7919) % count / 2); // two of a name, in no order
+        row.name = u"Sample Plugin %1"_s.arg((i * 7919) % count / 2); // two per name, unsorted
         row.manufacturer = u"Vendor %1"_s.arg(i % 400);
         row.format = formats[static_cast<std::size_t>(i) % formats.size()];
         row.originalPath = row.currentPath =
@@ -107,7 +108,7 @@ AudioPlugins makeRows(int count)
     return rows;
 }
 
-/// What a sandbox needs to hold a view model.
+/// A sandbox with a view model.
 struct Bench {
     QTemporaryDir folder;
     platform::SystemLayout layout = platform::SystemLayout::sandbox(QDir(folder.path()).canonicalPath());
@@ -186,7 +187,7 @@ void benchScript()
     print("batchScript, 10,000 items", time, qPrintable(u"%1 bytes"_s.arg(bytes)));
 }
 
-/// Runs the script file as the batch does, without anything of ours around it.
+/// Runs the script file as the batch does, without our code around it.
 double runAlone(const Bench& bench)
 {
     const QString file = bench.layout.temporary + u"/alone.sh"_s;
@@ -205,7 +206,7 @@ double runAlone(const Bench& bench)
     return time;
 }
 
-/// Moves everything back by hand, so that the same script can run once more.
+/// Moves everything back, so that the same script can run again.
 void restore(const AudioPlugins& plugins, const QString& disabledFolder)
 {
     for (const AudioPlugin& plugin : plugins) {
@@ -234,7 +235,7 @@ void benchBatch()
     bench.model.setBatchProgress(&progress);
     double whole = std::numeric_limits<double>::max();
     double alone = whole;
-    // By turns, so that both see the same machine.
+    // Alternating, so that both see the same load.
     for (int round = 0; round < 4; ++round) {
         bench.database.replaceAllPlugins(plugins);
         whole =

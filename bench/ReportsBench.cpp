@@ -1,5 +1,5 @@
-// Reports of 1,000, 10,000 and 100,000 plugins: milliseconds of processor time per 1,000 rows (best of several runs),
-// size of the file, and how much memory making it takes at its peak, beyond the plugins themselves.
+// Reports of 1,000, 10,000 and 100,000 plugins: milliseconds of processor time per 1,000 rows (best of
+// several runs), file size, and peak memory beyond the plugins themselves.
 
 #include "model/Uuid.h"
 #include "records/CSVReport.h"
@@ -44,7 +44,7 @@ void print(const char* what, double perThousand, double goal)
     std::fflush(stdout);
 }
 
-/// Kilobytes of memory, now or at their peak ("VmRSS:", "VmHWM:").
+/// Memory use in kilobytes, current or peak ("VmRSS:", "VmHWM:").
 double memory(const QByteArray& field)
 {
     QFile status(u"/proc/self/status"_s);

@@ -1,5 +1,6 @@
-// A whole scan beside its floor: listing the same folders, reading each Info.plist and asking for one status per
-// bundle through plain system calls, with nothing parsed. Best of several runs on a warm cache, in milliseconds.
+// A whole scan compared with its lower bound: listing the same folders, reading each Info.plist and one stat
+// per bundle through plain system calls, without parsing. Best of several runs on a warm cache, in
+// milliseconds.
 
 #include "discovery/PluginScanner.h"
 #include "model/PluginLocations.h"
@@ -82,7 +83,7 @@ void write(const QString& path, const QByteArray& content)
         qFatal("cannot write %s", qPrintable(path));
 }
 
-/// Every vendor has a folder of its own in half of the cases; one list in ten is binary.
+/// Half of the manufacturers have their own folder; one property list in ten is binary.
 void makeTree(const platform::SystemLayout& layout, int bundles)
 {
     constexpr std::array formats{PluginFormat::au, PluginFormat::vst3, PluginFormat::vst2,
@@ -106,7 +107,7 @@ void makeTree(const platform::SystemLayout& layout, int bundles)
     }
 }
 
-/// What a scan cannot do without, on plain system calls.
+/// The minimum work of a scan, with plain system calls.
 class Floor {
 public:
     std::size_t bundles = 0;
@@ -168,7 +169,7 @@ bool bench(int bundles)
     double floorTime = std::numeric_limits<double>::max();
     double scanTime = floorTime;
     Floor floor;
-    // By turns, so that both see the same machine.
+    // Alternating, so that both see the same load.
     for (int round = 0; round < 15; ++round) {
         floor = Floor();
         floorTime = std::min(

@@ -1,5 +1,5 @@
-// The clean-up of UAD demos: a profile of 500 demos against a catalogue of 9,999 plugins, in milliseconds (best of
-// several runs), beside the query that is part of it.
+// The clean-up of UAD demos: a profile of 500 demos against a catalogue of 9,999 plugins, in milliseconds
+// (best of several runs), compared with the query that it contains.
 
 #include "catalogue/PluginDatabase.h"
 #include "model/Uuid.h"
@@ -46,19 +46,19 @@ void print(const char* what, double time, const char* remark = "")
     std::fflush(stdout);
 }
 
-/// A name of the kind that the vendor gives; the same words come back in many.
+/// A name in the manufacturer's style; many names share words.
 QString nameOf(int number)
 {
-    const QStringList makers{u"Neve"_s,   u"API"_s,    u"SSL"_s, u"Teletronix"_s,
-                             u"Manley"_s, u"Studer"_s, u"AMS"_s};
+    const QStringList manufacturers{u"Neve"_s,   u"API"_s,    u"SSL"_s, u"Teletronix"_s,
+                                    u"Manley"_s, u"Studer"_s, u"AMS"_s};
     const QStringList kinds{u"Channel Strip"_s, u"Compressor"_s, u"Equalizer Collection"_s, u"Preamplifier"_s,
                             u"Mastering Limiter"_s};
-    return u"UAD %1 %2 %3"_s.arg(makers[number % makers.size()])
+    return u"UAD %1 %2 %3"_s.arg(manufacturers[number % manufacturers.size()])
         .arg(number)
         .arg(kinds[number / 7 % kinds.size()]);
 }
 
-/// `rowsOfName` rows of each name: formats by turns, every second one for mono.
+/// `rowsOfName` rows per name: cycling through the formats, every second one mono.
 AudioPlugins makePlugins(int rowsOfName)
 {
     AudioPlugins plugins;
@@ -76,7 +76,7 @@ AudioPlugins makePlugins(int rowsOfName)
     return plugins;
 }
 
-/// A third of the names as the files have them, a third longer, a third with their words in another order.
+/// A third of the names as in the files, a third longer, a third with reordered words.
 QString makeProfile()
 {
     QString text = u"UAD-2 Plug-in Authorizations\n"_s;
@@ -114,7 +114,7 @@ void bench(const char* title, int rowsOfName)
     print("  of that: the query",
           best([&] { (void)database.queryPlugins({}, "name"_L1, true, kPlugins, 0); }));
     print("  of that: parsing", best([&] { (void)parsePluginAuthorizations(profile); }));
-    print("  of that: making the matcher", best([&] { const UADPluginMatcher made(plugins); }));
+    print("  of that: making the matcher", best([&] { const UADPluginMatcher matcher(plugins); }));
     print("  of that: 500 matches", best([&] {
               for (const UADPluginAuth& each : entries)
                   (void)matcher.matches(each.name);

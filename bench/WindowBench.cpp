@@ -1,5 +1,5 @@
-// What the window adds to the catalogue's own time with 100,000 plugins: for a typed letter, a filter, "Load All" and
-// a scroll through the rows, and what the turning title costs while nothing else happens.
+// The time that the window adds to the catalogue's with 100,000 plugins: for a typed letter, a filter, "Load
+// All" and scrolling through the rows, and the cost of the animated title while idle.
 
 #include "catalogue/PluginDatabase.h"
 #include "operations/PluginManagerViewModel.h"
@@ -71,7 +71,7 @@ double medianOf(const std::function<double()>& measure)
     return values[kRepeats / 2];
 }
 
-/// Everything that is due, painting included.
+/// Processes all pending events, including painting.
 void settle()
 {
     for (int turn = 0; turn < 3; ++turn) {
@@ -85,7 +85,7 @@ void report(const char* title, double state, double window)
     std::printf("%-44s %10.2f %10.2f\n", title, state, window);
 }
 
-/// Prints the time of the state's own change beside what the window needs to show it.
+/// Prints the time of the state change and the time that the window needs to show it.
 void measure(const char* title, const std::function<void(int)>& change)
 {
     int turn = 0;
@@ -103,7 +103,7 @@ void measure(const char* title, const std::function<void(int)>& change)
     report(title, state, whole);
 }
 
-/// The same for the search field, whose reload comes by itself 50 ms behind the letter.
+/// The same for the search field, which reloads 50 ms after each letter.
 void measureTyping(const char* title, PluginManagerViewModel& viewModel, const std::function<void()>& prepare)
 {
     int turn = 0;

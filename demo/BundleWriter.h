@@ -14,19 +14,19 @@ namespace orvanlite::demo {
 
 enum class InfoForm { none, xml, binary };
 
-/// A plugin bundle to be written. Empty texts are left out of its property list.
+/// A plugin bundle to write. Empty texts are left out of its property list.
 struct Bundle {
     QString path; ///< absolute, with the extension
     InfoForm infoForm = InfoForm::xml;
     QString version = {};
     QString identifier = {};
-    QString componentName = {}; ///< "Maker: Plugin", as Audio Units carry it
-    QString clapVendor = {};    ///< makes a "clap.json"
+    QString componentName = {}; ///< "Manufacturer: Plugin", as in Audio Units
+    QString clapVendor = {};    ///< written to "clap.json"
     QString executable = {};    ///< name of the file in "Contents/MacOS"; empty for none
     std::optional<double> daysUnused = {};
 };
 
-/// Writes plugin files. Every path must lie below the root of a sandbox.
+/// Writes plugin files. Every path must be inside a sandbox root.
 class BundleWriter final {
 public:
     /// Errors: std::logic_error when the layout is not a sandbox.
@@ -36,7 +36,7 @@ public:
     ~BundleWriter();
 
     void write(const Bundle& bundle);
-    /// A plain file with its parent folders.
+    /// Writes a plain file and creates its parent folders.
     void writeFile(const QString& path, const QByteArray& content);
     void makeFolder(const QString& path);
 

@@ -8,7 +8,7 @@
 
 namespace orvanlite::demo {
 
-/// Light or dark as the walk wants it.
+/// A light or dark appearance that the demo controls.
 class DemoAppearance final : public platform::Appearance {
 public:
     explicit DemoAppearance(std::optional<bool> dark)

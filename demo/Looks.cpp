@@ -19,11 +19,11 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Longer than every motion of the window.
+/// Milliseconds. Longer than every animation of the window.
 constexpr int kRest = 450;
 constexpr QSize kWindowSize(1200, 800);
 
-/// The permission that the last page of the first start waits for.
+/// The permission that the last onboarding page waits for.
 class DiskAccess final : public platform::FullDiskAccess {
 public:
     bool granted = false;
@@ -189,7 +189,7 @@ void Looks::smallestWindow()
 
 void Looks::cleanUp()
 {
-    // Each "Reset" listens for the hidden keys for ten seconds, and those of before would end that of this one.
+    // Each "Reset" listens for the hidden keys for ten seconds; an earlier timeout would end this one's.
     QTest::qWait(10'500);
     click(u"resetButton"_s);
     for (const Qt::Key key :
@@ -208,7 +208,7 @@ void Looks::onboarding()
     OnboardingView sheet(m_platform, access, &m_window);
     sheet.open();
     for (int page = 0; page < OnboardingView::pageCount; ++page) {
-        QTest::qWait(4 * kRest); // the pictures are in motion
+        QTest::qWait(4 * kRest); // the illustrations are animated
         picture(u"onboarding-%1"_s.arg(page));
         QTest::keyClick(&sheet, Qt::Key_Right);
     }

@@ -10,14 +10,14 @@ namespace orvanlite::demo {
 
 class DemoAppearance;
 
-/// Leaves a picture of every region of the window, first in light and then in dark.
+/// Saves a screenshot of every region of the window, first in light and then in dark mode.
 class Looks final : public Stage {
 public:
-    /// The pictures of the two are named "light-..." and "dark-...".
+    /// File names start with "light-" and "dark-".
     Looks(MainWindow& window, const platform::Platform& platform, DemoAppearance& appearance,
           const QString& outputFolder);
 
-    /// True when every picture could be made.
+    /// True when every step succeeded.
     bool run();
 
 private:
@@ -31,7 +31,7 @@ private:
     void smallestWindow();
     void cleanUp();
     void onboarding();
-    /// Back to the window as it is after "Reset".
+    /// Closes dialogs and resets the window.
     void leave();
     void open(const QString& section);
     void picture(const QString& name);

@@ -15,14 +15,14 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// A maker, as its Audio Units spell it and as a piece of its other bundles' identifiers.
-struct Maker {
+/// A manufacturer: its name in Audio Units, and the part of its other bundles' identifiers.
+struct Manufacturer {
     const char* name;
     const char* identifier;
-    bool hasOwnFolder; ///< keeps its plugins in a folder of its own name
+    bool hasOwnFolder; ///< keeps its plugins in a folder with its name
 };
 
-constexpr Maker kMakers[] = {
+constexpr Manufacturer kManufacturers[] = {
     {"Halvbro Audio", "halvbro", true},
     {"Kestrelmoor", "kestrelmoor", false},
     {"Tindra Labs", "tindralabs", true},
@@ -49,7 +49,7 @@ constexpr Maker kMakers[] = {
     {"Yarrowgate", "yarrowgate", false},
     {"Plinth & Co.", "plinthco", false},
     {"Aurelis Tone", "aurelistone", false},
-    {"Koboldton", "yourcompany", false}, // never changed the template's identifier
+    {"Koboldton", "yourcompany", false}, // kept the template's identifier
     {"Wrenfield", "wrenfield", true},
     {"Ночная Студия", "nochnaya", false},
     {"音叉工房", "onsa", false},
@@ -61,11 +61,12 @@ constexpr const char* kWordEnds[] = {"vex", "lmo", "ntra", "sko"};
 constexpr const char* kKinds[] = {"EQ",       "Compressor", "Limiter", "Plate",   "Echo",  "Chorus",
                                   "Tape",     "Gate",       "Synth",   "Strings", "Meter", "Drive",
                                   "De-Esser", "Phaser",     "Punch",   "Width"};
-constexpr int kWordsPerMaker = 2;
+constexpr int kWordsPerManufacturer = 2;
 constexpr int kKindsPerWord = 8;
-static_assert(std::size(kMakers) * kWordsPerMaker == std::size(kWordStarts) * std::size(kWordEnds));
+static_assert(std::size(kManufacturers) * kWordsPerManufacturer ==
+              std::size(kWordStarts) * std::size(kWordEnds));
 
-/// Names that a shell, a property list, a table or an alphabet may stumble over.
+/// Names that are difficult for shells, property lists, tables or sorting.
 constexpr const char* kOddNames[] = {
     "Producer's Pick",
     "It's 'Quoted'",
@@ -97,9 +98,9 @@ constexpr const char* kOddNames[] = {
 constexpr double kAges[] = {0,  0.4, 1.2, 2,   3.5, 6,   8,   12,  20,   29,  33,
                             61, 90,  150, 240, 340, 370, 500, 800, 1500, 2600};
 
-class LibraryMaker {
+class LibraryBuilder {
 public:
-    explicit LibraryMaker(const platform::SystemLayout& layout)
+    explicit LibraryBuilder(const platform::SystemLayout& layout)
         : m_layout(layout)
         , m_locations(layout)
         , m_writer(layout)
@@ -112,12 +113,13 @@ public:
     [[nodiscard]] int count() const { return m_count; }
 
 private:
-    void addProduct(const Maker& maker, const QString& name);
-    void addRecord(const Maker& maker, const QString& name, PluginFormat format);
-    [[nodiscard]] QString folderFor(const Maker& maker, PluginFormat format);
-    [[nodiscard]] Bundle bundleFor(const Maker& maker, const QString& name, PluginFormat format);
+    void addProduct(const Manufacturer& manufacturer, const QString& name);
+    void addRecord(const Manufacturer& manufacturer, const QString& name, PluginFormat format);
+    [[nodiscard]] QString folderFor(const Manufacturer& manufacturer, PluginFormat format);
+    [[nodiscard]] Bundle bundleFor(const Manufacturer& manufacturer, const QString& name,
+                                   PluginFormat format);
 
-    /// True in so many of a hundred cases.
+    /// True in this percentage of calls.
     bool chance(unsigned percent) { return m_random() % 100 < percent; }
     template <typename Array>
     const auto& anyOf(const Array& items)
@@ -128,14 +130,14 @@ private:
     const platform::SystemLayout& m_layout;
     const PluginLocations m_locations;
     BundleWriter m_writer;
-    // Its numbers are the same on every system; the distributions of the standard library are not.
+    // The engine gives the same numbers on every system; the distributions of the standard library do not.
     std::mt19937 m_random{20240229};
     int m_count = 0;
 };
 
 QString text(const char* utf8) { return QString::fromUtf8(utf8); }
 
-/// "Quillon Sound" -> "QuillonSound": what may stand in an identifier.
+/// Keeps the characters that are valid in an identifier: "Quillon Sound" -> "QuillonSound".
 QString identifierPart(const QString& name)
 {
     QString part;
@@ -146,44 +148,44 @@ QString identifierPart(const QString& name)
     return part.isEmpty() ? u"plugin"_s : part;
 }
 
-void LibraryMaker::addProducts()
+void LibraryBuilder::addProducts()
 {
-    for (std::size_t m = 0; m < std::size(kMakers); ++m) {
-        for (std::size_t w = 0; w < kWordsPerMaker; ++w) {
-            const std::size_t word = m * kWordsPerMaker + w;
+    for (std::size_t m = 0; m < std::size(kManufacturers); ++m) {
+        for (std::size_t w = 0; w < kWordsPerManufacturer; ++w) {
+            const std::size_t word = m * kWordsPerManufacturer + w;
             const QString stem =
                 text(kWordStarts[word / std::size(kWordEnds)]) + text(kWordEnds[word % std::size(kWordEnds)]);
             for (std::size_t k = 0; k < kKindsPerWord; ++k) {
                 const std::size_t kind = (word * 5 + k) % std::size(kKinds);
-                addProduct(kMakers[m], stem + u' ' + text(kKinds[kind]));
+                addProduct(kManufacturers[m], stem + u' ' + text(kKinds[kind]));
             }
         }
     }
 }
 
-void LibraryMaker::addProduct(const Maker& maker, const QString& name)
+void LibraryBuilder::addProduct(const Manufacturer& manufacturer, const QString& name)
 {
     const std::pair<PluginFormat, unsigned> shares[] = {
         {PluginFormat::au, 75}, {PluginFormat::vst2, 50}, {PluginFormat::aax, 60}, {PluginFormat::clap, 30}};
-    addRecord(maker, name, PluginFormat::vst3);
+    addRecord(manufacturer, name, PluginFormat::vst3);
     for (const auto& [format, share] : shares) {
         if (chance(share))
-            addRecord(maker, name, format);
+            addRecord(manufacturer, name, format);
     }
 }
 
-void LibraryMaker::addRecord(const Maker& maker, const QString& name, PluginFormat format)
+void LibraryBuilder::addRecord(const Manufacturer& manufacturer, const QString& name, PluginFormat format)
 {
     const QString file = u'/' + name + u'.' + PluginLocations::bundleExtension(format).toString();
-    Bundle bundle = bundleFor(maker, name, format);
-    bundle.path = folderFor(maker, format) + file;
+    Bundle bundle = bundleFor(manufacturer, name, format);
+    bundle.path = folderFor(manufacturer, format) + file;
     m_writer.write(bundle);
     ++m_count;
 }
 
-QString LibraryMaker::folderFor(const Maker& maker, PluginFormat format)
+QString LibraryBuilder::folderFor(const Manufacturer& manufacturer, PluginFormat format)
 {
-    const QString own = maker.hasOwnFolder ? u'/' + text(maker.name) : QString();
+    const QString own = manufacturer.hasOwnFolder ? u'/' + text(manufacturer.name) : QString();
     if (chance(14)) {
         if (format == PluginFormat::aax)
             return m_layout.aaxUnusedDirectory();
@@ -192,22 +194,22 @@ QString LibraryMaker::folderFor(const Maker& maker, PluginFormat format)
     return m_locations.systemPaths(format).at(chance(18) ? 1 : 0) + own;
 }
 
-Bundle LibraryMaker::bundleFor(const Maker& maker, const QString& name, PluginFormat format)
+Bundle LibraryBuilder::bundleFor(const Manufacturer& manufacturer, const QString& name, PluginFormat format)
 {
     Bundle bundle;
     bundle.infoForm = chance(30) ? InfoForm::binary : InfoForm::xml;
     if (!chance(8))
         bundle.version = u"%1.%2.%3"_s.arg(1 + m_random() % 6).arg(m_random() % 10).arg(m_random() % 4);
-    // The formats of one maker rarely agree on its spelling.
-    const QString piece = text(maker.identifier);
+    // The formats of one manufacturer rarely agree on its spelling.
+    const QString piece = text(manufacturer.identifier);
     bundle.identifier = (format == PluginFormat::aax ? u"COM."_s + piece.toUpper() : u"com."_s + piece) +
                         u'.' + identifierPart(name) + u'.' +
                         PluginLocations::bundleExtension(format).toString();
     if (format == PluginFormat::au)
-        bundle.componentName = text(maker.name) + u": "_s + name;
+        bundle.componentName = text(manufacturer.name) + u": "_s + name;
     if (format == PluginFormat::clap && chance(50)) {
         bundle.infoForm = InfoForm::none;
-        bundle.clapVendor = text(maker.name);
+        bundle.clapVendor = text(manufacturer.name);
     }
     if (!chance(5))
         bundle.executable = chance(10) ? u"Core"_s : name;
@@ -215,21 +217,21 @@ Bundle LibraryMaker::bundleFor(const Maker& maker, const QString& name, PluginFo
     return bundle;
 }
 
-void LibraryMaker::addOddities()
+void LibraryBuilder::addOddities()
 {
-    std::size_t maker = 0;
+    std::size_t manufacturer = 0;
     for (const char* name : kOddNames) {
-        addRecord(kMakers[maker % std::size(kMakers)], text(name), PluginFormat::vst3);
-        addRecord(kMakers[maker % std::size(kMakers)], text(name), PluginFormat::au);
-        maker += 7;
+        addRecord(kManufacturers[manufacturer % std::size(kManufacturers)], text(name), PluginFormat::vst3);
+        addRecord(kManufacturers[manufacturer % std::size(kManufacturers)], text(name), PluginFormat::au);
+        manufacturer += 7;
     }
     const QString vst = m_locations.systemPaths(PluginFormat::vst2).front();
     const QString vst3 = m_locations.systemPaths(PluginFormat::vst3).front();
     const QString userVst3 = m_locations.systemPaths(PluginFormat::vst3).back();
     const QString homeUnused = m_layout.inHome(u"/Library/Application Support/Avid/Audio/Plug-Ins (Unused)");
 
-    // A plugin that is a plain file, two copies of one plugin in two folders, a plugin four folders deep, one
-    // in a folder that only looks like a plugin, one that its user switched off in the home folder.
+    // A plugin that is a plain file, copies of one plugin in two folders, a plugin four folders deep, one in
+    // a folder that only looks like a plugin, and one disabled by the user in the home folder.
     m_writer.writeFile(vst + u"/Old Timer.vst"_s, "no bundle\n");
     for (const QString& folder : {vst3, userVst3})
         m_writer.write({.path = folder + u"/Twice There.vst3"_s, .identifier = u"org.tindralabs.twice"_s});
@@ -238,25 +240,25 @@ void LibraryMaker::addOddities()
     m_writer.write({.path = homeUnused + u"/Shelved.aaxplugin"_s, .identifier = u"com.ikarin.shelved"_s});
     m_count += 6;
 
-    // None of these is a plugin of its folder.
+    // None of these is found as a plugin.
     m_writer.write({.path = vst3 + u"/Twice There.vst3/Contents/Nested.vst3"_s});
     m_writer.writeFile(vst3 + u"/Read me.txt"_s, "Thank you for your purchase.\n");
     m_writer.writeFile(vst3 + u"/.Hidden.vst3"_s, "hidden\n");
     m_writer.write({.path = vst + u"/Lost Here.vst3"_s});
 
-    // A damaged list costs the plugin its maker and version, nothing else.
+    // A damaged property list only removes the plugin's manufacturer and version.
     m_writer.write({.path = vst3 + u"/Scratched.vst3"_s, .infoForm = InfoForm::none});
     m_writer.writeFile(vst3 + u"/Scratched.vst3/Contents/Info.plist"_s, "<plist><dict><key>CFBundle");
     ++m_count;
 }
 
-void LibraryMaker::addWaves()
+void LibraryBuilder::addWaves()
 {
     const QString waves = m_layout.wavesDirectory();
     const struct {
         const char* version;
-        unsigned share;    ///< of a hundred plugins
-        unsigned disabled; ///< of a hundred of those
+        unsigned share;    ///< percentage of the plugins
+        unsigned disabled; ///< percentage of those
     } folders[] = {{"V13", 20, 100}, {"V14", 70, 30}, {"V15", 85, 10}};
     for (const auto& folder : folders) {
         const QString plugins = waves + u"/Plug-Ins "_s + text(folder.version);
@@ -264,8 +266,8 @@ void LibraryMaker::addWaves()
             for (std::size_t k = 0; k < 6; ++k) {
                 if (!chance(folder.share))
                     continue;
-                const QString place = chance(folder.disabled) ? plugins + u"/Disabled"_s : plugins;
-                m_writer.makeFolder(place + u'/' + text(start) + u"mber "_s + text(kKinds[2 * k]) +
+                const QString parent = chance(folder.disabled) ? plugins + u"/Disabled"_s : plugins;
+                m_writer.makeFolder(parent + u'/' + text(start) + u"mber "_s + text(kKinds[2 * k]) +
                                     u".bundle"_s);
                 ++m_count;
             }
@@ -279,7 +281,7 @@ void LibraryMaker::addWaves()
     m_writer.writeFile(waves + u"/Plug-Ins V9"_s, "a file, no folder\n");
     m_writer.writeFile(waves + u"/Plug-Ins V15/notes.txt"_s, "no plugin\n");
 
-    // The containers of all Waves plugins, which no list shows.
+    // The containers of all Waves plugins, which are never listed.
     const std::pair<PluginFormat, const char*> shells[] = {{PluginFormat::au, "WaveShell1-AU 15.0"},
                                                            {PluginFormat::vst3, "WaveShell1-VST3 14.0"},
                                                            {PluginFormat::vst3, "WaveShell1-VST3 15.0"},
@@ -292,11 +294,11 @@ void LibraryMaker::addWaves()
     }
 }
 
-void LibraryMaker::addUAD()
+void LibraryBuilder::addUAD()
 {
     const struct {
         const char* name;
-        const char* status; ///< as the vendor's control panel writes it
+        const char* status; ///< as written by the manufacturer's control panel
     } products[] = {
         {"UAD Ambervale Compressor", "Authorized"},
         {"UAD Bramble 33 Preamp", "Demo expired"},
@@ -313,7 +315,7 @@ void LibraryMaker::addUAD()
         profile += QByteArray(product.name) + ": " + product.status + '\n';
         for (const PluginFormat format :
              {PluginFormat::au, PluginFormat::vst3, PluginFormat::vst2, PluginFormat::aax}) {
-            // The same plugin for one channel is a file of its own in two of the formats.
+            // In two of the formats, the mono version is a separate file.
             const bool hasMono = format == PluginFormat::au || format == PluginFormat::vst2;
             for (const QString& file : hasMono ? QStringList{name, name + u"(m)"_s} : QStringList{name}) {
                 m_writer.write({.path = m_locations.systemPaths(format).front() + u'/' + file + u'.' +
@@ -332,12 +334,12 @@ void LibraryMaker::addUAD()
 
 int makePluginLibrary(const platform::SystemLayout& layout)
 {
-    LibraryMaker maker(layout);
-    maker.addProducts();
-    maker.addOddities();
-    maker.addWaves();
-    maker.addUAD();
-    return maker.count();
+    LibraryBuilder builder(layout);
+    builder.addProducts();
+    builder.addOddities();
+    builder.addWaves();
+    builder.addUAD();
+    return builder.count();
 }
 
 } // namespace orvanlite::demo

@@ -29,7 +29,7 @@ void SecondStart::pictures(const QString& name)
 bool SecondStart::run(const std::function<bool()>& isSavedRight)
 {
     const bool isNamed = waitFor([this] { return named<QWidget>(u"newPluginsBanner"_s).isVisible(); });
-    QTest::qWait(500); // it slides in
+    QTest::qWait(500); // for the slide-in animation
     const QString title = named<QLabel>(u"newPluginsBannerTitle"_s).text();
     step(u"Started again, the banner names the two new plugins"_s,
          isNamed && title == u"2 new plugins detected: Newly Added, Newly Left Out"_s, title);

@@ -25,7 +25,7 @@ Stage::Stage(MainWindow& window, QString outputFolder)
 
 QWidget* Stage::find(const QString& objectName) const
 {
-    // A dialog that is being left may still be there: what can be seen goes before.
+    // A dialog that is closing may still exist: prefer visible widgets.
     QWidget* hidden = nullptr;
     for (QWidget* each : m_window.findChildren<QWidget*>(objectName)) {
         if (each->isVisible())
@@ -67,12 +67,12 @@ void Stage::typeSearch(const QString& text)
     QTest::keyClick(&field, Qt::Key_A, Qt::ControlModifier);
     QTest::keyClick(&field, Qt::Key_Backspace);
     QTest::keyClicks(&field, text);
-    // The list follows 50 ms behind the last letter, later where the machine is busy.
+    // The list reloads 50 ms after the last key, later on a busy machine.
     bool hasFollowed = !changes;
     QObject context;
     m_viewModel.displayedPlugins.observe(&context, [&hasFollowed] { hasFollowed = true; });
     waitFor([&hasFollowed] { return hasFollowed; });
-    QTest::qWait(50); // the window follows the list
+    QTest::qWait(50); // until the window shows the list
 }
 
 void Stage::saveProfile(const QString& name)

@@ -12,30 +12,30 @@ class PluginManagerViewModel;
 
 namespace orvanlite::demo {
 
-/// The real window and the hands on it: finds controls, presses them, prints each step with its result and leaves
+/// Drives the real window: finds and operates controls, prints each step with its result, and saves
 /// screenshots.
 class Stage {
 public:
     Stage(MainWindow& window, QString outputFolder);
 
-    /// True while every step has come out right.
+    /// True while every step has succeeded.
     [[nodiscard]] bool allSucceeded() const { return m_allSucceeded; }
 
 protected:
     enum class Area {
-        window, ///< the main window alone, when it has come to rest
-        screen, ///< what the screen shows in its place at once, other windows included
+        window, ///< only the main window, after a short wait
+        screen, ///< the screen area of the window, immediately and including other windows
     };
 
     void step(const QString& title, bool succeeded, const QString& detail = {});
     void screenshot(const QString& name, Area area = Area::window);
     void click(const QString& objectName);
     void typeSearch(const QString& text);
-    /// Saves the present state under that name; the section "Profiles" must be open.
+    /// Saves the current state as a profile; the section "Profiles" must be open.
     void saveProfile(const QString& name);
-    /// Turns the event loop until the condition holds, ten seconds at most.
+    /// Runs the event loop until the condition holds, for at most ten seconds.
     bool waitFor(const std::function<bool()>& condition);
-    /// The control of that name, wherever in the window and its dialogs.
+    /// The control with this object name in the window or its dialogs.
     template <typename Widget>
     Widget& named(const QString& objectName)
     {

@@ -37,9 +37,9 @@ UpdateServer::UpdateServer()
 
 UpdateService UpdateServer::service() const
 {
-    UpdateService made = UpdateService::ofThisBuild();
-    made.baseUrl = u"http://127.0.0.1:%1"_s.arg(m_server.serverPort());
-    return made;
+    UpdateService loopback = UpdateService::ofThisBuild();
+    loopback.baseUrl = u"http://127.0.0.1:%1"_s.arg(m_server.serverPort());
+    return loopback;
 }
 
 } // namespace orvanlite::demo

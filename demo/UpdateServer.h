@@ -6,12 +6,12 @@
 
 namespace orvanlite::demo {
 
-/// The service that knows of newer versions, on this machine's loopback: it has one for whoever asks.
+/// An update service on the loopback interface that always offers a newer version.
 class UpdateServer final {
 public:
     UpdateServer();
 
-    /// What an update check needs to ask here and nowhere else.
+    /// Settings that direct an update check to this server.
     [[nodiscard]] UpdateService service() const;
 
 private:

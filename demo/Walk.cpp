@@ -49,7 +49,7 @@ bool Walk::run()
     m_appearance.setDark(false);
     firstScan();
     search();
-    visitMaker();
+    visitManufacturer();
     sortByEachColumn();
     page();
     disableAndEnable(u"system plugin"_s, [this](const AudioPlugin& plugin) {
@@ -102,7 +102,7 @@ void Walk::search()
 
 QString Walk::openedLog() const { return m_layout.openTool().section(u'/', 0, -2) + u"/opened.log"_s; }
 
-void Walk::visitMaker()
+void Walk::visitManufacturer()
 {
     QFile::remove(openedLog());
     m_table.setFocus();
@@ -191,7 +191,7 @@ bool Walk::logSays(int count, ActivityAction action) const
 
 void Walk::wavesVersions()
 {
-    // A Waves plugin that stands in two version folders and nowhere else under its name.
+    // A Waves plugin in two version folders whose name no other plugin has.
     QString name;
     for (const AudioPlugin& each : *m_viewModel.plugins) {
         const AudioPlugins versions = m_viewModel.allWavesPluginsMatchingName(each.name);
@@ -205,7 +205,7 @@ void Walk::wavesVersions()
     const AudioPlugins versions = m_viewModel.allWavesPluginsMatchingName(name);
     QFile::remove(openedLog());
     typeSearch(name);
-    // Other names may hold this one.
+    // Other names may contain this one.
     const auto rowOfName = [&] {
         const AudioPlugins& shown = m_viewModel.filteredPlugins();
         return static_cast<int>(std::find_if(shown.begin(), shown.end(),
@@ -237,16 +237,18 @@ qsizetype Walk::pickAll(const QString& text)
 
 void Walk::pickAcrossSearches()
 {
-    // Two makers with enough plugins for the progress panel.
-    std::vector<std::pair<int, QString>> makers;
-    for (const QString& maker : *m_viewModel.allManufacturers) {
-        const auto isTheirs = [&maker](const AudioPlugin& each) { return each.manufacturer == maker; };
+    // Two manufacturers with enough plugins for the progress panel.
+    std::vector<std::pair<int, QString>> manufacturers;
+    for (const QString& manufacturer : *m_viewModel.allManufacturers) {
+        const auto isTheirs = [&manufacturer](const AudioPlugin& each) {
+            return each.manufacturer == manufacturer;
+        };
         const auto count = std::count_if(m_viewModel.plugins->begin(), m_viewModel.plugins->end(), isTheirs);
-        makers.emplace_back(static_cast<int>(count), maker);
+        manufacturers.emplace_back(static_cast<int>(count), manufacturer);
     }
-    std::sort(makers.rbegin(), makers.rend());
-    const qsizetype first = pickAll(makers[1].second);
-    const qsizetype both = pickAll(makers[2].second);
+    std::sort(manufacturers.rbegin(), manufacturers.rend());
+    const qsizetype first = pickAll(manufacturers[1].second);
+    const qsizetype both = pickAll(manufacturers[2].second);
     step(u"Two searches collect one selection"_s, first > 0 && both > first && both >= 90,
          u"%1 plugins, then %2"_s.arg(first).arg(both));
     screenshot(u"bulk-pane"_s);
@@ -254,10 +256,10 @@ void Walk::pickAcrossSearches()
 
 int Walk::countOnDisk(const AudioPlugins& plugins, bool atOriginalPath) const
 {
-    const auto stands = [atOriginalPath](const AudioPlugin& each) {
+    const auto isThere = [atOriginalPath](const AudioPlugin& each) {
         return QFile::exists(each.originalPath) == atOriginalPath;
     };
-    return static_cast<int>(std::count_if(plugins.begin(), plugins.end(), stands));
+    return static_cast<int>(std::count_if(plugins.begin(), plugins.end(), isThere));
 }
 
 void Walk::act(const QString& button, const QString& midRunScreenshot)
@@ -273,11 +275,11 @@ void Walk::act(const QString& button, const QString& midRunScreenshot)
         const bool isMidRun = waitFor([this] { return *m_progress.hudModel().progress >= 0.3; });
         step(u"The progress panel counts while the script runs"_s, isMidRun && *m_viewModel.isRunningScript,
              u"%1%"_s.arg(static_cast<int>(100 * *m_progress.hudModel().progress)));
-        QTest::qWait(150); // until the panel has come up
+        QTest::qWait(150); // until the panel has appeared
         screenshot(midRunScreenshot, Area::screen);
     }
     waitFor([this] { return !*m_viewModel.isRunningScript; });
-    QTest::qWait(700); // the panel shows its end for a moment
+    QTest::qWait(700); // the panel stays for a moment after the end
 }
 
 void Walk::bulk()
@@ -308,7 +310,8 @@ void Walk::bulk()
     screenshot(u"bulk-disabled"_s);
 
     act(u"enableSelectedButton"_s);
-    // What was off before the walk has been enabled as well; what stood in use is back in its place.
+    // Plugins that were disabled before the walk are enabled too; the others are back at their original
+    // paths.
     step(u"\"Enable Selected\" brings them back"_s,
          countOnDisk(meant, true) == count && logSays(count, ActivityAction::enabled) &&
              *m_viewModel.dbEnabledCount >= enabledBefore,
@@ -401,11 +404,12 @@ void Walk::profiles()
         click(u"confirmButton"_s);
         const bool isDone =
             waitFor([&] { return !*m_viewModel.isRunningScript && status(row) == u"Up to date"_s; });
-        QTest::qWait(800); // the panel shows its end for a moment
+        QTest::qWait(800); // the panel stays for a moment after the end
         return isDone;
     };
     saveProfile(u"Mixing"_s);
-    // A profile knows one state for all copies of a plugin: those that are off beside one that is on come on.
+    // A profile has one state for all copies of a plugin: disabled copies of an enabled plugin become
+    // enabled.
     const bool isOne = apply(0);
     step(u"Applied, a profile brings all copies of a plugin into one state"_s, isOne, status(0));
     saveProfile(u"Mastering"_s);

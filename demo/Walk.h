@@ -23,20 +23,20 @@ namespace orvanlite::demo {
 
 class DemoAppearance;
 
-/// Does the main job with the real window, as a user would, by mouse and keyboard.
+/// Walks through the main workflow in the real window, with mouse and keyboard like a user.
 class Walk final : public Stage {
 public:
     Walk(MainWindow& window, ProgressWindowManager& progress, const ActivityLogManager& activityLog,
          UADCleanupManager& uadCleanup, DemoAppearance& appearance, const platform::SystemLayout& layout,
          QString outputFolder);
 
-    /// True when every step came out right.
+    /// True when every step succeeded.
     bool run();
 
 private:
     void firstScan();
     void search();
-    void visitMaker();
+    void visitManufacturer();
     void sortByEachColumn();
     void page();
     void disableAndEnable(const QString& title, const std::function<bool(const AudioPlugin&)>& isWanted);
@@ -48,16 +48,16 @@ private:
     void profiles();
     void exportReports();
     [[nodiscard]] bool exportAs(const QString& format);
-    /// Whether the newest entries of the activity log, as many as these, are of this action.
+    /// Whether the newest `count` entries of the activity log have this action.
     [[nodiscard]] bool logSays(int count, ActivityAction action) const;
     void testScanAgrees();
-    /// What the sandbox's tools note when they are asked to open a page or a folder.
+    /// Log of the pages and folders that the sandbox's tools were asked to open.
     [[nodiscard]] QString openedLog() const;
     void looks();
 
-    /// Selects every row that the text finds; gives the size of the whole selection then.
+    /// Selects every row that matches the text; returns the size of the whole selection.
     qsizetype pickAll(const QString& text);
-    /// Presses a button of the bulk pane, confirms where it is asked, and waits for the script's end.
+    /// Clicks a button of the bulk pane, confirms if asked, and waits for the script to end.
     void act(const QString& button, const QString& midRunScreenshot = {});
     [[nodiscard]] int countOnDisk(const AudioPlugins& plugins, bool atOriginalPath) const;
     void clickSwitch(int row);

@@ -36,7 +36,7 @@ using namespace orvanlite;
 
 namespace {
 
-/// Stands in every sandbox that the demo has made, so that it never clears a folder of anybody else's.
+/// Exists in every sandbox created by the demo, which therefore never clears a foreign folder.
 constexpr char kMarker[] = ".orvanlite-demo-sandbox";
 
 [[noreturn]] void fail(const QString& message)
@@ -45,7 +45,7 @@ constexpr char kMarker[] = ".orvanlite-demo-sandbox";
     std::exit(1);
 }
 
-/// A stand-in for a program that scripts start.
+/// Creates a stand-in for a program that scripts start.
 void addTool(const QString& path, const QByteArray& script)
 {
     QFile tool(path);
@@ -55,7 +55,7 @@ void addTool(const QString& path, const QByteArray& script)
         fail(u"A stand-in cannot be made: "_s + tool.fileName());
 }
 
-/// An empty sandbox with the plugin library and stand-ins for the tools that a script must not reach.
+/// A new sandbox with the plugin library and stand-ins for the tools that scripts must not reach.
 platform::SystemLayout makeSandbox(const QString& folder)
 {
     const QString root = folder + u"/root"_s;
@@ -65,8 +65,8 @@ platform::SystemLayout makeSandbox(const QString& folder)
             fail(root + u" is not a sandbox of the demo: it is left alone."_s);
         QDir(root).removeRecursively();
     }
-    QFile mark(marker);
-    if (!QDir().mkpath(root) || !mark.open(QIODevice::WriteOnly))
+    QFile markerFile(marker);
+    if (!QDir().mkpath(root) || !markerFile.open(QIODevice::WriteOnly))
         fail(u"The sandbox cannot be made in "_s + root);
     const platform::SystemLayout layout = platform::SystemLayout::sandbox(QDir(root).canonicalPath());
     demo::makePluginLibrary(layout);
@@ -75,8 +75,8 @@ platform::SystemLayout makeSandbox(const QString& folder)
     return layout;
 }
 
-/// Opens nothing, and notes what it would have opened beside the stand-in that notes folders. No agent is started: the
-/// one of the bundle knows no sandbox.
+/// Opens nothing and logs URLs to the same file as the stand-in for folders. Starts no helper agent: the
+/// bundle's agent does not know the sandbox.
 class DemoWorkspace final : public platform::Workspace {
 public:
     explicit DemoWorkspace(const platform::SystemLayout& layout)
@@ -118,7 +118,7 @@ platform::Platform withDemoParts(const platform::Platform& platform, platform::W
             platform.clock};
 }
 
-/// Installs two plugins and starts the application anew.
+/// Installs two plugins and starts the application again.
 bool startAgain(const platform::Platform& platform, const SharedObjects& shared,
                 demo::DemoAppearance& appearance, const QString& output)
 {
@@ -144,7 +144,8 @@ bool startAgain(const platform::Platform& platform, const SharedObjects& shared,
 
 } // namespace
 
-/// The real application on a sample library in a sandbox. No password is asked: the commands run as they are.
+/// The real application on a sample library in a sandbox. Asks for no password: commands run without
+/// elevation.
 int main(int argc, char** argv)
 {
     QApplication application(argc, argv);
@@ -168,14 +169,14 @@ int main(int argc, char** argv)
     QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope,
                        layout.configuration); // of file dialogs
     demo::DemoAppearance appearance(options.isSet(dark) ? std::optional(true) : std::nullopt);
-    // The demo stands beside the application's bundle, not in it.
+    // The demo is located beside the application bundle, not inside it.
     platform::MainBundle bundle(services->platform().files,
                                 QCoreApplication::applicationDirPath() +
                                     u"/Orvanlite.app/Contents/MacOS/plugin-manager"_s);
     DemoWorkspace workspace(layout);
     const platform::Platform platform = withDemoParts(services->platform(), workspace, appearance, bundle);
     const auto diskAccess = platform::makeFullDiskAccess(platform.layout);
-    // The pictures show news of a version, from a service of the demo's own; the walk is without it.
+    // The screenshots show the update banner, with the demo's own service; the walk runs without it.
     std::optional<demo::UpdateServer> updateServer;
     if (options.isSet(looks))
         updateServer.emplace();
@@ -193,7 +194,7 @@ int main(int argc, char** argv)
         return demo::Looks(*delegate.window(), platform, appearance, output).run() ? 0 : 1;
     if (!options.isSet(walks))
         return QApplication::exec();
-    // Each move takes its time, as on a slow disk: otherwise the progress panel is gone before it can be looked at.
+    // Slows down each move: otherwise the progress panel is gone before the screenshot.
     addTool(layout.toolOverrides + u"/mv"_s, R"(sleep 0.01; exec /bin/mv "$@")");
     printLine(u"Walking through the application in "_s + layout.root);
     const bool walked = demo::Walk(*delegate.window(), ProgressWindowManager::shared(platform),

@@ -17,7 +17,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// The order of the columns is part of the format: rows are read by column index, also after "SELECT *".
+/// Column order is part of the format: rows are read by column index, even after "SELECT *".
 constexpr const char* kSchema = R"(CREATE TABLE IF NOT EXISTS plugins (
     id TEXT PRIMARY KEY,
     name TEXT NOT NULL COLLATE NOCASE,
@@ -45,24 +45,24 @@ QString cataloguePath(const platform::SystemLayout& layout)
     return layout.applicationFolder() + u"/plugins.db"_s;
 }
 
-/// Binds one record in column order and runs the statement. The texts live here, until it has run.
+/// Binds one record in column order and runs the statement. The bound texts live until it has run.
 void insertPlugin(Statement& insert, const AudioPlugin& plugin)
 {
     const QByteArray originalPath = plugin.originalPath.toUtf8();
-    const bool standsThere = plugin.currentPath == plugin.originalPath;
+    const bool isAtOriginalPath = plugin.currentPath == plugin.originalPath;
     const std::array texts{
         uuidBytes(plugin.id),
         plugin.name.toUtf8(),
         plugin.manufacturer.toUtf8(),
         rawValue(plugin.format).toUtf8(),
         originalPath,
-        standsThere ? originalPath : plugin.currentPath.toUtf8(),
+        isAtOriginalPath ? originalPath : plugin.currentPath.toUtf8(),
     };
     int parameter = 1;
     for (const QByteArray& text : texts)
         insert.bindText(parameter++, text);
     insert.bindInteger(parameter++, plugin.isEnabled ? 1 : 0);
-    // Absent texts are stored as empty ones, so that they come first when the table is sorted by them.
+    // Absent texts are stored as empty ones, so that they sort first.
     const QByteArray version = plugin.version.value_or(QString()).toUtf8();
     const QByteArray bundleIdentifier = plugin.bundleIdentifier.value_or(QString()).toUtf8();
     insert.bindText(parameter++, version);
@@ -91,7 +91,7 @@ PluginDatabase::PluginDatabase(const platform::Platform& platform, QString dbPat
         try {
             platform.files.createDirectory(folder);
         } catch (const platform::FileError&) {
-            // Shows as a failed open.
+            // Opening the database fails and is reported.
         }
     }
     openDatabase(patience);
@@ -104,19 +104,19 @@ PluginDatabase::~PluginDatabase() { sqlite3_close(m_db); }
 
 void PluginDatabase::openDatabase(std::chrono::milliseconds patience)
 {
-    // Without a lock of its own: only the main thread uses the connection, and every column read would take it.
+    // NOMUTEX: only the main thread uses the connection, and every column read would take the lock.
     constexpr int kFlags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_NOMUTEX;
     if (sqlite3_open_v2(m_dbPath.toUtf8().constData(), &m_db, kFlags, nullptr) == SQLITE_OK) {
-        // Backup programs and readers hold their locks for moments. On purpose the main thread waits for them: a row
-        // that is not written shows a wrong state until the next scan, which is worse than a short delay.
+        // On purpose: the main thread waits for the brief locks of backup programs and readers. A row that is
+        // not written shows a wrong state until the next scan, which is worse than a short delay.
         sqlite3_busy_timeout(m_db, static_cast<int>(patience.count()));
-        // Pages in memory, at most 16 MB: a scan that fits is not written and read back before its end. A setting
-        // of this connection alone, so nobody need hear when it fails.
+        // A 16 MB page cache, so that a large scan does not spill to disk before it commits. Only a tuning
+        // setting: failure is ignored.
         sqlite3_exec(m_db, "PRAGMA cache_size=-16000", nullptr, nullptr, nullptr);
         return;
     }
     printLine(u"❌ Failed to open database at "_s + m_dbPath);
-    // A failed open leaves a handle too.
+    // A failed open returns a handle as well.
     sqlite3_close(m_db);
     m_db = nullptr;
 }
@@ -136,8 +136,8 @@ bool PluginDatabase::exec(const char* sql)
 void PluginDatabase::replaceAllPlugins(const AudioPlugins& plugins)
 {
     exec("BEGIN TRANSACTION");
-    // The deletion takes the write lock. Without it nothing may be added either: the lock of another process can end
-    // between two rows, and the rest would join the old ones.
+    // DELETE takes the write lock. If that fails, nothing may be inserted either: another process could
+    // release its lock between two rows, and the remaining rows would be added to the old ones.
     if (exec("DELETE FROM plugins")) {
         Statement insert(m_db,
                          "INSERT INTO plugins (id, name, manufacturer, format, originalPath, currentPath, "
@@ -146,7 +146,7 @@ void PluginDatabase::replaceAllPlugins(const AudioPlugins& plugins)
         for (const AudioPlugin& plugin : plugins)
             insertPlugin(insert, plugin);
     }
-    // On purpose: never a rollback. Whatever failed above, the next scan fills the table again.
+    // On purpose: never rolled back. Whatever failed above, the next scan refills the table.
     exec("COMMIT");
 }
 

@@ -17,7 +17,7 @@ namespace orvanlite {
 
 class Statement;
 
-/// What a query is narrowed to. An empty member means no filter on that field, not an empty result.
+/// Filters of a query. An empty member means no filter on that field, not an empty result.
 struct PluginFilter {
     QString searchText{}; ///< part of name or manufacturer; "%" and "_" work as wildcards
     QSet<PluginFormat> formats{};
@@ -31,10 +31,10 @@ struct PluginFilter {
 /// Errors: none leave it. A failed open or statement prints a line ("❌ ...") and reads as empty.
 class PluginDatabase final {
 public:
-    /// The one catalogue of the process, opened on first use and never closed.
+    /// The catalogue of this process, opened on first use and never closed.
     static PluginDatabase& shared(const platform::Platform& platform);
 
-    /// How long each statement waits for the lock of another process.
+    /// How long each statement waits for another process's lock.
     static constexpr std::chrono::milliseconds kPatience{5'000};
 
     /// Opens or creates the file and its folder.
@@ -46,26 +46,26 @@ public:
 
     [[nodiscard]] const QString& dbPath() const { return m_dbPath; }
 
-    /// Replaces all rows, in one transaction with one statement. Keeps all of them while another process holds the
-    /// write lock for longer than we wait.
+    /// Replaces all rows in one transaction. Keeps the old rows if another process holds the write lock for
+    /// longer than the timeout.
     void replaceAllPlugins(const AudioPlugins& plugins);
-    /// Writes the current path and the state of one row; nothing when no row has the id.
+    /// Writes the current path and state of one row; no effect when no row has the id.
     void updatePlugin(const AudioPlugin& plugin);
     void deletePlugin(const QUuid& id);
 
-    /// One page. Damaged rows are left out. `sortColumn` goes into the statement as it is: it must be a column's
-    /// name and never come from the user.
+    /// One page, without damaged rows. `sortColumn` is inserted into the SQL text: it must be a column name
+    /// and never user input.
     [[nodiscard]] AudioPlugins queryPlugins(const PluginFilter& filter, QLatin1StringView sortColumn,
                                             bool sortAscending, int limit, int offset) const;
     [[nodiscard]] int totalCount(const PluginFilter& filter) const;
-    /// All ids that match; the keys of the filter play no part.
+    /// All matching ids; ignores the filter's `pluginKeys`.
     [[nodiscard]] QSet<QUuid> getAllFilteredPluginIds(const PluginFilter& filter) const;
     [[nodiscard]] QSet<QString> getAllPluginKeys() const;
-    /// Without the empty text; spellings that differ only in case are one.
+    /// Without the empty text; case-insensitively distinct.
     [[nodiscard]] QStringList getDistinctManufacturers() const;
-    /// In row order, which is not the order of the ids. An empty set asks nothing.
+    /// In row order, not in the order of the ids. An empty set runs no query.
     [[nodiscard]] AudioPlugins getPluginsByIds(const QSet<QUuid>& ids) const;
-    /// Rows in the state; 0 when they cannot be counted.
+    /// Number of rows in the given state; 0 when the query fails.
     [[nodiscard]] int countPlugins(bool enabled) const;
 
 private:

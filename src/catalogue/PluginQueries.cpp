@@ -15,7 +15,7 @@ namespace {
 
 constexpr int kUsualPage = 256;
 
-/// A where clause and the values of its parameters, in the order of its conditions.
+/// A WHERE clause and its parameter values, in the order of the conditions.
 class WhereClause {
 public:
     void addSearch(const QString& searchText)
@@ -28,7 +28,7 @@ public:
         m_values << pattern << pattern;
     }
 
-    /// Sorted, so that the same sets give the same statement and values at every call.
+    /// Sorted, so that equal sets give the same statement and values in every call.
     void addMembership(const QByteArray& expression, const QStringList& sortedTexts)
     {
         if (sortedTexts.isEmpty())
@@ -45,10 +45,11 @@ public:
         return text;
     }
 
-    /// Empty when there is no condition.
+    /// Empty without conditions.
     [[nodiscard]] const QByteArray& sql() const { return m_sql; }
 
-    /// Binds from index 1 on, without a copy: the clause outlives the run. Gives the next free index.
+    /// Binds from index 1 without copying: the clause must outlive the statement's run. Returns the next free
+    /// index.
     int bindTo(Statement& statement) const
     {
         int parameter = 1;
@@ -87,7 +88,7 @@ WhereClause whereClause(const PluginFilter& filter, KeyFilter keyFilter)
 
 std::optional<PluginFormat> formatFromColumn(QByteArrayView text)
 {
-    // Compared as bytes: all raw values are ASCII, and a page need not make a text for each row.
+    // Compared as bytes: all raw values are ASCII, and this saves a QString per row.
     for (const auto& row : RawValueTable<PluginFormat>::rows) {
         if (row.text == QLatin1StringView(text))
             return row.value;
@@ -95,7 +96,7 @@ std::optional<PluginFormat> formatFromColumn(QByteArrayView text)
     return std::nullopt;
 }
 
-/// The stored form of an absent text is the empty one.
+/// An absent text is stored as an empty one.
 std::optional<QString> optionalText(QByteArrayView text)
 {
     if (text.isEmpty())
@@ -123,7 +124,7 @@ std::optional<AudioPlugin> PluginDatabase::pluginFromRow(const Statement& statem
     plugin->manufacturer = platform::fromUtf8(manufacturer);
     plugin->format = *format;
     plugin->originalPath = platform::fromUtf8(originalPath);
-    // Most plugins stand where they belong: one text in memory serves both.
+    // Most plugins are at their original path: share one string.
     plugin->currentPath =
         currentPath == originalPath ? plugin->originalPath : platform::fromUtf8(currentPath);
     plugin->isEnabled = statement.isOne(6);
@@ -150,7 +151,7 @@ AudioPlugins PluginDatabase::queryPlugins(const PluginFilter& filter, QLatin1Str
     statement.bindInteger(next, limit);
     statement.bindInteger(next + 1, offset);
     AudioPlugins plugins;
-    // As a hint only: a page may be asked for with any limit, also a negative one, which SQLite takes for none.
+    // Only a hint: callers may pass any limit, and SQLite takes a negative one as no limit.
     plugins.reserve(static_cast<std::size_t>(std::clamp(limit, 0, kUsualPage)));
     while (statement.step()) {
         if (auto plugin = pluginFromRow(statement))
@@ -184,7 +185,7 @@ QSet<QString> PluginDatabase::getAllPluginKeys() const
 {
     Statement statement(m_db, "SELECT name, format FROM plugins");
     QSet<QString> keys;
-    std::string key; // joined as bytes, so that each key is one text made once
+    std::string key; // joined as bytes, so that each key is converted once
     while (statement.step()) {
         const QByteArrayView name = statement.text(0);
         const QByteArrayView format = statement.text(1);

@@ -6,7 +6,7 @@ namespace orvanlite {
 
 Statement::Statement(sqlite3* db, const QByteArray& sql)
 {
-    // With the length of the end mark SQLite compiles from our own text and needs no copy of it.
+    // With a length that includes the terminating null, SQLite compiles the text without copying it.
     if (db)
         sqlite3_prepare_v2(db, sql.constData(), static_cast<int>(sql.size()) + 1, &m_handle, nullptr);
 }
@@ -15,13 +15,13 @@ Statement::~Statement() { sqlite3_finalize(m_handle); }
 
 void Statement::bindText(int parameter, const QByteArray& text)
 {
-    // constData() points to an end mark even for a null array: an empty text never turns into NULL.
+    // constData() is never null, even for a null array, so an empty text never becomes SQL NULL.
     sqlite3_bind_text(m_handle, parameter, text.constData(), static_cast<int>(text.size()), SQLITE_STATIC);
 }
 
 void Statement::bindCopy(int parameter, const QByteArray& text)
 {
-    // SQLITE_TRANSIENT is a C cast in the header of SQLite, which this is in C++.
+    // SQLITE_TRANSIENT, whose macro is a C-style cast.
     const auto copy = reinterpret_cast<sqlite3_destructor_type>(-1);
     sqlite3_bind_text(m_handle, parameter, text.constData(), static_cast<int>(text.size()), copy);
 }
@@ -38,9 +38,9 @@ void Statement::reset() { sqlite3_reset(m_handle); }
 
 QByteArrayView Statement::text(int column) const
 {
-    // Through the value, whose accessors take no lock: a statement is used by one thread only.
+    // Through sqlite3_value, whose accessors take no lock; a statement is used by one thread only.
     sqlite3_value* value = sqlite3_column_value(m_handle, column);
-    // The order counts: asking for the text may convert the value, and only then is its length right.
+    // Order matters: sqlite3_value_text may convert the value, and only then is the length right.
     const unsigned char* bytes = sqlite3_value_text(value);
     return {bytes, sqlite3_value_bytes(value)};
 }

@@ -10,10 +10,10 @@ struct sqlite3_stmt;
 
 namespace orvanlite {
 
-/// Owns one prepared statement: prepared in the constructor, finalised in the destructor.
+/// Owns one prepared statement, from prepare to finalize.
 ///
 /// Shape:   parameters count from 1, columns from 0; all text is UTF-8.
-/// Errors:  none are told. A statement that could not be prepared takes every call and has no rows.
+/// Errors:  not reported. A statement that could not be prepared accepts every call and has no rows.
 class Statement final {
 public:
     Statement(sqlite3* db, const QByteArray& sql);
@@ -32,15 +32,15 @@ public:
 
     /// Runs to the next row; false at the end and after an error.
     bool step();
-    /// Makes the statement ready to run again; what is bound stays bound.
+    /// Makes the statement ready to run again and keeps its bindings.
     void reset();
 
-    /// The column's bytes until the next step; null for SQL's NULL only.
+    /// The column's bytes, valid until the next step; null only for SQL NULL.
     [[nodiscard]] QByteArrayView text(int column) const;
     [[nodiscard]] int integer(int column) const;
-    /// Nothing for SQL's NULL only.
+    /// Nothing only for SQL NULL.
     [[nodiscard]] std::optional<double> real(int column) const;
-    /// Whether the column is the integer 1, and not a number or text that would be cut down to it.
+    /// Whether the column is the integer 1, without conversion from other numbers or text.
     [[nodiscard]] bool isOne(int column) const;
 
 private:

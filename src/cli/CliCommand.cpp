@@ -29,7 +29,7 @@ void CliCommand::run(const CliArguments& arguments) const
     if (action == u"scan") {
         scanPlugins();
     } else if (action == u"list") {
-        // On purpose: a list is a scan under another heading.
+        // On purpose: a list is a scan with another heading.
         m_print(u"📋 Listing audio plugins..."_s);
         scanPlugins();
     } else if (action == u"enable" || action == u"disable") {
@@ -45,12 +45,12 @@ void CliCommand::scanPlugins() const
     m_print(u"🔍 Scanning for audio plugins..."_s);
     const PluginLocations locations(m_layout);
     qsizetype total = 0;
-    // All folders of the system stand before those of the user.
-    for (const qsizetype place : {0, 1}) {
+    // All system folders come before the user's folders.
+    for (const qsizetype index : {0, 1}) {
         for (const PluginFormat format : allCases<PluginFormat>) {
             const QStringList folders = locations.systemPaths(format);
-            if (place < folders.size())
-                total += countEntries(folders.at(place));
+            if (index < folders.size())
+                total += countEntries(folders.at(index));
         }
     }
     m_print(u"\n✅ Scan complete. Found %1 total plugins."_s.arg(total));
@@ -83,7 +83,7 @@ void CliCommand::togglePlugin(const CliArguments& arguments, bool enable) const
     m_print((enable ? u"Enabling plugin: "_s : u"Disabling plugin: "_s) + *arguments.name);
     if (arguments.format)
         m_print(u"Format filter: "_s + *arguments.format);
-    // On purpose: switching plugins is the window's work, the text tool only says so.
+    // On purpose: only the GUI enables and disables plugins.
     m_print(u"⚠️ Plugin management functionality will be implemented in the GUI version"_s);
     m_print(u"💡 Run 'PluginManager GUI' to launch the graphical interface"_s);
 }

@@ -12,10 +12,10 @@ struct SystemLayout;
 
 namespace orvanlite {
 
-/// Takes one line of text, without its line end.
+/// Prints one line; the text has no line break at its end.
 using PrintLine = std::function<void(const QString& line)>;
 
-/// The options of the text tool as they were typed; absent when not given.
+/// The options of the command-line tool as typed; absent when not given.
 struct CliArguments {
     std::optional<QString> action;
     std::optional<QString> format;
@@ -23,18 +23,17 @@ struct CliArguments {
     bool operator==(const CliArguments&) const = default;
 };
 
-/// The small text tool: tells how many entries lie in the plugin folders, and changes nothing.
+/// The command-line tool: counts the entries in the plugin folders and changes nothing.
 class CliCommand final {
 public:
     CliCommand(const platform::FileManager& files, const platform::SystemLayout& layout, PrintLine print);
 
-    /// Errors: none. An unknown action, a missing name and a folder that cannot be read are told in the
-    /// output.
+    /// Errors: none. An unknown action, a missing name or an unreadable folder is reported in the output.
     void run(const CliArguments& arguments) const;
 
 private:
     void scanPlugins() const;
-    /// Prints the count of a folder's entries and returns it; 0 for a folder that is missing or unreadable.
+    /// Prints and returns the number of entries in a folder; 0 if it is missing or unreadable.
     qsizetype countEntries(const QString& folder) const;
     void togglePlugin(const CliArguments& arguments, bool enable) const;
 

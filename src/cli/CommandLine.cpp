@@ -15,7 +15,7 @@ TextAnswer usageError(const CommandTree& tree, const CLI::App& command, const QS
     return {{}, u"Error: "_s + message + u'\n' + tree.usage(command), kExitUsage};
 }
 
-/// What stands before the equals sign of "--option=value".
+/// The part before the equals sign of "--option=value".
 QString optionOf(const QString& argument)
 {
     const qsizetype equals = argument.indexOf(u'=');
@@ -28,7 +28,7 @@ QString messageForLeftover(const CLI::App& command, const QString& argument)
         return u"Unexpected argument '"_s + argument + u'\'';
     const QString option = optionOf(argument);
     const QString near = nearestOption(command, option);
-    // A switch that was given a value is wrong by its value.
+    // The name is right, so the value is the error: quote the whole argument.
     const QString message = u"Unknown option '"_s + (near == option ? argument : option) + u'\'';
     return near.isEmpty() ? message : message + u". Did you mean '"_s + near + u"'?"_s;
 }
@@ -54,9 +54,9 @@ TextAnswer helpCommandAnswer(const CommandTree& tree)
 CommandRequest parseCommandLine(const QStringList& arguments)
 {
     CommandTree tree;
-    // No command takes free arguments, so nothing is right behind the mark that ends the options.
-    const qsizetype mark = arguments.indexOf(u"--"_s);
-    tree.parse(arguments.first(mark < 0 ? arguments.size() : mark));
+    // No command takes positional arguments, so anything after "--" is an error.
+    const qsizetype terminator = arguments.indexOf(u"--"_s);
+    tree.parse(arguments.first(terminator < 0 ? arguments.size() : terminator));
     const CLI::App& command = tree.chosen();
     if (tree.isGiven(tree.root(), "--help") || tree.isGiven(command, "--help"))
         return helpAnswer(tree, command);
@@ -69,8 +69,8 @@ CommandRequest parseCommandLine(const QStringList& arguments)
         return usageError(tree, command, u"Missing value for '"_s + option + u'\'');
     if (const QStringList strays = CommandTree::leftovers(command); !strays.isEmpty())
         return usageError(tree, command, messageForLeftover(command, strays.first()));
-    if (mark >= 0 && mark + 1 < arguments.size())
-        return usageError(tree, command, u"Unexpected argument '"_s + arguments.at(mark + 1) + u'\'');
+    if (terminator >= 0 && terminator + 1 < arguments.size())
+        return usageError(tree, command, u"Unexpected argument '"_s + arguments.at(terminator + 1) + u'\'');
 
     if (&command == &tree.helpCommand())
         return helpCommandAnswer(tree);

@@ -12,29 +12,28 @@ inline constexpr int kExitSuccess = 0;
 inline constexpr int kExitFailure = 1;
 inline constexpr int kExitUsage = 64; ///< Source: EX_USAGE of sysexits.h
 
-/// The window is wanted.
+/// Open the window.
 struct GuiRequest {
     bool operator==(const GuiRequest&) const = default;
 };
 
-/// Nothing is to be run: help, the version, or an error with the usage.
+/// Only print: help, the version, or an error with the usage.
 struct TextAnswer {
-    QString output; ///< for standard output, without the last line end; may be empty
-    QString error;  ///< for standard error, the same
+    QString output; ///< for standard output, without the final line break; may be empty
+    QString error;  ///< for standard error, likewise
     int status = kExitSuccess;
     bool operator==(const TextAnswer&) const = default;
 };
 
 using CommandRequest = std::variant<GuiRequest, CliArguments, TextAnswer>;
 
-/// Reads the arguments without the program's name.
-/// Shape:  help goes before everything else, then the version, then errors: what does not fit before the
-///         subcommand, missing values, what does not fit behind it. Of a repeated option the last value
-///         counts. A value that begins with a dash is written "--name=-value"; only the lone "-" stands for
-///         itself.
+/// Parses the arguments without the program's name.
+/// Shape:  help takes precedence, then the version, then errors: unknown arguments before the subcommand,
+///         missing values, unknown arguments after it. The last value of a repeated option wins. A value that
+///         begins with a dash is written "--name=-value"; a lone "-" is a value.
 [[nodiscard]] CommandRequest parseCommandLine(const QStringList& arguments);
 
-/// What the commands work with.
+/// Dependencies of the commands.
 struct CommandSurroundings {
     const platform::FileManager& files;
     const platform::SystemLayout& layout;
@@ -43,8 +42,8 @@ struct CommandSurroundings {
     PrintLine printError;
 };
 
-/// Reads the arguments, runs what they ask for and returns the exit status. Never throws: what a command
-/// throws ends as an error text and kExitFailure.
+/// Parses the arguments, runs the command and returns the exit status. Does not throw: an exception is
+/// printed as an error and gives kExitFailure.
 [[nodiscard]] int runCommandLine(const QStringList& arguments, const CommandSurroundings& surroundings);
 
 } // namespace orvanlite

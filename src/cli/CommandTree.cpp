@@ -14,8 +14,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// An argument never holds a NUL, so a text with one is ours: it stands for something that the parser library
-/// would take for something else. taken() removes it again.
+/// Arguments never contain a NUL, so it marks texts that the parser library would otherwise misinterpret.
+/// taken() removes it again.
 constexpr char kOurs = '\0';
 const std::string& missingValue()
 {
@@ -29,7 +29,7 @@ QString taken(std::string text)
     return platform::fromUtf8(text);
 }
 
-/// The option stood at the end, or before something with a dash in front, which is no value.
+/// The option was last, or was followed by an argument with a leading dash, which is not a value.
 bool isMissing(const std::string& value)
 {
     return value == missingValue() || (value.size() > 1 && value[0] == kOurs && value[1] == '-');
@@ -42,7 +42,7 @@ void addFlag(CLI::App& command, const std::string& names, const std::string& hel
 
 void addValueOption(CLI::App& command, const std::string& name, const std::string& help)
 {
-    // Zero values are allowed here so that a missing one is ours to report; the value's name is the option's.
+    // Zero values are allowed so that we can report a missing one; the value is named after the option.
     command.add_option(name, CLI::callback_t(), help)
         ->expected(0, 1)
         ->default_str(missingValue())
@@ -57,8 +57,8 @@ std::vector<const CLI::Option*> namedOptions(const CLI::App& command)
     return command.get_options([](const CLI::Option* option) { return !option->get_lnames().empty(); });
 }
 
-/// Whether the text is an option of the command, written as it is to be written: a switch stands alone,
-/// without a value and not in one word with another.
+/// Whether the text is an option of the command in its valid form. Flags take no value and cannot be
+/// combined.
 bool isOption(const CLI::App& command, const std::string& text)
 {
     const auto options = namedOptions(command);
@@ -70,7 +70,7 @@ bool isOption(const CLI::App& command, const std::string& text)
     });
 }
 
-/// One line of a list in two columns.
+/// One line of a two-column list.
 using HelpRow = std::pair<QString, QString>;
 
 HelpRow optionRow(const CLI::Option& option)
@@ -99,7 +99,8 @@ qsizetype widest(const std::vector<HelpRow>& rows)
     });
 }
 
-/// The number of letters to add, drop or replace, or of neighbours to swap, between two words.
+/// Edit distance, counting a swap of neighbouring letters as one edit.
+/// Source: optimal string alignment distance.
 qsizetype editDistance(QStringView from, QStringView to)
 {
     const auto columns = static_cast<std::size_t>(to.size()) + 1;
@@ -190,8 +191,8 @@ QString CommandTree::help(const CLI::App& command) const
         options.push_back(optionRow(*option));
     std::vector<HelpRow> subcommands;
     for (const CLI::App* each : command.get_subcommands(std::function<bool(const CLI::App*)>())) {
-        const QString mark = each == m_gui ? u" (default)"_s : QString();
-        subcommands.emplace_back(QString::fromStdString(each->get_name()) + mark,
+        const QString suffix = each == m_gui ? u" (default)"_s : QString();
+        subcommands.emplace_back(QString::fromStdString(each->get_name()) + suffix,
                                  QString::fromStdString(each->get_description()));
     }
     const qsizetype width = std::max(widest(options), widest(subcommands));
@@ -206,8 +207,8 @@ QString CommandTree::help(const CLI::App& command) const
 std::string CommandTree::guarded(std::string text) const
 {
     const bool looksLikeOption = text.size() > 1 && text.front() == '-';
-    const bool isKnown = isOption(*m_root, text) || isOption(*m_cli, text); // the others have no more
-    if (text == "++" || (looksLikeOption && !isKnown)) // "++" is the library's own end mark of a subcommand
+    const bool isKnown = isOption(*m_root, text) || isOption(*m_cli, text); // the others only have --help
+    if (text == "++" || (looksLikeOption && !isKnown)) // "++" ends a subcommand in the library
         text.insert(text.begin(), kOurs);
     else if (text.starts_with("--") && text.find('=') == text.size() - 1) // an empty value, not a missing one
         text.push_back(kOurs);
@@ -216,7 +217,7 @@ std::string CommandTree::guarded(std::string text) const
 
 void CommandTree::parse(const QStringList& arguments)
 {
-    std::vector<std::string> reversed; // as the library wants them
+    std::vector<std::string> reversed; // as the library expects them
     reversed.reserve(static_cast<std::size_t>(arguments.size()));
     for (const QString& argument : arguments)
         reversed.push_back(guarded(argument.toStdString()));
@@ -269,7 +270,7 @@ QString nearestOption(const CLI::App& command, const QString& misspelled)
     while (word.startsWith(u'-'))
         word.remove(0, 1);
     QString nearest;
-    // Up to a third of the letters, rounded up, may be wrong: less would miss swaps, more would guess.
+    // Up to a third of the letters, rounded up, may differ: less would miss swaps, more would be guessing.
     qsizetype least = (word.size() + 2) / 3 + 1;
     for (const CLI::Option* option : namedOptions(command)) {
         const QString name = QString::fromStdString(option->get_lnames().front());

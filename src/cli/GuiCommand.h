@@ -4,10 +4,10 @@
 
 namespace orvanlite {
 
-/// Opens the window; returns when the application has ended.
+/// Runs the GUI; returns when the application has quit.
 using StartGui = std::function<void()>;
 
-/// Says that the window is coming, then starts it.
+/// Prints a message, then starts the GUI.
 class GuiCommand final {
 public:
     GuiCommand(StartGui start, PrintLine print)
@@ -15,7 +15,7 @@ public:
         , m_print(std::move(print))
     {}
 
-    /// Returns when the application has ended, however it did; what the start throws passes through.
+    /// Returns when the application has quit. Exceptions from the start propagate.
     void run() const;
 
 private:

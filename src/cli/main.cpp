@@ -19,10 +19,10 @@ void printErrorLine(const QString& text)
 
 } // namespace
 
-// No Qt application object is made here: the text tool and usage errors must not pay for a window.
+// No Qt application object here: the command-line tool and usage errors must start fast.
 int main(int argc, char** argv)
 {
-    // The window lives long: what it prints is seen line by line, also in a log file.
+    // Line-buffered, so that the output of the long-running GUI appears at once, even in a log file.
     std::setvbuf(stdout, nullptr, _IOLBF, BUFSIZ);
     QStringList arguments;
     for (int i = 1; i < argc; ++i)

@@ -14,7 +14,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Far above any real description, so that a scan never reads a disk image that a stranger left in a bundle.
+/// Bytes. Far above any real description, so that a scan never loads an oversized file from a foreign bundle.
 constexpr qint64 kLargestDescription = 4 << 20;
 
 constexpr QStringView kWaves = u"Waves Audio";
@@ -25,12 +25,12 @@ constexpr std::array kWantedInfo{
     platform::PropertyListField{"AudioComponents"_L1, "name"_L1},
 };
 
-QStringView withoutBlanks(QStringView text)
+QStringView withoutOuterSpaces(QStringView text)
 {
-    const auto isBlank = [](QChar c) { return c == u' ' || c == u'\t'; };
-    while (!text.isEmpty() && isBlank(text.front()))
+    const auto isSpace = [](QChar c) { return c == u' ' || c == u'\t'; };
+    while (!text.isEmpty() && isSpace(text.front()))
         text = text.sliced(1);
-    while (!text.isEmpty() && isBlank(text.back()))
+    while (!text.isEmpty() && isSpace(text.back()))
         text.chop(1);
     return text;
 }
@@ -67,10 +67,10 @@ BundleMetadata::BundleMetadata(const platform::FileManager& files, QString path)
 
 QString BundleMetadata::extractManufacturer() const
 {
-    if (const auto maker = extractManufacturerFromAudioComponents())
-        return *maker;
-    if (const auto maker = manufacturerFromIdentifier())
-        return *maker;
+    if (const auto manufacturer = extractManufacturerFromAudioComponents())
+        return *manufacturer;
+    if (const auto manufacturer = manufacturerFromIdentifier())
+        return *manufacturer;
     if (m_path.endsWith(u".clap"))
         return extractManufacturerFromCLAP().value_or(QString());
     return {};
@@ -81,18 +81,18 @@ std::optional<QString> BundleMetadata::extractManufacturerFromAudioComponents() 
     if (!m_componentName)
         return std::nullopt;
     const qsizetype colon = m_componentName->indexOf(u':');
-    // A maker and a plugin must stand on the two sides of the colon, be it only a blank.
+    // Both sides of the colon need text, even if it is only a space.
     if (colon <= 0 || colon == m_componentName->size() - 1)
         return std::nullopt;
-    const QStringView maker = withoutBlanks(QStringView(*m_componentName).first(colon));
-    return (maker == u"Waves" ? kWaves : maker).toString();
+    const QStringView manufacturer = withoutOuterSpaces(QStringView(*m_componentName).first(colon));
+    return (manufacturer == u"Waves" ? kWaves : manufacturer).toString();
 }
 
 std::optional<QString> BundleMetadata::manufacturerFromIdentifier() const
 {
     struct Row {
         QStringView piece;
-        QStringView maker;
+        QStringView manufacturer;
     };
     static constexpr Row rows[] = {
         {u"wizoo", u"AIR Music Technology"},
@@ -108,7 +108,7 @@ std::optional<QString> BundleMetadata::manufacturerFromIdentifier() const
     const QString lowered = pieces[1].toString().toLower();
     for (const Row& row : rows) {
         if (lowered == row.piece)
-            return row.maker.toString();
+            return row.manufacturer.toString();
     }
     return withUpperInitial(pieces[1]);
 }
@@ -130,7 +130,7 @@ std::optional<Date> BundleMetadata::extractLastUsed(const QString& name) const
             return std::nullopt;
         return accessDate(m_files.status(folder + u'/' + entries.front().name));
     } catch (const platform::FileError&) {
-        return std::nullopt; // no such folder: nothing tells when it was used
+        return std::nullopt; // no such folder: last use unknown
     }
 }
 

@@ -12,34 +12,34 @@ class FileManager;
 
 namespace orvanlite {
 
-/// What the files of one plugin tell of it. No plugin code is loaded. "Contents/Info.plist" is read once,
-/// when this is made.
+/// Metadata from the files of one plugin. No plugin code is loaded. "Contents/Info.plist" is read once, in
+/// the constructor.
 ///
-/// Errors: none. A file that is missing or damaged costs only the answers that depend on it, and a plain file
-///         in a bundle's place answers nothing.
+/// Errors: none. A missing or damaged file only empties the values that depend on it; a plain file instead of
+///         a bundle has no values.
 class BundleMetadata {
 public:
     enum class InfoKey { version, identifier };
 
-    /// `path` is the bundle's own path. The file manager must outlive this object.
+    /// `path` is the bundle's path. The file manager must outlive this object.
     BundleMetadata(const platform::FileManager& files, QString path);
 
-    /// A text of the info dictionary.
+    /// A string from the info dictionary.
     [[nodiscard]] const std::optional<QString>& extractInfoFromBundle(InfoKey key) const
     {
         return key == InfoKey::version ? m_version : m_identifier;
     }
 
-    /// The maker, from the first source that answers: the audio components, the identifier, the CLAP
-    /// description. Empty when none does. It may still be a word that stands for no maker.
+    /// The manufacturer from the first source that has one: audio components, identifier, CLAP manifest.
+    /// Empty when none has. May be a placeholder such as "yourcompany".
     [[nodiscard]] QString extractManufacturer() const;
-    /// "Maker" of the first component's name "Maker: Plugin".
+    /// "Manufacturer" in the first component's name, "Manufacturer: Plugin".
     [[nodiscard]] std::optional<QString> extractManufacturerFromAudioComponents() const;
     /// The vendor in "clap.json".
     [[nodiscard]] std::optional<QString> extractManufacturerFromCLAP() const;
 
-    /// When the executable was last accessed: "Contents/MacOS/{name}", or else the first file that the
-    /// listing of that folder gives.
+    /// Last access of the executable: "Contents/MacOS/{name}", otherwise the first file listed in that
+    /// folder.
     [[nodiscard]] std::optional<Date> extractLastUsed(const QString& name) const;
 
 private:

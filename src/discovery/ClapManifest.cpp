@@ -8,7 +8,7 @@ namespace orvanlite {
 
 namespace {
 
-/// Hears of the values in the order of the text.
+/// Receives the values in document order.
 class VendorListener final : public nlohmann::json_sax<nlohmann::json> {
 public:
     std::optional<QString> vendor;
@@ -62,8 +62,8 @@ private:
     }
 
     std::size_t m_depth = 0;
-    bool m_isPlugin = false; ///< the root's member at hand is the plugin; only an object has members
-    bool m_isVendor = false; ///< and the plugin's member at hand is the vendor
+    bool m_isPlugin = false; ///< the root's current member is "plugin"
+    bool m_isVendor = false; ///< the plugin's current member is "vendor"
 };
 
 } // namespace

@@ -7,11 +7,10 @@
 
 namespace orvanlite {
 
-/// The text "vendor" of the object "plugin" in "clap.json", the description of a CLAP plugin. Of equal keys
-/// the last one counts. Nothing is kept of the rest, so neither its size nor its depth matters.
+/// The string "vendor" of the object "plugin" in a CLAP plugin's "clap.json". The last of duplicate keys
+/// wins. Nothing else is stored, so that the size and depth of the file do not matter.
 ///
-/// Errors: nothing for a text that is no JSON as a whole, and where one of the two is missing or of another
-///         type.
+/// Errors: nothing for invalid JSON, or when either member is missing or has the wrong type.
 [[nodiscard]] std::optional<QString> vendorInClapManifest(QByteArrayView text);
 
 } // namespace orvanlite

@@ -9,7 +9,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Words in lower case that build tools and templates leave in a maker's place.
+/// Lower-case placeholders that build tools and templates leave instead of a manufacturer.
 const QSet<QString>& genericManufacturers()
 {
     static const QSet<QString> words{
@@ -21,7 +21,7 @@ const QSet<QString>& genericManufacturers()
     return words;
 }
 
-/// Spellings in lower case, and the form that users are shown.
+/// Lower-case spellings and their display form.
 const QHash<QString, QString>& manufacturerNormalization()
 {
     static const QHash<QString, QString> forms{
@@ -47,59 +47,60 @@ const QHash<QString, QString>& manufacturerNormalization()
     return forms;
 }
 
-/// What a maker's text is worth, found out once for every distinct text: few makers make many plugins.
-class MakerTexts {
+/// Caches the classification of each distinct text: many plugins share few manufacturers.
+class ManufacturerTexts {
 public:
-    struct Maker {
+    struct Manufacturer {
         bool isGeneric = false;
         QString normalized;
     };
 
-    const Maker& operator[](const QString& text)
+    const Manufacturer& operator[](const QString& text)
     {
-        auto found = m_makers.constFind(text);
-        if (found == m_makers.constEnd()) {
+        auto found = m_manufacturers.constFind(text);
+        if (found == m_manufacturers.constEnd()) {
             const QString lowered = text.toLower();
-            const Maker maker{genericManufacturers().contains(lowered),
-                              manufacturerNormalization().value(lowered, text)};
-            found = m_makers.insert(text, maker);
+            const Manufacturer manufacturer{genericManufacturers().contains(lowered),
+                                            manufacturerNormalization().value(lowered, text)};
+            found = m_manufacturers.insert(text, manufacturer);
         }
         return *found;
     }
 
 private:
-    QHash<QString, Maker> m_makers;
+    QHash<QString, Manufacturer> m_manufacturers;
 };
 
 } // namespace
 
 AudioPlugins crossReferenceManufacturers(AudioPlugins plugins)
 {
-    MakerTexts texts;
-    QStringList names; // in lower case, in the order of the plugins
+    ManufacturerTexts texts;
+    QStringList names; // lower case, in plugin order
     names.reserve(static_cast<qsizetype>(plugins.size()));
     for (const AudioPlugin& plugin : plugins)
         names.append(plugin.name.toLower());
 
-    QHash<QString, QString> makers;
-    makers.reserve(names.size());
+    QHash<QString, QString> manufacturers;
+    manufacturers.reserve(names.size());
     qsizetype i = 0;
     for (const AudioPlugin& plugin : plugins) {
         const QString& name = names[i++];
         if (plugin.format == PluginFormat::au && !texts[plugin.manufacturer].isGeneric)
-            makers.insert(name, plugin.manufacturer);
+            manufacturers.insert(name, plugin.manufacturer);
     }
     i = 0;
     for (const AudioPlugin& plugin : plugins) {
         const QString& name = names[i++];
-        if (plugin.format != PluginFormat::au && !makers.contains(name) &&
+        if (plugin.format != PluginFormat::au && !manufacturers.contains(name) &&
             !texts[plugin.manufacturer].isGeneric)
-            makers.insert(name, plugin.manufacturer);
+            manufacturers.insert(name, plugin.manufacturer);
     }
     i = 0;
     for (AudioPlugin& plugin : plugins) {
-        const auto entry = makers.constFind(names[i++]);
-        plugin.manufacturer = texts[entry == makers.constEnd() ? plugin.manufacturer : *entry].normalized;
+        const auto entry = manufacturers.constFind(names[i++]);
+        plugin.manufacturer =
+            texts[entry == manufacturers.constEnd() ? plugin.manufacturer : *entry].normalized;
     }
     return plugins;
 }

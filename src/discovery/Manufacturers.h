@@ -4,12 +4,12 @@
 
 namespace orvanlite {
 
-/// Lets the best-informed copy of a plugin name correct all others, over formats and letter case, and then
-/// gives known makers their one spelling.
+/// Gives all plugins with the same name (ignoring case) the same manufacturer, then normalises the spelling
+/// of known manufacturers.
 ///
-/// Shape: the same plugins in the same order; only `manufacturer` may differ. The last Audio Unit of a name
-///        that names a maker decides, otherwise the first copy in another format that does. Unrelated plugins
-///        of one name end up with one maker.
+/// Shape: the same plugins in the same order; only `manufacturer` may differ. The last Audio Unit with a real
+///        manufacturer wins, otherwise the first plugin in another format. Unrelated plugins that share a
+///        name get the same manufacturer.
 [[nodiscard]] AudioPlugins crossReferenceManufacturers(AudioPlugins plugins);
 
 } // namespace orvanlite

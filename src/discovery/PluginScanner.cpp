@@ -24,25 +24,25 @@ void append(AudioPlugins& plugins, AudioPlugins more)
     std::move(more.begin(), more.end(), std::back_inserter(plugins));
 }
 
-/// Stable: plugins of one name keep the order in which they were found.
+/// Stable: plugins with the same name stay in scan order.
 AudioPlugins sortedByName(AudioPlugins plugins)
 {
-    struct Place {
+    struct Entry {
         QStringView name;
         std::size_t index;
     };
-    // The places are sorted and not the records, which are many times as large.
-    std::vector<Place> places;
-    places.reserve(plugins.size());
+    // Entries are sorted instead of the much larger records.
+    std::vector<Entry> entries;
+    entries.reserve(plugins.size());
     for (const AudioPlugin& plugin : plugins)
-        places.push_back(
-            {plugin.name.isEmpty() ? u"Unknown Plugin" : QStringView(plugin.name), places.size()});
-    std::stable_sort(places.begin(), places.end(),
-                     [](const Place& left, const Place& right) { return plainLess(left.name, right.name); });
+        entries.push_back(
+            {plugin.name.isEmpty() ? u"Unknown Plugin" : QStringView(plugin.name), entries.size()});
+    std::stable_sort(entries.begin(), entries.end(),
+                     [](const Entry& left, const Entry& right) { return plainLess(left.name, right.name); });
     AudioPlugins sorted;
     sorted.reserve(plugins.size());
-    for (const Place& place : places)
-        sorted.push_back(std::move(plugins[place.index]));
+    for (const Entry& entry : entries)
+        sorted.push_back(std::move(plugins[entry.index]));
     return sorted;
 }
 
@@ -60,7 +60,7 @@ QCoro::Task<> PluginScanner::scanAllPlugins()
     isScanning = true;
     scanProgress = 0;
     discoveredPlugins = AudioPlugins();
-    createCentralDisabledDirectoryIfNeeded(); // it may have been made visible since
+    createCentralDisabledDirectoryIfNeeded(); // it may have been removed or made visible
     scanError.clear();
 
     AudioPlugins plugins;
@@ -94,7 +94,8 @@ void PluginScanner::createCentralDisabledDirectoryIfNeeded()
             if (!m_files.exists(folder))
                 m_files.createDirectory(folder);
         } catch (const platform::FileError&) {
-            // Without rights on the system's library the folder is missing, and a scan finds nothing in it.
+            // Without write access to the system library the folder stays missing, and the scan finds
+            // nothing.
         }
     }
 }
@@ -121,9 +122,9 @@ AudioPlugins PluginScanner::scanDirectory(const QString& path, PluginFormat form
 void PluginScanner::recursivelyScanDirectory(const QString& path, PluginFormat format,
                                              AudioPlugins& plugins) const
 {
-    // On purpose no guard against rings of links. The system's limits on the links in a path and on its length
-    // bound the depth: a folder with a link to itself is walked some tens of times. Several such links side by
-    // side multiply, and a scan of them would not end; nobody has that among plugins.
+    // On purpose: no guard against symlink cycles. The system's limits on path length and links per path
+    // bound the depth: a folder that links to itself is walked a few dozen times. Several such links in one
+    // folder multiply, and their scan would practically never end, but plugin folders have none.
     std::vector<platform::DirectoryEntry> entries;
     try {
         entries = m_files.list(path, platform::HiddenEntries::skip);
@@ -137,7 +138,7 @@ void PluginScanner::recursivelyScanDirectory(const QString& path, PluginFormat f
         if (entry.kind == platform::EntryKind::unresolved) {
             const auto status = m_files.status(entryPath);
             if (!status)
-                continue; // a link that leads nowhere
+                continue; // dangling link
             isDirectory = status->isDirectory;
         }
         if (PluginLocations::isPluginOf(format, entry.name)) {

@@ -16,13 +16,13 @@ struct Platform;
 
 namespace orvanlite {
 
-/// Finds every plugin on the machine, enabled or not, from its place on disk and the files beside it. No
-/// plugin code is ever loaded. A scan is always complete; nothing of an earlier one is reused.
+/// Finds every plugin on the machine, enabled or not, by its path and metadata files. No plugin code is
+/// loaded. Every scan is complete; nothing is reused from an earlier one.
 ///
-/// Errors: none. What cannot be read is not in the result, and a line on standard output says so.
+/// Errors: none. A folder that cannot be read is reported on standard output and left out.
 class PluginScanner final {
 public:
-    /// Makes sure that the folders of disabled plugins exist and are hidden.
+    /// Creates the folders of disabled plugins and hides their parent.
     explicit PluginScanner(const platform::Platform& platform);
     PluginScanner(const PluginScanner&) = delete;
     PluginScanner& operator=(const PluginScanner&) = delete;
@@ -31,7 +31,7 @@ public:
     Observable<AudioPlugins> discoveredPlugins;
     Observable<bool> isScanning{false};
     Observable<double> scanProgress{0}; ///< 0 to 1, in six equal steps by format
-    /// Cleared at every scan and never set.
+    /// Cleared by every scan and never set.
     Observable<std::optional<PluginError>> scanError;
 
     QCoro::Task<> scanAllPlugins();
@@ -39,11 +39,11 @@ public:
 private:
     void createCentralDisabledDirectoryIfNeeded();
     [[nodiscard]] AudioPlugins scanPluginsForFormat(PluginFormat format) const;
-    /// An absent folder gives an empty list.
+    /// Empty for a missing folder.
     [[nodiscard]] AudioPlugins scanDirectory(const QString& path, PluginFormat format) const;
-    /// Appends every plugin of the format at any depth, except within plugins.
+    /// Appends every plugin of the format at any depth, except inside other plugins.
     void recursivelyScanDirectory(const QString& path, PluginFormat format, AudioPlugins& plugins) const;
-    /// Nothing for a container of other plugins, whose removal would switch all of them off.
+    /// Nothing for a container of other plugins; see PluginLocations::isContainer().
     [[nodiscard]] std::optional<AudioPlugin> createPluginFromURL(const QString& path, const QString& fileName,
                                                                  PluginFormat format) const;
 

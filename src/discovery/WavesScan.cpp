@@ -42,7 +42,7 @@ AudioPlugins scanWavesBundlePlugins(const platform::FileManager& files, const Pl
 {
     AudioPlugins plugins;
     for (const platform::DirectoryEntry& entry : files.listOrNothing(locations.wavesFolder())) {
-        // A link to a folder does not count: the kind in the listing decides.
+        // On purpose: links to folders are not followed.
         if (!PluginLocations::isWavesVersionFolder(entry.name) ||
             entry.kind != platform::EntryKind::directory)
             continue;

@@ -10,11 +10,11 @@ namespace orvanlite {
 
 class PluginLocations;
 
-/// The plugins in the versioned folders "Plug-Ins V{number}" of the Waves folder and in the folder "Disabled"
-/// of each. Nothing of a bundle itself is read.
+/// The plugins in the version folders "Plug-Ins V{number}" of the Waves folder and in the "Disabled"
+/// subfolder of each. Bundles are not opened.
 ///
-/// Shape:  by version folder and within it the enabled ones first, each in the order of the listing. One plugin
-///         in two versions gives two records of one key.
+/// Shape:  by version folder, enabled plugins first, each in listing order. A plugin in two versions gives
+///         two records with the same key.
 /// Errors: none. A folder that cannot be listed is skipped.
 [[nodiscard]] AudioPlugins scanWavesBundlePlugins(const platform::FileManager& files,
                                                   const PluginLocations& locations);

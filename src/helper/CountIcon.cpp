@@ -22,7 +22,7 @@ QString shortNumber(int count)
                              : QString::number(std::min(count / kThousand, kThousand - 1)) + u'k';
 }
 
-/// The outline of the number, as large as fits into the square.
+/// Outline of the number, scaled to fit the square.
 QPainterPath numberPath(const QString& number, double side)
 {
     constexpr double kHighest = 0.56;
@@ -34,11 +34,11 @@ QPainterPath numberPath(const QString& number, double side)
     path.addText(0, 0, font, number);
     const QRectF bounds = path.boundingRect();
     const double scale = std::min(side * kHighest / bounds.height(), side * kWidest / bounds.width());
-    QTransform place;
-    place.translate(side / 2, side / 2);
-    place.scale(scale, scale);
-    place.translate(-bounds.center().x(), -bounds.center().y());
-    return place.map(path);
+    QTransform transform;
+    transform.translate(side / 2, side / 2);
+    transform.scale(scale, scale);
+    transform.translate(-bounds.center().x(), -bounds.center().y());
+    return transform.map(path);
 }
 
 QPainterPath barsPath(double side)
@@ -74,7 +74,7 @@ QIcon countIcon(std::optional<int> count)
         painter.end();
         icon.addPixmap(picture);
     }
-    icon.setIsMask(true); // a menu bar of its own colours takes the shape alone
+    icon.setIsMask(true); // menu bars that colour their icons use only the shape
     return icon;
 }
 

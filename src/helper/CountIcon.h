@@ -6,8 +6,8 @@
 
 namespace orvanlite {
 
-/// The picture of the menu-bar item: a tile with the number cut out of it, so that it is read on every ground; bars
-/// of sound while there is no number. From 1000 on it counts in thousands.
+/// Icon of the menu-bar item: a tile with the number cut out, so that it is legible on any background, or
+/// with sound bars while there is no number. From 1000 on, in thousands.
 [[nodiscard]] QIcon countIcon(std::optional<int> count);
 
 } // namespace orvanlite

@@ -20,7 +20,7 @@ namespace {
 
 const QString kSuite = u"com.yourcompany.Orvanlite"_s;
 const QString kCountKey = u"enabledPluginCount"_s;
-constexpr QStringView kPlaceInApplication = u"/Contents/Library/LoginItems/OrvanliteHelper.app";
+constexpr QStringView kPathInApplication = u"/Contents/Library/LoginItems/OrvanliteHelper.app";
 
 QString countText(std::optional<int> count)
 {
@@ -37,16 +37,16 @@ HelperAgent::HelperAgent(const platform::Platform& platform)
     , m_countLine(m_menu.addAction(QString()))
     , m_openApplication(new QAction(u"Open Orvanlite"_s, this))
 {
-    makeMenu();
+    createMenu();
     readCount();
-    connect(&m_monitor, &PluginFolderMonitor::found, this, &HelperAgent::tell);
+    connect(&m_monitor, &PluginFolderMonitor::found, this, &HelperAgent::notifyUser);
     for (const QString& name :
          {u"com.yourcompany.Orvanlite.pluginCountChanged"_s, u"com.yourcompany.Orvanlite.appDidLaunch"_s})
         m_platform.notifications.observe(name, this, [this](const QVariantMap&) { readCount(); });
     platform::whenStatusAreaIsReady(this, [this] { showItem(); });
 }
 
-void HelperAgent::makeMenu()
+void HelperAgent::createMenu()
 {
     m_countLine->setEnabled(false);
     m_menu.addSeparator();
@@ -66,7 +66,7 @@ void HelperAgent::showItem()
         connect(m_item.get(), &QSystemTrayIcon::activated, this,
                 [this](QSystemTrayIcon::ActivationReason reason) {
                     if (reason == QSystemTrayIcon::Trigger)
-                        openApplication(); // not by the menu's line, which may be off since it was looked at
+                        openApplication(); // not via the menu item, whose enabled state may be stale
                 });
     }
     showCount();
@@ -91,7 +91,7 @@ void HelperAgent::showCount()
     const QString text = countText(m_count);
     m_countLine->setText(text);
     if (!m_item || m_item->toolTip() == text)
-        return; // the application tells with every letter that is searched for
+        return; // the application also notifies on every search keystroke
     m_item->setToolTip(text);
     m_item->setIcon(countIcon(m_count));
 }
@@ -102,7 +102,7 @@ void HelperAgent::openApplication()
         m_platform.workspace.openApplication(applicationPath());
 }
 
-void HelperAgent::tell(const std::vector<FoundPlugin>& plugins)
+void HelperAgent::notifyUser(const std::vector<FoundPlugin>& plugins)
 {
     constexpr std::size_t kMostNames = 3;
     QStringList names;
@@ -119,7 +119,7 @@ void HelperAgent::tell(const std::vector<FoundPlugin>& plugins)
 QString HelperAgent::applicationPath() const
 {
     const QString own = m_platform.mainBundle.bundlePath();
-    return own.endsWith(kPlaceInApplication) ? own.chopped(kPlaceInApplication.size()) : QString();
+    return own.endsWith(kPathInApplication) ? own.chopped(kPathInApplication.size()) : QString();
 }
 
 bool HelperAgent::applicationRuns() const

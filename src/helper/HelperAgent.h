@@ -10,8 +10,8 @@
 
 namespace orvanlite {
 
-/// The helper in the menu bar: shows how many plugins are on, as the application tells, and tells the user of new
-/// ones.
+/// The menu-bar helper: shows the number of enabled plugins that the application publishes, and notifies the
+/// user of new plugins.
 class HelperAgent final : public QObject {
     Q_OBJECT
 
@@ -19,13 +19,13 @@ public:
     explicit HelperAgent(const platform::Platform& platform);
 
 private:
-    void makeMenu();
+    void createMenu();
     void showItem();
     void readCount();
     void showCount();
     void openApplication();
-    void tell(const std::vector<FoundPlugin>& plugins);
-    /// The application that this agent lies in; empty for one that lies elsewhere.
+    void notifyUser(const std::vector<FoundPlugin>& plugins);
+    /// The application bundle that contains this agent; empty when it is located elsewhere.
     [[nodiscard]] QString applicationPath() const;
     [[nodiscard]] bool applicationRuns() const;
 
@@ -35,7 +35,7 @@ private:
     QMenu m_menu;
     QAction* m_countLine;
     QAction* m_openApplication;
-    std::unique_ptr<QSystemTrayIcon> m_item; ///< none as long as there is no place for it
+    std::unique_ptr<QSystemTrayIcon> m_item; ///< null until the status area is ready
 };
 
 } // namespace orvanlite

@@ -17,14 +17,15 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// A copy elsewhere is another agent: it has to be able to start while the one that it replaces still ends.
+/// One lock per bundle path: a copy elsewhere must be able to start while the one it replaces is still
+/// quitting.
 QString lockFile(const platform::Platform& platform)
 {
     constexpr qsizetype kEnough = 16;
-    const QByteArray place =
+    const QByteArray pathHash =
         QCryptographicHash::hash(platform.mainBundle.bundlePath().toUtf8(), QCryptographicHash::Sha256);
     return platform.layout.runtime + u"/orvanlite-helper-"_s +
-           QString::fromLatin1(place.toHex().first(kEnough)) + u".lock"_s;
+           QString::fromLatin1(pathHash.toHex().first(kEnough)) + u".lock"_s;
 }
 
 bool isOnlyOne(const platform::Platform& platform)
@@ -32,7 +33,7 @@ bool isOnlyOne(const platform::Platform& platform)
     try {
         platform.files.createDirectory(platform.layout.runtime);
     } catch (const platform::FileError&) {
-        return true; // nowhere to tell each other
+        return true; // without the folder, instances cannot detect each other
     }
     return platform::becomeOnlyProcess(lockFile(platform));
 }

@@ -14,7 +14,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// An installer brings several plugins in one go: they are told together.
+/// An installer adds several plugins at once: they are reported together.
 constexpr std::chrono::milliseconds kPause(1000);
 
 } // namespace
@@ -27,7 +27,7 @@ PluginFolderMonitor::PluginFolderMonitor(const platform::FileManager& files,
 {
     m_pause.setSingleShot(true);
     m_pause.setInterval(kPause);
-    // From the first change on and not from the last one: where something changes all the time, news still come.
+    // Counted from the first change, not the last: otherwise constant changes would block all reports.
     connect(&m_watcher, &QFileSystemWatcher::directoryChanged, this, [this] {
         if (!m_pause.isActive())
             m_pause.start();
@@ -41,8 +41,8 @@ PluginFolderMonitor::PluginFolderMonitor(const platform::FileManager& files,
 
 std::vector<FoundPlugin> PluginFolderMonitor::look()
 {
-    // All anew: the watcher goes on with a folder that was renamed, under its old name. Each folder is watched
-    // before it is listed, so nothing is missed in between.
+    // From scratch: the watcher keeps watching a renamed folder under its old name. Each folder is watched
+    // before it is listed, so that nothing is missed in between.
     if (const QStringList watched = m_watcher.directories(); !watched.isEmpty())
         m_watcher.removePaths(watched);
     std::vector<FoundPlugin> news;
@@ -118,7 +118,7 @@ bool PluginFolderMonitor::isFreshLink(const QString& path)
         return false;
     const QString target = QFileInfo(path).canonicalFilePath();
     if (m_linkTargets.contains(target))
-        return false; // links in a ring
+        return false; // already visited, e.g. a symlink cycle
     m_linkTargets.insert(target);
     return true;
 }

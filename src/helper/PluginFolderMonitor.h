@@ -22,32 +22,32 @@ struct FoundPlugin {
     bool operator==(const FoundPlugin&) const = default;
 };
 
-/// Watches the folders of all formats, enabled and disabled plugins alike, without ever looking into a plugin. Folders
-/// that come later are watched from then on.
+/// Watches the folders of all formats, for enabled and disabled plugins, without looking into plugins.
+/// Folders created later are watched too.
 ///
-/// A plugin is known by its name and format, and stays so: one that is switched on or off, or that its installer
-/// takes away and puts back, is no news.
+/// A plugin is identified by name and format and stays known: one that is toggled, or removed and
+/// reinstalled, is not reported.
 class PluginFolderMonitor final : public QObject {
     Q_OBJECT
 
 public:
-    /// What is there now is known.
+    /// Plugins that exist now count as known.
     PluginFolderMonitor(const platform::FileManager& files, const platform::SystemLayout& layout,
                         QObject* parent = nullptr);
 
 Q_SIGNALS:
-    /// Plugins that were not there before, in the order of formats.
+    /// New plugins, in the order of formats.
     void found(const std::vector<orvanlite::FoundPlugin>& plugins);
 
 private:
-    /// What is new since the last look.
+    /// New plugins since the last call.
     std::vector<FoundPlugin> look();
     void lookIn(const QString& folder, PluginFormat format, std::vector<FoundPlugin>& news);
     void lookInWaves(std::vector<FoundPlugin>& news);
     void lookAtEntry(const QString& fileName, PluginFormat format, std::vector<FoundPlugin>& news);
-    /// Watches the folder, or the nearest one above it that exists. False if it does not exist itself.
+    /// Watches the folder or its nearest existing ancestor. False if the folder does not exist.
     bool watch(const QString& folder);
-    /// Whether a link leads to a folder that this look has not taken a link to yet.
+    /// Whether a link points to a folder that was not reached through a link yet in this look.
     bool isFreshLink(const QString& path);
 
     const platform::FileManager& m_files;

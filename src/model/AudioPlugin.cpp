@@ -23,14 +23,14 @@ QString AudioPlugin::lastUsedValue(Date now) const
 {
     if (!lastUsed)
         return u"Unknown"_s;
-    // Held to what a whole number can be: a date from a damaged catalogue may lie anywhere.
+    // Clamped to what fits an integer: a damaged catalogue may hold any date.
     const double elapsed = (now.sinceReference - lastUsed->sinceReference) / 86400.0;
     const auto days = static_cast<qint64>(std::clamp(elapsed, -kMostDays, kMostDays));
     if (days == 0)
         return u"Today"_s;
     if (days == 1)
         return u"Yesterday"_s;
-    // On purpose: no singular, and a date in the future reads as a negative number of days.
+    // On purpose: no singular, and a future date reads as a negative number of days.
     if (days < 7)
         return u"%1 days ago"_s.arg(days);
     if (days < 30)

@@ -13,14 +13,14 @@
 
 namespace orvanlite {
 
-/// One plugin file or bundle as a scan found it.
+/// One plugin file or bundle found by a scan.
 struct AudioPlugin {
-    QUuid id; ///< new in every scan: nothing durable may refer to it, the plugin key is what lasts
+    QUuid id; ///< new in every scan; stored data must refer to the plugin key instead
     QString name;
     QString manufacturer; ///< may be empty
     PluginFormat format = PluginFormat::au;
     QString originalPath; ///< where it belongs when enabled
-    QString currentPath;  ///< where it stands now
+    QString currentPath;  ///< where it is now
     bool isEnabled = true;
     std::optional<QString> version;
     std::optional<QString> bundleIdentifier;
@@ -38,19 +38,19 @@ struct AudioPlugin {
 
 using AudioPlugins = std::vector<AudioPlugin>;
 
-/// The only identity of a plugin that outlives a scan: name, "|", raw value of the format. Case-sensitive,
-/// nothing is escaped; the catalogue's queries build the same text in SQL.
+/// The only identity of a plugin that outlives a scan: name, "|", raw value of the format. Case-sensitive and
+/// not escaped; the catalogue's queries build the same text in SQL.
 [[nodiscard]] QString pluginKey(const QString& name, PluginFormat format);
 [[nodiscard]] inline QString pluginKey(const AudioPlugin& plugin)
 {
     return pluginKey(plugin.name, plugin.format);
 }
 
-/// One object with the fields in declared order; absent optional fields are left out. Dates are seconds since
+/// One object with the fields in declared order, without absent optional fields. Dates are seconds since
 /// 2001-01-01 UTC.
 [[nodiscard]] nlohmann::ordered_json toJson(const AudioPlugin& plugin);
 
-/// Errors: JsonError for a missing required key, a wrong type, an id that is no UUID or an unknown format.
+/// Errors: JsonError for a missing required key, a wrong type, an invalid UUID or an unknown format.
 [[nodiscard]] AudioPlugin audioPluginFromJson(const nlohmann::json& json);
 
 } // namespace orvanlite

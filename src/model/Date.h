@@ -2,8 +2,8 @@
 
 namespace orvanlite {
 
-/// A point in time. Kept as seconds since 2001-01-01 00:00:00 UTC, so that dates of the JSON files round-trip to
-/// the last bit.
+/// A point in time, stored as seconds since 2001-01-01 00:00:00 UTC, so that dates in the JSON files
+/// round-trip exactly.
 /// Source: Core Foundation's absolute time.
 struct Date {
     double sinceReference = 0;

@@ -9,8 +9,7 @@ namespace {
 
 using Json = nlohmann::json;
 
-/// Deeper nesting than any of our files has. The parser itself does not recurse, but a value's destructor and
-/// its writer do.
+/// More than any of our files needs. The parser does not recurse, but a value's destructor and serializer do.
 constexpr int kDeepestNesting = 64;
 
 QString toText(const Json& value, const char* key)

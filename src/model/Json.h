@@ -15,7 +15,7 @@
 
 namespace orvanlite {
 
-/// A value of the JSON state files is missing or of the wrong type.
+/// A value in a JSON state file is missing or has the wrong type.
 class JsonError final : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;
@@ -23,23 +23,23 @@ public:
 
 [[nodiscard]] inline std::string toUtf8(const QString& text) { return text.toStdString(); }
 
-/// Parses a whole text. A byte-order mark is accepted, of equal keys the last one wins; nothing for anything
-/// that is no JSON. The members lose their order, which says nothing in our files: to keep it, each of them
-/// would be compared with all before it, and a stranger's file with many would take minutes.
+/// Parses a whole document; nothing for invalid JSON. A byte-order mark is accepted, and the last of
+/// duplicate keys wins. Member order is lost: it has no meaning in our files, and ordered_json inserts in
+/// linear time, so that a foreign file with many members would take minutes.
 [[nodiscard]] std::optional<nlohmann::json> parseJson(QByteArrayView text);
 
 /// Compact UTF-8 text with the members in their order.
 [[nodiscard]] QByteArray writeJson(const nlohmann::ordered_json& json);
 
-/// Strict reading of an object's members: every call throws JsonError for a missing member or another type.
+/// Reads an object's members strictly: every getter throws JsonError for a missing member or a wrong type.
 class JsonObject {
 public:
-    /// Throws JsonError when the value is no object.
+    /// Throws JsonError when the value is not an object.
     explicit JsonObject(const nlohmann::json& json);
     /// The converted copy would not live long enough.
     explicit JsonObject(const nlohmann::ordered_json& json) = delete;
 
-    /// Whether the member is there and not null.
+    /// Whether the member exists and is not null.
     [[nodiscard]] bool has(const char* key) const;
     [[nodiscard]] QString text(const char* key) const;
     [[nodiscard]] bool boolean(const char* key) const;

@@ -14,10 +14,10 @@ Q_SIGNALS:
     void assigned();
 };
 
-/// A value that tells its observers of every assignment, also of an equal value.
+/// A value that notifies its observers of every assignment, even of an equal value.
 ///
-/// Observers are called in the order in which they were added: an owner adds its follow-up steps first, so that
-/// these have run before any view hears of the change.
+/// Observers are called in the order in which they were added. An owner adds its own first, so that its
+/// follow-up steps run before any view is notified.
 template <typename T>
 class Observable {
 public:
@@ -39,9 +39,9 @@ public:
         m_value = std::move(value);
         Q_EMIT m_signal.assigned();
     }
-    /// Assigns the empty value of the type.
+    /// Assigns a default-constructed value.
     void clear() { set(T{}); }
-    /// Changes the value in place: one assignment, however many steps the function takes.
+    /// Changes the value in place and notifies once.
     template <typename Function>
     void mutate(Function&& change)
     {
@@ -49,8 +49,7 @@ public:
         Q_EMIT m_signal.assigned();
     }
 
-    /// Calls the function after every assignment, until the context dies. Give two functions to one context and
-    /// they run in this order.
+    /// Calls the function after every assignment until the context is destroyed.
     template <typename Function>
     QMetaObject::Connection observe(QObject* context, Function&& function) const
     {

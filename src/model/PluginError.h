@@ -6,7 +6,7 @@
 
 namespace orvanlite {
 
-/// The errors of the plugin layer, each with one text as payload.
+/// An error of the plugin layer with one text as payload.
 class PluginError final : public std::exception {
 public:
     enum class Kind { permissionDenied, fileNotFound, invalidPath, databaseError, unknownError };

@@ -8,8 +8,8 @@
 
 namespace orvanlite {
 
-/// The formats of audio plugins, in the order in which a scan walks them. The raw value is stored in the
-/// catalogue, is part of the plugin key, names the format's folder of disabled plugins and is shown to the user.
+/// Plugin formats in scan order. The raw value is stored in the catalogue, is part of the plugin key, names
+/// the format's folder of disabled plugins and is shown to the user.
 enum class PluginFormat { au, vst3, vst2, aax, clap, wavesBundle };
 
 template <>

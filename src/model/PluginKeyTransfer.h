@@ -5,16 +5,16 @@
 
 namespace orvanlite {
 
-/// A list of plugin keys as a transferable JSON item, e.g. for drag and drop.
+/// A list of plugin keys in transferable form, e.g. for drag and drop.
 struct PluginKeyTransfer {
     QStringList keys;
 
     /// Source: the media type of RFC 8259.
     static constexpr char kMimeType[] = "application/json";
 
-    /// One object with the single member "keys", also for an empty list.
+    /// One object with the single member "keys", even for an empty list.
     [[nodiscard]] QByteArray encoded() const;
-    /// Errors: JsonError for anything but an object with a list of texts under "keys".
+    /// Errors: JsonError for anything but an object with a list of strings under "keys".
     [[nodiscard]] static PluginKeyTransfer decoded(QByteArrayView json);
 
     bool operator==(const PluginKeyTransfer&) const = default;

@@ -11,7 +11,7 @@ using platform::join;
 namespace {
 
 struct FormatRow {
-    QStringView folder; ///< of the system, and below the home folder of the user
+    QStringView folder; ///< relative to the root and to the user's home folder
     QStringView extension;
 };
 
@@ -28,7 +28,7 @@ const FormatRow& row(PluginFormat format)
     return rows[static_cast<std::size_t>(format)];
 }
 
-constexpr QStringView kUnused = u"Plug-Ins (Unused)"; // AAX hosts' own folder for what is switched off
+constexpr QStringView kUnused = u"Plug-Ins (Unused)"; // the AAX hosts' folder for disabled plugins
 constexpr QStringView kVersionFolder = u"Plug-Ins V";
 
 } // namespace
@@ -85,7 +85,7 @@ bool PluginLocations::isDisabled(const QString& path) const
 
 QString PluginLocations::originalPath(const QString& path, PluginFormat format) const
 {
-    // On purpose: a disabled plugin goes back to the top of the system's folder, wherever it came from.
+    // On purpose: a disabled plugin returns to the top of the system folder, even if it came from elsewhere.
     if (path.contains(m_centralDisabledDirectory))
         return join(systemPaths(format).constFirst(), platform::fileName(path));
     if (path.contains(kUnused))
@@ -114,7 +114,7 @@ bool PluginLocations::isPluginOf(PluginFormat format, QStringView fileName)
 bool PluginLocations::isContainer(const QString& name)
 {
     constexpr QStringView kShell = u"waveshell";
-    // The first comparison is quick, but folds more than letter case.
+    // The first comparison is fast but uses full case folding; the second one is exact.
     return name.startsWith(kShell, Qt::CaseInsensitive) && name.first(kShell.size()).toLower() == kShell;
 }
 

@@ -7,19 +7,19 @@
 
 namespace orvanlite {
 
-/// A case of an enumeration with its stored text.
+/// An enumerator with its stored text.
 template <typename Enum>
 struct RawValueRow {
     Enum value;
     QStringView text;
 };
 
-/// The one table of an enumeration with stored texts: specialise it with `static constexpr std::array rows`, in
+/// The table of an enumeration with stored texts. Specialise it with `static constexpr std::array rows` in
 /// declared order.
 template <typename Enum>
 struct RawValueTable;
 
-/// All cases in declared order.
+/// All enumerators in declared order.
 template <typename Enum>
 inline constexpr auto allCases = [] {
     std::array<Enum, RawValueTable<Enum>::rows.size()> cases{};
@@ -28,7 +28,7 @@ inline constexpr auto allCases = [] {
     return cases;
 }();
 
-/// The stored text of a case.
+/// The stored text of an enumerator.
 template <typename Enum>
 [[nodiscard]] QString rawValue(Enum value)
 {
@@ -39,7 +39,7 @@ template <typename Enum>
     return {};
 }
 
-/// The case whose stored text is exactly this, letter case included.
+/// The enumerator with this stored text, case-sensitive.
 template <typename Enum>
 [[nodiscard]] std::optional<Enum> fromRawValue(QStringView text)
 {

@@ -12,7 +12,7 @@ bool plainLess(QStringView left, QStringView right)
         const QChar b = right[i];
         if (a == b)
             continue;
-        // A surrogate stands for a code point above all that fit into one unit.
+        // A surrogate belongs to a code point above all single-unit ones.
         if (a.isSurrogate() != b.isSurrogate())
             return b.isSurrogate();
         return a < b;
@@ -23,9 +23,9 @@ bool plainLess(QStringView left, QStringView right)
 int localizedCompare(QStringView left, QStringView right)
 {
     static const QCollator collator = [] {
-        QCollator made;
-        made.setCaseSensitivity(Qt::CaseInsensitive);
-        return made;
+        QCollator caseInsensitive;
+        caseInsensitive.setCaseSensitivity(Qt::CaseInsensitive);
+        return caseInsensitive;
     }();
     return collator.compare(left, right);
 }

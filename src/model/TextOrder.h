@@ -6,10 +6,10 @@
 
 namespace orvanlite {
 
-/// Plain text order: by Unicode code points, case-sensitive, without any locale.
+/// Orders by Unicode code points: case-sensitive and independent of the locale.
 [[nodiscard]] bool plainLess(QStringView left, QStringView right);
 
-/// The members in ascending plain order, e.g. of a QSet of texts.
+/// The elements in ascending plainLess order.
 template <typename Texts>
 [[nodiscard]] QStringList plainSorted(const Texts& texts)
 {
@@ -18,7 +18,7 @@ template <typename Texts>
     return sorted;
 }
 
-/// Localised, case-insensitive order of the user's language: negative, zero or positive.
+/// Case-insensitive order in the user's locale: negative, zero or positive.
 [[nodiscard]] int localizedCompare(QStringView left, QStringView right);
 
 /// Whether a text holds another by a localised, case-insensitive comparison.

@@ -10,12 +10,12 @@ namespace {
 
 constexpr qsizetype kTextLength = 36;
 
-bool hyphenStandsAt(qsizetype position)
+bool isHyphenPosition(qsizetype position)
 {
     return position == 8 || position == 13 || position == 18 || position == 23;
 }
 
-/// The value of every byte as a hexadecimal digit, -1 for any other.
+/// Value of each byte as a hexadecimal digit; -1 for other bytes.
 constexpr auto kHexValues = [] {
     std::array<signed char, 256> values{};
     values.fill(-1);
@@ -55,7 +55,7 @@ QUuid makeUuid()
     const quint32 third = words.next();
     const quint32 fourth = words.next();
     const auto byte = [](quint32 word, int index) { return static_cast<uchar>(word >> (8 * index)); };
-    // Version 4 in the third field, the variant in the two upper bits of the fourth.
+    // Version 4 in the third field, the variant in the upper two bits of the fourth.
     return QUuid(first, static_cast<ushort>(second), static_cast<ushort>((second >> 16 & 0x0FFF) | 0x4000),
                  static_cast<uchar>((byte(third, 0) & 0x3F) | 0x80), byte(third, 1), byte(third, 2),
                  byte(third, 3), byte(fourth, 0), byte(fourth, 1), byte(fourth, 2), byte(fourth, 3));
@@ -69,7 +69,7 @@ QByteArray uuidBytes(const QUuid& id)
     qsizetype position = 0;
     const auto put = [&](quint32 value, int digits) {
         for (int shift = 4 * (digits - 1); shift >= 0; shift -= 4) {
-            if (hyphenStandsAt(position))
+            if (isHyphenPosition(position))
                 ++position;
             out[position++] = kDigits[value >> shift & 0xF];
         }
@@ -88,7 +88,7 @@ std::optional<QUuid> parseUuid(QByteArrayView text)
 {
     if (text.size() != kTextLength)
         return std::nullopt;
-    // Every page of the catalogue reads a hundred ids: the digits are checked together at the end.
+    // Called for every row read: the digits are checked together at the end instead of one by one.
     static constexpr std::array<qsizetype, 16> kPairs{0,  2,  4,  6,  9,  11, 14, 16,
                                                       19, 21, 24, 26, 28, 30, 32, 34};
     const auto digit = [text](qsizetype position) {
@@ -99,7 +99,7 @@ std::optional<QUuid> parseUuid(QByteArrayView text)
     for (std::size_t i = 0; i < bytes.size(); ++i) {
         const int high = digit(kPairs[i]);
         const int low = digit(kPairs[i] + 1);
-        checked |= high | low; // negative as soon as one is
+        checked |= high | low; // negative once any digit is invalid
         bytes[i] = static_cast<uchar>(static_cast<unsigned>(high) << 4 | static_cast<unsigned>(low));
     }
     if (checked < 0 || text[8] != '-' || text[13] != '-' || text[18] != '-' || text[23] != '-')

@@ -6,16 +6,16 @@
 
 namespace orvanlite {
 
-/// A new random UUID (version 4). The random bytes are fetched from the system in bulk: a scan makes tens of
-/// thousands of ids, and a call each would be most of their cost.
+/// A new random UUID (version 4). Random bytes are fetched from the system in bulk: a scan creates tens of
+/// thousands of ids, and one system call each would dominate their cost.
 [[nodiscard]] QUuid makeUuid();
 
-/// The canonical text form: upper-case with hyphens, without braces.
+/// Canonical text form: upper case with hyphens, without braces.
 [[nodiscard]] QString uuidText(const QUuid& id);
 /// The same as ASCII bytes.
 [[nodiscard]] QByteArray uuidBytes(const QUuid& id);
 
-/// Reads the canonical form of 36 characters, in either letter case.
+/// Parses the canonical form of 36 characters, case-insensitively.
 [[nodiscard]] std::optional<QUuid> parseUuid(QByteArrayView text);
 
 } // namespace orvanlite

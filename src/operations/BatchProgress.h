@@ -4,7 +4,7 @@
 
 namespace orvanlite {
 
-/// Shows how far a long batch has come.
+/// Shows the progress of a long batch.
 class BatchProgress {
 public:
     BatchProgress() = default;
@@ -14,7 +14,7 @@ public:
 
     virtual void show(const QString& label, int count) = 0;
     virtual void hide() = 0;
-    /// Share done, from 0 to 1. Also called while nothing is shown.
+    /// From 0 to 1. Also called while nothing is shown.
     virtual void setProgress(double progress) = 0;
 };
 

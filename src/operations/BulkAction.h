@@ -2,7 +2,7 @@
 
 namespace orvanlite {
 
-/// What can be done to all that is selected.
+/// An action on the whole selection.
 enum class BulkAction { enable, disable, delete_ };
 
 } // namespace orvanlite

@@ -119,7 +119,7 @@ void BulkSelection::refreshBulkPane()
                              return plainLess(left.badgeLabel(), right.badgeLabel());
                          });
     }
-    // On purpose: a rebuild switches every variant on again, also one that the user had switched off.
+    // On purpose: a rebuild switches every variant back on, even one that the user had switched off.
     bulkActiveVariants = std::move(currentIds);
     consolidatedBulkPlugins = std::move(groups);
 }

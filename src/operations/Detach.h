@@ -4,8 +4,8 @@
 
 namespace orvanlite {
 
-/// Lets a task run on by itself. Operations catch their own failures; one that escapes all the same is written to
-/// the log of the process, instead of being lost with the task.
+/// Runs a task without a caller that awaits it. Operations handle their own failures; any other exception is
+/// written to the process log instead of being lost.
 void detach(QCoro::Task<> task);
 
 } // namespace orvanlite

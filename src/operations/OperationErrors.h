@@ -4,7 +4,8 @@
 
 namespace orvanlite {
 
-/// What an operation puts into `error`: a PluginError as it is, anything else as an unknown error with its text.
+/// Converts an exception for `error`: a PluginError is kept, anything else becomes an unknown error with its
+/// text.
 [[nodiscard]] PluginError toPluginError(const std::exception& thrown);
 
 } // namespace orvanlite

@@ -69,7 +69,7 @@ QCoro::Task<> PluginManagerViewModel::scanForPlugins()
         m_database.replaceAllPlugins(*plugins);
         allManufacturers = m_database.getDistinctManufacturers();
         refreshFromDatabase();
-        refreshProfileChanges(); // its rows have new ids
+        refreshProfileChanges(); // the rows have new ids
         isLoading = false;
         detectNewPlugins(existingKeys);
         failure = *m_scanner.scanError;
@@ -86,7 +86,7 @@ void PluginManagerViewModel::detectNewPlugins(const QSet<QString>& existingKeys)
     printLine(u"🔍 Scan debug: existingKeys.count = %1"_s.arg(existingKeys.size()));
     printLine(u"🔍 Scan debug: plugins.count = %1"_s.arg(plugins->size()));
     if (existingKeys.isEmpty()) {
-        // The very first scan must not report every plugin as new.
+        // The first scan must not report every plugin as new.
         printLine(u"⚠️ Scan debug: existingKeys.isEmpty, skipping new plugin detection"_s);
         return;
     }
@@ -166,7 +166,7 @@ void PluginManagerViewModel::refreshAllState()
     allManufacturers = m_database.getDistinctManufacturers();
     const QSet<QString> known(allManufacturers->begin(), allManufacturers->end());
     selectedManufacturers = QSet<QString>(*selectedManufacturers).intersect(known);
-    // On purpose: the assignment above has reloaded once already.
+    // On purpose reloads again: the assignment above has already reloaded once.
     refreshFromDatabase();
     refreshProfileChanges();
 }
@@ -182,7 +182,7 @@ std::vector<std::pair<PluginFormat, int>> PluginManagerViewModel::pluginCounts()
     return counts;
 }
 
-// On purpose neither the earlier selection nor the favourites list plays a part.
+// On purpose ignores the earlier selection and the favourites list.
 void PluginManagerViewModel::invertSelection() { selectOutside(currentFilter()); }
 
 void PluginManagerViewModel::resetView()

@@ -30,37 +30,36 @@ class BatchProgress;
 class PluginMover;
 class ProfileManager;
 
-/// The one object between the views and everything else: the state that the views show, and every operation on
-/// plugin files. The views read its observable state and call its operations; assigning a filter or the sort reloads
-/// the list by itself.
+/// The object between the views and everything else: the state that views show, and every operation on plugin
+/// files. Assigning a filter or the sort reloads the list.
 ///
-/// The selection and the profile preview are bases, so that a view that needs only one of them takes only that one.
-/// Files are moved by PluginMover; here is the order of a change: files, rows, reload, log.
+/// The selection and the profile preview are base classes, so that a view can depend on only one of them.
+/// PluginMover moves the files; this class defines the order of a change: files, rows, reload, log.
 ///
-/// Sources: PluginManagerViewModel.cpp (state, scan, reload, paging), ...Changes.cpp (toggle, batch, deletion),
-/// ...Profiles.cpp, ...Waves.cpp.
+/// Sources: PluginManagerViewModel.cpp (state, scan, reload, paging), ...Changes.cpp (toggle, batch,
+/// deletion), ...Profiles.cpp, ...Waves.cpp.
 class PluginManagerViewModel final : public QObject,
                                      public CatalogueRows,
                                      public BulkSelection,
                                      public ProfilePreview {
-    std::shared_ptr<PluginMover> m_mover; // before what refers to it
+    std::shared_ptr<PluginMover> m_mover; // first: isRunningScript refers to it
 
 public:
-    /// Loads the first page of the catalogue. No scan is started.
+    /// Loads the first page of the catalogue, without a scan.
     PluginManagerViewModel(const platform::Platform& platform, PluginDatabase& database,
                            ActivityLogManager& activityLog, QObject* parent = nullptr);
 
-    /// Where batches report their progress to; nowhere until this is called. It has to outlive every batch, also one
-    /// that outlives this object.
+    /// Receiver of batch progress; none by default. It must outlive every batch, even one that outlives this
+    /// object.
     void setBatchProgress(BatchProgress* progress) { m_batchProgress = progress; }
 
     static constexpr int pageSize = 100;
 
     /// True from the start of a scan until its results are in the catalogue.
     Observable<bool> isLoading{false};
-    /// The last failure of an operation. Only the start of a scan clears it.
+    /// The last failure of an operation. Cleared only by the start of a scan.
     Observable<std::optional<PluginError>> error;
-    /// Inverted by resetView(), so that views reset what is their own. The value means nothing.
+    /// Toggled by resetView() so that views reset their own state. The value has no meaning.
     Observable<bool> resetViewTrigger{false};
     Observable<QString> manufacturerSearchText;
     Observable<QSet<PluginFormat>> selectedFormats; ///< empty: all
@@ -68,71 +67,72 @@ public:
     Observable<bool> showAllPlugins{false};
     /// The table's sort. Only the first entry counts.
     Observable<PluginSortOrder> sortOrder{PluginSortOrder{PluginComparator{}}};
-    Observable<int> totalPluginCount{0}; ///< rows that the filter matches
+    Observable<int> totalPluginCount{0}; ///< rows that match the filter
     Observable<int> dbTotalCount{0};
     Observable<int> dbEnabledCount{0};
     Observable<int> dbDisabledCount{0};
     Observable<QSet<QString>> selectedManufacturers; ///< empty: all
     Observable<QStringList> allManufacturers;
-    /// Narrows all listings to its keys. Nothing sets it yet.
+    /// Limits all listings to its keys. Not set anywhere yet.
     Observable<std::optional<FavoritesList>> activeFavoritesList;
-    /// What the last scan found that the catalogue did not know before.
+    /// Plugins found by the last scan that were not in the catalogue before.
     Observable<AudioPlugins> newlyDetectedPlugins;
-    /// True while at least one privileged script runs, its password prompt included. The main window takes no input
-    /// then.
+    /// True while at least one privileged script runs, including its password prompt. Blocks input to the
+    /// main window.
     Observable<bool>& isRunningScript;
 
     [[nodiscard]] int currentOffset() const { return m_currentOffset; }
     [[nodiscard]] bool hasMorePages() const { return m_hasMorePages; }
 
-    /// Scans the machine, replaces the catalogue and finds what is new. Nothing prevents a second scan meanwhile.
+    /// Scans the machine, replaces the catalogue and detects new plugins. Concurrent scans are not prevented.
     QCoro::Task<> scanForPlugins();
-    /// Loads the first page and all counts again, and publishes the number of enabled plugins for the helper agent.
+    /// Reloads the first page and all counts, and publishes the number of enabled plugins for the helper
+    /// agent.
     void refreshFromDatabase();
-    /// After a change of files: reloads everything that shows plugins.
+    /// Reloads everything that shows plugins. Called after files have changed.
     void refreshAllState();
-    /// Loads the next page, if there is one. Called when the last row comes into view.
+    /// Loads the next page, if any. Called when the last row becomes visible.
     void loadMoreIfNeeded();
     void loadAllPages();
     void resetView();
 
-    /// Everything that the filters match, in the order of the sort, up to 100,000 rows. A fresh query.
+    /// Queries all rows that match the filters, sorted, up to 100,000.
     [[nodiscard]] AudioPlugins allFilteredPlugins() const;
-    /// Rows per format, whatever the filters are. Six queries.
+    /// Rows per format, ignoring the filters. Six queries.
     [[nodiscard]] std::vector<std::pair<PluginFormat, int>> pluginCounts() const;
 
-    /// Selects everything outside the current filter, and nothing else: it inverts the filter, not the selection.
+    /// Selects exactly the rows outside the current filter: it inverts the filter, not the selection.
     void invertSelection();
 
-    /// Moves one plugin to or from its folder of disabled plugins, by the state in the record. A failure goes to
-    /// `error`.
-    QCoro::Task<> togglePlugin(AudioPlugin plugin);
-    /// Flips every plugin by its own state, with one script and one prompt, whatever their number. From 51 on the
-    /// progress panel is shown. A failure goes to `error`.
-    QCoro::Task<> toggleMultiplePlugins(AudioPlugins batch);
-    /// Deletes the plugins' files for good, with one prompt, and then their rows. Asks for no confirmation. A failure
+    /// Moves one plugin to or from its folder of disabled plugins, depending on the record's state. A failure
     /// goes to `error`.
+    QCoro::Task<> togglePlugin(AudioPlugin plugin);
+    /// Toggles every plugin, depending on its record's state, with one script and one prompt. Shows the
+    /// progress panel for 51 plugins or more. A failure goes to `error`.
+    QCoro::Task<> toggleMultiplePlugins(AudioPlugins batch);
+    /// Deletes the plugins' files permanently, with one prompt, then their rows. Does not ask for
+    /// confirmation. A failure goes to `error`.
     QCoro::Task<> deletePlugins(AudioPlugins pluginsToDelete);
 
-    /// A click on a profile's row: previews it without filters, or ends its preview.
+    /// Handles a click on a profile's row: previews it without filters, or ends its preview.
     void previewProfile(const PluginProfile& profile);
     void closeProfilePreview();
-    /// Brings all plugins into the profile's state, with one prompt. Nothing to do ends in silence, a failure goes to
-    /// `error`.
+    /// Brings all plugins into the profile's state, with one prompt. Does nothing without changes. A failure
+    /// goes to `error`.
     QCoro::Task<> applyProfile(PluginProfile profile);
-    /// Overwrites the profile with the present state, in the preview too.
+    /// Overwrites the profile, also in the preview, with the current state.
     void updateProfile(ProfileManager& manager, PluginProfile profile);
-    /// Deletes the profile, and ends its preview first.
+    /// Ends the profile's preview, then deletes it.
     void deleteProfile(ProfileManager& manager, PluginProfile profile);
-    /// Saves the state of all plugins. False, with nothing done, for a name of white space.
+    /// Saves the state of all plugins. False, without effect, for an empty or whitespace-only name.
     bool saveProfile(ProfileManager& manager, const QString& enteredName) const;
-    /// Saves a profile in which exactly the selection is enabled. False, with nothing done, for a name of white
-    /// space.
+    /// Saves a profile in which exactly the selection is enabled. False, without effect, for an empty or
+    /// whitespace-only name.
     bool saveProfileFromSelection(ProfileManager& manager, const QString& enteredName) const;
 
-    /// All Waves rows of a name, in the order of `plugins`.
+    /// All Waves rows with this name, in the order of `plugins`.
     [[nodiscard]] AudioPlugins allWavesPluginsMatchingName(const QString& name) const;
-    /// Registers the Waves Audio Units again after bundles have come back. Silent.
+    /// Re-registers the Waves Audio Units after bundles have been enabled. Failures are ignored.
     void runWavesAURegUtilities();
 
 private:

@@ -15,7 +15,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// From this number of plugins on the progress panel is shown.
+/// Minimum number of plugins for the progress panel.
 constexpr std::ptrdiff_t kPanelCount = 51;
 
 QString progressLabel(const AudioPlugins& plugins)
@@ -36,7 +36,7 @@ bool isDisabledWaves(const AudioPlugin& plugin)
     return plugin.format == PluginFormat::wavesBundle && !plugin.isEnabled;
 }
 
-/// Waits for a change that has been started and puts its failure into `error`.
+/// Awaits a change and stores its failure in `error`.
 QCoro::Task<> reportFailure(QPointer<PluginManagerViewModel> self, QCoro::Task<> change)
 {
     std::optional<PluginError> failure;
@@ -55,7 +55,7 @@ QCoro::Task<> PluginManagerViewModel::togglePlugin(AudioPlugin plugin)
 {
     const QPointer<PluginManagerViewModel> self(this);
     if (plugin.format == PluginFormat::wavesBundle) {
-        // All installed versions of a Waves plugin go together.
+        // All installed versions of a Waves plugin are toggled together.
         AudioPlugins matches = allWavesPluginsMatchingName(plugin.name);
         if (matches.size() >= 2)
             return toggleMultiplePlugins(std::move(matches));
@@ -95,7 +95,7 @@ QCoro::Task<> PluginManagerViewModel::toggleBatch(AudioPlugins batch)
     BatchProgress* panel = std::ssize(batch) >= kPanelCount ? m_batchProgress : nullptr;
     if (panel)
         panel->show(progressLabel(batch), static_cast<int>(batch.size()));
-    // Also when this object is gone by then: the panel is a window of its own.
+    // Even if this object no longer exists by then: the panel is a separate window.
     const auto atEnd = qScopeGuard([panel] {
         if (panel)
             panel->hide();

@@ -26,14 +26,14 @@ void PluginManagerViewModel::previewProfile(const PluginProfile& profile)
     clearSelection();
     selectedFormats.clear();       // reloads
     selectedManufacturers.clear(); // reloads
-    // On purpose: the search text stays.
+    // On purpose: keeps the search text.
     showAllPlugins = true;
     refreshProfileChanges();
 }
 
 void PluginManagerViewModel::closeProfilePreview()
 {
-    // On purpose: the slice and the changes stay as they are until the next preview.
+    // On purpose: keeps the view filter and the changes until the next preview.
     activeProfile.clear();
     showAllPlugins = false;
 }
@@ -53,7 +53,7 @@ void PluginManagerViewModel::updateProfile(ProfileManager& manager, PluginProfil
 {
     manager.updateProfile(profile, *plugins);
     if (isPreviewing(profile.id)) {
-        // The preview would compare with the old state otherwise.
+        // Otherwise the preview would compare with the old state.
         std::optional<PluginProfile> stored;
         for (const PluginProfile& each : *manager.profiles) {
             if (!stored && each.id == profile.id)

@@ -50,7 +50,7 @@ void PluginManagerViewModel::runWavesAURegUtilities()
                 m_platform.layout.openTool(),
                 {u"-a"_s, platform::join(folder, utility->name), u"--args"_s, u"--silent"_s});
         } catch (const platform::FileError&) {
-            // The plugin is back all the same; hosts find it at the next registration.
+            // The plugin is enabled anyway; hosts find it after the next registration.
         }
     }
 }

@@ -25,9 +25,8 @@ constexpr qint64 kLargestCounter = 64; // bytes
 
 enum class ScriptKind { toggle, batch, deletion };
 
-/// The one place that turns the outcome of a script into an error.
-/// On purpose a batch fails by an error dictionary alone, so that one without any answer counts as done, while the
-/// others need a result.
+/// Turns the outcome of a script into an error. On purpose a batch fails only with an error dictionary: one
+/// without any reply counts as done. The other kinds need a result.
 void throwFailure(const platform::ScriptOutcome& outcome, ScriptKind kind)
 {
     using Kind = PluginError::Kind;
@@ -54,8 +53,8 @@ AudioPlugin toggled(AudioPlugin plugin, const QString& destination)
     return plugin;
 }
 
-/// The script of a batch and its counter. They are removed when the script has ended, and when the application ends
-/// before it: a shell goes on with a script that it has opened, and a prompt that is still open runs nothing.
+/// A batch's script and progress file. Removed when the script has ended, or when the application quits before that: a
+/// shell continues with a script that it has opened, and a prompt that is still open then runs nothing.
 class BatchFiles {
 public:
     BatchFiles(platform::FileManager& files, const QString& folder)
@@ -74,7 +73,7 @@ public:
             try {
                 m_files.remove(file);
             } catch (const platform::FileError&) {
-                // Nobody needs it any more, and the next batch has names of its own.
+                // A left-over file is harmless: the next batch uses new names.
             }
         }
     }
@@ -110,7 +109,7 @@ QString PluginMover::freeName(const QString& folder, const QString& name) const
 {
     const QString base = platform::join(folder, platform::baseName(name));
     QString path = platform::join(folder, name);
-    // On purpose the dot is there without an extension too.
+    // On purpose the dot is added even without an extension.
     for (int n = 1; m_platform.files.exists(path); ++n)
         path = base + u' ' + QString::number(n) + u'.' + platform::extension(name).toString();
     return path;
@@ -120,7 +119,7 @@ QCoro::Task<AudioPlugin> PluginMover::toggle(AudioPlugin plugin)
 {
     const auto self = shared_from_this();
     const QString path = destination(plugin);
-    // On purpose where the plugin belongs decides, not the rights that are really needed.
+    // On purpose decided by the plugin's original path, not by the rights that are actually needed.
     if (m_platform.layout.isInSystemLibrary(plugin.originalPath) ||
         plugin.format == PluginFormat::wavesBundle)
         co_await performWithAdminRights(plugin, path);
@@ -136,8 +135,8 @@ void PluginMover::performFileOperation(const QString& source, const QString& des
         files.move(source, destination);
         return;
     }
-    // On purpose enabling replaces whatever has taken the plugin's place, without a question. It is set aside until the
-    // plugin is there, so that a failed move loses neither of them.
+    // On purpose enabling replaces an existing file at the destination without asking. That file is set aside
+    // until the move has succeeded, so that a failure loses neither.
     const QString aside =
         platform::join(platform::parentFolder(destination), u".orvanlite-"_s + uuidText(makeUuid()));
     try {
@@ -182,7 +181,7 @@ QCoro::Task<AudioPlugins> PluginMover::toggleAll(AudioPlugins plugins, BatchProg
     }
     platform::FileManager& files = m_platform.files;
     const BatchFiles batch(files, m_platform.layout.temporary);
-    // Readable by their owner alone and put in place whole: nobody else can read or replace them before they run.
+    // Private and written atomically, so that no other user can read or replace them before they run.
     files.write(batch.progress, "0", platform::WriteMode::privateFile);
     files.write(batch.script, batchScript(items, batch.progress).toUtf8(), platform::WriteMode::privateFile);
 
@@ -210,7 +209,7 @@ QCoro::Task<platform::ScriptOutcome> PluginMover::run(QString source)
 {
     if (++m_runningScripts == 1)
         isRunningScript = true;
-    // However the script ends: otherwise the windows would never take input again.
+    // Even if the script throws: otherwise the windows would never accept input again.
     const auto atEnd = qScopeGuard([this] {
         if (--m_runningScripts == 0)
             isRunningScript = false;

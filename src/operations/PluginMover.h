@@ -18,34 +18,36 @@ namespace orvanlite {
 
 class BatchProgress;
 
-/// Moves and deletes the files of plugins and asks for administrator rights where they are needed. Changes files and
-/// nothing else: the rows of the catalogue, the log and the views are its caller's.
+/// Moves and deletes plugin files and requests administrator rights where needed. Changes only files: the
+/// caller updates the catalogue, the log and the views.
 ///
-/// Errors: PluginError, or FileError from the route without rights. There is no rollback of a script that failed
-///         half-way.
+/// Errors: PluginError, or FileError when no administrator rights are used. A script that fails half-way is
+///         not rolled back.
 ///
-/// Held in a shared pointer: a running script keeps it alive, whoever else has gone.
+/// Owned by a shared pointer, which every running script shares.
 class PluginMover final : public std::enable_shared_from_this<PluginMover> {
 public:
     explicit PluginMover(const platform::Platform& platform);
 
-    /// True while at least one privileged script runs, its password prompt included.
+    /// True while at least one privileged script runs, including its password prompt.
     Observable<bool> isRunningScript{false};
 
-    /// Moves one plugin to its other side, by the state in the record, and returns the changed record.
+    /// Enables or disables one plugin, depending on the record's state, and returns the changed record.
     QCoro::Task<AudioPlugin> toggle(AudioPlugin plugin);
 
-    /// Moves every plugin to its other side with one script, and so one prompt, whatever their number.
-    /// Shape:   the changed records in the order of the list; an empty list runs a script without moves.
-    /// Errors:  permissionDenied when the script failed as a whole. Single failed moves are not detected.
-    /// Effects: `progress`, unless null, hears of the share done every 80 ms. It has to outlive the script.
+    /// Toggles every plugin with one script and thus one prompt.
+    /// Shape:   the changed records in list order; an empty list runs a script without moves.
+    /// Units:   `progress` is updated every 80 ms.
+    /// Errors:  permissionDenied when the script fails as a whole. Individual failed moves are not detected.
+    /// Effects: temporary files, then moves. `progress` may be null, otherwise it must outlive the script.
     QCoro::Task<AudioPlugins> toggleAll(AudioPlugins plugins, BatchProgress* progress);
 
-    /// Deletes the files for good, with one prompt. A missing file is no failure; the first real one ends it.
+    /// Deletes the files permanently, with one prompt. A missing file is not an error; the first real one
+    /// stops it.
     QCoro::Task<> remove(AudioPlugins plugins);
 
 private:
-    /// Where toggling moves the plugin: its original path, or a free name in its folder of disabled plugins.
+    /// Target of a toggle: the original path, or an unused name in the folder of disabled plugins.
     [[nodiscard]] QString destination(const AudioPlugin& plugin) const;
     [[nodiscard]] QString freeName(const QString& folder, const QString& name) const;
     void performFileOperation(const QString& source, const QString& destination) const;

@@ -7,7 +7,6 @@
 
 namespace orvanlite {
 
-/// What a table column sorts by.
 enum class PluginSortKey { name, manufacturer, format, statusValue, versionValue, lastUsedValue };
 
 enum class PluginSortDirection { forward, reverse };
@@ -18,10 +17,10 @@ struct PluginComparator {
     bool operator==(const PluginComparator&) const = default;
 };
 
-/// The first comparator counts, an empty list sorts by name.
+/// Only the first comparator counts; an empty list sorts by name.
 using PluginSortOrder = std::vector<PluginComparator>;
 
-/// A column of the catalogue and a direction.
+/// A catalogue column and a direction.
 struct SqlSort {
     QLatin1StringView column;
     bool ascending = true;

@@ -13,7 +13,7 @@ void ProfileComparison::numberPlugins(const AudioPlugins& plugins)
 {
     if (m_pluginNumbers)
         return;
-    // Keys of plugins that have gone: not worth a thought until they are the most.
+    // Keys of removed plugins are kept until they outnumber the others.
     if (m_keys.size() > 2 * plugins.size() + 1000) {
         m_keys.clear();
         m_numbers.clear();

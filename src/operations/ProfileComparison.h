@@ -9,24 +9,24 @@
 
 namespace orvanlite {
 
-/// Compares many profiles with one long list of plugins, at every redraw of their rows.
+/// Compares many profiles with one long list of plugins, fast enough for every redraw of the profiles' rows.
 ///
-/// Every key gets a number once. What a profile says of a key is asked for once per profile and number, so that a
-/// change of the plugins' states costs each profile one pass over numbers, and no text is hashed or compared.
+/// Each key gets a number, and each profile's state of a key is looked up once. After plugins change state, a
+/// profile needs one pass over numbers, without hashing or comparing texts.
 class ProfileComparison {
 public:
-    /// To be called after every change of the plugins.
+    /// Must be called after every change of the plugins.
     void pluginsChanged();
 
-    /// How many plugins the profile would move.
+    /// Number of plugins that the profile would move.
     [[nodiscard]] int changeCount(const PluginProfile& profile, const AudioPlugins& plugins);
-    /// These, in the order of the plugins.
+    /// The plugins that the profile would move, in input order.
     [[nodiscard]] AudioPlugins changes(const PluginProfile& profile, const AudioPlugins& plugins);
 
 private:
     struct KnownProfile {
-        QSet<QString> enabledPlugins; ///< shared with the profile: the same at one glance
-        std::vector<char> isOn;       ///< by the number of the key
+        QSet<QString> enabledPlugins; ///< implicitly shared with the profile, so comparing is cheap
+        std::vector<char> isOn;       ///< by key number
         std::optional<int> changes;
     };
     KnownProfile& known(const PluginProfile& profile, const AudioPlugins& plugins);
@@ -34,7 +34,7 @@ private:
 
     QHash<QString, std::size_t> m_numbers;
     std::vector<QString> m_keys;                             ///< by number
-    std::optional<std::vector<std::size_t>> m_pluginNumbers; ///< of the plugins, in their order
+    std::optional<std::vector<std::size_t>> m_pluginNumbers; ///< key numbers in plugin order
     QHash<QUuid, KnownProfile> m_profiles;                   ///< by id
 };
 

@@ -36,7 +36,7 @@ void NewPlugins::updateStates(const AudioPlugins& plugins)
             now = now ? now : byKeyAndPath.value({key, path});
         now = now ? now : byKey.value(key);
         if (!now)
-            continue; // uninstalled: nobody can tell its state
+            continue; // uninstalled: keep the last known state
         detected.currentPath = now->currentPath;
         detected.isEnabled = now->isEnabled;
     }
@@ -90,7 +90,7 @@ void NewPlugins::togglePlugin(const AudioPlugin& plugin)
     const bool goesOff = selectedNewPluginIds.remove(plugin.id);
     if (!goesOff)
         selectedNewPluginIds.insert(plugin.id);
-    // On purpose not the same both ways: off with the last tick, on only with all of them.
+    // On purpose asymmetric: the chip goes off with the last selection, on only when all are selected.
     const bool hasLeft =
         std::any_of(detectedNewPlugins.begin(), detectedNewPlugins.end(), [&](const auto& each) {
             return each.format == plugin.format && selectedNewPluginIds.contains(each.id) == goesOff;
@@ -132,7 +132,7 @@ QString NewPlugins::bannerText() const
         if (names.size() < kNamesInBanner)
             names.append(plugin.name);
     }
-    // Not by placeholders: a name may hold one itself.
+    // No arg(): a name may contain a placeholder.
     QString text = QString::number(total) + (total == 1 ? u" new plugin"_s : u" new plugins"_s);
     text += u" detected: "_s + names.join(u", "_s);
     if (total > kNamesInBanner)

@@ -10,33 +10,33 @@ namespace orvanlite {
 
 class ProfileManager;
 
-/// What the banner and the sheet around newly installed plugins show and tick. A value: the view keeps it, passes
-/// clicks on to it and draws it anew.
+/// State of the banner and the sheet for newly installed plugins. A value: the view owns it, forwards clicks
+/// to it and redraws.
 struct NewPlugins {
     AudioPlugins detectedNewPlugins;
     QSet<QUuid> selectedProfilesForNewPlugins;
     QSet<QUuid> selectedNewPluginIds;
     QSet<PluginFormat> selectedNewPluginFormats; ///< chips that are on
 
-    /// Takes over where the plugins are now: they may have been toggled since the scan that found them. Their ids and
-    /// ticks stay, also after another scan.
+    /// Updates paths and states: the plugins may have been toggled since the scan that found them. Ids and
+    /// selections stay, even after another scan.
     void updateStates(const AudioPlugins& plugins);
 
     /// Ascending by raw value.
     [[nodiscard]] std::vector<PluginFormat> detectedFormats() const;
     [[nodiscard]] qsizetype count(PluginFormat format) const;
-    /// Those with a tick, in list order.
+    /// In list order.
     [[nodiscard]] AudioPlugins selectedNewPlugins() const;
 
-    /// Ticks or unticks all plugins of the format with its chip.
+    /// Selects or deselects all plugins of the format together with its chip.
     void toggleFormat(PluginFormat format);
-    /// A chip goes off with the last tick of its format, and on only with a tick on all of them.
+    /// The chip goes off with the last selected plugin of its format, and on only when all are selected.
     void togglePlugin(const AudioPlugin& plugin);
     void toggleProfile(const QUuid& id);
-    /// "Deselect All" when all profiles are ticked, otherwise "Select All".
+    /// "Deselect All" when all profiles are selected, otherwise "Select All".
     void toggleAllProfiles(const ProfileManager& manager);
     [[nodiscard]] bool hasAllProfiles(const ProfileManager& manager) const;
-    /// Whether there is both a plugin and a profile with a tick.
+    /// Whether at least one plugin and one profile are selected.
     [[nodiscard]] bool canAdd() const;
 
     [[nodiscard]] QString bannerText() const;                  ///< "4 new plugins detected: A, B, C +1 more"
@@ -45,15 +45,17 @@ struct NewPlugins {
     [[nodiscard]] QString addButtonText() const;               ///< "Add 3 to Profiles"
     [[nodiscard]] QString chipText(PluginFormat format) const; ///< "VST3 (2)"
 
-    /// Adds what is ticked to the ticked profiles, in its present state; the rest is known to all profiles as off.
-    /// Nothing is pending afterwards.
+    /// Adds the selected plugins to the selected profiles in their current state, and the others to all
+    /// profiles as disabled. Nothing is pending afterwards.
     void addToProfiles(ProfileManager& manager) const;
-    /// All are known to all profiles as off ("Skip" and the banner's dismissal). Nothing is pending afterwards.
+    /// Adds all to all profiles as disabled ("Skip" and dismissing the banner). Nothing is pending
+    /// afterwards.
     void dismiss(ProfileManager& manager) const;
 };
 
-/// After the scan at start-up: what the scan has found joins what is pending from earlier runs, and all of it is
-/// ticked. Nothing when there is nothing to show; without a profile there is nothing to protect, and nothing is kept.
+/// Called after the start-up scan: adds its new plugins to those pending from earlier runs and selects them
+/// all. Nothing when there is nothing to show. Without profiles nothing is stored, as there is nothing to
+/// update.
 [[nodiscard]] std::optional<NewPlugins> collectNewPlugins(ProfileManager& manager,
                                                           const AudioPlugins& newlyDetectedPlugins,
                                                           const AudioPlugins& plugins);

@@ -39,7 +39,7 @@ nlohmann::ordered_json toJson(const PluginProfile& profile)
 
 QByteArray encodeProfiles(const PluginProfiles& profiles)
 {
-    // One at a time: thirty profiles of a large library are 50 MB of text, and many times that as values.
+    // One at a time: thirty profiles of a large library are 50 MB of text, and far more as JSON values.
     QByteArray text("[");
     for (const PluginProfile& profile : profiles) {
         if (text.size() > 1)
@@ -67,7 +67,7 @@ QSet<QString> decodePluginKeys(QByteArrayView json)
     QSet<QString> keys;
     bool isList = false;
     bool isGood = true;
-    // Each element is dropped as soon as it is seen: a foreign file may hold millions of them.
+    // Each element is discarded at once: a foreign file may contain millions.
     const auto take = [&](int depth, Event event, nlohmann::json& value) {
         if (depth == 0) {
             isList = isList || event == Event::array_start;

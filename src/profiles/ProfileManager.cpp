@@ -14,7 +14,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Far more than any library needs: thirty profiles of 20,000 plugins are 50 MB.
+/// Bytes. Far more than any library needs: thirty profiles of 20,000 plugins are 50 MB.
 constexpr qint64 kLargestFile = 1024 * 1024 * 1024;
 
 QSet<QString> keysOf(const AudioPlugins& plugins)
@@ -41,7 +41,7 @@ void setState(PluginProfile& profile, const AudioPlugins& on, const AudioPlugins
     profile.totalPluginCount = std::ssize(all);
 }
 
-/// Why a file that could not be read could not be: reading itself does not tell.
+/// Reason for a failed read; read() itself only returns nullopt.
 platform::FileError readError(const platform::FileManager& files, const QString& path)
 {
     const auto status = files.status(path);
@@ -52,7 +52,10 @@ platform::FileError readError(const platform::FileManager& files, const QString&
     return {status->size > kLargestFile ? EFBIG : EACCES, path};
 }
 
-bool isBlank(QChar character) { return character == u'\t' || character.category() == QChar::Separator_Space; }
+bool isSpaceOrTab(QChar character)
+{
+    return character == u'\t' || character.category() == QChar::Separator_Space;
+}
 
 } // namespace
 
@@ -67,19 +70,19 @@ ProfileManager::ProfileManager(const platform::Platform& platform)
     try {
         m_platform.files.createDirectory(folder);
     } catch (const platform::FileError&) {
-        // Shows as failed reads and writes, which nobody is told of either.
+        // The reads and writes below fail too and leave the values in memory unchanged.
     }
     try {
         if (const auto content = m_platform.files.read(m_profilesPath, kLargestFile))
             profiles = decodeProfiles(*content);
     } catch (const std::exception&) {
-        // No profile is known then; the next change replaces the file.
+        // Start without profiles; the next change replaces the file.
     }
     try {
         if (const auto content = m_platform.files.read(m_pendingPluginsPath, kLargestFile))
             pendingNewPluginKeys = decodePluginKeys(*content);
     } catch (const std::exception&) {
-        // Nothing is pending then.
+        // Start without pending plugins.
     }
 }
 
@@ -111,16 +114,16 @@ void ProfileManager::updateProfile(const PluginProfile& profile, const AudioPlug
                                     [&profile](const PluginProfile& each) { return each.id == profile.id; });
     if (found == profiles->end())
         return;
-    const auto place = static_cast<std::size_t>(found - profiles->begin());
+    const auto index = static_cast<std::size_t>(found - profiles->begin());
     PluginProfile updated = profile;
     setState(updated, enabledOf(plugins), plugins);
-    profiles.mutate([&](PluginProfiles& list) { list[place] = std::move(updated); });
+    profiles.mutate([&](PluginProfiles& list) { list[index] = std::move(updated); });
     saveProfiles();
 }
 
 void ProfileManager::deleteProfile(const PluginProfile& profile)
 {
-    // A copy: the profile that is passed may be the one that is removed.
+    // Copies the id: `profile` may be the list element that is removed.
     profiles.mutate([id = profile.id](PluginProfiles& list) {
         std::erase_if(list, [&id](const PluginProfile& each) { return each.id == id; });
     });
@@ -162,7 +165,7 @@ void ProfileManager::clearPendingNewPlugins()
     try {
         m_platform.files.remove(m_pendingPluginsPath);
     } catch (const platform::FileError&) {
-        // Mostly there was none.
+        // Usually there was no file.
     }
 }
 
@@ -185,7 +188,7 @@ void ProfileManager::addPluginsToProfiles(const AudioPlugins& plugins, const QSe
         for (PluginProfile& profile : list) {
             if (!ids.contains(profile.id))
                 continue;
-            // On purpose: what the profile knows already is counted once more.
+            // On purpose: plugins that the profile already knows are counted again.
             profile.totalPluginCount += std::ssize(plugins);
             profile.allPluginKeys.unite(keys);
             if (asEnabled)
@@ -218,10 +221,10 @@ void ProfileManager::saveProfiles() const { write(m_profilesPath, encodeProfiles
 void ProfileManager::write(const QString& path, const QByteArray& content) const
 {
     try {
-        // On purpose in place: other programs of the user may hold a link to the file.
+        // On purpose in place: users may have linked the file from elsewhere.
         m_platform.files.write(path, content, platform::WriteMode::inPlace);
     } catch (const platform::FileError&) {
-        // What is in memory stays; the next change tries again.
+        // The values in memory stay; the next change tries again.
     }
 }
 
@@ -234,7 +237,7 @@ QString profileStatusText(qsizetype changes)
 
 QString applyQuestion(const QString& name, const ProfileChanges& changes)
 {
-    // Not by placeholders: the name may hold one itself.
+    // No arg(): the name may contain a placeholder.
     return u"Applying \""_s + name + u"\" will enable "_s + QString::number(changes.toEnable.size()) +
            u" and disable "_s + QString::number(changes.toDisable.size()) + u" plugins."_s;
 }
@@ -243,9 +246,9 @@ QString trimmedProfileName(const QString& entered)
 {
     qsizetype begin = 0;
     qsizetype end = entered.size();
-    while (begin < end && isBlank(entered[begin]))
+    while (begin < end && isSpaceOrTab(entered[begin]))
         ++begin;
-    while (end > begin && isBlank(entered[end - 1]))
+    while (end > begin && isSpaceOrTab(entered[end - 1]))
         --end;
     return entered.mid(begin, end - begin);
 }

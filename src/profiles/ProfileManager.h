@@ -10,7 +10,7 @@ struct Platform;
 
 namespace orvanlite {
 
-/// What applying a profile would move, each list in the order of the plugins that it was computed from.
+/// The plugins that applying a profile would move, each list in the order of its input.
 struct ProfileChanges {
     AudioPlugins toEnable;  ///< disabled now
     AudioPlugins toDisable; ///< enabled now
@@ -18,50 +18,52 @@ struct ProfileChanges {
     bool operator==(const ProfileChanges&) const = default;
 };
 
-/// The profiles of the user, kept in "profiles.json", and the plugins that wait for the user's decision, kept in
+/// The user's profiles, stored in "profiles.json", and new plugins that await the user's decision, stored in
 /// "pending_new_plugins.json". The files are read once.
 ///
-/// Errors:  a missing, unreadable or invalid file reads as empty; a failed write leaves the values as they are. Only
-///          importProfile() throws.
-/// Effects: every change assigns once and then rewrites its whole file in place.
+/// Errors:  a missing, unreadable or invalid file reads as empty; a failed write keeps the values in memory.
+///          Only importProfile() throws.
+/// Effects: every change notifies once and then rewrites its whole file in place.
 class ProfileManager final {
 public:
-    /// Makes the folder and loads both files.
+    /// Creates the folder and loads both files.
     explicit ProfileManager(const platform::Platform& platform);
     ProfileManager(const ProfileManager&) = delete;
     ProfileManager& operator=(const ProfileManager&) = delete;
 
-    /// In the order of their making; never sorted.
+    /// In order of creation; never sorted.
     Observable<PluginProfiles> profiles;
     /// Keys of newly installed plugins that the user has neither added nor dismissed.
     Observable<QSet<QString>> pendingNewPluginKeys;
 
-    /// A profile of the state as it is. `plugins` is the whole catalogue.
+    /// Saves the current state as a new profile. `plugins` is the whole catalogue.
     void saveProfile(const QString& name, const AudioPlugins& plugins);
-    /// A profile in which exactly the selected plugins are on, whatever their state is.
+    /// Saves a new profile in which exactly the selected plugins are enabled, regardless of their current
+    /// state.
     void saveProfileFromSelection(const QString& name, const AudioPlugins& selectedPlugins,
                                   const AudioPlugins& allPlugins);
-    /// Gives the stored profile of this id the state as it is; id, name, date and place stay. An unknown id changes
-    /// and writes nothing.
+    /// Replaces the stored profile with this id by `profile` with the current state; its position stays. No
+    /// effect for an unknown id.
     void updateProfile(const PluginProfile& profile, const AudioPlugins& plugins);
     void deleteProfile(const PluginProfile& profile);
-    /// Reads a document and appends its profile under a new id.
-    /// Errors: FileError or JsonError; nothing has changed then.
+    /// Reads a document and appends its profile with a new id.
+    /// Errors: FileError or JsonError, without any change.
     void importProfile(const QString& path);
 
-    /// Only `enabledPlugins` counts: a plugin that the profile has never heard of is off in it, and a key without a
-    /// plugin gives nothing.
+    /// Only `enabledPlugins` counts: plugins unknown to the profile are to be disabled, and keys without a
+    /// plugin are ignored.
     [[nodiscard]] static ProfileChanges computeChanges(const PluginProfile& profile,
                                                        const AudioPlugins& currentPlugins);
 
     void setPendingNewPlugins(const AudioPlugins& plugins);
-    /// Forgets the pending keys and removes their file.
+    /// Clears the pending keys and removes their file.
     void clearPendingNewPlugins();
-    /// Those of the plugins that are pending, in their order.
+    /// The pending ones among the plugins, in input order.
     [[nodiscard]] AudioPlugins pendingNewPluginsFrom(const AudioPlugins& plugins) const;
-    /// Makes the plugins known to the profiles, and with `asEnabled` turns them on there. Turns nothing off.
+    /// Adds the plugins to the profiles' known plugins and, with `asEnabled`, enables them there. Disables
+    /// none.
     void addPluginsToProfiles(const AudioPlugins& plugins, const QSet<QUuid>& profileIds, bool asEnabled);
-    /// Makes the plugins known to every profile without turning them on.
+    /// Adds the plugins to the known plugins of every profile without enabling them.
     void dismissNewPlugins(const AudioPlugins& plugins);
 
     [[nodiscard]] QSet<QUuid> profileIds() const;
@@ -76,12 +78,12 @@ private:
     QString m_pendingPluginsPath;
 };
 
-/// What a profile's row says of the number of changes that applying it would make.
+/// Status line of a profile's row, from the number of changes needed to apply it.
 [[nodiscard]] QString profileStatusText(qsizetype changes);
-/// The question before a profile is applied.
+/// Confirmation text before a profile is applied.
 [[nodiscard]] QString applyQuestion(const QString& name, const ProfileChanges& changes);
 
-/// The name as it is stored: without blanks and tabs at its ends. Line breaks stay.
+/// The name as stored: without leading and trailing spaces and tabs. Line breaks stay.
 [[nodiscard]] QString trimmedProfileName(const QString& entered);
 
 } // namespace orvanlite

@@ -31,7 +31,7 @@ void ProfileReader::run(QByteArrayView json)
 
 bool ProfileReader::isValueOf(Member member) const
 {
-    return m_skipped == 0 && m_place == Place::profile && m_member == member;
+    return m_skipped == 0 && m_context == Context::profile && m_member == member;
 }
 
 QSet<QString>& ProfileReader::keys()
@@ -45,13 +45,14 @@ bool ProfileReader::accept()
     return true;
 }
 
-/// A value of the wrong type. Its member may come once more, and the last one counts.
+/// Rejects a value of the wrong type. Not fatal yet: a later duplicate of the member may be valid, and it
+/// wins.
 bool ProfileReader::refuse()
 {
     if (m_skipped > 0)
         return true;
-    if (m_place == Place::outside || m_place == Place::list)
-        return fail(m_isList && m_place == Place::outside ? "no list of profiles" : "no profile");
+    if (m_context == Context::outside || m_context == Context::list)
+        return fail(m_isList && m_context == Context::outside ? "no list of profiles" : "no profile");
     m_states[m_member] = State::wrong;
     return true;
 }
@@ -109,7 +110,7 @@ bool ProfileReader::number_float(number_float_t value, const string_t&)
 
 bool ProfileReader::string(string_t& value)
 {
-    if (m_skipped == 0 && m_place == Place::keys) {
+    if (m_skipped == 0 && m_context == Context::keys) {
         auto known = m_knownKeys.find(value);
         if (known == m_knownKeys.end())
             known = m_knownKeys.emplace(value, platform::fromUtf8(QByteArrayView(value))).first;
@@ -129,8 +130,8 @@ bool ProfileReader::string(string_t& value)
 
 bool ProfileReader::start_object(std::size_t)
 {
-    if (m_skipped == 0 && m_place == (m_isList ? Place::list : Place::outside)) {
-        m_place = Place::profile;
+    if (m_skipped == 0 && m_context == (m_isList ? Context::list : Context::outside)) {
+        m_context = Context::profile;
         m_profile = {};
         m_states.fill(State::missing);
         return true;
@@ -165,21 +166,21 @@ bool ProfileReader::end_object()
     if (m_states[allPluginKeys] == State::missing)
         m_profile.allPluginKeys = m_profile.enabledPlugins; // written before the member existed
     m_profiles.push_back(std::move(m_profile));
-    m_place = m_isList ? Place::list : Place::outside;
+    m_context = m_isList ? Context::list : Context::outside;
     return true;
 }
 
 bool ProfileReader::start_array(std::size_t)
 {
-    if (m_skipped == 0 && m_isList && m_place == Place::outside) {
-        m_place = Place::list;
+    if (m_skipped == 0 && m_isList && m_context == Context::outside) {
+        m_context = Context::list;
         return true;
     }
     if (isValueOf(enabledPlugins) || isValueOf(allPluginKeys)) {
-        m_place = Place::keys;
+        m_context = Context::keys;
         keys().clear();
         if (!m_profiles.empty())
-            keys().reserve(m_profiles.back().allPluginKeys.size()); // mostly of the same library
+            keys().reserve(m_profiles.back().allPluginKeys.size()); // usually the same library
         return accept();
     }
     if (!refuse())
@@ -193,7 +194,7 @@ bool ProfileReader::end_array()
     if (m_skipped > 0)
         --m_skipped;
     else
-        m_place = m_place == Place::keys ? Place::profile : Place::outside;
+        m_context = m_context == Context::keys ? Context::profile : Context::outside;
     return true;
 }
 

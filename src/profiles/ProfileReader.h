@@ -10,9 +10,9 @@
 
 namespace orvanlite {
 
-/// Reads profiles while their text is parsed. No tree of values is made: the file of a large library has tens of
-/// megabytes, a stranger's document may be nested without end, and most keys stand in every profile, so that each
-/// is kept once.
+/// Reads profiles from parser events, without a tree of values: the file of a large library has tens of
+/// megabytes, and a foreign document may be nested to any depth. Most keys occur in every profile, so each is
+/// stored once.
 class ProfileReader final : public nlohmann::json_sax<nlohmann::json> {
 public:
     /// Both throw JsonError.
@@ -37,7 +37,7 @@ public:
 private:
     enum Member { id, name, createdAt, enabledPlugins, totalPluginCount, allPluginKeys, unknown };
     enum class State { missing, wrong, read };
-    enum class Place { outside, list, profile, keys };
+    enum class Context { outside, list, profile, keys };
 
     explicit ProfileReader(bool isList)
         : m_isList(isList)
@@ -54,8 +54,8 @@ private:
         "id", "name", "createdAt", "enabledPlugins", "totalPluginCount", "allPluginKeys"};
 
     const bool m_isList;
-    Place m_place = Place::outside;
-    std::size_t m_skipped = 0; ///< open lists and objects that say nothing to us
+    Context m_context = Context::outside;
+    std::size_t m_skipped = 0; ///< depth within lists and objects that are ignored
     Member m_member = unknown;
     std::array<State, unknown + 1> m_states{};
     PluginProfile m_profile;

@@ -11,7 +11,7 @@ using namespace Qt::StringLiterals;
 
 QString ActivityLogEntry::timeAgo(Date now) const
 {
-    // The file may hold any number: the cast is defined only for one that fits.
+    // Clamped: the file may hold any number, and the cast is undefined for one that does not fit.
     constexpr double kLongest = 1e18;
     const double age = -(timestamp.sinceReference - now.sinceReference);
     const auto seconds = static_cast<qint64>(std::clamp(age, -kLongest, kLongest));

@@ -9,7 +9,7 @@
 
 namespace orvanlite {
 
-/// What the user did to a plugin. The raw values are stored and shown.
+/// A user's action on a plugin. The raw values are stored and shown.
 enum class ActivityAction { enabled, disabled, deleted };
 
 template <>
@@ -21,15 +21,15 @@ struct RawValueTable<ActivityAction> {
     }};
 };
 
-/// One line of the history: what the user did to one plugin.
+/// One entry of the activity log.
 struct ActivityLogEntry {
     QUuid id;
     Date timestamp;
-    QString pluginName; ///< as it was called at that moment
-    QString format;     ///< the format's raw value, kept as text
+    QString pluginName; ///< at the time of the action
+    QString format;     ///< the format's raw value
     ActivityAction action = ActivityAction::enabled;
 
-    /// The age at `now`, e.g. "just now" (also for the future), "5m ago", "yesterday", "3d ago".
+    /// The age at `now`, e.g. "just now" (also for a future date), "5m ago", "yesterday", "3d ago".
     [[nodiscard]] QString timeAgo(Date now) const;
 
     bool operator==(const ActivityLogEntry&) const = default;
@@ -38,7 +38,7 @@ struct ActivityLogEntry {
 /// One object with the fields in declared order.
 [[nodiscard]] nlohmann::ordered_json toJson(const ActivityLogEntry& entry);
 
-/// Errors: JsonError for a missing key, a wrong type, an id that is no UUID or an unknown action.
+/// Errors: JsonError for a missing key, a wrong type, an invalid UUID or an unknown action.
 [[nodiscard]] ActivityLogEntry activityLogEntryFromJson(const nlohmann::json& json);
 
 } // namespace orvanlite

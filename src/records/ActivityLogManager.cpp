@@ -12,7 +12,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Far more than a log of ours ever has; what is larger is not ours.
+/// Bytes. Far more than our log ever needs; a larger file is not ours.
 constexpr qint64 kLargestFile = 64 * 1024 * 1024;
 
 } // namespace
@@ -63,7 +63,7 @@ QString ActivityLogManager::saveUrl() const
     try {
         m_platform.files.createDirectory(folder);
     } catch (const platform::FileError&) {
-        // Shows as a failed write, which nobody is told of either.
+        // Writing the file fails too, which save() ignores.
     }
     return folder + u"/activity_log.json"_s;
 }
@@ -80,7 +80,7 @@ std::vector<ActivityLogEntry> ActivityLogManager::load() const
         for (const auto& entry : *json)
             list.push_back(activityLogEntryFromJson(entry));
     } catch (const JsonError&) {
-        // One bad entry makes the whole file unreadable.
+        // One invalid entry invalidates the whole file.
         return {};
     }
     return list;
@@ -92,10 +92,10 @@ void ActivityLogManager::save() const
     for (const ActivityLogEntry& entry : *entries)
         json.push_back(toJson(entry));
     try {
-        // On purpose in place: other programs of the user may hold a link to the file.
+        // On purpose in place: users may have linked the file from elsewhere.
         m_platform.files.write(saveUrl(), writeJson(json), platform::WriteMode::inPlace);
     } catch (const platform::FileError&) {
-        // The history on screen stays; the next change tries again.
+        // The entries in memory stay; the next change tries again.
     }
 }
 

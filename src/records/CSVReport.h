@@ -6,9 +6,9 @@
 
 namespace orvanlite {
 
-/// The report as comma-separated text.
-/// Shape: UTF-8 without a byte-order mark; a line of titles, then one line a row, each cell in double quotes and its
-///        own ones doubled. Lines are joined by a line feed, with none behind the last.
+/// The report as CSV.
+/// Shape: UTF-8 without a byte-order mark; a header line, then one line per row. Every cell is in double
+///        quotes, with embedded quotes doubled. Lines are separated by a line feed, without a trailing one.
 [[nodiscard]] QByteArray generateCSV(const ExportRows& rows, const ExportColumns& columns, Date now);
 
 } // namespace orvanlite

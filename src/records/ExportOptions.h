@@ -14,7 +14,7 @@ struct RawValueTable<ExportFormat> {
     }};
 };
 
-/// What a report is sorted by. The raw value is the column's title too.
+/// Sort key of a report. The raw value is also the column's title.
 enum class ExportSortOption { name, manufacturer, format, status, version, lastUsed };
 
 template <>
@@ -25,7 +25,7 @@ struct RawValueTable<ExportSortOption> {
         {ExportSortOption::format, u"Format"},
         {ExportSortOption::status, u"Status"},
         {ExportSortOption::version, u"Version"},
-        {ExportSortOption::lastUsed, u"Last Used(Est.)"}, // on purpose without a blank
+        {ExportSortOption::lastUsed, u"Last Used(Est.)"}, // on purpose without a space
     }};
 };
 

@@ -25,7 +25,7 @@ constexpr ExportColumns kBaseOrder{{
      [](const AudioPlugin& plugin, Date now) { return plugin.lastUsedValue(now); }},
 }};
 
-/// Negative, zero or positive, like the comparison of texts.
+/// Returns a negative, zero or positive number.
 using Comparison = int (*)(const AudioPlugin& left, const AudioPlugin& right);
 
 int compareNames(const AudioPlugin& left, const AudioPlugin& right)

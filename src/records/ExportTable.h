@@ -8,27 +8,26 @@
 
 namespace orvanlite {
 
-/// A column of a report. Its title is the raw value of the option that sorts by it.
+/// A column of a report. Its title is the raw value of `option`.
 struct ExportColumn {
     ExportSortOption option = ExportSortOption::name;
-    double share = 0; ///< of the table's width; those of all columns add up to 1
+    double share = 0; ///< of the table's width; all shares add up to 1
     QString (*cellText)(const AudioPlugin& plugin, Date now) = nullptr;
 };
 
 using ExportColumns = std::array<ExportColumn, 6>;
 
-/// All columns: the one that is sorted by first, the others in their own order.
+/// All columns: the sort column first, then the others in default order.
 [[nodiscard]] ExportColumns columnOrder(ExportSortOption first);
 
-/// The width of each column of a table that is `totalWidth` wide.
+/// The width of each column, for a table of width `totalWidth`.
 [[nodiscard]] std::array<double, 6> calculateColumnWidths(const ExportColumns& columns, double totalWidth);
 
-/// The rows of a report. They point into the list that was sorted.
+/// The rows of a report: pointers into the list passed to sortPlugins().
 using ExportRows = std::vector<const AudioPlugin*>;
 
-/// The plugins in the order of the option, by name where it ties. Texts are compared in the user's language without
-/// their case, versions too; the newest use comes first and what was never used last. What still ties keeps the order
-/// of the list.
+/// The plugins sorted by the option, then by name; stable. Texts, including versions, are compared
+/// case-insensitively in the user's locale. Most recently used comes first, never used last.
 [[nodiscard]] ExportRows sortPlugins(const AudioPlugins& plugins, ExportSortOption option);
 
 } // namespace orvanlite

@@ -21,7 +21,7 @@ struct FavoritesList {
 
 /// One object with the fields in declared order.
 [[nodiscard]] nlohmann::ordered_json toJson(const FavoritesList& list);
-/// Errors: JsonError for a missing key, a wrong type or an id that is no UUID.
+/// Errors: JsonError for a missing key, a wrong type or an invalid UUID.
 [[nodiscard]] FavoritesList favoritesListFromJson(const nlohmann::json& json);
 
 } // namespace orvanlite

@@ -11,7 +11,7 @@ class FileManager;
 
 namespace orvanlite {
 
-/// The favourites lists of the user. Nothing fills, loads or saves them yet, and no name for their file exists.
+/// The user's favourites lists. Not filled, loaded or saved yet; the file has no name yet.
 class FavoritesManager final {
 public:
     FavoritesManager(platform::FileManager& files, QString favoritesPath)

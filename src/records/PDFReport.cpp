@@ -39,11 +39,11 @@ constexpr QColor kSummaryColour(85, 85, 85);
 
 constexpr QStringView kTitle = u"Orvanlite — Plugin Export";
 
-/// A day without its weekday, which Qt's long form leads or ends with, and the time to the minute.
+/// Long date without the weekday, which Qt's long format starts or ends with, and short time.
 QString longDateShortTime(Date date)
 {
     static const QRegularExpression weekday(
-        u"^dddd[,،]?\\s*(?:'[^']*'\\s*)?|[,،]?\\s*\\(?dddd\\)?$"_s); // Danish has a word behind it
+        u"^dddd[,،]?\\s*(?:'[^']*'\\s*)?|[,،]?\\s*\\(?dddd\\)?$"_s); // Danish has a word after it
     const QLocale locale;
     const QDateTime moment = QDateTime::fromMSecsSinceEpoch(static_cast<qint64>(date.unixTime() * 1000));
     const QString format = locale.dateFormat(QLocale::LongFormat).remove(weekday);
@@ -62,7 +62,6 @@ public:
 
     void drawHead(const QString& summary);
     void drawTable(const ExportRows& rows, Date now);
-    /// How the signs of the drawn texts are to be read back.
     [[nodiscard]] TextCorrections corrections() const;
 
 private:
@@ -126,7 +125,7 @@ void Report::drawTable(const ExportRows& rows, Date now)
             drawBand(kBandTop);
             y = kBandTop + kRowsBelowBand;
         }
-        // The stripes go on across pages.
+        // Striping continues across pages.
         if (i % 2 == 0)
             fill(QRectF(kLeft, y, kContentWidth, kRowHeight), kStripeColour);
         drawCells(*rows[i], y, now);

@@ -6,10 +6,10 @@
 
 namespace orvanlite {
 
-/// The report as a PDF document on US Letter pages, with its fonts in it and every text to be searched and copied.
-/// Shape:  title, line of summary and table on the first page, the table alone on the others; no rows leave the
-///         first page with its heading.
-/// Errors: empty when no document can be made.
+/// The report as a PDF document on US Letter pages, with embedded fonts and searchable, copyable text.
+/// Shape:  title, summary line and table on the first page, only the table on the others. Without rows, one
+///         page with the table heading.
+/// Errors: empty when the document cannot be created.
 [[nodiscard]] QByteArray generatePDF(const ExportRows& rows, const ExportColumns& columns,
                                      ExportSortOption sortBy, Date now);
 

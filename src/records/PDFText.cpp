@@ -15,7 +15,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Latin, Greek, Cyrillic and the usual punctuation and currency signs lie below.
+/// Latin, Greek, Cyrillic and the usual punctuation and currency symbols are below this code point.
 constexpr char16_t kPlainEnd = 0x2200;
 constexpr char16_t kFirstMark = 0x300;
 constexpr char16_t kFirstRadical = 0x2E80;
@@ -28,8 +28,8 @@ bool isRightToLeft(QChar letter)
     return direction == QChar::DirR || direction == QChar::DirAL || direction == QChar::DirAN;
 }
 
-/// Whether the letter looks and means the same alone as among others.
-bool standsAlone(QChar letter)
+/// Whether the letter can be set without shaping: its glyph does not depend on its neighbours.
+bool needsNoShaping(QChar letter)
 {
     const QChar::Script script = letter.script();
     const bool isScript = script == QChar::Script_Latin || script == QChar::Script_Greek ||
@@ -37,8 +37,8 @@ bool standsAlone(QChar letter)
     return isScript && letter.isPrint() && !letter.isMark() && !isRightToLeft(letter);
 }
 
-/// Of a script whose letters are set next to each other, each in its own square. Set one by one, they are known by
-/// their signs, and many names share them.
+/// Scripts whose characters are set in separate squares. They are shaped one at a time: noteRadical() needs
+/// single characters, and cached ones serve many names.
 bool isEastAsian(QStringView letter)
 {
     const QChar::Script script = letter.front().script();
@@ -54,7 +54,7 @@ QString everyCode()
     return codes;
 }
 
-/// The text in one line, with letters and their accents as one sign where there is one.
+/// The text on one line, with letters and accents composed where possible.
 QString inOneLine(QString text)
 {
     const auto breaks = [](QChar letter) {
@@ -67,7 +67,7 @@ QString inOneLine(QString text)
     return mayCompose ? text.normalized(QString::NormalizationForm_C) : text;
 }
 
-/// The places between what a reader sees as letters, accents and joiners included; first and last too.
+/// All grapheme boundaries, including the start and the end.
 std::vector<qsizetype> graphemeEnds(const QString& text)
 {
     std::vector<qsizetype> ends{0};
@@ -88,7 +88,7 @@ QList<QGlyphRun> moved(QList<QGlyphRun> runs, QPointF by)
     return runs;
 }
 
-/// Adds runs; one in the font of the last one becomes a part of that.
+/// Appends runs, merging left-to-right ones with the last run of the same font.
 void appendRuns(QList<QGlyphRun>& runs, const QList<QGlyphRun>& added)
 {
     for (const QGlyphRun& run : added) {
@@ -105,7 +105,7 @@ void appendRuns(QList<QGlyphRun>& runs, const QList<QGlyphRun>& added)
 
 PDFText::PDFText(int points, QFont::Weight weight)
     : m_font(QFontDatabase::systemFont(QFontDatabase::GeneralFont))
-    , m_signs(kPlainEnd)
+    , m_glyphInfo(kPlainEnd)
     , m_shapedPieces(kKeptPieces)
 {
     m_font.setPixelSize(points * kUnits);
@@ -115,7 +115,7 @@ PDFText::PDFText(int points, QFont::Weight weight)
     static const QString codes = everyCode();
     const QList<quint32> glyphs = m_rawFont.glyphIndexesForString(codes);
     for (char16_t code = 0; code < std::min<qsizetype>(kPlainEnd, glyphs.size()); ++code)
-        m_signs[code] = {glyphs[code], glyphs[code] != 0 && standsAlone(code)};
+        m_glyphInfo[code] = {glyphs[code], glyphs[code] != 0 && needsNoShaping(code)};
     m_ellipsis = isPlain(u"…") ? u"…"_s : u"..."_s;
     for (const QChar letter : m_ellipsis)
         m_ellipsisWidth += use(letter).advance;
@@ -124,19 +124,19 @@ PDFText::PDFText(int points, QFont::Weight weight)
 bool PDFText::isPlain(QStringView text) const
 {
     return std::all_of(text.begin(), text.end(), [this](QChar letter) {
-        return letter < kPlainEnd && m_signs[letter.unicode()].isPlain;
+        return letter < kPlainEnd && m_glyphInfo[letter.unicode()].isPlain;
     });
 }
 
-const PDFText::Sign& PDFText::use(QChar letter)
+const PDFText::GlyphInfo& PDFText::use(QChar letter)
 {
-    Sign& sign = m_signs[letter.unicode()];
-    if (sign.advance < 0) {
+    GlyphInfo& info = m_glyphInfo[letter.unicode()];
+    if (info.advance < 0) {
         const QList<QPointF> advances = m_rawFont.advancesForGlyphIndexes(
-            {sign.glyph}, QRawFont::SeparateAdvances | QRawFont::UseDesignMetrics);
-        sign.advance = advances.isEmpty() ? 0 : std::round(advances.front().x());
+            {info.glyph}, QRawFont::SeparateAdvances | QRawFont::UseDesignMetrics);
+        info.advance = advances.isEmpty() ? 0 : std::round(advances.front().x());
     }
-    return sign;
+    return info;
 }
 
 void PDFText::add(const QString& text, QPointF topLeft, double width)
@@ -155,7 +155,7 @@ void PDFText::add(const QString& text, QPointF topLeft, double width)
 void PDFText::addPlain(QStringView text, QPointF base, double width)
 {
     const qsizetype start = m_glyphs.size();
-    qsizetype fitting = start; // what leaves room for the ellipsis
+    qsizetype fitting = start; // longest part that leaves room for the ellipsis
     QPointF fittingEnd = base;
     double used = 0;
     for (const QChar letter : text) {
@@ -163,10 +163,10 @@ void PDFText::addPlain(QStringView text, QPointF base, double width)
             fitting = m_glyphs.size();
             fittingEnd = base + QPointF(used, 0);
         }
-        const Sign& sign = use(letter);
-        m_glyphs.append(sign.glyph);
+        const GlyphInfo& info = use(letter);
+        m_glyphs.append(info.glyph);
         m_positions.append(base + QPointF(used, 0));
-        used += sign.advance;
+        used += info.advance;
         if (used > width) {
             m_glyphs.resize(fitting);
             m_positions.resize(fitting);
@@ -179,10 +179,10 @@ void PDFText::addPlain(QStringView text, QPointF base, double width)
 void PDFText::addEllipsis(QPointF base)
 {
     for (const QChar letter : std::as_const(m_ellipsis)) {
-        const Sign& sign = use(letter);
-        m_glyphs.append(sign.glyph);
+        const GlyphInfo& info = use(letter);
+        m_glyphs.append(info.glyph);
         m_positions.append(base);
-        base.rx() += sign.advance;
+        base.rx() += info.advance;
     }
 }
 
@@ -192,10 +192,10 @@ PDFText::Line PDFText::plainPiece(QStringView text)
     QList<QPointF> positions;
     Line line;
     for (const QChar letter : text) {
-        const Sign& sign = use(letter);
-        glyphs.append(sign.glyph);
+        const GlyphInfo& info = use(letter);
+        glyphs.append(info.glyph);
         positions.append({line.width, 0});
-        line.width += sign.advance;
+        line.width += info.advance;
     }
     QGlyphRun run;
     run.setRawFont(m_rawFont);
@@ -227,27 +227,28 @@ PDFText::Line PDFText::shapedPiece(const QString& text)
     return line;
 }
 
-/// Fonts have one sign for a radical of the dictionaries and for the letter that looks like it.
+/// Fonts use one glyph for a CJK radical and for the ideograph that looks like it. Notes that the ideograph
+/// is meant.
 void PDFText::noteRadical(const QGlyphRun& run, QChar letter)
 {
     const QRawFont font = run.rawFont();
-    auto signs = m_radicals.find(font.familyName());
-    if (signs == m_radicals.end()) {
-        signs = m_radicals.insert(font.familyName(), {});
+    auto codesByGlyph = m_radicals.find(font.familyName());
+    if (codesByGlyph == m_radicals.end()) {
+        codesByGlyph = m_radicals.insert(font.familyName(), {});
         for (char16_t code = kFirstRadical; code < kRadicalsEnd; ++code) {
             const QList<quint32> glyphs = font.glyphIndexesForString(QString(QChar(code)));
-            if (!glyphs.isEmpty() && glyphs.front() != 0 && !signs->contains(glyphs.front()))
-                signs->insert(glyphs.front(), code);
+            if (!glyphs.isEmpty() && glyphs.front() != 0 && !codesByGlyph->contains(glyphs.front()))
+                codesByGlyph->insert(glyphs.front(), code);
         }
     }
-    const auto radical = signs->constFind(run.glyphIndexes().value(0));
-    if (letter >= kRadicalsEnd && radical != signs->cend())
+    const auto radical = codesByGlyph->constFind(run.glyphIndexes().value(0));
+    if (letter >= kRadicalsEnd && radical != codesByGlyph->cend())
         m_radicalsMeant.insert(*radical, letter.unicode());
 }
 
 PDFText::Line PDFText::mixedLine(const QString& text)
 {
-    // The pieces of a text that runs both ways do not follow each other in the order of writing.
+    // In bidirectional text, visual order differs from logical order: shape it as a whole.
     if (std::any_of(text.begin(), text.end(), isRightToLeft))
         return shapedPiece(text);
     Line line;
@@ -311,13 +312,13 @@ TextCorrections PDFText::corrections() const
     QHash<quint32, char16_t> firstCodes;
     TextCorrections corrections = m_radicalsMeant;
     for (char16_t code = 0; code < kPlainEnd; ++code) {
-        const Sign& sign = m_signs[code];
-        if (sign.glyph == 0)
+        const GlyphInfo& info = m_glyphInfo[code];
+        if (info.glyph == 0)
             continue;
-        const auto first = firstCodes.constFind(sign.glyph);
+        const auto first = firstCodes.constFind(info.glyph);
         if (first == firstCodes.constEnd())
-            firstCodes.insert(sign.glyph, code);
-        else if (sign.advance >= 0 && m_signs[*first].advance < 0 && !corrections.contains(*first))
+            firstCodes.insert(info.glyph, code);
+        else if (info.advance >= 0 && m_glyphInfo[*first].advance < 0 && !corrections.contains(*first))
             corrections.insert(*first, code);
     }
     return corrections;

@@ -15,42 +15,43 @@ class QPainter;
 
 namespace orvanlite {
 
-/// Lines of text in one size and weight of the system's font, collected and then drawn at once.
+/// Lines of text in one size and weight of the system font, collected and then drawn at once.
 ///
-/// Latin, Greek and Cyrillic letters are set sign by sign: shaping would make ligatures, which are copied from the
-/// document as one sign. All else goes the slower way of shaping, with other fonts where this one has no sign.
-/// Units: points in its functions; the painter counts kUnits of its own to the point.
+/// Latin, Greek and Cyrillic letters are set glyph by glyph: shaping would create ligatures, which are copied
+/// from the document as one character. All other text is shaped, which is slower, with fallback fonts for
+/// missing glyphs.
+/// Units: points in the interface; the painter has kUnits per point.
 class PDFText final {
 public:
     PDFText(int points, QFont::Weight weight);
 
-    /// Fine enough for the places of letters in whole numbers, which make short files and quick ones.
+    /// Fine enough for integer glyph positions, which keep files small and fast to write.
     static constexpr int kUnits = 20;
     static constexpr double kUnlimited = std::numeric_limits<float>::max();
 
-    /// Adds a line with its top left corner there; one wider than `width` ends in an ellipsis.
+    /// Adds a line; one wider than `width` is elided at the end.
     void add(const QString& text, QPointF topLeft, double width = kUnlimited);
 
-    /// Draws what was added since, in the order of adding.
+    /// Draws the lines added since the last call, in order.
     void draw(QPainter& painter, const QColor& colour);
 
-    /// How the signs that were drawn are to be read back where the document would say otherwise.
+    /// Corrections for drawn glyphs that the document would map to the wrong character.
     [[nodiscard]] TextCorrections corrections() const;
 
 private:
-    struct Sign {
+    struct GlyphInfo {
         quint32 glyph = 0;
-        bool isPlain = false; ///< to be set without shaping
-        double advance = -1;  ///< asked when it is used first
+        bool isPlain = false; ///< set without shaping
+        double advance = -1;  ///< determined on first use
     };
-    /// Glyphs that follow each other from left to right, or a shaped piece; the base line starts at the origin.
+    /// A left-to-right sequence of glyphs or a shaped piece, with its baseline starting at the origin.
     struct Line {
         QList<QGlyphRun> runs;
         double width = 0;
     };
 
     [[nodiscard]] bool isPlain(QStringView text) const;
-    const Sign& use(QChar letter);
+    const GlyphInfo& use(QChar letter);
     void addPlain(QStringView text, QPointF base, double width);
     void addEllipsis(QPointF base);
     [[nodiscard]] Line plainPiece(QStringView text);
@@ -62,14 +63,14 @@ private:
 
     QFont m_font;
     QRawFont m_rawFont;
-    std::vector<Sign> m_signs; ///< by code, up to the last one that can be plain
+    std::vector<GlyphInfo> m_glyphInfo; ///< by code point, below kPlainEnd
     QString m_ellipsis;
     double m_ellipsisWidth = 0;
-    QList<quint32> m_glyphs; ///< of the plain run at the end of what was added
+    QList<quint32> m_glyphs; ///< of the current plain run, not in m_runs yet
     QList<QPointF> m_positions;
     QList<QGlyphRun> m_runs;
     QCache<QString, Line> m_shapedPieces;
-    QHash<QString, QHash<quint32, char16_t>> m_radicals; ///< by family and sign
+    QHash<QString, QHash<quint32, char16_t>> m_radicals; ///< by font family and glyph
     TextCorrections m_radicalsMeant;
 };
 

@@ -19,17 +19,17 @@ char16_t corrected(char16_t code, const TextCorrections& corrections)
     if (code < kFirstJoinedForm || code > kLastJoinedForm)
         return code;
     const QString letters = QString(QChar(code)).normalized(QString::NormalizationForm_KC);
-    // A sign for two letters has no room for the second.
+    // The map has room for one code only: ligatures of several letters stay.
     return letters.size() == 1 ? letters.front().unicode() : code;
 }
 
-/// One line: first and last number of a row of signs, then their codes.
+/// One line of a bfrange: first and last glyph number, then the character codes.
 void correctRange(char* begin, char* end, const TextCorrections& corrections)
 {
-    int place = 0;
+    int index = 0;
     for (char* open = std::find(begin, end, '<'); end - open > kCodeLength;
-         open = std::find(open + 1, end, '<'), ++place) {
-        if (place < 2)
+         open = std::find(open + 1, end, '<'), ++index) {
+        if (index < 2)
             continue;
         const QByteArray old(open + 1, kCodeLength);
         const char16_t code = corrected(static_cast<char16_t>(old.toUShort(nullptr, 16)), corrections);

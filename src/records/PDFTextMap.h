@@ -5,13 +5,13 @@
 
 namespace orvanlite {
 
-/// The code that the document gives for a sign, and the one that was meant.
+/// From the code that the document gives for a glyph to the intended one.
 using TextCorrections = QHash<char16_t, char16_t>;
 
-/// Puts the maps from signs to text in a document of Qt's writer right, so that its texts are searched and copied
-/// letter for letter. The writer takes the lowest code of each sign: every blank reads as a tab stop, and a letter
-/// that shares its sign with another one may read as that. Joined Arabic letters become the letters themselves.
-/// Shape: nothing changes its place in the document.
+/// Corrects the ToUnicode maps in a document written by QPdfWriter, so that its text can be searched and
+/// copied. The writer maps each glyph to its lowest code: a space becomes a tab, and a letter may become
+/// another one that shares its glyph. Arabic presentation forms are replaced by the base letters.
+/// Shape: no byte offset in the document changes.
 void correctTextMaps(QByteArray& pdf, const TextCorrections& corrections);
 
 } // namespace orvanlite

@@ -6,12 +6,11 @@
 
 namespace orvanlite {
 
-/// What is going to be saved.
 struct SaveRequest {
     QString title;
     QString fileName; ///< proposed
     QString typeName; ///< of such files, e.g. "PDF document"
-    QString suffix;   ///< without the dot; a name that is typed without one gets it
+    QString suffix;   ///< without the dot; appended to a typed name without one
 };
 
 /// Asks the user where to save a file.
@@ -22,8 +21,7 @@ public:
     SavePanel& operator=(const SavePanel&) = delete;
     virtual ~SavePanel() = default;
 
-    /// Does not wait. `chosen` gets the path that the user confirms, later and once; nothing is called when the user
-    /// does not.
+    /// Returns at once. `chosen` is called later, once, with the confirmed path, and not at all on cancel.
     virtual void ask(const SaveRequest& request, std::function<void(const QString& path)> chosen) = 0;
 };
 

@@ -41,7 +41,7 @@ bool hasUADPlugins(const AudioPlugins& catalogue)
     return std::any_of(catalogue.begin(), catalogue.end(), isUADPlugin);
 }
 
-/// All files that the names mean, each once, in the order of the catalogue.
+/// All files that match the names, each once, in catalogue order.
 AudioPlugins targetsOf(const QSet<QString>& names, const AudioPlugins& catalogue)
 {
     const UADPluginMatcher matcher(catalogue);
@@ -62,7 +62,7 @@ QString noTargetsMessage(const AudioPlugins& catalogue)
 {
     if (hasUADPlugins(catalogue))
         return u"The selected plugins are already disabled or could not be matched to installed files."_s;
-    // The folder by the name that users know, also where the files lie below another root.
+    // The folder's usual path, even when the layout has another root.
     return u"No UAD plugins found on this system. Make sure UAD software is installed and plugins are present in "_s +
            platform::SystemLayout().audioPlugInsDirectory() + u'.';
 }
@@ -157,7 +157,7 @@ QCoro::Task<std::optional<QString>> UADCleanupManager::triggerProfileExport()
     const platform::ScriptOutcome opened = co_await scripts.execute(kOpenInformationScript.toString());
     if (opened.error && !opened.error->isEmpty())
         printLine(u"AppleScript error opening UAD: "_s + platform::description(*opened.error));
-    // What counts is whether a file turns up, not what became of the scripts.
+    // Success is decided by whether a file appears, not by the outcome of the scripts.
     co_await scripts.execute(kSaveProfileScript.toString());
     co_await clock.sleepFor(std::chrono::seconds(1));
     if (!self || run != m_run)
@@ -178,10 +178,10 @@ void UADCleanupManager::removeStaleProfile() const
     if (m_platform.layout.desktop.isEmpty())
         return;
     try {
-        // An old file must not pass for the one that is about to be written.
+        // An old file must not be mistaken for the new one.
         m_platform.files.remove(m_platform.layout.desktop + u'/' + profileFilename.toString());
     } catch (const platform::FileError&) {
-        // Mostly there is none; one that stays is read as if it were new.
+        // Usually there is none; one that cannot be removed is read as if it were new.
     }
 }
 
@@ -201,7 +201,7 @@ void UADCleanupManager::retryWithExistingProfile()
 {
     isLoading = true;
     errorMessage = std::nullopt;
-    // In a turn of its own, so that the sheet can show that something is going on.
+    // In the next event loop iteration, so that the sheet can show that it is busy.
     const auto parse = [this, run = ++m_run] {
         if (run == m_run)
             parseExistingProfile();
@@ -230,7 +230,7 @@ void UADCleanupManager::parseProfile(const QString& path)
     } catch (const platform::FileError& failure) {
         fail(failure.message);
     } catch (const std::exception& failure) {
-        fail(QString::fromUtf8(failure.what())); // e.g. out of memory: the sheet must not stay busy for ever
+        fail(QString::fromUtf8(failure.what())); // e.g. out of memory: the sheet must not stay busy forever
     }
 }
 

@@ -19,14 +19,14 @@ namespace orvanlite {
 class PluginDatabase;
 class PluginManagerViewModel;
 
-/// The clean-up of UAD demos: gets the vendor's list of authorisations, shows which installed plugins the user does
-/// not own, and disables the chosen ones. Nothing is deleted.
+/// The clean-up of UAD demos: obtains the manufacturer's list of authorisations, shows which installed
+/// plugins the user does not own, and disables the selected ones. Nothing is deleted.
 ///
-/// It holds the state of the last run: startCleanup() resets it, closing the sheet does not. A run that a newer one
-/// has overtaken ends without touching that state.
+/// Holds the state of the last run: startCleanup() resets it, closing the sheet does not. A run that has been
+/// superseded by a newer one ends without changing that state.
 class UADCleanupManager final : public QObject {
 public:
-    /// The one clean-up of the process.
+    /// The instance of this process.
     static UADCleanupManager& shared(const platform::Platform& platform, PluginDatabase& database);
 
     UADCleanupManager(const platform::Platform& platform, PluginDatabase& database,
@@ -37,18 +37,19 @@ public:
     Observable<bool> showCleanupSheet{false};
     Observable<bool> isLoading{false};
     Observable<bool> cleanupComplete{false};
-    /// All that is not authorised, in the order of the profile.
+    /// Everything not authorised, in profile order.
     Observable<UADPluginAuths> demoPlugins;
     Observable<UADPluginAuths> authorizedPlugins;
-    /// What went wrong, or why there is nothing to do.
+    /// An error, or why there is nothing to do.
     Observable<std::optional<QString>> errorMessage;
-    /// Files, not profile entries, and with those that were off before.
+    /// Number of files, not of profile entries, including those that were already disabled.
     Observable<int> disabledCount{0};
 
-    /// Scans and disables. Set by the root view before the start; the clean-up ends quietly when it has died.
+    /// Scans and disables. Set by the root view before the start; once it is destroyed, the clean-up ends
+    /// silently.
     QPointer<PluginManagerViewModel> pluginManager;
 
-    /// Of `demoPlugins`, in its order.
+    /// Subsets of `demoPlugins`, in its order.
     [[nodiscard]] UADPluginAuths expiredPlugins() const;
     [[nodiscard]] UADPluginAuths activeDemoPlugins() const;
     [[nodiscard]] UADPluginAuths notStartedPlugins() const;
@@ -57,20 +58,21 @@ public:
 
     /// Shows the sheet, resets everything and starts a run: scan, export, matching.
     void startCleanup();
-    /// Starts a run on a profile file that is there already, without the vendor's control panel and without a scan.
+    /// Starts a run with an existing profile file, without the manufacturer's control panel and without a
+    /// scan.
     void retryWithExistingProfile();
 
-    /// Lets the vendor's control panel write the profile, reads it and matches it.
+    /// Exports the profile with the manufacturer's control panel, then reads and matches it.
     QCoro::Task<> exportAndParseProfile();
-    /// Fills both lists from the text of a profile, and `errorMessage` when nothing is left to do.
+    /// Fills both lists from a profile's text, and sets `errorMessage` when there is nothing to do.
     void parseAndCrossReference(const QString& text);
-    /// Disables all files of the ticked entries, with one request for administrator rights. Ends with
-    /// `cleanupComplete`, or with a message when no file was found; a failed batch goes to the error of
-    /// `pluginManager` and changes neither.
+    /// Disables all files of the selected entries with one request for administrator rights. Sets
+    /// `errorMessage` when no file was found, otherwise `cleanupComplete`, even when the batch fails: that
+    /// error goes to `pluginManager`.
     QCoro::Task<> disableSelectedUADDemos();
 
     void toggleSelection(const QUuid& id);
-    /// Leaves the entries that are off already as they are.
+    /// Leaves already disabled entries as they are.
     void selectAll();
     void deselectAll();
     void selectExpiredOnly();

@@ -7,13 +7,13 @@
 
 namespace orvanlite {
 
-/// One plugin line of a UAD system profile: what Universal Audio says of the user's right to the plugin.
+/// One plugin line of a UAD system profile: the user's authorisation for a plugin.
 struct UADPluginAuth {
     enum class UADAuthState { demo, authorized, expired, demoNotStarted };
 
     struct UADAuthStatus {
         UADAuthState state = UADAuthState::demoNotStarted;
-        qint64 daysLeft = 0; ///< of a demo only
+        qint64 daysLeft = 0; ///< only for a demo
 
         /// E.g. "Demo (3 days left)". There is no singular form.
         [[nodiscard]] QString displayString() const;
@@ -21,10 +21,10 @@ struct UADPluginAuth {
     };
 
     QUuid id;     ///< new for each parsed line
-    QString name; ///< as the profile writes it
+    QString name; ///< as in the profile
     UADAuthStatus status;
-    bool isSelected = true;         ///< ticked for the clean-up
-    bool isAlreadyDisabled = false; ///< all its files are off
+    bool isSelected = true;         ///< for the clean-up
+    bool isAlreadyDisabled = false; ///< it has files, and all are disabled
 
     bool operator==(const UADPluginAuth&) const = default;
 };

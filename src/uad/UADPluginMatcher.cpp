@@ -12,15 +12,15 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Fewer characters than these say too little for names to be compared by their beginnings.
+/// Minimum length in characters for matching names by prefix.
 constexpr int kShortestBeginning = 5;
 
 struct SpecialName {
-    QStringView fragment; ///< of the profile's name, in lower case
+    QStringView fragment; ///< of the profile's name, lower case
     QStringView prefix;   ///< of file names
 };
 
-/// Plugins whose file names have too little in common with what the vendor calls them.
+/// Plugins whose file names differ too much from their profile names.
 constexpr std::array kSpecialNameTable{
     SpecialName{u"shadow hills mastering compressor class a", u"UAD Shadow Hills Class A Mastering Comp"},
     SpecialName{u"shadow hills mastering compressor class a", u"UAD Shadow Hills Mastering Compressor"},
@@ -50,12 +50,12 @@ constexpr std::array<std::pair<QStringView, QStringView>, 10> kWordMap{{
     {u"channel", u"ch"},
     {u"strip", u"st"},
     {u"compressor", u"comp"},
-    {u"limiter", u"lim"}, // on purpose without effect: it is a stop word, and those go first
+    {u"limiter", u"lim"}, // on purpose without effect: it is a stop word, and those take precedence
     {u"dynamics", u"dyn"},
     {u"equalizer", u"eq"},
 }};
 
-/// What becomes of a word: nothing of a stop word, a short form, or (when it is not listed) the word itself.
+/// Replacements of words: empty for a stop word, otherwise its short form. Words not listed stay.
 const UADTextMap<QStringView>& replacements()
 {
     static const UADTextMap<QStringView> words = [] {
@@ -67,14 +67,14 @@ const UADTextMap<QStringView>& replacements()
     return words;
 }
 
-/// The name without the vendor's prefix, wherever it stands, in lower case.
+/// The name in lower case, without the manufacturer's prefix at any position.
 QString lowerWithoutVendor(QString name) { return name.remove(u"UAD "_s).toLower(); }
 
 QString withoutMono(QString name) { return name.remove(u"(m)"_s); }
 
 bool isAlphanumeric(char32_t c) { return QChar::isLetterOrNumber(c) || QChar::isMark(c); }
 
-/// Characters as the user counts them: an accent of its own belongs to its letter. Counts no further than `enough`.
+/// Characters as users count them: combining marks belong to their letter. Stops counting at `enough`.
 int characterCount(QStringView text, int enough)
 {
     int count = 0;
@@ -88,7 +88,7 @@ bool isLongBeginning(QStringView text)
     return characterCount(text, kShortestBeginning) == kShortestBeginning;
 }
 
-/// Calls the function with each token of the text, some of them perhaps twice.
+/// Calls the function with each token of the text; duplicates are possible.
 template <typename Function>
 void forEachToken(QStringView lower, Function function)
 {
@@ -145,7 +145,7 @@ std::size_t UADPluginMatcher::entryOf(const QString& name, std::size_t row)
     QString text = lowerWithoutVendor(withoutMono(name));
     if (const QStringView trimmed = withoutBlanks(text); trimmed.size() < text.size())
         text = trimmed.toString();
-    // The keys, and those of the tokens, are views of the text that the entry keeps.
+    // The keys here and in m_tokenIds are views of the entry's text.
     const auto [known, isNew] = m_entryByText.try_emplace(text, m_entries.size());
     if (!isNew)
         return known->second;
@@ -172,7 +172,7 @@ void UADPluginMatcher::sortEntries()
     const auto isLess = [this](std::size_t left, std::size_t right) {
         return m_entries[left].text < m_entries[right].text;
     };
-    // A catalogue that comes by name mostly leaves nothing to do.
+    // A catalogue sorted by name usually leaves nothing to do.
     if (!std::is_sorted(m_sortedEntries.begin(), m_sortedEntries.end(), isLess))
         std::sort(m_sortedEntries.begin(), m_sortedEntries.end(), isLess);
 }
@@ -185,12 +185,12 @@ void UADPluginMatcher::indexTokens()
         for (const int token : entry.tokens)
             ++usesOf(token);
     }
-    // An entry can only fit a name that holds its rarest token, so that is the one place where it is looked for.
+    // An entry can only match a name that contains its rarest token, so it is indexed by that one alone.
     m_entriesByRarestToken.resize(uses.size());
     for (std::size_t i = 0; i < m_entries.size(); ++i) {
         const std::vector<int>& tokens = m_entries[i].tokens;
         if (tokens.size() < 2)
-            continue; // one word alone would be found in far too many names
+            continue; // a single word would match far too many names
         const int rarest = *std::min_element(tokens.begin(), tokens.end(), [&usesOf](int left, int right) {
             return usesOf(left) < usesOf(right);
         });
@@ -221,7 +221,7 @@ UADPluginMatcher::Rows UADPluginMatcher::specialMatches(const QString& uadName) 
                 rows.push_back(row);
         }
     }
-    // No two prefixes begin alike, so that no row is there twice.
+    // No prefix is the start of another one, so there are no duplicates.
     std::sort(rows.begin(), rows.end());
     return rows;
 }

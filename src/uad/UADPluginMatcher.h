@@ -10,41 +10,40 @@
 
 namespace orvanlite {
 
-/// The words of a plugin's name that tell it from others: without the vendor's prefix and filler words, in the
-/// short forms that file names use.
+/// The distinctive words of a plugin's name: without the manufacturer's prefix and stop words, in the short
+/// forms that file names use.
 [[nodiscard]] QSet<QString> uadTokens(const QString& name);
 
-/// Finds the plugin files that a name of the UAD system profile means: the names there are not those of the files.
+/// Finds the plugin files for a name in the UAD system profile, which differs from the file names.
 ///
-/// A list of special names comes first; then the best candidate among the files whose name begins with "UAD ", of
-/// which all formats are taken, with and without "(m)". The candidate is the first file whose name equals the
-/// profile's or is longer or shorter at its end, and failing that the last one all of whose tokens the profile's
-/// name has. What this takes of each file is worked out once, so that a name costs no walk over the list.
+/// A table of special names comes first, then the best candidate among the files whose name begins with "UAD
+/// ". The candidate is the first file whose name equals the profile's or is a prefix or an extension of it;
+/// otherwise the last file whose tokens all occur in the profile's name. All formats of the candidate match,
+/// with and without "(m)". The files are indexed once, so that a lookup does not iterate over the list.
 class UADPluginMatcher final {
 public:
-    /// The list has to outlive this object and stay as it is.
+    /// The list must outlive this object and not change.
     explicit UADPluginMatcher(const AudioPlugins& plugins);
     UADPluginMatcher(const UADPluginMatcher&) = delete;
     UADPluginMatcher& operator=(const UADPluginMatcher&) = delete;
 
-    /// Positions in the list, ascending; empty for a name that means none of the plugins.
+    /// Indexes into the list, ascending; empty when nothing matches.
     [[nodiscard]] std::vector<std::size_t> matches(const QString& uadName) const;
 
 private:
     using Rows = std::vector<std::size_t>;
 
-    /// What a file's name says when its prefix, its "(m)" and its letter case are gone. Several names may say the
-    /// same.
+    /// A file's name in lower case, without prefix and "(m)". Several names may share one entry.
     struct Entry {
         QString text;
         std::size_t firstRow = 0;
         std::size_t lastRow = 0;
-        std::vector<int> tokens; ///< ascending, each once
+        std::vector<int> tokens; ///< ascending, unique
     };
     struct Name {
         std::size_t firstRow = 0;
         std::size_t lastRow = 0;
-        std::optional<std::size_t> entry; ///< nothing without the vendor's prefix
+        std::optional<std::size_t> entry; ///< nothing without the manufacturer's prefix
     };
 
     [[nodiscard]] std::size_t entryOf(const QString& name, std::size_t row);
@@ -59,7 +58,7 @@ private:
 
     const AudioPlugins& m_plugins;
     UADTextMap<Name> m_names;
-    std::vector<std::size_t> m_nextRow; ///< of the same name; nothing behind a last one
+    std::vector<std::size_t> m_nextRow; ///< with the same name; undefined for the last one
     std::vector<Entry> m_entries;
     UADTextMap<std::size_t> m_entryByText;
     std::vector<std::size_t> m_sortedEntries; ///< by text

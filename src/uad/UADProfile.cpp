@@ -28,7 +28,7 @@ bool isNewline(QChar c)
     return (unit >= u'\n' && unit <= u'\r') || unit == u'\x85' || unit == u'\u2028' || unit == u'\u2029';
 }
 
-/// The first decimal number in the text, in the digits of any script; 0 for one that no integer can hold.
+/// The first decimal number in the text, in digits of any script; 0 on overflow.
 std::optional<qint64> firstNumber(QStringView text)
 {
     std::optional<qint64> number;
@@ -48,11 +48,11 @@ std::optional<qint64> firstNumber(QStringView text)
     return number;
 }
 
-/// Nothing for a status that says none of what is known. `text` is in lower case.
+/// Nothing for an unknown status. `text` is in lower case.
 std::optional<Status> parseStatus(QStringView text)
 {
-    // On purpose in this order: a text that holds "authorized" in any form, also in a longer word, is authorised, so
-    // that nothing that the user may own is switched off.
+    // On purpose in this order: a text that contains "authorized", even within a longer word, counts as
+    // authorised, so that no plugin that the user may own is disabled.
     if (text.contains(u"authorized"_s))
         return Status{State::authorized};
     if (text.contains(u"not started"_s))
@@ -96,7 +96,7 @@ UADPluginAuths parsePluginAuthorizations(QStringView text)
         const qsizetype length = end - (text.begin() + begin);
         const QStringView line = withoutBlanks(text.sliced(begin, length));
         begin += length + 1;
-        // The heading begins with the model of the card on some systems ("UAD-2 ").
+        // On some systems the heading begins with the card's model ("UAD-2 ").
         if (line.contains(u"Plug-in Authorizations"_s))
             isInSection = true;
         else if (isInSection && line.startsWith(u"---"_s))

@@ -4,7 +4,7 @@
 
 namespace orvanlite {
 
-/// Brings the vendor's control panel to the front and opens its information panel.
+/// Brings the manufacturer's control panel to the front and opens its information panel.
 inline constexpr QStringView kOpenInformationScript =
     uR"(tell application "UAD Meter & Control Panel" to activate
 delay 1.5
@@ -15,8 +15,8 @@ tell application "System Events"
 end tell
 delay 1.5)";
 
-/// Presses the button that saves the profile, by its place: it has no name that a script could use.
-/// On purpose: the vertical place begins at the window's horizontal one. That is the text that goes out.
+/// Clicks the button that saves the profile by position: it has no name that a script could use.
+/// On purpose: clickY starts from item 1, the window's x position. The script must be sent unchanged.
 inline constexpr QStringView kSaveProfileScript = uR"(tell application "System Events"
     tell process "UAD Meter & Control Panel"
         set frontWindow to window 1

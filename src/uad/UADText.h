@@ -7,7 +7,7 @@
 
 namespace orvanlite {
 
-/// The text without blanks and tabs at its ends; line breaks stay.
+/// The text without leading and trailing spaces and tabs; line breaks stay.
 [[nodiscard]] inline QStringView withoutBlanks(QStringView text)
 {
     const auto isBlank = [](QChar c) { return c == u'\t' || c.category() == QChar::Separator_Space; };
@@ -18,7 +18,7 @@ namespace orvanlite {
     return text;
 }
 
-/// The code point at the position, which moves behind it. Half of a pair counts as one of its own.
+/// The code point at the position, which is advanced past it. A lone surrogate counts as a code point.
 [[nodiscard]] inline char32_t takeCodePoint(QStringView text, qsizetype& position)
 {
     const QChar first = text[position++];
@@ -27,7 +27,7 @@ namespace orvanlite {
     return first.unicode();
 }
 
-/// Hash of a name or a word. Qt's own, which is fast for long texts, takes some twenty times as long for short ones.
+/// Hash of a name or a word. Qt's hash is fast for long texts but about twenty times slower for short ones.
 /// Source: FNV-1a.
 struct UADTextHash {
     [[nodiscard]] std::size_t operator()(QStringView text) const
