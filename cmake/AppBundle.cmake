@@ -1,6 +1,6 @@
 # orv_app_bundle(<executable target> BUNDLE <path/X.app> INFO_PLIST <Info.plist.in>)
 #
-# Places the executable in an application bundle, the same folder on every system:
+# Places the executable in an application bundle, with the same layout on every system:
 #     X.app/Contents/MacOS/<executable>, X.app/Contents/Info.plist, X.app/Contents/Resources/
 # INFO_PLIST is filled in with the project's values and with @ORV_BUNDLE_EXECUTABLE@, the executable's name.
 function(orv_app_bundle target)

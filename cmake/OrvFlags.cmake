@@ -1,4 +1,4 @@
-# Compiling the same text again is answered from the cache, in an IDE as in the scripts, where ccache is installed.
+# Use ccache if installed, in an IDE as well as in the scripts.
 if(NOT DEFINED CMAKE_CXX_COMPILER_LAUNCHER)
     find_program(ORV_CCACHE ccache)
     if(ORV_CCACHE)
@@ -23,7 +23,7 @@ target_compile_definitions(
     orv_flags INTERFACE QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_KEYWORDS QT_NO_FOREACH
                         QT_NO_NARROWING_CONVERSIONS_IN_CONNECT)
 if(ORV_SANITIZE)
-    # The leak checker stays on; undefined behaviour stops the run like any other fault.
+    # The leak checker stays on; undefined behaviour aborts like any other error.
     target_compile_options(orv_flags INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=all
                                                -fno-omit-frame-pointer)
     target_link_options(orv_flags INTERFACE -fsanitize=address,undefined)

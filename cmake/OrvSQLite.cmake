@@ -1,9 +1,9 @@
-# The catalogue binds a whole selection to one statement, one parameter for each plugin. An SQLite that is built as it
-# comes takes 32,766 and answers larger selections with nothing; Debian's takes 250,000, that of macOS 500,000.
+# The catalogue binds a whole selection to one statement, one parameter per plugin. SQLite's default limit is 32,766
+# parameters, and larger selections return nothing; Debian's limit is 250,000, that of macOS 500,000.
 set(ORV_SQLITE_PARAMETERS 100000)
 
 if(APPLE)
-    # The system's own, whatever else is installed on the machine that builds.
+    # Use the system's SQLite even if another one is installed.
     if(NOT SQLite3_LIBRARY)
         set(sdk "${CMAKE_OSX_SYSROOT}")
         if(NOT IS_DIRECTORY "${sdk}")

@@ -1,8 +1,7 @@
 # orv_add_library(<name> SOURCES <files...> [USES <orv targets...>] [LIBRARIES <outside targets...>])
 #
-# Makes one static library of a subsystem. USES may only name targets that exist already: the order of
-# add_subdirectory() is the layer order, and a ring of static libraries, which CMake accepts in silence, stops
-# the configuration here.
+# Creates the static library of a subsystem. USES may only name existing targets: the order of add_subdirectory() is
+# the layer order, and a cycle of static libraries, which CMake accepts silently, fails the configuration here.
 function(orv_add_library name)
     cmake_parse_arguments(ARG "" "" "SOURCES;USES;LIBRARIES" ${ARGN})
     foreach(used IN LISTS ARG_USES)
@@ -18,7 +17,7 @@ endfunction()
 
 # orv_add_tests(<name> SOURCES <files...> USES <orv targets...>)
 #
-# Makes one test executable of a folder and one ctest entry for it. The shared main() comes with orv_test_main.
+# Creates the test executable of a folder and its ctest entry. orv_test_main provides main().
 function(orv_add_tests name)
     cmake_parse_arguments(ARG "" "" "SOURCES;USES" ${ARGN})
     add_executable(${name} ${ARG_SOURCES})

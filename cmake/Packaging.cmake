@@ -1,4 +1,4 @@
-# How the application is installed and packaged on the system that it is built for.
+# Installation and packaging for the target system.
 if(APPLE)
     include(${PROJECT_SOURCE_DIR}/packaging/macos/Package.cmake OPTIONAL)
 else()

@@ -1,12 +1,12 @@
-# Installs the application and makes a Debian package of it. What goes where stands in docs/packaging-linux.md.
+# Installs the application and builds a Debian package. docs/packaging-linux.md describes the layout.
 include(GNUInstallDirs)
 find_program(ORV_GZIP gzip)
 find_program(ORV_RSVG_CONVERT rsvg-convert)
 
-# The names that the window, the notifications and the settings know the application by.
+# The application id of windows, notifications and settings.
 set(id com.yourcompany.Orvanlite)
-set(made ${CMAKE_BINARY_DIR}/packaging) # all files that are not just copied
-set(bundle lib/orvanlite/Orvanlite.app) # not below the folder for one architecture, it is a program of its own
+set(generated ${CMAKE_BINARY_DIR}/packaging) # generated files
+set(bundle lib/orvanlite/Orvanlite.app) # not below the architecture's folder: it is a self-contained program
 
 # The day of the release; scripts/package sets SOURCE_DATE_EPOCH to that of the last commit.
 string(TIMESTAMP ORV_DAY "%Y-%m-%d" UTC)
@@ -15,7 +15,7 @@ string(REPLACE " 0" " " ORV_DAY_IN_WORDS ${ORV_DAY_IN_WORDS})
 string(TIMESTAMP ORV_MOMENT "%a, %d %b %Y %H:%M:%S +0000" UTC)
 set(ORV_CONTACT "Orvanlite developers <developers@orvanlite.invalid>")
 
-# The terms of libraries that are headers want to stand beside a program that was compiled with them.
+# Licences of header-only libraries have to accompany programs compiled with them.
 set(ORV_NOTICES "")
 foreach(library libcli11-dev nlohmann-json3-dev qcoro-qt6-dev)
     set(notice /usr/share/doc/${library}/copyright)
@@ -27,33 +27,33 @@ foreach(library libcli11-dev nlohmann-json3-dev qcoro-qt6-dev)
     endif()
 endforeach()
 foreach(file ${id}.metainfo.xml ${id}.policy changelog.Debian copyright plugin-manager.1)
-    configure_file(${CMAKE_CURRENT_LIST_DIR}/${file}.in ${made}/${file} @ONLY)
+    configure_file(${CMAKE_CURRENT_LIST_DIR}/${file}.in ${generated}/${file} @ONLY)
 endforeach()
 
-# The application as one folder, found from its executable; the command is a link to that.
+# The application is one folder, located from its executable; the command is a link to that.
 install(TARGETS plugin-manager RUNTIME DESTINATION ${bundle}/Contents/MacOS)
 install(FILES ${CMAKE_BINARY_DIR}/Orvanlite.app/Contents/Info.plist DESTINATION ${bundle}/Contents)
 set(helper Contents/Library/LoginItems/OrvanliteHelper.app/Contents)
 install(TARGETS OrvanliteHelper RUNTIME DESTINATION ${bundle}/${helper}/MacOS)
 install(FILES ${CMAKE_BINARY_DIR}/Orvanlite.app/${helper}/Info.plist DESTINATION ${bundle}/${helper})
-file(MAKE_DIRECTORY ${made}/bin)
-file(CREATE_LINK ../${bundle}/Contents/MacOS/plugin-manager ${made}/bin/plugin-manager SYMBOLIC)
-install(FILES ${made}/bin/plugin-manager DESTINATION ${CMAKE_INSTALL_BINDIR})
+file(MAKE_DIRECTORY ${generated}/bin)
+file(CREATE_LINK ../${bundle}/Contents/MacOS/plugin-manager ${generated}/bin/plugin-manager SYMBOLIC)
+install(FILES ${generated}/bin/plugin-manager DESTINATION ${CMAKE_INSTALL_BINDIR})
 
 install(TARGETS orvanlite-root-runner RUNTIME DESTINATION ${CMAKE_INSTALL_LIBEXECDIR})
-install(FILES ${made}/${id}.policy DESTINATION ${CMAKE_INSTALL_DATADIR}/polkit-1/actions)
+install(FILES ${generated}/${id}.policy DESTINATION ${CMAKE_INSTALL_DATADIR}/polkit-1/actions)
 
 install(FILES ${CMAKE_CURRENT_LIST_DIR}/${id}.desktop DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)
-install(FILES ${made}/${id}.metainfo.xml DESTINATION ${CMAKE_INSTALL_DATADIR}/metainfo)
+install(FILES ${generated}/${id}.metainfo.xml DESTINATION ${CMAKE_INSTALL_DATADIR}/metainfo)
 
-# The drawing for all sizes, and pictures for desktops that take no drawings.
+# The scalable icon, and bitmaps for desktops without SVG support.
 set(icons ${CMAKE_INSTALL_DATADIR}/icons/hicolor)
 set(drawing ${PROJECT_SOURCE_DIR}/resources/AppIcon.svg)
 install(FILES ${drawing} DESTINATION ${icons}/scalable/apps RENAME ${id}.svg)
 set(outputs "")
 if(ORV_RSVG_CONVERT)
     foreach(size 16 24 32 48 64 128 256)
-        set(picture ${made}/icon-${size}.png)
+        set(picture ${generated}/icon-${size}.png)
         add_custom_command(
             OUTPUT ${picture}
             COMMAND ${ORV_RSVG_CONVERT} --width=${size} --height=${size} --output=${picture} ${drawing}
@@ -67,18 +67,18 @@ endif()
 # orv_install_compressed(<file> <destination> <name>)
 function(orv_install_compressed file destination name)
     add_custom_command(
-        OUTPUT ${made}/${name}.gz
-        COMMAND ${ORV_GZIP} -9cn ${file} > ${made}/${name}.gz
+        OUTPUT ${generated}/${name}.gz
+        COMMAND ${ORV_GZIP} -9cn ${file} > ${generated}/${name}.gz
         DEPENDS ${file}
         VERBATIM)
-    install(FILES ${made}/${name}.gz DESTINATION ${destination})
-    set(outputs ${outputs} ${made}/${name}.gz PARENT_SCOPE)
+    install(FILES ${generated}/${name}.gz DESTINATION ${destination})
+    set(outputs ${outputs} ${generated}/${name}.gz PARENT_SCOPE)
 endfunction()
-orv_install_compressed(${made}/plugin-manager.1 ${CMAKE_INSTALL_MANDIR}/man1 plugin-manager.1)
-set(papers ${CMAKE_INSTALL_DATADIR}/doc/orvanlite)
-orv_install_compressed(${PROJECT_SOURCE_DIR}/CHANGELOG.md ${papers} changelog)
-orv_install_compressed(${made}/changelog.Debian ${papers} changelog.Debian)
-install(FILES ${made}/copyright DESTINATION ${papers})
+orv_install_compressed(${generated}/plugin-manager.1 ${CMAKE_INSTALL_MANDIR}/man1 plugin-manager.1)
+set(docs ${CMAKE_INSTALL_DATADIR}/doc/orvanlite)
+orv_install_compressed(${PROJECT_SOURCE_DIR}/CHANGELOG.md ${docs} changelog)
+orv_install_compressed(${generated}/changelog.Debian ${docs} changelog.Debian)
+install(FILES ${generated}/copyright DESTINATION ${docs})
 install(FILES ${CMAKE_CURRENT_LIST_DIR}/lintian-overrides DESTINATION ${CMAKE_INSTALL_DATADIR}/lintian/overrides
         RENAME orvanlite)
 add_custom_target(orvanlite-package-files ALL DEPENDS ${outputs})
@@ -90,7 +90,7 @@ set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "desktop manager for audio plugins")
 set(CPACK_PACKAGE_DESCRIPTION_FILE ${CMAKE_CURRENT_LIST_DIR}/description.txt)
 set(CPACK_PACKAGING_INSTALL_PREFIX ${CMAKE_INSTALL_PREFIX})
 set(CPACK_STRIP_FILES ON)
-# Not those of the umask of the one who calls.
+# Independent of the caller's umask.
 set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
     OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
@@ -98,8 +98,8 @@ set(CPACK_DEBIAN_PACKAGE_RELEASE 1)
 set(CPACK_DEBIAN_PACKAGE_SECTION sound)
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
-# What is started and not linked. Switching plugins, which is what the application is for, goes through pkexec.
+# Started, not linked. Enabling and disabling plugins, the application's purpose, needs pkexec.
 set(CPACK_DEBIAN_PACKAGE_DEPENDS pkexec)
-# Something that shows pkexec's prompt (each desktop brings its own), opens links and speaks to Wayland directly.
+# An agent for pkexec's prompt (each desktop has its own), a tool to open links, and native Wayland support.
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "polkit-1-auth-agent, qt6-wayland, xdg-utils")
 include(CPack)

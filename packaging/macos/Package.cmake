@@ -1,10 +1,10 @@
-# Installs the application bundle with all that it needs, and makes a disk image of it. The steps stand in
-# docs/packaging-macos.md. This has not been run on a Mac yet.
+# Installs the self-contained application bundle and creates a disk image. docs/packaging-macos.md describes the
+# steps. This has not been run on a Mac yet.
 set(here ${PROJECT_SOURCE_DIR}/packaging/macos)
 set(bundle ${CMAKE_BINARY_DIR}/Orvanlite.app)
 set(helper Contents/Library/LoginItems/OrvanliteHelper.app)
 
-# One icon for both bundles, from the same drawing as on every system. Whoever only builds does without.
+# One icon for both bundles, from the drawing used on every system. Not needed for building alone.
 find_program(ORV_RSVG_CONVERT rsvg-convert)
 if(ORV_RSVG_CONVERT)
     set(icon ${bundle}/Contents/Resources/AppIcon.icns)
@@ -19,7 +19,7 @@ else()
     message(STATUS "No rsvg-convert: the bundle gets no icon and cannot be packaged")
 endif()
 
-# The targets and not the folder: installing takes the paths of this machine out of the programs.
+# Targets, not the folder: installing removes this machine's paths from the programs.
 install(TARGETS plugin-manager orvanlite-script RUNTIME DESTINATION Orvanlite.app/Contents/MacOS)
 install(TARGETS OrvanliteHelper RUNTIME DESTINATION Orvanlite.app/${helper}/Contents/MacOS)
 install(FILES ${bundle}/Contents/Info.plist DESTINATION Orvanlite.app/Contents)
@@ -27,15 +27,15 @@ install(FILES ${bundle}/${helper}/Contents/Info.plist DESTINATION Orvanlite.app/
 foreach(each Orvanlite.app Orvanlite.app/${helper})
     install(FILES ${bundle}/Contents/Resources/AppIcon.icns DESTINATION ${each}/Contents/Resources)
 endforeach()
-# The agent is a bundle in the bundle, and uses the plugins of the outer one. Not in the build folder: there they lie
-# where Qt is installed.
+# The agent is a nested bundle and uses the outer one's plugins. Not in the build folder, where those of the installed
+# Qt are used.
 install(FILES ${here}/qt.conf DESTINATION Orvanlite.app/${helper}/Contents/Resources)
 
 find_program(ORV_MACDEPLOYQT macdeployqt HINTS ${Qt6_DIR}/../../../bin)
 install(
     CODE "
     set(app \"\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/Orvanlite.app\")
-    # With further programs named, all of them find their libraries by the way from where they lie themselves.
+    # Naming the other programs makes each find the libraries relative to its own location.
     execute_process(
         COMMAND \"${ORV_MACDEPLOYQT}\" \"\${app}\" -verbose=1
                 \"-executable=\${app}/Contents/MacOS/orvanlite-script\"

@@ -8,15 +8,16 @@
 
 namespace orvanlite::platform {
 
-/// Any other script than the one that is read here.
+/// A script of any other form.
 struct OtherScript {};
 
-/// Reads `do shell script "{command}" with administrator privileges`, in front of whatever runs it.
+/// Parses `do shell script "{command}" with administrator privileges` before a runner executes it.
 ///
-/// Shape:  the command, which may contain raw line ends. White space around the sentence is not part of it.
-/// Errors: the error dictionary of a script that does not compile (-2741) for a `"`, a backslash or a NUL in the
-///         command, and for anything else behind it. Commands are not escaped, so these come from a file's name only:
-///         a `"` would make the rest of the name a part of the script, and a backslash would name another file.
+/// Shape:  the command, which may contain raw line ends. Whitespace around the statement is ignored.
+/// Errors: the error dictionary of a script that does not compile (-2741) for a `"`, a backslash or a NUL in
+///         the command, a missing closing quote and unexpected text after it. Commands are not escaped, so
+///         such characters come from a file name: a `"` would turn the rest of the name into AppleScript, and
+///         a backslash would name a different file.
 [[nodiscard]] std::variant<QString, ScriptErrorDictionary, OtherScript>
 parseAdministratorScript(QStringView source);
 

@@ -7,7 +7,7 @@
 
 namespace orvanlite::platform {
 
-/// An sRGB colour, each part from 0 to 1.
+/// An sRGB colour, each component from 0 to 1.
 struct Rgb {
     double red = 0;
     double green = 0;
@@ -15,7 +15,7 @@ struct Rgb {
     bool operator==(const Rgb&) const = default;
 };
 
-/// What the user has set for the look of all applications. Absent answers: the system does not say.
+/// The user's system-wide appearance settings; nullopt where the system does not report one.
 class Appearance {
 public:
     Appearance() = default;
@@ -27,7 +27,7 @@ public:
     [[nodiscard]] virtual std::optional<Rgb> accentColour() const = 0;
     [[nodiscard]] virtual bool reducesMotion() const = 0;
 
-    /// Calls the handler after any of the three has changed, while `context` lives.
+    /// Calls the handler after any of the three has changed, for the lifetime of `context`.
     virtual void observe(QObject* context, std::function<void()> handler) = 0;
 };
 

@@ -6,7 +6,7 @@
 
 namespace orvanlite::platform {
 
-/// The time of day, and waiting. Tests inject one that is moved by hand.
+/// Current time and timers. Tests inject a clock that they advance by hand.
 class Clock {
 public:
     Clock() = default;
@@ -17,7 +17,7 @@ public:
     /// Seconds since 1970-01-01 00:00:00 UTC, with fractions.
     [[nodiscard]] virtual double now() const = 0;
 
-    /// Ends after the duration; the event loop turns meanwhile.
+    /// Completes after the duration; the event loop keeps running.
     virtual QCoro::Task<> sleepFor(std::chrono::milliseconds duration) = 0;
 };
 

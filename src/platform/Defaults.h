@@ -5,7 +5,7 @@
 
 namespace orvanlite::platform {
 
-/// One domain of user defaults: small values by name, kept between runs.
+/// One domain of user defaults: small persistent values by name.
 class Defaults {
 public:
     Defaults() = default;
@@ -13,15 +13,15 @@ public:
     Defaults& operator=(const Defaults&) = delete;
     virtual ~Defaults() = default;
 
-    /// Booleans, integers, texts and byte arrays; an invalid variant for a name that was never set.
+    /// Booleans, integers, strings and byte arrays; an invalid variant for a key that was never set.
     [[nodiscard]] virtual QVariant value(const QString& key) const = 0;
 
-    /// Stores the value and writes it out at once, so that another process that is told of it reads the new one.
-    /// An equal value is not written again. A failed write is dropped.
+    /// Stores the value and flushes it, so that another process notified of the change reads the new value.
+    /// An equal value is not rewritten; a failed write is ignored.
     virtual void setValue(const QString& key, const QVariant& value) = 0;
 };
 
-/// The application's own defaults and the suites that it shares with its helper.
+/// The application's own defaults and the suites shared with its helper.
 class DefaultsStore {
 public:
     DefaultsStore() = default;

@@ -9,11 +9,11 @@
 
 namespace orvanlite::platform {
 
-/// A failed file operation: the system's error number, the path it is about and the system's own text.
+/// A failed file operation: the system's error number, the path concerned and a localised message.
 class FileError final : public std::exception {
 public:
     FileError(int code, QString path);
-    /// With a text of the system's own instead of the one for the number.
+    /// With a more specific message than the one for the number.
     FileError(int code, QString path, QString message);
 
     [[nodiscard]] const char* what() const noexcept override { return m_what.constData(); }
@@ -29,7 +29,7 @@ private:
 enum class EntryKind {
     directory,
     file,
-    unresolved, ///< a symbolic link, or neither of the two: ask status()
+    unresolved, ///< a symbolic link or other entry; call status()
 };
 
 struct DirectoryEntry {
@@ -40,31 +40,31 @@ struct DirectoryEntry {
 
 enum class HiddenEntries { skip, include };
 
-/// What the system says of a file, symbolic links followed.
+/// Result of stat(): symbolic links are followed.
 struct FileStatus {
     bool isDirectory = false;
     qint64 size = 0;                    ///< bytes
     qint64 accessTime = 0;              ///< whole seconds since 1970
     qint64 modificationTime = 0;        ///< whole seconds since 1970
-    qint64 modificationNanoseconds = 0; ///< beyond the whole seconds
+    qint64 modificationNanoseconds = 0; ///< fraction of the modification time
     bool operator==(const FileStatus&) const = default;
 };
 
-/// A file that is new gets mode 0666 less the umask unless the mode says otherwise.
+/// New files get mode 0666 minus the umask unless noted.
 enum class WriteMode {
     inPlace, ///< opens, truncates and writes the file itself
-    /// Writes a new file and renames it over the old one, whose rights it keeps, and whose owner where that is allowed.
-    /// A link stays and what it points to is replaced. In place where the folder takes no new file.
+    /// Writes a new file and renames it over the old one, keeping its mode and, where permitted, its owner. A
+    /// symbolic link stays; its target is replaced. Writes in place where no new file can be created.
     replaceFile,
-    /// For what nobody else may read, or change before it is used: mode 0600, put in place whole, and only in a folder
-    /// that is private (see requirePrivateFolder()).
+    /// For files that no other user may read or tamper with: mode 0600, renamed into place, only in a private
+    /// folder (see requirePrivateFolder()).
     privateFile,
 };
 
-/// The file system. Asking calls never throw; changing calls and list() throw FileError.
+/// The file system. Queries never throw; changing calls and list() throw FileError.
 ///
-/// Paths are the bytes that the system gives, decoded as UTF-8 without composing or replacing. A name that is
-/// no UTF-8 is listed with replacement characters, and so does not lead back to its file.
+/// Paths are the system's bytes decoded as UTF-8, without Unicode normalisation. A name that is not valid
+/// UTF-8 is listed with replacement characters, so its path does not lead back to the file.
 class FileManager {
 public:
     FileManager() = default;
@@ -72,38 +72,38 @@ public:
     FileManager& operator=(const FileManager&) = delete;
     virtual ~FileManager() = default;
 
-    /// Whether something stands at the path, symbolic links followed (a dangling link does not exist).
+    /// Whether the path exists; symbolic links are followed (a dangling link does not exist).
     [[nodiscard]] virtual bool exists(const QString& path) const = 0;
 
-    /// Nothing when the path does not exist or cannot be asked.
+    /// Empty when the path does not exist or cannot be queried.
     [[nodiscard]] virtual std::optional<FileStatus> status(const QString& path) const = 0;
 
-    /// The entries of a folder without "." and "..", in the order in which the file system gives them.
-    /// Hidden is a name with a leading dot, and what the platform marks as hidden in its own way.
+    /// The entries of a folder without "." and "..", in file-system order. Hidden entries are names with a
+    /// leading dot and those the platform marks as hidden.
     [[nodiscard]] virtual std::vector<DirectoryEntry> list(const QString& path,
                                                            HiddenEntries hidden) const = 0;
 
     /// list() without hidden entries; empty for a folder that cannot be listed.
     [[nodiscard]] std::vector<DirectoryEntry> listOrNothing(const QString& path) const;
 
-    /// The content of a regular file of at most `limit` bytes; nothing for anything else. Never waits (a pipe or
-    /// a device is no regular file).
+    /// The content of a regular file of at most `limit` bytes; empty for anything else. Never blocks: pipes
+    /// and devices are not regular files.
     [[nodiscard]] virtual std::optional<QByteArray> read(const QString& path, qint64 limit) const = 0;
 
     virtual void write(const QString& path, const QByteArray& content, WriteMode mode) = 0;
 
-    /// Moves a file or folder, also to another volume. Throws when something stands at the destination.
+    /// Moves a file or folder, also to another volume. Throws when the destination exists.
     virtual void move(const QString& source, const QString& destination) = 0;
 
-    /// Removes a file, a symbolic link (not what it points to) or a folder with all it holds. Throws when there
-    /// is nothing, and, with nothing removed, when this user may not remove all of it.
+    /// Removes a file, a symbolic link (not its target) or a folder with its contents. Throws when the path
+    /// does not exist and, with nothing removed, when this user may not remove all of it.
     virtual void remove(const QString& path) = 0;
 
     /// Creates the folder and its missing parents; an existing folder is no error.
     virtual void createDirectory(const QString& path) = 0;
 
-    /// Marks a file or folder as hidden from file browsers. Its end is not waited for; throws when it cannot be
-    /// started.
+    /// Marks a file or folder as hidden from file browsers. May finish asynchronously; throws when it cannot
+    /// be started.
     virtual void setHidden(const QString& path) = 0;
 };
 

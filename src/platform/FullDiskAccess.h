@@ -8,7 +8,7 @@ namespace orvanlite::platform {
 
 struct SystemLayout;
 
-/// Whether the system lets the application at the plugins of all users, and where its user grants that.
+/// Whether the application may access the plugins of all users, and where the user grants that access.
 class FullDiskAccess {
 public:
     FullDiskAccess() = default;
@@ -16,13 +16,13 @@ public:
     FullDiskAccess& operator=(const FullDiskAccess&) = delete;
     virtual ~FullDiskAccess() = default;
 
-    /// Asked anew at each call: the user may grant it meanwhile.
+    /// Queried at each call, as the user may grant it at any time.
     [[nodiscard]] virtual bool isGranted() const = 0;
-    /// The place in the system's settings, or a page that helps.
+    /// Link to the page in the system's settings, or to a help page.
     [[nodiscard]] virtual QUrl settings() const = 0;
 };
 
-/// That of the system that this was built for.
+/// The implementation for the target system.
 [[nodiscard]] std::unique_ptr<FullDiskAccess> makeFullDiskAccess(const SystemLayout& layout);
 
 } // namespace orvanlite::platform

@@ -7,7 +7,7 @@ namespace orvanlite::platform {
 /// Source: the cases of SMAppService.Status, with their numbers.
 enum class LoginItemStatus { notRegistered = 0, enabled = 1, requiresApproval = 2, notFound = 3 };
 
-/// Registers an agent that lies inside the main bundle to be started at login.
+/// Registers an agent inside the main bundle to be started at login.
 class LoginItemService {
 public:
     LoginItemService() = default;

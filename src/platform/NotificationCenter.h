@@ -9,7 +9,7 @@ class QObject;
 
 namespace orvanlite::platform {
 
-/// Notifications between processes of one user session. Silent where the session has no such service.
+/// Notifications between processes of one user session. Does nothing where the session has no such service.
 class NotificationCenter {
 public:
     using Handler = std::function<void(const QVariantMap& userInfo)>;
@@ -22,7 +22,7 @@ public:
     /// Posts with immediate delivery. The name is dotted, e.g. "com.yourcompany.Orvanlite.appDidLaunch".
     virtual void post(const QString& name, const QVariantMap& userInfo) = 0;
 
-    /// Calls the handler on the main thread for every such notification while `context` lives.
+    /// Calls the handler on the main thread for every such notification, for the lifetime of `context`.
     virtual void observe(const QString& name, QObject* context, Handler handler) = 0;
 };
 

@@ -4,8 +4,8 @@
 
 namespace orvanlite::platform {
 
-/// Makes this process the only one that holds the file, until it ends in whatever way. False when another one holds
-/// it. True when the file cannot be made: two processes are better than none.
+/// Locks the file until this process exits or is killed. False when another process holds the lock. True when
+/// the file cannot be created or locked for another reason: two processes are better than none.
 [[nodiscard]] bool becomeOnlyProcess(const QString& file);
 
 } // namespace orvanlite::platform

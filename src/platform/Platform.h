@@ -18,8 +18,8 @@ class ScriptRunner;
 class UserNotifications;
 class Workspace;
 
-/// References to every service of the system. Built once in main() and handed down through constructors; what it
-/// refers to outlives every user of it.
+/// References to every service of the system. Built once in main() and passed down through constructors; the
+/// services outlive all their users.
 struct Platform {
     const SystemLayout& layout;
     FileManager& files;
@@ -35,14 +35,13 @@ struct Platform {
     Clock& clock;
 };
 
-/// The file system of the system that this was built for, on its own: for uses that need nothing else and no
-/// QCoreApplication.
+/// The target system's file manager alone, for code that needs no other service and no QCoreApplication.
 [[nodiscard]] std::unique_ptr<FileManager> makeFileManager(const SystemLayout& layout);
 
-/// How the commands of scripts get administrator rights.
+/// How script commands get administrator rights.
 enum class Elevation {
-    ask,  ///< as the system does it: root directly, anyone else after the system's password prompt
-    none, ///< never ask, run the command as the user who runs us (the demo and the tests)
+    ask,  ///< root directly, any other user through the system's password prompt
+    none, ///< never ask; run commands as the current user (agent, demo, tests)
 };
 
 /// Owns the services of this system.
@@ -55,7 +54,7 @@ public:
     [[nodiscard]] virtual Platform platform() = 0;
 };
 
-/// The services of the system that this was built for. Needs a QCoreApplication.
+/// The services of the target system. Needs a QCoreApplication.
 [[nodiscard]] std::unique_ptr<PlatformServices> makePlatformServices(SystemLayout layout,
                                                                      Elevation elevation);
 

@@ -5,7 +5,7 @@
 
 namespace orvanlite::platform {
 
-/// Starts programs that are not waited for.
+/// Starts programs without waiting for them.
 class ProcessLauncher {
 public:
     ProcessLauncher() = default;
@@ -13,7 +13,7 @@ public:
     ProcessLauncher& operator=(const ProcessLauncher&) = delete;
     virtual ~ProcessLauncher() = default;
 
-    /// Starts the program and returns at once; its exit status is never looked at.
+    /// Starts the program and returns at once; its exit status is ignored.
     /// Errors: FileError when it cannot be started.
     virtual void start(const QString& program, const QStringList& arguments) = 0;
 };

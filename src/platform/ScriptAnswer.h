@@ -6,12 +6,12 @@
 
 namespace orvanlite::platform {
 
-/// What the script helper writes to its standard output: one JSON object with the text "result", with the
-/// object "error" whose values are all texts, or with none of them when the script could not be created.
+/// What the script helper writes to standard output: a JSON object with the optional string "result" and the
+/// optional object "error", whose values are strings. Neither is present when the script could not be
+/// created.
 [[nodiscard]] QByteArray encodeScriptAnswer(const ScriptOutcome& outcome);
 
-/// Errors: anything that is no such object (the helper is missing, was killed or printed something else) reads as
-///         an outcome without result and error. Members of other types are left out.
+/// Errors: any other text reads as an outcome without result and error. Members of other types are ignored.
 [[nodiscard]] ScriptOutcome decodeScriptAnswer(const QByteArray& answer);
 
 } // namespace orvanlite::platform

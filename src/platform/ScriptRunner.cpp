@@ -14,8 +14,8 @@ bool needsNoQuotes(QChar character)
            (character >= u'0' && character <= u'9') || character == u'_';
 }
 
-/// The text as the system writes it in the description of a dictionary: bare if it is a word or a number
-/// without sign, otherwise in double quotes.
+/// The string as NSDictionary's description prints it: bare if it is a word or an unsigned number, otherwise
+/// in double quotes.
 QString described(const QString& text)
 {
     if (!text.isEmpty() && std::all_of(text.begin(), text.end(), needsNoQuotes))

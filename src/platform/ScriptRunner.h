@@ -9,7 +9,7 @@
 
 namespace orvanlite::platform {
 
-/// The error dictionary of a script, keyed by the names that the system's script service uses.
+/// The error dictionary of a script, with the system's keys.
 /// Source: NSAppleScript's error dictionary keys.
 using ScriptErrorDictionary = QMap<QString, QString>;
 
@@ -17,23 +17,23 @@ inline constexpr QStringView kScriptErrorMessageKey = u"NSAppleScriptErrorMessag
 inline constexpr QStringView kScriptErrorBriefMessageKey = u"NSAppleScriptErrorBriefMessage";
 inline constexpr QStringView kScriptErrorNumberKey = u"NSAppleScriptErrorNumber";
 
-/// What came of a script. Both absent: the script could not be created or said nothing at all.
+/// Outcome of a script. Neither is set when the script could not be created or gave no answer.
 struct ScriptOutcome {
     std::optional<QString> result;
     std::optional<ScriptErrorDictionary> error;
 
-    /// A result came back and no error with it.
+    /// Has a result and no error.
     [[nodiscard]] bool succeeded() const { return result.has_value() && (!error || error->isEmpty()); }
     bool operator==(const ScriptOutcome&) const = default;
 };
 
-/// Number of a failure that has none of its own. Source: errOSAGeneralError.
+/// Error number of a failure without one of its own. Source: errOSAGeneralError.
 inline constexpr int kScriptGeneralError = -2700;
 
-/// An error dictionary with these two entries.
+/// An error dictionary with message and number.
 [[nodiscard]] ScriptErrorDictionary scriptError(const QString& message, int number);
 
-/// The text of a whole error dictionary, one "key = value;" a line in braces, keys in ascending order.
+/// The dictionary as text: one "key = value;" per line in braces, keys in ascending order.
 [[nodiscard]] QString description(const ScriptErrorDictionary& dictionary);
 
 /// Runs AppleScript source. `do shell script "..." with administrator privileges` asks the user for an
@@ -45,7 +45,7 @@ public:
     ScriptRunner& operator=(const ScriptRunner&) = delete;
     virtual ~ScriptRunner() = default;
 
-    /// Never throws. The event loop turns until the dialog is answered and the command has ended.
+    /// Never throws. The event loop keeps running until the dialog is answered and the command has finished.
     virtual QCoro::Task<ScriptOutcome> execute(QString source) = 0;
 };
 

@@ -8,11 +8,12 @@ namespace orvanlite::platform {
 
 struct SystemLayout;
 
-/// Makes this process the only one that works on the application folder, until it ends in whatever way. To be called
-/// before anything there is read.
-/// Shape:   false when another process is the one; it has been asked to show its window, and did. Always true on
-///          macOS, where the system starts no application twice.
-/// Errors:  std::runtime_error when the other process cannot be asked or does not answer within two seconds.
+/// Makes this process the only one that uses the application folder, until it exits or is killed. Call it
+/// before reading anything there.
+/// Shape:   false when another instance is running; it has then shown its window. Always true on macOS, where
+///          Launch Services does not start an application twice.
+/// Errors:  std::runtime_error when the other instance cannot be reached or does not answer within two
+///          seconds.
 /// Effects: creates the folder and its lock file.
 [[nodiscard]] bool becomeOnlyInstance(const SystemLayout& layout);
 

@@ -6,13 +6,13 @@ class QObject;
 
 namespace orvanlite::platform {
 
-/// Calls the handler once, when an item for the menu bar or tray can be made: maybe at once, at the latest after half a
-/// minute where a tray may be there that cannot be asked for. At login an agent may be up before the desktop's tray is,
-/// and an item that is made too early never shows. Never called in a session without services for its applications, nor
-/// after `context` has gone.
+/// Calls the handler once, possibly immediately, when a menu bar or tray item can be created; outside Wayland
+/// after 30 s at the latest, as an X11 tray cannot be detected. At login the agent may start before the tray,
+/// and an item created too early never appears. Never called on Linux without a session bus, or after
+/// `context` is destroyed.
 void whenStatusAreaIsReady(QObject* context, std::function<void()> handler);
 
-/// Whether a plain click on an item opens its menu; otherwise that is for another button.
+/// Whether a primary click on an item opens its menu; otherwise another button does.
 [[nodiscard]] bool clickOpensStatusMenu();
 
 } // namespace orvanlite::platform

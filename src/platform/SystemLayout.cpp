@@ -32,7 +32,7 @@ QString SystemLayout::uadControlPanel() const
 
 bool SystemLayout::isInSystemLibrary(const QString& path) const
 {
-    // On purpose: the bare text decides, so a neighbour such as "/Library Backup" counts too.
+    // On purpose: a plain prefix test, so a sibling such as "/Library Backup" counts too.
     return path.startsWith(system(u"/Library"));
 }
 
@@ -47,7 +47,7 @@ QString SystemLayout::machineIdFile() const { return system(u"/etc/machine-id");
 
 QString SystemLayout::shell() const
 {
-    // The real one in a sandbox too: it is started there, not looked at.
+    // The real one in a sandbox too: it is only executed.
     return u"/bin/sh"_s;
 }
 
@@ -55,7 +55,7 @@ QString SystemLayout::openTool() const { return system(u"/usr/bin/open"); }
 
 QString SystemLayout::chflags() const
 {
-    // The real one in a sandbox too: it only gets paths of the sandbox, and changes nothing outside.
+    // The real one in a sandbox too: it only receives sandbox paths.
     return u"/bin/chflags"_s;
 }
 

@@ -4,48 +4,47 @@
 
 namespace orvanlite::platform {
 
-/// Every absolute path that the system knows. A plain value; nothing else spells an absolute path.
+/// Every absolute path that the application uses. A plain value; no other code spells an absolute path.
 ///
-/// In production `root` is empty. Tests and the demo use a layout whose root is a temporary folder, so that they
-/// can never reach the folders of the real system. Paths built from a layout are real paths on disk.
+/// In production `root` is empty. Tests and the demo use a temporary folder as root, so they cannot reach the
+/// real system folders. Paths built from a layout are real paths on disk.
 struct SystemLayout {
     QString root;               ///< empty, or the folder that stands for "/"; no trailing slash
     QString home;               ///< the user's home folder
-    QString applicationSupport; ///< where applications of this user keep their data
-    QString configuration;      ///< where settings of this user lie
+    QString applicationSupport; ///< the user's application data
+    QString configuration;      ///< the user's settings
     QString cache;
-    QString runtime; ///< sockets and marks of running processes
-    QString
-        temporary; ///< for scripts that root runs, private to the user; made when the platform services are
+    QString runtime;   ///< sockets and lock files of running processes
+    QString temporary; ///< scripts that root runs; private, created with the platform services
     QString desktop;
     QString downloads;
     QString documents;
-    QString toolOverrides; ///< folder of stand-ins that leads the search path of scripts; empty in production
-    QString rootRunner; ///< where a package puts the program that the password prompt starts; empty for none
+    QString toolOverrides; ///< folder that leads the PATH of scripts; empty in production
+    QString rootRunner;    ///< installed program that the password prompt starts; empty for none
 
-    /// The layout of this machine for this user.
+    /// The layout of this machine and user.
     [[nodiscard]] static SystemLayout ofThisMachine();
 
-    /// The same shape below a root of its own, with the home folder `{root}/Users/tester`.
+    /// The same layout below `root`, with the home folder `{root}/Users/tester`.
     [[nodiscard]] static SystemLayout sandbox(const QString& root);
 
     [[nodiscard]] bool isSandbox() const { return !root.isEmpty(); }
 
-    /// `root` in front of an absolute path of the system.
+    /// Prepends `root` to an absolute path.
     [[nodiscard]] QString system(QStringView absolutePath) const
     {
         return QString(root).append(absolutePath);
     }
-    /// The home folder in front of an absolute path of the system; empty for a user without a home folder of
-    /// their own, which would make it the system's path.
+    /// Prepends the home folder to an absolute path. Empty for a user without a home folder, where the result
+    /// would be the system's path.
     [[nodiscard]] QString inHome(QStringView absolutePath) const
     {
         return home.isEmpty() || home == u"/" ? QString() : QString(home).append(absolutePath);
     }
 
-    /// "/Library/Audio/Plug-Ins/Disabled": one subfolder per format for what is switched off.
+    /// "/Library/Audio/Plug-Ins/Disabled": one subfolder per format for disabled plugins.
     [[nodiscard]] QString centralDisabledDirectory() const;
-    /// "/Library/Application Support/Avid/Audio/Plug-Ins" and its neighbour "Plug-Ins (Unused)".
+    /// "/Library/Application Support/Avid/Audio/Plug-Ins" and its sibling "Plug-Ins (Unused)".
     [[nodiscard]] QString aaxDirectory() const;
     [[nodiscard]] QString aaxUnusedDirectory() const;
     [[nodiscard]] QString aaxUnusedDirectoryOfUser() const; ///< the same below the home folder
@@ -53,7 +52,7 @@ struct SystemLayout {
     [[nodiscard]] QString audioPlugInsDirectory() const;    ///< "/Library/Audio/Plug-Ins"
     /// "/Applications/Universal Audio/UAD Meter & Control Panel.app"
     [[nodiscard]] QString uadControlPanel() const;
-    /// Whether the path begins with the text "/Library", the system's library.
+    /// Whether the path starts with "/Library" as plain text.
     [[nodiscard]] bool isInSystemLibrary(const QString& path) const;
 
     /// {Application Support}/Orvanlite: the catalogue and all state files.
@@ -63,7 +62,7 @@ struct SystemLayout {
     [[nodiscard]] QString audioUnitSystemCache() const;
     [[nodiscard]] QString machineIdFile() const; ///< "/etc/machine-id"
 
-    /// Programs that are started, as absolute paths.
+    /// Absolute paths of external programs.
     [[nodiscard]] QString shell() const;    ///< "/bin/sh"
     [[nodiscard]] QString openTool() const; ///< "/usr/bin/open"
     [[nodiscard]] QString chflags() const;  ///< "/bin/chflags"

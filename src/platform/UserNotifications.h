@@ -4,7 +4,7 @@
 
 namespace orvanlite::platform {
 
-/// Short messages that the system shows to the user outside of any window.
+/// Short messages that the system shows outside any window.
 class UserNotifications {
 public:
     UserNotifications() = default;
@@ -12,7 +12,7 @@ public:
     UserNotifications& operator=(const UserNotifications&) = delete;
     virtual ~UserNotifications() = default;
 
-    /// Silent where the system has no such service.
+    /// Does nothing where the system has no such service.
     virtual void show(const QString& title, const QString& body) = 0;
 };
 

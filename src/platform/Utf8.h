@@ -5,8 +5,8 @@
 
 namespace orvanlite::platform {
 
-/// UTF-8 as text, with all its characters: QString::fromUtf8() drops U+FEFF from the beginning, where it may
-/// be the mark of a whole file, but is a part of a file's name.
+/// Decodes UTF-8 and keeps a leading U+FEFF. QString::fromUtf8() drops it as a byte order mark, but in a file
+/// name it is part of the name.
 [[nodiscard]] inline QString fromUtf8(QByteArrayView bytes)
 {
     QString text = QString::fromUtf8(bytes);

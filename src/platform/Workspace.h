@@ -14,7 +14,7 @@ struct RunningApplication {
     bool operator==(const RunningApplication&) const = default;
 };
 
-/// Other applications: opening files and pages with them, and those that run from a bundle.
+/// Other applications: opens files and pages with them and lists those running from a bundle.
 class Workspace {
 public:
     Workspace() = default;
@@ -22,17 +22,17 @@ public:
     Workspace& operator=(const Workspace&) = delete;
     virtual ~Workspace() = default;
 
-    /// Opens a web page or a file (file URL) with the user's application for it. False when nothing could be
+    /// Opens a web page or a file (file URL) in the user's default application. False when nothing could be
     /// started.
     virtual bool open(const QUrl& url) = 0;
 
-    /// Applications of this user that run from an application bundle with an identifier.
+    /// The user's applications that run from a bundle with an identifier.
     [[nodiscard]] virtual std::vector<RunningApplication> runningApplications() const = 0;
 
-    /// Starts the application bundle at the path; what comes of it is not told.
+    /// Starts the application bundle at the path; failures are not reported.
     virtual void openApplication(const QString& bundlePath) = 0;
 
-    /// Asks the application to end, as its own "Quit" would.
+    /// Asks the application to quit.
     virtual void terminate(const RunningApplication& application) = 0;
 };
 

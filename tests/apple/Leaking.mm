@@ -1,6 +1,6 @@
 #import <Foundation/Foundation.h>
 
-// One release short: the check has to fail on this file.
+// Lacks a release: the check has to fail on this file.
 NSUInteger lengthOfCopy(NSString* text);
 
 NSUInteger lengthOfCopy(NSString* text)

@@ -1,6 +1,6 @@
 #import <Foundation/Foundation.h>
 
-// One letter short: the check has to fail on this file.
+// Lacks a letter: the check has to fail on this file.
 BOOL isLight(NSString* name);
 
 BOOL isLight(NSString* name) { return [name isEqualToStrin:@"Light"]; }

@@ -1,5 +1,5 @@
-# Included by the check of CMake's Apple branches, right after project(): looks for the libraries as on Linux, and goes
-# on as on a Mac. What is configured like that cannot be built.
+# Included by the check of CMake's Apple branches, right after project(): finds the libraries as on Linux, then
+# continues as on a Mac. The result cannot be built.
 find_package(Qt6 6.4 REQUIRED COMPONENTS Core Gui Network Svg Widgets Test)
 find_package(QCoro6 REQUIRED COMPONENTS Core Network)
 macro(find_package name)

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # bundle.sh <check-bundle>
-# Makes a small bundle of programs and libraries in the form of macOS, and sees what check-bundle says of it as it should
-# be, and with one thing wrong at a time.
+# Creates a small bundle of macOS programs and libraries and runs check-bundle on it, first intact and then with one
+# fault at a time.
 set -euo pipefail
 check=$1
 work=$(mktemp -d)
@@ -31,7 +31,7 @@ make_bundle() {
     make "$app/Contents/PlugIns/platforms/libqcocoa.dylib" 13.0 libqcocoa.dylib "$core"
     make "$app/Contents/MacOS/plugin-manager" 13.0 none "$core" "$work/libsqlite3.dylib" -rpath @executable_path/../Frameworks
     make "$app/Contents/MacOS/orvanlite-script" 13.0 none "$core" -rpath @loader_path/../Frameworks
-    make "$agent/MacOS/OrvanliteHelper" 13.0 none "$core" -rpath "@loader_path/${way:-../../../../../Frameworks}"
+    make "$agent/MacOS/OrvanliteHelper" 13.0 none "$core" -rpath "@loader_path/${rpath:-../../../../../Frameworks}"
     for contents in "$app/Contents" "$agent"; do
         mkdir -p "$contents/Resources"
         echo picture >"$contents/Resources/AppIcon.icns"
@@ -39,7 +39,8 @@ make_bundle() {
     done
 }
 
-# says passed|refused [<text>]: how check-bundle has to end, and what it has to say; nothing without a text.
+# says passed|refused [<text>]: the expected result of check-bundle and a part of its output; without a text the
+# output must be empty.
 says() {
     local end=refused said
     said=$("$check" "$app" 2>&1) && end=passed
@@ -52,7 +53,7 @@ make_bundle
 says passed
 rm "$app/Contents/Frameworks/libcore.dylib"
 says refused "there is no @rpath/libcore.dylib"
-way=../Frameworks make_bundle
+rpath=../Frameworks make_bundle
 says refused "OrvanliteHelper has no way to @rpath/libcore.dylib"
 sqlite=/opt/homebrew/opt/sqlite/lib/libsqlite3.dylib make_bundle
 says refused "an SQLite that is not the system's: /opt/homebrew"

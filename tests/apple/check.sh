@@ -1,6 +1,6 @@
 #!/bin/sh
 # check.sh <compiler> <file of flags> <file of flags for the check> <sources...>
-# Lets the compiler check the sources, several at a time; keeps nothing.
+# Runs the compiler's checks on the sources in parallel, without output files.
 set -eu
 compiler=$1
 flags=$2

@@ -1,6 +1,6 @@
 #!/bin/sh
-# Shows that layer-rules.sh sees what it is there for: writes one line at a time into a tree of its own and looks at
-# the answer. Each row: wanted reason (- for none), file, line. Usage: breaches.sh FOLDER-OF-QT-WIDGETS-HEADERS.
+# Checks that layer-rules.sh detects violations: writes one line at a time into a temporary tree and checks the output.
+# Each row: expected reason (- for none), file, line. Usage: breaches.sh FOLDER-OF-QT-WIDGETS-HEADERS.
 set -eu
 
 rules=$(cd "$(dirname "$0")" && pwd)/layer-rules.sh

@@ -1,9 +1,9 @@
 #!/bin/sh
-# Reads every source file of a tree and reports what breaks the order of the folders: a folder uses only what lies
-# below it, a group of the window only the toolkit, the system is known to src/platform alone, and what the house has
-# banned does not come back. Prints file:line: reason for each breach and fails if there is one.
-# Usage: layer-rules.sh TREE [FOLDER], where FOLDER holds the headers of Qt Widgets; without it only the most common
-# ones are known.
+# Checks the layer rules in every source file of a tree: a folder uses only lower folders, a group of the window only
+# the toolkit, only src/platform depends on the system, and banned calls stay out. Prints "file:line: reason" for each
+# violation and fails if there is one.
+# Usage: layer-rules.sh TREE [FOLDER], where FOLDER contains the headers of Qt Widgets; without it only the most
+#        common ones are known.
 set -eu
 
 tree=$1
@@ -17,8 +17,7 @@ cd "$tree"
 files=$(find src tests demo bench -type f \( -name '*.h' -o -name '*.cpp' -o -name '*.mm' \) 2>/dev/null | sort)
 [ -n "$files" ] || { echo "layer-rules.sh: no source file below $tree" >&2; exit 1; }
 
-# No file of the project has a blank in its name, so the list may be split at them.
-# shellcheck disable=SC2086
+# File names of the project contain no spaces, so the list may be split at whitespace. shellcheck disable=SC2086
 exec awk -v widgets="$widgets" '
 function allow(folder, list,    names, i) {
     split(list, names, " ")
@@ -29,7 +28,7 @@ function breach(reason) {
     printf "%s:%d: %s\n    %s\n", FILENAME, FNR, reason, $0
     failed = 1
 }
-# The line without its comment. Text in quotes may hold two slashes.
+# The line without its comment. Quoted text may contain two slashes.
 function code_of(line,    i, c, quoted) {
     if (line ~ /^[ \t]*(\*|\/\*)/) return ""
     if (index(line, "//") == 0) return line
@@ -59,7 +58,7 @@ BEGIN {
     count = split("toolkit table bulk sidebar sheets onboarding progress updates app", names, " ")
     for (i = 1; i <= count; ++i) group[names[i]] = 1
 
-    # Outside headers that belong to certain folders.
+    # External headers reserved for certain folders.
     only["sqlite3.h"] = " catalogue "
     only["expat.h"] = " platform "
     only["CLI/"] = " cli "
@@ -82,7 +81,7 @@ in_source && code ~ /^[ \t]*#[ \t]*include[ \t]*"/ {
     split(code, parts, "\"")
     name = parts[2]
     split(name, used, "/")
-    # main() hands the start of the window to the command line.
+    # main() passes the function that opens the window to the command line.
     free = FILENAME == "src/cli/main.cpp"
     if (name ~ /\.moc$/) next
     else if (!(used[1] in known)) breach("includes are written \"folder/File.h\"")

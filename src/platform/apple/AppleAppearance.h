@@ -4,7 +4,7 @@
 
 namespace orvanlite::platform {
 
-/// What is set under Appearance and Accessibility in the System Settings.
+/// The settings under Appearance and Accessibility in System Settings.
 class AppleAppearance final : public Appearance {
 public:
     [[nodiscard]] std::optional<bool> isDark() const override;

@@ -10,7 +10,7 @@ NSString* const kAppearanceKey = @"effectiveAppearance";
 
 } // namespace
 
-/// Light and dark have no notification; the application's property is watched instead.
+/// Light and dark have no notification; observe the application's property instead.
 @interface OrvAppearanceWatcher : NSObject {
     std::function<void()> _handler;
 }
@@ -36,7 +36,7 @@ NSString* const kAppearanceKey = @"effectiveAppearance";
     Q_UNUSED(object)
     Q_UNUSED(change)
     Q_UNUSED(context)
-    // A copy, as the handler may end its own context and so this object.
+    // Copied: the handler may destroy its context and with it this object.
     const auto running = _handler;
     running();
 }
@@ -58,7 +58,7 @@ std::optional<bool> AppleAppearance::isDark() const
 std::optional<Rgb> AppleAppearance::accentColour() const
 {
     __block std::optional<Rgb> accent;
-    // The colour depends on light or dark, and is looked up for the appearance that is drawn with.
+    // The colour depends on light or dark and is resolved for the current drawing appearance.
     [[[NSApplication sharedApplication] effectiveAppearance] performAsCurrentDrawingAppearance:^{
       NSColor* colour = [[NSColor controlAccentColor] colorUsingColorSpace:[NSColorSpace sRGBColorSpace]];
       if (colour)

@@ -1,7 +1,6 @@
 #pragma once
 
-// For Objective-C++ sources only: values on their way between Qt and Foundation. What is returned is
-// autoreleased.
+// For Objective-C++ sources only: conversions between Qt and Foundation. Returned objects are autoreleased.
 
 #include <QString>
 #include <QVariant>
@@ -16,15 +15,15 @@ class QObject;
 namespace orvanlite::platform {
 
 [[nodiscard]] NSString* toNative(const QString& text);
-/// Nil gives an empty text.
+/// Nil becomes an empty string.
 [[nodiscard]] QString fromNative(NSString* text);
 
-/// Booleans, integers, numbers, texts and byte arrays as property list objects; nil for anything else.
+/// Booleans, numbers, strings and byte arrays as property list objects; nil for anything else.
 [[nodiscard]] id toNativeObject(const QVariant& value);
-/// The other way; an invalid variant for nil and for objects of other classes.
+/// The reverse; an invalid variant for nil and for objects of other classes.
 [[nodiscard]] QVariant fromNativeObject(id object);
 
-/// Calls the handler on the main thread for every notification of that name while `context` lives.
+/// Calls the handler on the main thread for every notification of that name, for the lifetime of `context`.
 void observeNative(NSNotificationCenter* center, NSString* name, QObject* context,
                    std::function<void(NSNotification*)> handler);
 

@@ -54,7 +54,7 @@ QVariant fromNativeObject(id object)
     if (![object isKindOfClass:[NSNumber class]])
         return {};
     NSNumber* number = object;
-    // A boolean is a number of a class of its own; its type code is that of a character.
+    // Booleans are NSNumbers of a subclass; their type code is that of a character.
     if ([number isKindOfClass:[[NSNumber numberWithBool:YES] class]])
         return [number boolValue] == YES;
     const char code = *[number objCType];
@@ -70,7 +70,7 @@ void observeNative(NSNotificationCenter* center, NSString* name, QObject* contex
                                    object:nil
                                     queue:[NSOperationQueue mainQueue]
                                usingBlock:^(NSNotification* notification) {
-                                 // A copy, as the handler may end its own context and so this block.
+                                 // Copied: the handler may destroy its context and with it this block.
                                  const auto running = handler;
                                  running(notification);
                                }];

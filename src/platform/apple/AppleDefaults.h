@@ -10,7 +10,7 @@ namespace orvanlite::platform {
 
 class AppleDefaults;
 
-/// The user defaults system: each domain is a file that the system's own service reads and writes.
+/// The system's user defaults (NSUserDefaults).
 class AppleDefaultsStore final : public DefaultsStore {
 public:
     AppleDefaultsStore();

@@ -42,8 +42,8 @@ Defaults& AppleDefaultsStore::standard() { return *m_standard; }
 
 Defaults* AppleDefaultsStore::suite(const QString& name)
 {
-    // The system refuses the application's own identifier as a suite: that domain is the standard one here,
-    // and another application of ours opens it as a suite.
+    // The system rejects the application's own identifier as a suite. Its domain is the standard one here;
+    // our other application opens it as a suite.
     if (name == fromNative([[NSBundle mainBundle] bundleIdentifier]))
         return m_standard.get();
     if (const auto known = m_suites.constFind(name); known != m_suites.cend())

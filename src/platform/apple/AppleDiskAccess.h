@@ -6,7 +6,7 @@ namespace orvanlite::platform {
 
 struct SystemLayout;
 
-/// Without the permission the system refuses reading the database of permissions itself.
+/// Without the permission, the system's database of permissions is itself unreadable.
 class AppleDiskAccess final : public FullDiskAccess {
 public:
     explicit AppleDiskAccess(const SystemLayout& layout)

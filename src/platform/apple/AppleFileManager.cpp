@@ -17,7 +17,7 @@ AppleFileManager::AppleFileManager(ProcessLauncher& processes, const SystemLayou
     , m_chflags(layout.chflags())
 {
     if (!PosixFileManager::exists(m_chflags))
-        m_chflags = u"/usr/bin/chflags"_s; // the systems of today have it there
+        m_chflags = u"/usr/bin/chflags"_s; // its location on current systems
 }
 
 void AppleFileManager::setHidden(const QString& path) { m_processes.start(m_chflags, {u"hidden"_s, path}); }
@@ -35,7 +35,7 @@ void AppleFileManager::removeMarkedAsHidden(const QString& folder, bool /*hasDot
 
 std::unique_ptr<FileManager> makeFileManager(const SystemLayout& layout)
 {
-    static DetachedLauncher launcher; // has no state, so one serves all
+    static DetachedLauncher launcher; // stateless
     return std::make_unique<AppleFileManager>(launcher, layout);
 }
 

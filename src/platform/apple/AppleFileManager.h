@@ -7,7 +7,7 @@ namespace orvanlite::platform {
 class ProcessLauncher;
 struct SystemLayout;
 
-/// A file is hidden by a flag of its own in the file system.
+/// Files are hidden by a file-system flag.
 class AppleFileManager final : public PosixFileManager {
 public:
     AppleFileManager(ProcessLauncher& processes, const SystemLayout& layout);

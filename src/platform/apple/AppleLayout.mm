@@ -9,7 +9,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// The first folder of that kind in the user's domain.
+/// The user's first folder of that kind.
 QString userFolder(NSSearchPathDirectory kind)
 {
     return fromNative([NSSearchPathForDirectoriesInDomains(kind, NSUserDomainMask, YES) firstObject]);
@@ -32,7 +32,7 @@ SystemLayout SystemLayout::ofThisMachine()
         layout.applicationSupport = userFolder(NSApplicationSupportDirectory);
         layout.configuration = userFolder(NSLibraryDirectory) + u"/Preferences"_s;
         layout.cache = userFolder(NSCachesDirectory);
-        // The system's own is private to the user already.
+        // Already private to the user.
         layout.temporary = withoutSlash(fromNative(NSTemporaryDirectory()));
         layout.runtime = layout.temporary;
         layout.desktop = userFolder(NSDesktopDirectory);

@@ -4,7 +4,7 @@
 
 namespace orvanlite::platform {
 
-/// The system's service for agents inside the main bundle, which it finds by their identifier alone.
+/// SMAppService, which finds agents inside the main bundle by their identifier.
 class AppleLoginItemService final : public LoginItemService {
 public:
     [[nodiscard]] LoginItemStatus status(const QString& identifier) const override;

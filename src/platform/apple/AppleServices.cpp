@@ -26,8 +26,8 @@ namespace {
 std::unique_ptr<ScriptRunner> makeScriptRunner(const SystemLayout& layout, Elevation elevation,
                                                const MainBundle& bundle)
 {
-    // The system's own service always asks for the password and takes neither a sandbox's home folder nor its
-    // stand-ins, so a run without rights does not go through it.
+    // The system's script service always asks for the password and supports neither a sandbox's home folder
+    // nor its tool overrides.
     if (elevation == Elevation::none)
         return std::make_unique<FreedesktopScriptRunner>(layout, elevation);
     return std::make_unique<ChildScriptRunner>(bundle.bundlePath() + u"/Contents/MacOS/orvanlite-script"_s);
@@ -35,7 +35,7 @@ std::unique_ptr<ScriptRunner> makeScriptRunner(const SystemLayout& layout, Eleva
 
 std::unique_ptr<DefaultsStore> makeDefaults(const SystemLayout& layout)
 {
-    // The system's own defaults know no root but the user's.
+    // NSUserDefaults cannot be redirected into a sandbox.
     if (layout.isSandbox())
         return std::make_unique<FreedesktopDefaultsStore>(layout);
     return std::make_unique<AppleDefaultsStore>();
@@ -47,8 +47,8 @@ public:
         : m_layout(std::move(layout))
         , m_scripts(makeScriptRunner(m_layout, elevation, m_mainBundle))
     {
-        makePrivateFolder(m_layout.temporary); // a sandbox's; the system's own is there
-        if (elevation == Elevation::ask)       // only who may ask for rights has batches of its own
+        makePrivateFolder(m_layout.temporary); // for a sandbox; the system's exists
+        if (elevation == Elevation::ask)       // the agent starts no batches
             removeOldBatchFiles(m_files, m_layout.temporary);
     }
 

@@ -2,7 +2,7 @@
 
 namespace orvanlite::platform {
 
-// Launch Services brings the running application to the front.
+// Launch Services brings the running application to the front instead of starting another.
 
 bool becomeOnlyInstance(const SystemLayout& /*layout*/) { return true; }
 

@@ -4,7 +4,7 @@
 
 namespace orvanlite::platform {
 
-/// The system's notification banners. The user is asked for leave with the first one.
+/// The system's notification banners. The first one asks the user for permission.
 class AppleUserNotifications final : public UserNotifications {
 public:
     void show(const QString& title, const QString& body) override;

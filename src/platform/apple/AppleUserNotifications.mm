@@ -7,7 +7,7 @@
 
 #include <QCoreApplication>
 
-/// Without a delegate the system shows no banner of the application that is in front.
+/// Without a delegate the system shows no banners of the frontmost application.
 @interface OrvBannerPresenter : NSObject <UNUserNotificationCenterDelegate>
 @end
 
@@ -31,7 +31,7 @@ namespace {
 UNUserNotificationCenter* centre()
 {
     UNUserNotificationCenter* shared = [UNUserNotificationCenter currentNotificationCenter];
-    // The centre does not retain its delegate, and both live as long as the process.
+    // The centre does not retain its delegate; both live as long as the process.
     static OrvBannerPresenter* const presenter = [[OrvBannerPresenter alloc] init];
     if (![shared delegate])
         [shared setDelegate:presenter];
@@ -53,14 +53,14 @@ void post(const QString& title, const QString& body)
 
 void AppleUserNotifications::show(const QString& title, const QString& body)
 {
-    // The system ends a process that asks for the centre outside of a bundle.
+    // Outside a bundle, requesting the centre aborts the process.
     if (![[NSBundle mainBundle] bundleIdentifier])
         return;
-    // Copies: what a block takes of a reference is the reference, and the caller's texts are gone when it runs.
+    // Copies: a block captures references as references, and the caller's strings are gone when it runs.
     const auto deliver = [ownTitle = title, ownBody = body] { post(ownTitle, ownBody); };
     [centre() requestAuthorizationWithOptions:UNAuthorizationOptionAlert
                             completionHandler:^(BOOL granted, NSError* /*error*/) {
-                              // On a thread of the system's; ours is the main one only.
+                              // Called on a background thread.
                               if (granted && qApp)
                                   QMetaObject::invokeMethod(qApp, deliver, Qt::QueuedConnection);
                             }];

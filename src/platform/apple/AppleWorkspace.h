@@ -4,7 +4,7 @@
 
 namespace orvanlite::platform {
 
-/// The applications of the user's session, as the system's workspace knows them.
+/// The applications of the user's session (NSWorkspace).
 class AppleWorkspace final : public Workspace {
 public:
     bool open(const QUrl& url) override;

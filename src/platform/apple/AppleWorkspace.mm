@@ -37,7 +37,7 @@ void AppleWorkspace::terminate(const RunningApplication& application)
 {
     NSRunningApplication* native = [NSRunningApplication
         runningApplicationWithProcessIdentifier:static_cast<pid_t>(application.processId)];
-    // The number may have gone to another process since the list was made.
+    // The process id may have been reused since the list was created.
     if (fromNative([native bundleIdentifier]) == application.bundleIdentifier)
         [native terminate];
 }

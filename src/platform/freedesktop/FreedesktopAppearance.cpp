@@ -45,7 +45,7 @@ std::optional<bool> darkFrom(const QVariant& value)
     }
 }
 
-/// A part outside of 0...1 says that the user has chosen no colour.
+/// A component outside 0...1 means that no accent colour is set.
 std::optional<Rgb> accentFrom(const QVariant& value)
 {
     const auto argument = value.value<QDBusArgument>();
@@ -81,7 +81,7 @@ QDBusMessage readAll()
 
 } // namespace
 
-/// What is known of the look, and the portal's signals.
+/// The current settings and the portal's signals.
 class AppearanceChannel final : public QObject {
     Q_OBJECT
 
@@ -107,7 +107,7 @@ public:
             return;
         bus->connect(QString(), kPath, kInterface, u"SettingChanged"_s, this,
                      SLOT(settingChanged(QDBusMessage)));
-        // Without a portal, running or to be started, the bus itself answers at once.
+        // Without a portal, running or activatable, the bus itself replies immediately.
         const QDBusMessage answer = bus->call(readAll(), QDBus::Block, static_cast<int>(m_patience.count()));
         if (answer.type() == QDBusMessage::ReplyMessage)
             read(answer);

@@ -14,8 +14,8 @@ namespace orvanlite::platform {
 class AppearanceChannel;
 class SessionBus;
 
-/// The look that the desktop portal tells of. Read at the first question, which waits for the answer no longer
-/// than `patience`; a later answer is passed on as a change.
+/// Settings reported by the desktop portal. They are read on first use, which blocks for at most `patience`;
+/// a later reply is reported as a change.
 /// Source: XDG Desktop Portal, org.freedesktop.portal.Settings.
 class FreedesktopAppearance final : public Appearance {
 public:

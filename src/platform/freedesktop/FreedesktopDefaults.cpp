@@ -11,7 +11,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Whether the file says the same of both. In it numbers and booleans are texts, byte arrays are not.
+/// Whether both values are stored alike. The file keeps numbers and booleans as text, but not byte arrays.
 bool isStoredAlike(const QVariant& stored, const QVariant& value)
 {
     const bool isBytes = value.metaType().id() == QMetaType::QByteArray;

@@ -9,8 +9,8 @@ namespace orvanlite::platform {
 
 struct SystemLayout;
 
-/// Defaults as INI files in the folder "Orvanlite" of the user's configuration: "defaults.ini", and
-/// "{name}.ini" for a suite. Every question looks whether another process has changed the file.
+/// Defaults as INI files in the "Orvanlite" folder of the user's configuration: "defaults.ini", and
+/// "{name}.ini" for a suite. Every read checks whether another process has changed the file.
 class FreedesktopDefaultsStore final : public DefaultsStore {
 public:
     explicit FreedesktopDefaultsStore(const SystemLayout& layout);

@@ -16,9 +16,9 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// The authority tells nobody which agents have registered with it, and to register one to see whether that is refused
-/// would take the prompts of others meanwhile. So the processes are looked through. Desktop shells that are their own
-/// agent come by name.
+/// polkit does not report which agents are registered, and registering one as a probe would divert other
+/// prompts meanwhile. So the running processes are searched. Desktop shells with a built-in agent are known
+/// by name.
 bool isPromptAgent(const QByteArray& name)
 {
     constexpr std::array shells{"gnome-shell", "cinnamon",   "budgie-panel",
@@ -31,13 +31,13 @@ bool hasPromptAgent(const QDir& processes)
 {
     const QFileInfoList running = processes.entryInfoList({u"[0-9]*"_s}, QDir::Dirs);
     return std::any_of(running.begin(), running.end(), [](const QFileInfo& each) {
-        // The agent of another user, such as that of the login screen, does not ask this one.
+        // Agents of other users, such as the login screen's, do not prompt this one.
         if (each.ownerId() != ::geteuid())
             return false;
-        // Not by "comm": the kernel cuts that to 15 characters, and with it the end that tells.
+        // Not "comm", which the kernel truncates to 15 characters.
         QFile words(each.filePath() + u"/cmdline"_s);
         if (!words.open(QIODevice::ReadOnly))
-            return false; // it has ended since
+            return false; // it has exited
         const QByteArray program = words.readAll().split('\0').first();
         return isPromptAgent(program.sliced(program.lastIndexOf('/') + 1));
     });

@@ -6,11 +6,11 @@
 
 namespace orvanlite::platform {
 
-/// No file is closed to an application here; what counts is whether administrator rights can be asked for: by root, and
-/// where `pkexec` is installed and the session has an agent that shows its password prompt.
+/// Linux has no such restriction per application; what matters is whether administrator rights can be
+/// obtained: as root, or with `pkexec` installed and an agent in the session that shows its password prompt.
 class FreedesktopDiskAccess final : public FullDiskAccess {
 public:
-    /// `isRoot` and the folder of the running processes, as Linux mounts it.
+    /// `processFolder` is laid out like /proc.
     FreedesktopDiskAccess(bool isRoot, QString processFolder);
 
     [[nodiscard]] bool isGranted() const override;

@@ -23,7 +23,7 @@ void FreedesktopFileManager::setHidden(const QString& path)
     if (name.isEmpty() || name.contains('\n'))
         throw FileError(EINVAL, path);
     auto content = read(list, kLargestHiddenList);
-    // On purpose: a list that cannot be read is not replaced, it is the user's.
+    // On purpose: an unreadable list is not replaced, it is the user's.
     if (!content && exists(list))
         throw FileError(EIO, list);
     QByteArray lines = content.value_or(QByteArray());

@@ -4,7 +4,7 @@
 
 namespace orvanlite::platform {
 
-/// A file is hidden by a line with its name in the ".hidden" file of its folder, which file browsers read.
+/// Files are hidden by listing their names in the folder's ".hidden" file, which file browsers read.
 class FreedesktopFileManager final : public PosixFileManager {
 public:
     void setHidden(const QString& path) override;

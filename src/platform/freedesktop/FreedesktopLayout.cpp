@@ -37,7 +37,7 @@ QString homeFolder()
 }
 
 /// A base directory: the variable's value if it is an absolute path, otherwise the default below the home
-/// folder, and empty without one.
+/// folder; empty without one.
 /// Source: XDG Base Directory Specification.
 QString baseDirectory(const char* variable, const QString& home, QStringView fallback)
 {
@@ -47,10 +47,10 @@ QString baseDirectory(const char* variable, const QString& home, QStringView fal
     return home.isEmpty() ? QString() : QString(home).append(fallback);
 }
 
-/// Whether a session's runtime folder can hold the scripts that root runs: it is ours alone, also when somebody has
-/// become another user and kept the variable, and programs can be started from it.
+/// Whether the session's runtime folder can hold scripts that root runs: it is private to us (after `su` the
+/// variable may still name another user's) and not mounted noexec.
 /// Source: XDG Base Directory Specification.
-bool takesScripts(const QString& runtime)
+bool canHoldScripts(const QString& runtime)
 {
     const QByteArray path = runtime.toUtf8();
     struct stat status {};
@@ -71,15 +71,15 @@ SystemLayout SystemLayout::ofThisMachine()
     layout.cache = baseDirectory("XDG_CACHE_HOME", layout.home, u"/.cache");
     layout.runtime = baseDirectory("XDG_RUNTIME_DIR", layout.home, u"/.cache/run");
     layout.rootRunner = QStringLiteral(ORV_ROOT_RUNNER);
-    // Our own folder and not the shared one: there root may be kept from writing another user's file, and the
-    // progress counter of a privileged script would fail.
-    if (takesScripts(environment("XDG_RUNTIME_DIR")))
+    // Not the shared /tmp, where the kernel may keep root from writing to another user's file: the progress
+    // counter of a privileged script would fail.
+    if (canHoldScripts(environment("XDG_RUNTIME_DIR")))
         layout.temporary = layout.runtime + u"/Orvanlite/tmp"_s;
     else if (!layout.cache.isEmpty())
         layout.temporary = layout.cache + u"/Orvanlite/tmp"_s;
     if (layout.home.isEmpty())
-        return layout; // Qt would take the root folder for it
-    // These bear names in the user's language.
+        return layout; // Qt would fall back to the root folder
+    // Their names are localised.
     layout.desktop = QStandardPaths::writableLocation(QStandardPaths::DesktopLocation);
     layout.downloads = QStandardPaths::writableLocation(QStandardPaths::DownloadLocation);
     layout.documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);

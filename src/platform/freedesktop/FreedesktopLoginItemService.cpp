@@ -17,7 +17,7 @@ namespace {
 
 constexpr qint64 kLargestEntry = 1 << 16;
 
-/// A text value of a desktop entry.
+/// Escapes a string value of a desktop entry.
 QString entryText(QString text)
 {
     return text.replace(u'\\', u"\\\\"_s)
@@ -54,7 +54,7 @@ QString desktopEntryExec(const QString& path)
             word += u'\\';
         word += character;
         if (character == u'%')
-            word += character; // a single one would begin a field code
+            word += character; // a single one would start a field code
     }
     return entryText(u'"' + word + u'"');
 }
@@ -93,7 +93,7 @@ void FreedesktopLoginItemService::registerItem(const QString& identifier, const 
     const auto executable = bundleExecutable(m_files, bundlePath);
     if (!executable)
         throw FileError(ENOENT, bundlePath);
-    // TryExec: an agent that was removed together with the application is skipped in silence.
+    // TryExec: sessions silently skip the entry once the application is removed.
     const QString entry = u"[Desktop Entry]\n"
                           "Type=Application\n"
                           "Version=1.0\n"

@@ -7,8 +7,8 @@ namespace orvanlite::platform {
 class FileManager;
 struct SystemLayout;
 
-/// Login items as desktop entries "{identifier}.desktop" in the user's autostart folder. One that the user has
-/// switched off in the session's own settings requires approval.
+/// Login items as desktop entries "{identifier}.desktop" in the user's autostart folder. An entry that the
+/// user disabled in the session's settings requires approval.
 /// Source: Desktop Application Autostart Specification, Desktop Entry Specification.
 class FreedesktopLoginItemService final : public LoginItemService {
 public:
@@ -25,7 +25,7 @@ private:
     QString m_folder;
 };
 
-/// The path as the one word of an "Exec" line: quoted for the command, then escaped as a text of the entry.
+/// The path as the only word of an "Exec" line: quoted for the command, then escaped as a string value.
 [[nodiscard]] QString desktopEntryExec(const QString& path);
 
 } // namespace orvanlite::platform

@@ -39,7 +39,7 @@ std::optional<SignalName> signalName(const QString& name)
 
 } // namespace
 
-/// Passes the signals of one name on to its observers, which Qt lets go together with their context.
+/// Forwards the signals of one name to its observers; Qt disconnects them when their context is destroyed.
 class NotificationChannel final : public QObject {
     Q_OBJECT
 

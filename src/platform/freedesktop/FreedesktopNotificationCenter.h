@@ -11,9 +11,9 @@ namespace orvanlite::platform {
 class NotificationChannel;
 class SessionBus;
 
-/// Notifications as signals on the session bus: "com.maker.Application.happened" is the member "happened" of
-/// the interface "com.maker.Application", sent from the object "/com/maker/Application", with the user info
-/// as the one argument (a{sv}). A name that makes no valid interface and member is dropped.
+/// Notifications as signals on the session bus: "com.example.Application.happened" is the member "happened"
+/// of the interface "com.example.Application", sent from the object "/com/example/Application", with the user
+/// info as the only argument (a{sv}). Names that do not form a valid interface and member are ignored.
 class FreedesktopNotificationCenter final : public NotificationCenter {
 public:
     explicit FreedesktopNotificationCenter(SessionBus& bus);

@@ -21,7 +21,7 @@ constexpr int kUserCancelled = -128;
 constexpr int kNotHandled = -1708;           // Source: errAEEventNotHandled
 constexpr int kAuthorisationDenied = -60005; // Source: errAuthorizationDenied
 
-// Source: pkexec(1), "RETURN VALUE"; what it writes then begins with these words in every language.
+// Source: pkexec(1), "RETURN VALUE"; its error message then starts with these words in every locale.
 constexpr int kPromptDismissed = 126;
 constexpr int kPromptRefused = 127;
 constexpr QStringView kPromptFailed = u"Error executing command as another user";
@@ -39,8 +39,8 @@ ScriptOutcome failure(const QString& message, int number)
     return {std::nullopt, scriptError(message, number)};
 }
 
-/// Whether an end with 126 or 127 comes from the prompt and not from the command: the shell gives the same
-/// numbers for a program that it cannot run, but it says so.
+/// Whether status 126 or 127 comes from the prompt. The shell exits with the same values for a program that
+/// it cannot run, but prints a message.
 bool isFromPrompt(const Call& call, const QString& errorText)
 {
     return call.elevated && (errorText.isEmpty() || errorText.contains(kPromptFailed));
@@ -69,8 +69,8 @@ ScriptOutcome outcomeOf(QProcess& process, const Call& call)
     return {QString::fromUtf8(output), std::nullopt};
 }
 
-/// Nothing of the runner is used in here: it may go while the command runs. A process that nobody waits for
-/// any more stays with its suspended frame, so that it is not killed.
+/// Does not use the runner, which may be destroyed while the command runs. The process of an abandoned task
+/// stays in its suspended frame and is not killed.
 QCoro::Task<ScriptOutcome> run(Call call)
 {
     QProcess process;
@@ -78,7 +78,7 @@ QCoro::Task<ScriptOutcome> run(Call call)
     process.setProcessEnvironment(call.environment);
     process.setChildProcessModifier(useUsualUmask);
     process.start(call.program, call.arguments);
-    // A prompt that is cancelled closes the pipe early. Only its exit status counts then, not the failed write.
+    // A cancelled prompt closes the pipe early; its exit status counts, not the failed write.
     process.write(call.input);
     process.closeWriteChannel();
     if (process.state() != QProcess::NotRunning)
@@ -86,19 +86,20 @@ QCoro::Task<ScriptOutcome> run(Call call)
     co_return outcomeOf(process, call);
 }
 
-/// The command as the shell's standard input. As an argument it could not be longer than 128 KiB.
+/// The command as the shell's standard input, as an argument is limited to 128 KiB.
 ///
-/// The shell reads a group to its closing brace before it runs anything, so an input that is cut short, because we
-/// died while writing it, runs nothing. Commands in the group get no part of it as their own input. The stack is for
-/// very long chains: the shell evaluates `a && b && ...` with one call per command, and 8 MiB end before 200,000.
+/// The shell reads a group up to its closing brace before running anything, so input truncated because we
+/// died runs nothing. Commands in the group cannot read the rest of it. The larger stack is for very long
+/// chains: the shell recurses once per command of `a && b && ...`, and 8 MiB overflow below 200,000 commands.
 QByteArray shellInput(const QString& command)
 {
     return "ulimit -S -s 100000 2>/dev/null; { :; " + command.toUtf8() + "\n} </dev/null\n";
 }
 
-/// The prompt has words of its own for our runner, which does nothing but our commands in the plugin folders. It takes
-/// them with a NUL behind, so that one that is cut short is none. Empty in a sandbox, whose folders it refuses, and in
-/// a build tree; there the shell does the same under the system's words.
+/// The root runner, which only executes our commands in the plugin folders and has its own prompt message. It
+/// expects a final NUL, so that it can reject truncated commands. Empty in a sandbox, whose folders it
+/// refuses, and in a build tree: there the shell runs the commands, and the prompt shows the system's
+/// message.
 QString installedRunner(const SystemLayout& layout)
 {
     const bool isInstalled = !layout.rootRunner.isEmpty() && QFileInfo(layout.rootRunner).isExecutable();
@@ -123,7 +124,7 @@ Call makeCall(const SystemLayout& layout, const QString& elevationTool, const QS
     }
     call.elevated = !elevationTool.isEmpty();
     if (call.elevated) {
-        // The prompt's program clears the environment, so a sandbox's has to come behind it.
+        // pkexec clears the environment, so a sandbox's is set after it.
         const QString runner = installedRunner(layout);
         call.arguments = {runner.isEmpty() ? layout.shell() : runner};
         if (!runner.isEmpty())

@@ -6,18 +6,19 @@
 
 namespace orvanlite::platform {
 
-/// Runs the command of a `do shell script "..." with administrator privileges` in a child process with the
-/// shell.
+/// Runs the command of a `do shell script "..." with administrator privileges` with the shell, in a child
+/// process.
 ///
-/// Shape:   several scripts may run at once. The result is the standard output without one line end at its end.
-/// Errors:  an error dictionary for a script that does not parse, a prompt that was cancelled (-128) or refused
-///          (-60005), a command that cannot be started, ends with another status than 0 (its number) or is killed.
-/// Effects: a running command is never ended by us: it goes on when the runner or the application has gone.
+/// Shape:   scripts may run concurrently. The result is standard output without its final line end.
+/// Errors:  an error dictionary for a script that does not parse, a prompt that was cancelled (-128) or
+///          refused (-60005), a command that cannot be started, exits with a non-zero status (used as the
+///          number) or is killed.
+/// Effects: running commands are never killed; they continue when the runner or the application is gone.
 class FreedesktopScriptRunner final : public ScriptRunner {
 public:
     FreedesktopScriptRunner(const SystemLayout& layout, Elevation elevation);
-    /// With the program that asks for the password and runs what stands behind its name; directly if it is
-    /// empty.
+    /// `elevationTool` asks for the password and runs its arguments as a command; if empty, commands run
+    /// directly.
     FreedesktopScriptRunner(const SystemLayout& layout, QString elevationTool);
 
     QCoro::Task<ScriptOutcome> execute(QString source) override;

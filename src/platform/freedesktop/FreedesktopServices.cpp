@@ -25,7 +25,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Links are resolved by the system: the command on the search path is a link into the bundle.
+/// With links resolved: the command on the PATH is a link into the bundle.
 QString executablePath()
 {
     std::array<char, PATH_MAX> target{};
@@ -47,7 +47,7 @@ public:
         , m_userNotifications(m_bus)
     {
         makePrivateFolder(m_layout.temporary);
-        if (elevation == Elevation::ask) // only who may ask for rights has batches of its own
+        if (elevation == Elevation::ask) // the agent starts no batches
             removeOldBatchFiles(m_files, m_layout.temporary);
     }
 

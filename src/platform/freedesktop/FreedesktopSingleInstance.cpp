@@ -26,7 +26,7 @@ namespace {
 
 constexpr std::chrono::seconds kPatience(2);
 constexpr unsigned long kRetryMilliseconds = 20;
-constexpr qint64 kShortestCallMilliseconds = 100; ///< the bus itself answers within that
+constexpr qint64 kShortestCallMilliseconds = 100; ///< enough for the bus itself to reply
 
 /// Source: Desktop Entry Specification, "D-Bus Activation".
 const QString kInterface = u"org.freedesktop.Application"_s;
@@ -34,7 +34,7 @@ const QString kObject = u"/com/yourcompany/Orvanlite"_s;
 constexpr char kToken[] = "XDG_ACTIVATION_TOKEN";
 constexpr char kStartupId[] = "DESKTOP_STARTUP_ID";
 
-/// One name per application folder: a run on another one is another instance.
+/// One name per application folder: a run with another folder is a separate instance.
 QString busName(const SystemLayout& layout)
 {
     constexpr qsizetype kEnough = 16;
@@ -43,7 +43,7 @@ QString busName(const SystemLayout& layout)
     return u"com.yourcompany.Orvanlite.Data_"_s + QString::fromLatin1(hash.toHex().first(kEnough));
 }
 
-/// What the desktop gave this process to prove that the user asked for the window.
+/// The desktop's tokens that prove that the user requested the window.
 QVariantMap platformData()
 {
     QVariantMap data;
@@ -62,7 +62,8 @@ QDBusMessage askToActivate(const QDBusConnection& bus, const QString& name, qint
     return bus.call(call, QDBus::Block, static_cast<int>(milliseconds));
 }
 
-/// The other process may just be starting, with no name on the bus yet, or ending: both are tried until time is up.
+/// The other process may still be starting (no name on the bus yet) or be exiting, so both are tried until
+/// the timeout.
 bool activateOtherOrSucceedIt(const SystemLayout& layout, const QString& lock)
 {
     SessionBus session;
@@ -87,7 +88,7 @@ bool activateOtherOrSucceedIt(const SystemLayout& layout, const QString& lock)
 
 } // namespace
 
-/// What other processes see of this one on the bus.
+/// This instance's object on the bus.
 class ActivationService final : public QObject {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.freedesktop.Application")
@@ -98,7 +99,7 @@ public:
         , m_handler(std::move(handler))
     {
         QDBusConnection* bus = m_session.connection();
-        // The name last: who finds it finds the object too.
+        // The name last, so that the object exists once the name does.
         if (bus && bus->registerObject(kObject, this, QDBusConnection::ExportAllSlots))
             bus->registerService(name);
     }
@@ -106,7 +107,8 @@ public:
 public Q_SLOTS:
     void Activate(const QVariantMap& data)
     {
-        // Wayland lets a window come to the front only with a token of the user's action, which Qt takes from there.
+        // On Wayland a window can only be raised with an activation token, which Qt reads from the
+        // environment.
         const QString token = data.value(u"activation-token"_s).toString();
         qputenv(kToken, (token.isEmpty() ? data.value(u"desktop-startup-id"_s).toString() : token).toUtf8());
         m_handler();
@@ -125,9 +127,9 @@ bool becomeOnlyInstance(const SystemLayout& layout)
     try {
         makeFileManager(layout)->createDirectory(layout.applicationFolder());
     } catch (const FileError&) {
-        return true; // the same
+        return true; // likewise
     }
-    // In the folder itself and not in the runtime folder: sessions that share a home have one of these each.
+    // Not in the runtime folder: sessions that share a home folder have one each.
     const QString lock = layout.applicationFolder() + u"/instance.lock"_s;
     return becomeOnlyProcess(lock) || activateOtherOrSucceedIt(layout, lock);
 }

@@ -24,8 +24,8 @@ const QString kWatcherPath = u"/StatusNotifierWatcher"_s;
 
 } // namespace
 
-/// Asks for the host of the tray until there is one. The toolkit asks just once, when the first item is made, and
-/// falls back on the tray of old desktops for good.
+/// Waits until a tray host is registered. Qt checks only once, when the first item is created, and otherwise
+/// falls back to the X11 tray for good.
 /// Source: StatusNotifierItem specification.
 class StatusHostWatch final : public QObject {
     Q_OBJECT
@@ -42,10 +42,10 @@ public:
             new QDBusServiceWatcher(kWatcher, *bus, QDBusServiceWatcher::WatchForRegistration, this);
         connect(arrivals, &QDBusServiceWatcher::serviceRegistered, this, &StatusHostWatch::ask);
         bus->connect(kWatcher, kWatcherPath, kWatcher, u"StatusNotifierHostRegistered"_s, this, SLOT(ask()));
-        // Wayland sessions have no tray of old: there the item waits for as long as it takes.
+        // Wayland sessions have no X11 tray: wait indefinitely.
         constexpr std::chrono::seconds kLongestWait(30);
         if (qEnvironmentVariable("XDG_SESSION_TYPE") != u"wayland"_s)
-            QTimer::singleShot(kLongestWait, this, &StatusHostWatch::tell);
+            QTimer::singleShot(kLongestWait, this, &StatusHostWatch::notify);
         ask();
     }
 
@@ -62,12 +62,12 @@ private Q_SLOTS:
         connect(answer, &QDBusPendingCallWatcher::finished, this, [this, answer] {
             const QDBusPendingReply<QDBusVariant> reply = *answer;
             if (reply.isValid() && reply.value().variant().toBool())
-                tell();
+                notify();
         });
     }
 
 private:
-    void tell()
+    void notify()
     {
         const auto handler = std::exchange(m_handler, nullptr);
         deleteLater();

@@ -23,9 +23,9 @@ QDBusMessage notification(const QString& title, const QString& body)
 {
     QDBusMessage message = QDBusMessage::createMethodCall(kService, kObject, kService, u"Notify"_s);
     constexpr uint kNothingReplaced = 0;
-    constexpr int kTimeOfTheService = -1;
+    constexpr int kDefaultTimeout = -1;
     message.setArguments({u"Orvanlite"_s, kNothingReplaced, kEntry, title, body, QStringList(),
-                          QVariantMap{{u"desktop-entry"_s, kEntry}}, kTimeOfTheService});
+                          QVariantMap{{u"desktop-entry"_s, kEntry}}, kDefaultTimeout});
     return message;
 }
 
@@ -36,7 +36,7 @@ void FreedesktopUserNotifications::show(const QString& title, const QString& bod
     QDBusConnection* bus = m_bus.connection();
     if (!bus)
         return;
-    // The title is plain text everywhere; the body is markup for services that say so.
+    // The title is always plain text; the body is markup for services with that capability.
     // Source: Desktop Notifications Specification.
     const QDBusMessage question =
         QDBusMessage::createMethodCall(kService, kObject, kService, u"GetCapabilities"_s);

@@ -6,7 +6,7 @@ namespace orvanlite::platform {
 
 class SessionBus;
 
-/// Messages by the desktop's notification service. Nobody waits for its answer.
+/// Messages through the desktop's notification service; does not wait for its reply.
 /// Source: Desktop Notifications Specification.
 class FreedesktopUserNotifications final : public UserNotifications {
 public:

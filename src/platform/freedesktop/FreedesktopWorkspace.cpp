@@ -22,7 +22,7 @@ namespace {
 
 const QString kProcesses = u"/proc"_s;
 
-/// Path of the bundle "X.app" that a process of this user runs from; empty for all other processes.
+/// Path of the bundle "X.app" that a process of this user runs from; empty for other processes.
 QString bundleOf(qint64 processId)
 {
     const QByteArray folder = kProcesses.toUtf8() + '/' + QByteArray::number(processId);
@@ -53,7 +53,7 @@ std::vector<qint64> processIds(const FileManager& files)
                 ids.push_back(id);
         }
     } catch (const FileError&) {
-        ids.clear(); // a system that does not tell
+        ids.clear(); // no /proc
     }
     std::sort(ids.begin(), ids.end());
     return ids;
@@ -95,13 +95,13 @@ void FreedesktopWorkspace::openApplication(const QString& bundlePath)
     try {
         m_launcher.start(*executable, {});
     } catch (const FileError&) {
-        return; // what comes of it is not told
+        return; // failures are not reported
     }
 }
 
 void FreedesktopWorkspace::terminate(const RunningApplication& application)
 {
-    // The id may have gone to another process since the application was looked up.
+    // The process id may have been reused since the lookup.
     if (application.processId > 1 && !application.bundlePath.isEmpty() &&
         bundleOf(application.processId) == application.bundlePath)
         ::kill(static_cast<pid_t>(application.processId), SIGTERM);

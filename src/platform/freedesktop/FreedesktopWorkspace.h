@@ -7,7 +7,7 @@ namespace orvanlite::platform {
 class FileManager;
 class ProcessLauncher;
 
-/// Opens through the desktop's own tool, and finds running applications by the executables of the processes.
+/// Opens URLs with xdg-open and finds running applications by the executables of processes.
 class FreedesktopWorkspace final : public Workspace {
 public:
     FreedesktopWorkspace(const FileManager& files, ProcessLauncher& launcher)
@@ -16,7 +16,7 @@ public:
     {}
 
     bool open(const QUrl& url) override;
-    /// In ascending order of the process ids; a program that has forked is there once for each process.
+    /// In ascending order of process ids; a program that has forked is listed once per process.
     [[nodiscard]] std::vector<RunningApplication> runningApplications() const override;
     void openApplication(const QString& bundlePath) override;
     void terminate(const RunningApplication& application) override;

@@ -8,7 +8,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Empty where the session has no bus. The library's own search is avoided: it may start a bus of its own.
+/// Empty where the session has no bus. The D-Bus library's own lookup is avoided, as it may start a bus.
 QString addressOfSession()
 {
     const QString named = qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS");
@@ -18,8 +18,8 @@ QString addressOfSession()
     return QFileInfo(socket).isAbsolute() && QFileInfo::exists(socket) ? u"unix:path="_s + socket : QString();
 }
 
-/// Connections are known by a name within the process; each bus object has one of its own.
-QString freshName()
+/// Qt identifies connections by name; each SessionBus needs its own.
+QString uniqueName()
 {
     static int count = 0;
     return u"orvanlite-session-%1"_s.arg(++count);
@@ -39,7 +39,7 @@ QDBusConnection* SessionBus::connection()
         m_tried = true;
         const QString address = m_address.value_or(addressOfSession());
         if (!address.isEmpty())
-            m_connection = QDBusConnection::connectToBus(address, freshName());
+            m_connection = QDBusConnection::connectToBus(address, uniqueName());
     }
     return m_connection && m_connection->isConnected() ? &*m_connection : nullptr;
 }

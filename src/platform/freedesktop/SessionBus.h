@@ -7,10 +7,10 @@
 
 namespace orvanlite::platform {
 
-/// The message bus of the user's session, connected at the first use.
+/// The message bus of the user's session, connected on first use.
 class SessionBus final {
 public:
-    /// The bus that the surroundings of this process name. None is ever started for us.
+    /// The bus named by the environment of this process. Never starts one.
     SessionBus() = default;
     explicit SessionBus(QString address)
         : m_address(std::move(address))
@@ -19,7 +19,7 @@ public:
     SessionBus& operator=(const SessionBus&) = delete;
     ~SessionBus();
 
-    /// Null when there is no bus; that is not tried again.
+    /// Null when there is no bus; connecting is tried only once.
     [[nodiscard]] QDBusConnection* connection();
 
 private:

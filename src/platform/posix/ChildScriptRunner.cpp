@@ -14,7 +14,7 @@ using namespace Qt::StringLiterals;
 
 QCoro::Task<ScriptOutcome> ChildScriptRunner::execute(QString source)
 {
-    // The system's own compiler would accept more, such as a command that goes on as AppleScript behind a `"`.
+    // The system's AppleScript compiler would accept more, such as AppleScript that continues after a `"`.
     const auto parsed = parseAdministratorScript(source);
     if (const auto* error = std::get_if<ScriptErrorDictionary>(&parsed)) {
         ScriptOutcome refused;
@@ -28,12 +28,12 @@ QCoro::Task<ScriptOutcome> ChildScriptRunner::execute(QString source)
     child.start(m_helper, QStringList());
     child.write(source.toUtf8());
     child.closeWriteChannel();
-    // No limit, as the user takes any time to answer the password prompt.
+    // No timeout: the user may take any time to answer the password prompt.
     if (child.state() != QProcess::NotRunning)
         co_await qCoro(&end, &ProcessEnd::reached);
     if (child.error() == QProcess::FailedToStart)
-        co_return ScriptOutcome{}; // no script was made
-    // An answer counts only if the helper lived to finish it. The command may have run in part: that is a failure.
+        co_return ScriptOutcome{}; // no script was created
+    // Only a helper that exited normally gave a complete answer. Otherwise the command may have run in part.
     if (child.exitStatus() != QProcess::NormalExit || child.exitCode() != 0) {
         ScriptOutcome stopped;
         stopped.error = scriptError(u"The script was stopped before its end."_s, kScriptGeneralError);

@@ -4,10 +4,9 @@
 
 namespace orvanlite::platform {
 
-/// Hands scripts to an executable of our own that reads the source on its standard input and writes the
-/// answer of ScriptAnswer.h to its standard output. The system's script service blocks the thread that calls
-/// it; in a child it blocks nothing of ours. The helper is not started for a script with administrator privileges that
-/// parseAdministratorScript() refuses.
+/// Runs scripts in a helper executable that reads the source from standard input and writes the answer of
+/// ScriptAnswer.h to standard output: the system's script service blocks the calling thread. The helper is
+/// not started for a script that parseAdministratorScript() rejects.
 class ChildScriptRunner final : public ScriptRunner {
 public:
     explicit ChildScriptRunner(QString helper)

@@ -15,13 +15,13 @@ void DetachedLauncher::start(const QString& program, const QStringList& argument
     QProcess process;
     process.setProgram(program);
     process.setArguments(arguments);
-    // What it prints is nobody's to read, and the terminal is ours.
+    // Keep the program away from our terminal.
     process.setStandardInputFile(QProcess::nullDevice());
     process.setStandardOutputFile(QProcess::nullDevice());
     process.setStandardErrorFile(QProcess::nullDevice());
     if (process.startDetached())
         return;
-    // Qt does not hand on the reason, so it is asked for.
+    // Qt does not report the reason.
     throw FileError(::access(program.toUtf8().constData(), X_OK) != 0 ? errno : EAGAIN, program);
 }
 

@@ -4,7 +4,7 @@
 
 namespace orvanlite::platform {
 
-/// Starts programs as daemons: they outlive this process and leave no zombie behind.
+/// Starts programs as daemons: they outlive this process and leave no zombies.
 class DetachedLauncher final : public ProcessLauncher {
 public:
     void start(const QString& program, const QStringList& arguments) override;

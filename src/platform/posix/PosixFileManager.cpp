@@ -29,7 +29,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// An open file that is closed at the end of its scope.
+/// Closes a file descriptor at the end of its scope.
 class Descriptor {
 public:
     explicit Descriptor(int number)
@@ -49,7 +49,7 @@ public:
     [[nodiscard]] bool close()
     {
         const int number = std::exchange(m_number, -1);
-        return ::close(number) == 0 || errno == EINTR; // the file is closed then all the same
+        return ::close(number) == 0 || errno == EINTR; // closed even if interrupted
     }
 
 private:
@@ -60,13 +60,13 @@ struct CloseDirectory {
     void operator()(DIR* directory) const { ::closedir(directory); }
 };
 
-/// The path for a system call. One with a NUL in it becomes empty, which no file has as its name: the call
-/// would otherwise take the part before it, another file.
+/// The path for a system call. Empty, which no file is named, if it contains a NUL: the call would stop there
+/// and access another file.
 QByteArray native(const QString& path) { return path.contains(QChar::Null) ? QByteArray() : path.toUtf8(); }
 
 fs::path toPath(const QByteArray& path) { return fs::path(path.toStdString()); }
 
-/// Calls again for as long as a signal has interrupted the call.
+/// Repeats the call while it is interrupted by signals.
 template <typename Call>
 auto untilDone(Call call)
 {
@@ -83,7 +83,7 @@ EntryKind kindOf(DIR* directory, const dirent& entry)
     if (entry.d_type == DT_REG)
         return EntryKind::file;
     struct stat information {};
-    // Some file systems list names alone.
+    // Some file systems do not report entry types.
     if (entry.d_type == DT_UNKNOWN &&
         ::fstatat(::dirfd(directory), entry.d_name, &information, AT_SYMLINK_NOFOLLOW) == 0) {
         if (S_ISDIR(information.st_mode))
@@ -110,15 +110,15 @@ void writeAll(Descriptor& file, const QByteArray& content, const QString& path)
         throw FileError(errno, path);
 }
 
-/// Whether anything at all has this name, a dangling link included.
+/// Whether the name is taken, if only by a dangling link.
 bool isOccupied(const QByteArray& path)
 {
     struct stat information {};
     return ::lstat(path.constData(), &information) == 0;
 }
 
-/// Renames unless something has the new name. False with errno. Where the file system offers it this is one
-/// step, so that nothing that appears meanwhile is replaced.
+/// Renames unless the new name is taken. False with errno. Atomic where the file system supports it, so that
+/// a file created meanwhile is not replaced.
 bool renameToFreeName(const QByteArray& from, const QByteArray& to)
 {
 #if defined(ORV_APPLE)
@@ -141,8 +141,8 @@ bool renameToFreeName(const QByteArray& from, const QByteArray& to)
 
 #if defined(ORV_APPLE)
 
-/// Copies a file or folder with all that belongs to it, links as links. Extended attributes hold some of the signatures
-/// in a bundle.
+/// Copies a file or folder with all attributes, links as links. Some code signatures of a bundle are extended
+/// attributes.
 std::error_code copyAll(const QByteArray& from, const QByteArray& to)
 {
     constexpr copyfile_flags_t kAll = COPYFILE_ALL | COPYFILE_RECURSIVE | COPYFILE_NOFOLLOW;
@@ -153,7 +153,7 @@ std::error_code copyAll(const QByteArray& from, const QByteArray& to)
 
 #else
 
-/// Gives the copy the times and, where that is allowed, the owner of the original.
+/// Copies the times and, where permitted, the owner.
 void copyAttributes(const fs::path& from, const fs::path& to)
 {
     struct stat information {};
@@ -161,11 +161,11 @@ void copyAttributes(const fs::path& from, const fs::path& to)
         return;
     const std::array times{information.st_atim, information.st_mtim};
     if (::lchown(to.c_str(), information.st_uid, information.st_gid) != 0)
-        errno = 0; // the copy belongs to who has made it
+        errno = 0; // not permitted: the copy stays ours
     ::utimensat(AT_FDCWD, to.c_str(), times.data(), AT_SYMLINK_NOFOLLOW);
 }
 
-/// Copies a file or folder with all that belongs to it, links as links.
+/// Copies a file or folder with mode, times and owner, links as links.
 std::error_code copyAll(const QByteArray& from, const QByteArray& to)
 {
     const fs::path source = toPath(from);
@@ -178,13 +178,13 @@ std::error_code copyAll(const QByteArray& from, const QByteArray& to)
          each.increment(error))
         copyAttributes(each->path(), target / each->path().lexically_relative(source));
     copyAttributes(source, target);
-    return {}; // a file is no folder, and times are no reason to fail
+    return {}; // a plain file cannot be iterated, and attributes are best effort
 }
 
 #endif
 
-/// Copies a file or folder under a name that is free, by way of a name of its own beside it: no half copy is
-/// ever seen under the new name, and a failed one leaves nothing behind.
+/// Copies to a free name through a temporary sibling: a partial copy never appears under the new name, and a
+/// failed copy is removed.
 void copyToFreeName(const QByteArray& from, const QByteArray& to, const QString& destination)
 {
     const QByteArray partial = to + '.' + QUuid::createUuid().toByteArray(QUuid::Id128);
@@ -198,13 +198,13 @@ void copyToFreeName(const QByteArray& from, const QByteArray& to, const QString&
     }
 }
 
-/// Writes a new file beside `name` and renames it over that. False with errno, and nothing done, when there can be no
-/// new file. Its mode is 0600 and then, if an old file is given, that file's, with its owner and group where they can be
-/// given away.
+/// Writes a temporary file beside `name` and renames it over `name`. False with errno, without effect, when
+/// no file can be created. It is created with `mode`; given `old`, it gets that file's mode and, where
+/// permitted, its owner and group.
 bool writeThroughNewFile(const QByteArray& name, const QByteArray& content, const QString& path,
                          const struct stat* old, mode_t mode = S_IRUSR | S_IWUSR)
 {
-    // Not made from the file's name, which may be as long as names can be.
+    // Not derived from the file's name, which may already have the maximum length.
     const QByteArray partial =
         name.first(name.lastIndexOf('/') + 1) + ".orvanlite-" + QUuid::createUuid().toByteArray(QUuid::Id128);
     Descriptor file(::open(partial.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode));
@@ -214,7 +214,7 @@ bool writeThroughNewFile(const QByteArray& name, const QByteArray& content, cons
         if (old) {
             if (::fchown(file.number(), old->st_uid, old->st_gid) != 0 &&
                 ::fchown(file.number(), static_cast<uid_t>(-1), old->st_gid) != 0)
-                errno = 0; // it belongs to who has written it
+                errno = 0; // not permitted: the file stays ours
             if (::fchmod(file.number(), old->st_mode & 0777) != 0)
                 throw FileError(errno, path);
         }
@@ -228,7 +228,7 @@ bool writeThroughNewFile(const QByteArray& name, const QByteArray& content, cons
     return true;
 }
 
-/// False when that is not possible and the file has to be written in place.
+/// False when the file has to be written in place.
 bool replaceFile(const QByteArray& name, const QByteArray& content, const QString& path)
 {
     struct stat old {};
@@ -274,7 +274,7 @@ void requireRemovable(const QByteArray& name, const QString& path)
 
 bool PosixFileManager::exists(const QString& path) const
 {
-    // Not access(): that asks for the real user, all other calls work for the effective one.
+    // Not access(), which checks the real user; all other calls act for the effective one.
     struct stat information {};
     return ::stat(native(path).constData(), &information) == 0;
 }
@@ -328,7 +328,7 @@ std::vector<DirectoryEntry> PosixFileManager::list(const QString& path, HiddenEn
 
 std::optional<QByteArray> PosixFileManager::read(const QString& path, qint64 limit) const
 {
-    // Not waiting for the other end: a pipe that a stranger left in a bundle must not stop a scan.
+    // O_NONBLOCK: a pipe inside a bundle must not block the scan.
     const QByteArray name = native(path);
     const Descriptor file(
         untilDone([&] { return ::open(name.constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK); }));
@@ -345,7 +345,7 @@ std::optional<QByteArray> PosixFileManager::read(const QString& path, qint64 lim
         if (got < 0)
             return std::nullopt;
         if (got == 0)
-            break; // the file has become shorter meanwhile
+            break; // truncated meanwhile
         filled += got;
     }
     content.truncate(filled);

@@ -4,8 +4,8 @@
 
 namespace orvanlite::platform {
 
-/// The file system through the calls that both systems share. What counts as hidden beyond a leading dot is
-/// the back end's to say.
+/// The part of the file manager that both systems share. Back ends define what is hidden beyond a leading
+/// dot.
 class PosixFileManager : public FileManager {
 public:
     [[nodiscard]] bool exists(const QString& path) const override;
@@ -18,8 +18,8 @@ public:
     void createDirectory(const QString& path) override;
 
 protected:
-    /// Takes out of a listing what the platform itself marks as hidden. `hasDotHidden` tells that the folder
-    /// holds an entry named ".hidden".
+    /// Removes entries that the platform marks as hidden. `hasDotHidden`: the folder contains a ".hidden"
+    /// entry.
     virtual void removeMarkedAsHidden(const QString& folder, bool hasDotHidden,
                                       std::vector<DirectoryEntry>& entries) const = 0;
 };

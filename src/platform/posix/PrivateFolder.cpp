@@ -17,13 +17,13 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr qint64 kOldAge = 3600; // seconds
+constexpr qint64 kMaxAge = 3600; // seconds
 constexpr QStringView kScript = u"orvanlite_batch_";
 constexpr QStringView kScriptEnd = u".sh";
 constexpr QStringView kCounter = u"orvanlite_progress_";
 constexpr QStringView kCounterEnd = u".txt";
 
-/// The part of a batch file's name that its script and its counter have in common; empty for other names.
+/// The id shared by the names of a batch's script and counter; empty for other names.
 QString batchId(const QString& name)
 {
     if (name.startsWith(kScript) && name.endsWith(kScriptEnd))
@@ -37,7 +37,7 @@ QString batchId(const QString& name)
 
 void makePrivateFolder(const QString& path)
 {
-    // An mkdir that fails, mostly because the folder exists, is no failure yet.
+    // Failures are ignored: the folder usually exists, and requirePrivateFolder() checks the result.
     for (qsizetype slash = path.indexOf(u'/', 1); slash > 0; slash = path.indexOf(u'/', slash + 1))
         ::mkdir(path.first(slash).toUtf8().constData(), 0755);
     ::mkdir(path.toUtf8().constData(), S_IRWXU);
@@ -74,13 +74,13 @@ void removeOldBatchFiles(FileManager& files, const QString& folder)
             batch.paths.append(path);
         }
         for (const Batch& batch : std::as_const(batches)) {
-            if (std::time(nullptr) - batch.lastChange < kOldAge)
+            if (std::time(nullptr) - batch.lastChange < kMaxAge)
                 continue;
             for (const QString& path : batch.paths)
                 files.remove(path);
         }
     } catch (const FileError&) {
-        // Leftovers take some space, nothing else. The next start tries again.
+        // Stale files only take space. The next start tries again.
         return;
     }
 }

@@ -6,8 +6,7 @@ class QProcess;
 
 namespace orvanlite::platform {
 
-/// Tells once that a child process has ended or could not be started. Qt has a signal for each, and one that
-/// serves both has no public form.
+/// One signal for a child process that has ended or failed to start; Qt has only separate ones.
 class ProcessEnd final : public QObject {
     Q_OBJECT
 
@@ -18,8 +17,8 @@ Q_SIGNALS:
     void reached();
 };
 
-/// For QProcess::setChildProcessModifier() of whatever creates folders for everybody. With the user's own umask, 077
-/// would close them to all other users and 0 would open them for writing.
+/// Child process modifier (see QProcess) for commands that create shared folders. Under the user's own umask
+/// these might be closed to other users (077) or writable by them (0).
 void useUsualUmask();
 
 } // namespace orvanlite::platform

@@ -4,7 +4,7 @@
 
 namespace orvanlite::platform {
 
-/// The machine's clock and the event loop's timers.
+/// The system clock and event-loop timers.
 class SystemClock final : public Clock {
 public:
     [[nodiscard]] double now() const override;

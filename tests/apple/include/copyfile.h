@@ -2,7 +2,7 @@
 
 #include <cstdint>
 
-// As copyfile(3) of macOS declares it.
+// As declared by copyfile(3) of macOS.
 using copyfile_state_t = struct _copyfile_state*;
 using copyfile_flags_t = std::uint32_t;
 

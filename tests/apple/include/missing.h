@@ -1,8 +1,8 @@
 #pragma once
 
-// Stands before every source: what GNUstep's headers lack of Foundation and AppKit, as Apple's
-// documentation declares it. A declaration that is wrong here hides the same mistake in the sources, so each
-// one is to be compared with the documentation when it is added.
+// Precedes every source: declarations of Foundation and AppKit that GNUstep lacks, as in Apple's
+// documentation. A wrong declaration here hides the same mistake in the sources, so compare each new one with
+// the documentation.
 
 #import <AppKit/AppKit.h>
 #import <Foundation/Foundation.h>

@@ -1,6 +1,6 @@
 #pragma once
 
-// What nearly every source includes, compiled once for all of them: Qt's and AppKit's headers are most of the work.
+// Precompiled: headers that nearly every source includes. Those of Qt and AppKit take most of the time.
 
 #include <missing.h>
 

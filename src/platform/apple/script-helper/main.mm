@@ -9,7 +9,7 @@ using namespace orvanlite::platform;
 
 namespace {
 
-/// Every value as its text: messages as they are, numbers in decimal, a range as the system describes it.
+/// All values as strings: messages unchanged, numbers in decimal, ranges as the system describes them.
 ScriptErrorDictionary textsOf(NSDictionary* error)
 {
     ScriptErrorDictionary texts;
@@ -23,8 +23,7 @@ ScriptOutcome run(NSString* source)
     ScriptOutcome outcome;
     NSAppleScript* script = [[[NSAppleScript alloc] initWithSource:source] autorelease];
     NSDictionary* error = nil;
-    // A script that compiles to nothing and one that ends without a value both give a descriptor without a
-    // text.
+    // An empty script and one without a result both return a descriptor without a string.
     if (NSAppleEventDescriptor* result = [script executeAndReturnError:&error])
         outcome.result = fromNative([result stringValue]);
     if (error)
@@ -34,9 +33,9 @@ ScriptOutcome run(NSString* source)
 
 } // namespace
 
-/// Runs the script on standard input and writes what came of it to standard output. An executable of its own,
-/// as the system's script service blocks the thread that calls it; inside the main bundle, so that the
-/// password prompt bears the application's name.
+/// Runs the script on standard input and writes its outcome to standard output. A separate executable, as the
+/// system's script service blocks the calling thread; inside the main bundle, so that the password prompt
+/// shows the application's name.
 int main()
 {
     @autoreleasepool {

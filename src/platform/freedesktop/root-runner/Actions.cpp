@@ -93,7 +93,7 @@ private:
             const Entry entry = m_paths.open(path);
             removeTree(entry.folder, entry.name);
         } catch (const Failure& failure) {
-            if (failure.number != ENOENT && failure.number != ENOTDIR) // what is not there is removed
+            if (failure.number != ENOENT && failure.number != ENOTDIR) // already gone
                 return report("rm: cannot remove " + quoted(path), failure);
         }
         return 0;
@@ -127,12 +127,12 @@ private:
             fail(ENOENT);
         if (statusOf(destination.folder, destination.name, occupant)) {
             struct stat target {};
-            const bool leadsAway =
+            const bool isLinkToFolder =
                 S_ISLNK(occupant.st_mode) &&
                 ::fstatat(destination.folder.number(), destination.name.c_str(), &target, 0) == 0 &&
                 S_ISDIR(target.st_mode);
-            // Into a folder, not in its place. Opening one through a link fails.
-            if (leadsAway || S_ISDIR(occupant.st_mode))
+            // Move into a folder instead of replacing it. Opening one through a link fails.
+            if (isLinkToFolder || S_ISDIR(occupant.st_mode))
                 destination = {openFolder(destination.folder, destination.name), source.name};
         }
         if (statusOf(destination.folder, destination.name, occupant) && occupant.st_dev == moved.st_dev &&
@@ -141,7 +141,7 @@ private:
         moveTree(source, destination);
     }
 
-    /// With the rights of the calling user, as it is in a folder of theirs.
+    /// With the rights of the calling user, who owns the folder.
     int count(const std::string& file, std::size_t number) const
     {
         const AsCallingUser user(m_surroundings);

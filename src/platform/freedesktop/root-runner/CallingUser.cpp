@@ -24,7 +24,7 @@ uid_t callingUser()
         return user;
     const char* end = text + std::strlen(text);
     if (std::from_chars(text, end, user).ptr != end)
-        std::abort(); // not what the prompt writes
+        std::abort(); // not written by pkexec
     return user;
 }
 

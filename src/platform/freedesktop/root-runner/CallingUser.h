@@ -4,11 +4,11 @@
 
 namespace orvanlite::root_runner {
 
-/// The user on whose behalf root was asked, as the password prompt tells in PKEXEC_UID. Without it, or without root's
-/// rights, whoever runs us. A user that the system does not know has no home folder.
+/// The user who called pkexec, from PKEXEC_UID; without it, or without root's rights, the user running this
+/// process. An unknown user has no home folder.
 [[nodiscard]] Surroundings surroundingsOfCaller();
 
-/// Takes the rights of the calling user for its lifetime, if we have others. Ends the process if that fails.
+/// Switches to the rights of the calling user for its lifetime, if ours differ. Aborts if that fails.
 class AsCallingUser {
 public:
     explicit AsCallingUser(const Surroundings& surroundings);

@@ -8,7 +8,7 @@ constexpr std::string_view kFlush =
     " && rm -rf ~/Library/Caches/AudioUnitCache/* /Library/Caches/com.apple.audiounits.cache 2>/dev/null"
     " && killall -9 AudioComponentRegistrar 2>/dev/null; true";
 
-/// Takes a text from its front. What has failed to match has taken nothing or makes the whole text worthless.
+/// Consumes a text from its start. A failed match consumes nothing or invalidates the whole text.
 class Reader {
 public:
     explicit Reader(std::string_view text)

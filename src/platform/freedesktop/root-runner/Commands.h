@@ -8,7 +8,8 @@
 
 namespace orvanlite::root_runner {
 
-/// `mv '{source}' '{destination}'`, behind `mkdir -p '{parent of destination}' && ` if it makes the folder.
+/// `mv '{source}' '{destination}'`, preceded by `mkdir -p '{parent of destination}' && ` if it creates the
+/// folder.
 struct Move {
     std::string source;
     std::string destination;
@@ -16,7 +17,7 @@ struct Move {
     bool operator==(const Move&) const = default;
 };
 
-/// One Move, optionally with the flush of the Audio Unit cache behind it, which ends with status 0 whatever happens.
+/// One Move, optionally followed by a flush of the Audio Unit cache, with which the status is always 0.
 struct SingleMove {
     Move move;
     bool flushesCache = false;
@@ -37,17 +38,17 @@ struct ScriptCall {
 
 using Command = std::variant<Removal, SingleMove, ScriptCall>;
 
-/// The content of a script: moves, all with makesFolder, each followed by a line that writes the number of moves so far
-/// to the counter.
+/// The content of a batch script: moves, all with makesFolder, each followed by a line that writes the number
+/// of moves so far to the counter.
 struct Batch {
     std::vector<Move> moves;
     std::string counter;
     bool operator==(const Batch&) const = default;
 };
 
-/// Both read exactly what the application writes, space by space, and nothing else of the shell's language. Words are
-/// in single quotes, an apostrophe in them as `'"'"'`.
-/// Errors: nothing for any other text.
+/// Both accept exactly what the application writes, character by character, and no other shell syntax. Words
+/// are single-quoted, with apostrophes as `'"'"'`.
+/// Errors: empty for any other text.
 [[nodiscard]] std::optional<Command> parseCommand(std::string_view text);
 [[nodiscard]] std::optional<Batch> parseBatch(std::string_view text);
 

@@ -7,7 +7,7 @@
 
 namespace orvanlite::root_runner {
 
-/// Why an action cannot be done, for the line on standard error.
+/// Why an action failed, for the line on standard error.
 struct Failure {
     int number = 0; ///< errno
     std::string reason;
@@ -15,13 +15,13 @@ struct Failure {
 
 /// Throws Failure with the system's text.
 [[noreturn]] void fail(int number);
-/// The result of a system call. Errors: Failure by errno when it is negative.
+/// Returns the result of a system call. Errors: Failure with errno if it is negative.
 int checked(int result);
 
 class Descriptor {
 public:
     Descriptor() = default;
-    /// Errors: Failure by errno for a negative number.
+    /// Errors: Failure with errno for a negative number.
     explicit Descriptor(int number)
         : m_number(checked(number))
     {}
@@ -42,10 +42,10 @@ private:
     int m_number = -1;
 };
 
-/// Opens a folder to be named in other calls only. Errors: Failure, ELOOP for a link.
+/// Opens a folder for use in *at() calls only. Errors: Failure, ELOOP for a link.
 [[nodiscard]] Descriptor openFolder(const Descriptor& parent, const std::string& name);
 
-/// Of the name itself, not of what a link points to. False when there is none. Errors: Failure.
+/// lstat() of the name. False when it does not exist. Errors: Failure.
 [[nodiscard]] bool statusOf(const Descriptor& folder, const std::string& name, struct stat& status);
 
 } // namespace orvanlite::root_runner

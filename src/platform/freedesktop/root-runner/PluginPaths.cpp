@@ -18,7 +18,7 @@ const Components kAvid{"Library", "Application Support", "Avid", "Audio"};
 const Components kWaves{"Applications", "Waves"};
 const std::string kDisabled = "Disabled";
 
-/// Nothing for a text that is not absolute or has an empty, `.` or `..` component.
+/// Empty for a path that is not absolute or has an empty, `.` or `..` component.
 std::optional<Components> split(std::string_view path)
 {
     Components components;
@@ -66,7 +66,7 @@ bool PluginPaths::holds(const std::string& path) const
         return false;
     const std::size_t first = location.base->components.size();
     const std::size_t depth = location.components.size() - first;
-    // "Disabled" has a folder per format in the common folder, and is one in each of Waves.
+    // The central "Disabled" has a folder per format; each Waves version folder has a "Disabled".
     const bool isInDisabled =
         location.components[first] == kDisabled || (depth > 1 && location.components[first + 1] == kDisabled);
     return depth >= (isInDisabled ? 3U : 2U);
@@ -86,7 +86,7 @@ Entry PluginPaths::walk(const std::string& path, bool creates) const
     struct stat status {};
     checked(::fstat(folder.number(), &status));
     if (location.base->owner != 0 && status.st_uid != location.base->owner)
-        fail(EPERM); // not the home folder that it is said to be
+        fail(EPERM); // not the home folder of this user
     for (std::size_t i = 0; i + 1 < location.components.size(); ++i) {
         const std::string& name = location.components[i];
         if (creates && ::mkdirat(folder.number(), name.c_str(), 0777) != 0 && errno != EEXIST)

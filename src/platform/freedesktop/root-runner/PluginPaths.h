@@ -9,31 +9,31 @@
 
 namespace orvanlite::root_runner {
 
-/// Who calls, and where the system's folders are.
+/// The calling user and the location of the system's folders.
 struct Surroundings {
-    std::string root;     ///< empty; in tests the folder that stands for "/"
+    std::string root;     ///< empty in production; the stand-in for "/" in tests
     std::string home;     ///< of the calling user; empty for none
-    std::string rootHome; ///< "~" for the commands
+    std::string rootHome; ///< meaning of "~" in commands
     uid_t user = 0;
     gid_t group = 0;
 };
 
-/// A file or folder as a name in an open folder, so that nothing can come between a check and the action.
+/// A file or folder as a name in an open folder, so that nothing can change between a check and the action.
 struct Entry {
     Descriptor folder;
     std::string name;
 };
 
-/// The folders in which the commands may work: those that hold plugins, of the system and of the calling user.
+/// The folders that commands may change: plugin folders of the system and of the calling user.
 class PluginPaths {
 public:
     explicit PluginPaths(const Surroundings& surroundings);
 
-    /// Whether the path names something inside one of their folders for formats or versions, and neither such a folder
-    /// itself nor a folder of disabled plugins. By the text alone, which has no empty, `.` or `..` component.
+    /// Whether the path is inside a format or version folder, and not itself such a folder or a folder of
+    /// disabled plugins. Decided by the text alone; empty, `.` and `..` components are rejected.
     [[nodiscard]] bool holds(const std::string& path) const;
 
-    /// Opens the parent of a path that holds() takes, component by component, without following any link.
+    /// Opens the parent of a path that holds() accepts, component by component, without following any link.
     /// Errors: Failure; ELOOP for a link.
     [[nodiscard]] Entry open(const std::string& path) const;
 
@@ -42,9 +42,9 @@ public:
 
 private:
     struct Base {
-        std::string start; ///< opened as it is: what is above is root's
+        std::string start; ///< opened directly: everything above is root's
         uid_t owner;
-        std::vector<std::string> components; ///< from there to the folder of all formats
+        std::vector<std::string> components; ///< from `start` to the folder of all formats
     };
     struct Location {
         const Base* base = nullptr; ///< null for no location

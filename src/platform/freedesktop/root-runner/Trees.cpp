@@ -27,7 +27,7 @@ Descriptor openForReading(const Descriptor& folder, const std::string& name, int
         ::openat(folder.number(), name.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC | flags));
 }
 
-/// Without "." and "..". All at once, as entries are removed meanwhile.
+/// Without "." and "..". Read completely first, as entries are removed later.
 std::vector<std::string> namesIn(const Descriptor& folder)
 {
     Descriptor copy = openForReading(folder, ".", O_DIRECTORY);
@@ -66,11 +66,11 @@ void removeEntries(const Descriptor& folder, bool withHidden)
         throw *failure;
 }
 
-/// Owner first, as changing it takes rights away. Bits that give a program other rights are not kept.
+/// Owner first, as chown() may clear mode bits. Set-user-ID, set-group-ID and sticky bits are dropped.
 void copyAttributes(const struct stat& from, const Descriptor& to)
 {
     if (::fchown(to.number(), from.st_uid, from.st_gid) != 0 && errno != EPERM && errno != EINVAL)
-        fail(errno); // some file systems know no owners
+        fail(errno); // some file systems have no owners
     checked(::fchmod(to.number(), from.st_mode & 0777));
     const std::array times{from.st_atim, from.st_mtim};
     checked(::futimens(to.number(), times.data()));
@@ -93,7 +93,7 @@ void copyLink(const Entry& source, const Entry& copy, const struct stat& status)
         ::readlinkat(source.folder.number(), source.name.c_str(), target.data(), target.size() - 1)));
     checked(::symlinkat(target.data(), copy.folder.number(), copy.name.c_str()));
     const std::array times{status.st_atim, status.st_mtim};
-    // Neither is worth a failure: nothing but the target of a link is ever used.
+    // Best effort: only the target of a link is ever used.
     if (::fchownat(copy.folder.number(), copy.name.c_str(), status.st_uid, status.st_gid,
                    AT_SYMLINK_NOFOLLOW) +
             ::utimensat(copy.folder.number(), copy.name.c_str(), times.data(), AT_SYMLINK_NOFOLLOW) !=
@@ -146,7 +146,7 @@ void copyTree(const Entry& source, const Entry& copy)
         copyFile(source, copy);
 }
 
-/// The failure of the copy is the one that counts.
+/// Ignores failures: the caller reports that of the copy.
 void removePartialCopy(const Entry& copy) noexcept
 {
     try {
@@ -181,7 +181,7 @@ void moveTree(const Entry& source, const Entry& destination)
         return;
     if (errno != EXDEV)
         fail(errno);
-    // Hidden, so that no scan finds it unfinished.
+    // Hidden, so that no scan finds a partial copy.
     Entry copy{openForReading(destination.folder, ".", O_DIRECTORY),
                ".orvanlite-" + std::to_string(::getpid())};
     try {

@@ -4,15 +4,15 @@
 
 namespace orvanlite::root_runner {
 
-/// Removes a file, a link or a folder with all it holds, as far as possible; nothing is no failure.
-/// Errors: Failure, the first one.
+/// Removes a file, a link or a folder with its contents, as far as possible; a missing one is no failure.
+/// Errors: the first Failure.
 void removeTree(const Descriptor& folder, const std::string& name);
 
-/// Removes what a folder holds but for names with a leading dot, as `rm -rf folder/*` does.
+/// Removes the contents of a folder except names with a leading dot, like `rm -rf folder/*`.
 void removeVisibleEntries(const Descriptor& folder);
 
-/// Moves to a name, in place of a file or an empty folder there, as rename() does; also to another file system, where
-/// the copy has mode, owner and times of the original and appears as a whole.
+/// Moves, replacing a file or an empty folder like rename(). On another file system the copy keeps mode,
+/// owner and times and appears only when complete.
 /// Errors: Failure.
 void moveTree(const Entry& source, const Entry& destination);
 

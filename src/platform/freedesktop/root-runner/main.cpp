@@ -14,8 +14,8 @@ using namespace orvanlite::root_runner;
 
 namespace {
 
-/// Whoever starts us chooses what we inherit. The caller is asked for before.
-void leaveInheritance()
+/// Drops state inherited from the untrusted caller. Look up the caller first: this clears the environment.
+void dropInheritedState()
 {
     for (int standard = 0; standard < 3; ++standard) {
         if (::fcntl(standard, F_GETFD) < 0 && ::open("/dev/null", O_RDWR) != standard)
@@ -24,14 +24,14 @@ void leaveInheritance()
     ::closefrom(3);
     ::clearenv();
     ::umask(S_IWGRP | S_IWOTH);
-    // A window that is closed in the middle of a batch closes our standard error; the batch goes on.
+    // Closing the window during a batch closes our standard error; the batch must continue.
     std::signal(SIGPIPE, SIG_IGN);
 }
 
 } // namespace
 
-/// What the system's password prompt starts: does what the application's commands say, read from standard input, and
-/// nothing else. It gives no rights by itself and links no library but the system's, as root runs it.
+/// Started as root by pkexec: executes the application's commands, read from standard input, and nothing
+/// else. It grants no rights itself and, as it runs as root, links only system libraries.
 int main(int argc, char** argv)
 {
     if (argc != 1) {
@@ -39,7 +39,7 @@ int main(int argc, char** argv)
         return EX_USAGE;
     }
     const Surroundings surroundings = surroundingsOfCaller();
-    leaveInheritance();
+    dropInheritedState();
     try {
         return run(readAll(Descriptor(STDIN_FILENO)), surroundings);
     } catch (const Failure& failure) {

@@ -2,7 +2,7 @@
 
 #import <Foundation/Foundation.h>
 
-// As Apple's documentation of the Service Management framework declares them (macOS 13).
+// As declared in Apple's documentation of the Service Management framework (macOS 13).
 
 typedef NS_ENUM(NSInteger, SMAppServiceStatus) {
     SMAppServiceStatusNotRegistered,

@@ -2,8 +2,7 @@
 
 #import <Foundation/Foundation.h>
 
-// As Apple's documentation of the User Notifications framework declares them (macOS 11 for the banner
-// options).
+// As declared in Apple's documentation of the User Notifications framework (macOS 11 for the banner options).
 
 typedef NS_ENUM(NSUInteger, UNAuthorizationOptions) {
     UNAuthorizationOptionBadge = 1 << 0,

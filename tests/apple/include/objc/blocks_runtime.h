@@ -1,6 +1,6 @@
 #pragma once
 
-// The part of the blocks runtime that GNUstep's headers ask for; here nothing is linked.
+// The part of the blocks runtime that GNUstep's headers need; nothing is linked here.
 extern "C" {
 void* _Block_copy(const void* block);
 void _Block_release(const void* block);

@@ -1,6 +1,6 @@
 #pragma once
 
-// The file flags and times of BSD systems: of the right kind to be compiled, without meaning here.
+// The file flags and times of BSD systems: types suffice for compiling, values are meaningless.
 #include_next <sys/stat.h>
 
 #define st_atimespec st_atim
