@@ -58,6 +58,10 @@ void expectAll(const std::vector<Case>& cases)
     }
 }
 
+const QByteArray kDoctype =
+    R"(<!DOCTYPE plist PUBLIC "-//Apple//DTD PLIST 1.0//EN" "http://www.apple.com/DTDs/PropertyList-1.0.dtd">)";
+const QByteArray kOldDoctype = QByteArray(kDoctype).replace("Apple", "Apple Computer");
+
 QByteArray inRoot(const QByteArray& members)
 {
     return R"(<?xml version="1.0" encoding="UTF-8"?><plist version="1.0"><dict>)" + members +
@@ -87,8 +91,9 @@ TEST(PropertyListXml, Answers)
         {"last of equal keys", inRoot(id + "<key>id</key><string>j</string>"), u"- [j] -"_s},
         {"last of equal keys, other type", inRoot(id + "<key>id</key><false/>"), u"- - -"_s},
         {"all other types",
-         inRoot("<key>a</key><real>1.5</real><key>b</key><date>2001-01-01T00:00:00Z</date><key>c</key>"
-                "<data>AAAA</data>" +
+         inRoot("<key>a</key><array><real>1.5</real><real>-.5E+3</real><real>+Infinity</real>"
+                "<integer> -7\n</integer><integer>0xFf</integer></array>"
+                "<key>b</key><date>2001-01-01T00:00:00Z</date><key>c</key><data>AAAA</data>" +
                 id),
          u"- [i] -"_s},
         {"CDATA, references, comments",
@@ -191,6 +196,17 @@ TEST(PropertyListXml, RefusesWhatIsNotWellFormed)
         inRoot("<key>id</key><string>i</key>"),
         "<!DOCTYPE plist [<!ENTITY e \"x\">]><dict><key>id</key><string>&e;</string></dict>",
         "<!DOCTYPE plist SYSTEM \"file:///nowhere\"><dict><key>id</key><string>&e;</string></dict>",
+        kDoctype + kOldDoctype + "<plist><dict/></plist>",
+        inRoot("<key>x</key><array><integer/></array>"),
+        inRoot("<key>x</key><integer>1.5</integer>"),
+        inRoot("<key>x</key><integer>0x</integer>"),
+        inRoot("<key>x</key><integer>1 2</integer>"),
+        inRoot("<key>x</key><real>.</real>"),
+        inRoot("<key>x</key><real>1e</real>"),
+        inRoot("<key>x</key><real>one</real>"),
+        inRoot("<key>x</key><date>2001-01-01</date>"),
+        inRoot("<key>x</key><date>2001-13-01T00:00:00Z</date>"),
+        inRoot("<key>x</key><date>2001-01-01T00:00:00Z.</date>"),
     };
     for (const QByteArray& data : bad) {
         SCOPED_TRACE(data.toStdString());
@@ -219,8 +235,7 @@ TEST(PropertyListXml, ReadsUtf16WithAndWithoutMark)
 
 TEST(PropertyListXml, BothWaysAgree)
 {
-    const QByteArray head = R"(<?xml version="1.0" encoding="UTF-8"?>
-<!DOCTYPE plist PUBLIC "-//Apple//DTD PLIST 1.0//EN" "http://www.apple.com/DTDs/PropertyList-1.0.dtd">)";
+    const QByteArray head = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n" + kDoctype;
     const QByteArrayList seed =
         QByteArray(head + "|\n|<plist version=\"1.0\">|<dict>|<key>|id|</key>|<string>|i \xC3\xA9|"
                           "</string>|<key>|parts|</key>|<array>|<dict>|<key>|name|</key>|<string>|n|"
@@ -232,7 +247,8 @@ TEST(PropertyListXml, BothWaysAgree)
         QByteArray(
             "| |\t\n|\r\n|<dict/>|<true/>|<string/>|<array/>|<plist>|<plist/>|<dict >|</dict >|<key/>|<!--c-->|"
             "<?p?>|&amp;|]]>|<|>|/|\xC3|\xEF\xBF\xBF|\x01|<b/>|<dict a=\"b\">|<![CDATA[c]]>|<dict//>|< dict>|"
-            "<//dict>|\xEF\xBB\xBF")
+            "<//dict>|\xEF\xBB\xBF|" +
+            kOldDoctype)
             .split('|');
     std::mt19937 random(5);
     const auto below = [&](qsizetype limit) {
@@ -395,6 +411,12 @@ TEST(PropertyListBinary, Answers)
          }),
          u"nothing"_s},
         {"inner reference outside", parts([](List& l) { return l.addList({99}); }), u"nothing"_s},
+        {"reference outside below an unwanted key",
+         binaryWith(u"x"_s,
+                    [](List& l) {
+                        return l.addList({l.addDictionary({{l.addText(u"y"_s), 99}})});
+                    }),
+         u"nothing"_s},
         {"huge count of text", id([](List& l) {
              return l.addRaw("\x5F\x13\x7F\xFF\xFF\xFF\xFF\xFF\xFF\xFF"
                              "a"_ba);
