@@ -97,7 +97,7 @@ public:
     virtual void createDirectory(const QString& path) = 0;
 
     /// Marks a file or folder as hidden from file browsers. Its end is not waited for; throws when it cannot be
-    /// started.
+    /// started. Without rights to the folder nothing happens, and nothing is thrown.
     virtual void setHidden(const QString& path) = 0;
 };
 
