@@ -96,6 +96,8 @@ public:
     void loadAllPages();
     void resetView();
 
+    /// All filters at once: what the listings are narrowed to.
+    [[nodiscard]] PluginFilter currentFilter() const;
     /// Everything that the filters match, in the order of the sort, up to 100,000 rows. A fresh query.
     [[nodiscard]] AudioPlugins allFilteredPlugins() const;
     /// Rows per format, whatever the filters are. Six queries.
@@ -136,7 +138,6 @@ public:
     void runWavesAURegUtilities();
 
 private:
-    [[nodiscard]] PluginFilter currentFilter() const;
     [[nodiscard]] AudioPlugins queryPage(int limit, int offset) const;
     void publishEnabledCount();
     void sortChanged();

@@ -125,7 +125,7 @@ TEST(SidebarRulesTest, NamesTheActionsByTheFilters)
     all[0].isEnabled = true;
     all[1].isEnabled = all[2].isEnabled = false;
     struct Row {
-        SidebarFilter filter;
+        PluginFilter filter;
         QString enable, summary, enabling, deleting;
     };
     const QString everywhere =
@@ -134,17 +134,25 @@ TEST(SidebarRulesTest, NamesTheActionsByTheFilters)
     const QString forGood = u"⚠️ This will PERMANENTLY DELETE 3 plugins "_s;
     const QString noWayBack = u". This cannot be undone!"_s;
     for (const Row& row : {
-             Row{{}, u"Enable All"_s, {}, everywhere, u"from your system"_s},
-             Row{{{vst3}, {}}, u"Enable All VST3"_s, u"VST3"_s, u"VST3"_s, {}},
-             Row{{{au}, {}}, u"Enable All Audio Units"_s, u"Audio Units"_s, u"Audio Units"_s, {}},
-             Row{{{vst3, aax, au}, {}},
+             Row{{.searchText = u"x"_s}, u"Enable All"_s, {}, everywhere, u"from your system"_s},
+             Row{{.formats = {vst3}}, u"Enable All VST3"_s, u"VST3"_s, u"VST3"_s, {}},
+             Row{{.formats = {au}}, u"Enable All Audio Units"_s, u"Audio Units"_s, u"Audio Units"_s, {}},
+             Row{{.formats = {vst3, aax, au}},
                  u"Enable Filtered"_s,
                  u"AAX, Audio Units, VST3"_s,
                  u"AAX, Audio Units, VST3"_s,
                  {}},
-             Row{{{}, {u"b"_s, u"A"_s}}, u"Enable Filtered"_s, u"A, b"_s, u"A, b"_s, {}},
-             Row{{{clap}, {u"50%1"_s}}, u"Enable Filtered"_s, u"CLAP · 50%1"_s, u"CLAP + 50%1"_s, {}},
-             Row{{{vst2}, {u"C"_s, u"a"_s, u"B"_s}},
+             Row{{.searchText = u"x"_s, .manufacturers = {u"b"_s, u"A"_s}},
+                 u"Enable Filtered"_s,
+                 u"A, b"_s,
+                 u"A, b"_s,
+                 {}},
+             Row{{.formats = {clap}, .manufacturers = {u"50%1"_s}},
+                 u"Enable Filtered"_s,
+                 u"CLAP · 50%1"_s,
+                 u"CLAP + 50%1"_s,
+                 {}},
+             Row{{.formats = {vst2}, .manufacturers = {u"C"_s, u"a"_s, u"B"_s}},
                  u"Enable Filtered"_s,
                  u"VST · B +2 more"_s,
                  u"VST + B, C, a"_s,

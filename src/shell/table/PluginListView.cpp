@@ -181,15 +181,12 @@ bool PluginListView::isSameFirstPage(const AudioPlugins& rows) const
     return page > 0;
 }
 
-bool PluginListView::isOtherQuery()
+bool PluginListView::isOtherList()
 {
-    Query now{*m_viewModel.searchText,
-              *m_viewModel.selectedFormats,
-              *m_viewModel.selectedManufacturers,
-              *m_viewModel.sortOrder,
-              *m_viewModel.activeProfile ? std::optional((*m_viewModel.activeProfile)->id) : std::nullopt,
-              *m_viewModel.profileViewFilter};
-    return now != std::exchange(m_shownQuery, now);
+    const std::optional<PluginProfile>& profile = *m_viewModel.activeProfile;
+    const ShownList now{m_viewModel.currentFilter(), *m_viewModel.sortOrder,
+                        profile ? std::optional(profile->id) : std::nullopt, *m_viewModel.profileViewFilter};
+    return now != std::exchange(m_shownList, now);
 }
 
 void PluginListView::renderRows()
@@ -218,7 +215,7 @@ void PluginListView::renderRows()
         m_table->setAutoScroll(true);
     }
     m_table->keepACurrentRow();
-    if (isOtherQuery()) {
+    if (isOtherList()) {
         scrollBar.setValue(0); // another search or sort is read from its first row on
     } else if (scrollBar.value() != scroll) {
         m_table->doItemsLayout(); // the scroll bar must know of the new rows
