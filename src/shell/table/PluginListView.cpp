@@ -34,10 +34,6 @@ constexpr int kHintCount = 101;
 constexpr int kTableInset = 10;
 constexpr int kSpinnerSize = 12;
 
-constexpr std::array<PluginSortKey, kPluginColumnCount> kColumnSortKeys{
-    PluginSortKey::statusValue, PluginSortKey::name,         PluginSortKey::manufacturer,
-    PluginSortKey::format,      PluginSortKey::versionValue, PluginSortKey::lastUsedValue};
-
 QLabel* caption(const QString& name, double size, QWidget* parent)
 {
     auto* label = new QLabel(parent);
@@ -244,8 +240,9 @@ void PluginListView::renderSort()
 {
     const PluginSortOrder& order = *m_viewModel.sortOrder;
     const PluginComparator first = order.empty() ? PluginComparator{} : order.front();
-    const auto found = std::find(kColumnSortKeys.begin(), kColumnSortKeys.end(), first.key);
-    m_table->header()->setSortIndicator(static_cast<int>(found - kColumnSortKeys.begin()),
+    const auto found = std::find_if(kPluginColumns.begin(), kPluginColumns.end(),
+                                    [&](const PluginColumnRow& each) { return each.sortKey == first.key; });
+    m_table->header()->setSortIndicator(static_cast<int>(found - kPluginColumns.begin()),
                                         first.order == PluginSortDirection::forward ? Qt::AscendingOrder
                                                                                     : Qt::DescendingOrder);
 }
@@ -265,7 +262,7 @@ void PluginListView::renderFooter()
 
 void PluginListView::sortBy(int column)
 {
-    const PluginSortKey key = kColumnSortKeys[static_cast<std::size_t>(column)];
+    const PluginSortKey key = pluginColumn(column).sortKey;
     PluginSortOrder order = *m_viewModel.sortOrder;
     PluginComparator first{key, PluginSortDirection::forward};
     if (!order.empty() && order.front() == first)
