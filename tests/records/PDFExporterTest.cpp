@@ -56,7 +56,7 @@ protected:
 
     QByteArray exportPDF(const AudioPlugins& plugins, ExportSortOption sort = ExportSortOption::name)
     {
-        PDFExporter::exportPlugins(plugins, sort, m_panel, m_system.platform);
+        PDFExporter::exportPlugins(plugins, ExportFormat::pdf, sort, m_panel, m_system.platform);
         return m_system.root.content(u"/Report.pdf");
     }
     /// What another program says of the report.
@@ -274,7 +274,8 @@ TEST_F(PDFExporterTest, WritesTheCSVByteForByteAndOpensIt)
     m_system.root.addFile(u"/List.csv", "old");
     std::filesystem::create_hard_link(m_panel.answer->toStdString(),
                                       m_system.root.at(u"/Reader").toStdString());
-    PDFExporter::exportPluginsAsCSV({odd, fresh}, ExportSortOption::status, m_panel, m_system.platform);
+    PDFExporter::exportPlugins({odd, fresh}, ExportFormat::csv, ExportSortOption::status, m_panel,
+                               m_system.platform);
     EXPECT_EQ(m_system.root.content(u"/List.csv"),
               "\"Status\",\"Manufacturer\",\"Name\",\"Format\",\"Version\",\"Last Used(Est.)\"\n"
               "\"Enabled\",\"Maker\",\"Ünïcode\",\"VST3\",\"1.0\",\"1 weeks ago\"\n"
@@ -292,7 +293,8 @@ TEST_F(PDFExporterTest, WritesTheCSVByteForByteAndOpensIt)
     EXPECT_EQ(m_system.workspace.opened.size(), 1U);
     m_system.root.addFolder(u"/Report.pdf");
     m_panel.answer = m_system.root.at(u"/Report.pdf");
-    PDFExporter::exportPlugins({fresh}, ExportSortOption::name, m_panel, m_system.platform);
+    PDFExporter::exportPlugins({fresh}, ExportFormat::pdf, ExportSortOption::name, m_panel,
+                               m_system.platform);
     EXPECT_EQ(m_system.workspace.opened.size(), 2U);
 }
 
