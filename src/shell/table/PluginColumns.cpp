@@ -93,15 +93,20 @@ constexpr std::array<PluginColumnRow, kPluginColumnCount> kPluginColumns{{
 
 static_assert(
     [] {
+        double share = 0;
+        double previewShare = 0;
         for (std::size_t i = 0; i < kPluginColumns.size(); ++i) {
             const PluginColumnRow& row = kPluginColumns[i];
             const bool isHidden = !row.isShown(true);
             const bool isShownBehindHidden = i > 0 && !isHidden && !kPluginColumns[i - 1].isShown(true);
             if (static_cast<std::size_t>(row.column) != i || !row.text || isShownBehindHidden)
                 return false;
+            share += row.share;
+            previewShare += row.previewShare;
         }
-        return true;
+        const auto isWhole = [](double sum) { return sum > 0.999 && sum < 1.001; };
+        return isWhole(share) && isWhole(previewShare);
     }(),
-    "each column has its row, in order, and those that a preview hides come last");
+    "each column has its row, in order, those that a preview hides come last, and the shares add up to 1");
 
 } // namespace orvanlite
