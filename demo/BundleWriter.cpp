@@ -11,7 +11,7 @@
 #include <QFile>
 
 #include <stdexcept>
-#include <vector>
+#include <utility>
 
 namespace orvanlite::demo {
 
@@ -19,7 +19,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-using Members = std::vector<std::pair<QString, QString>>;
+using Members = QList<std::pair<QString, QString>>;
 
 Members infoMembers(const Bundle& bundle)
 {
@@ -53,27 +53,6 @@ QByteArray xmlInfo(const Bundle& bundle)
     return (text + u"</dict>\n</plist>\n"_s).toUtf8();
 }
 
-QByteArray binaryInfo(const Bundle& bundle)
-{
-    test::BinaryPropertyList writer;
-    const auto texts = [&writer](const Members& members) {
-        std::vector<std::pair<int, int>> references;
-        for (const auto& [key, value] : members) {
-            const int keyReference = writer.addText(key);
-            references.emplace_back(keyReference, writer.addText(value));
-        }
-        return references;
-    };
-    auto root = texts(infoMembers(bundle));
-    if (!bundle.componentName.isEmpty()) {
-        const int component =
-            writer.addDictionary(texts({{u"name"_s, bundle.componentName}, {u"type"_s, u"aufx"_s}}));
-        const int key = writer.addText(u"AudioComponents"_s);
-        root.emplace_back(key, writer.addList({component}));
-    }
-    return writer.finished(writer.addDictionary(root));
-}
-
 QString parentOf(const QString& path) { return path.first(path.lastIndexOf(u'/')); }
 
 } // namespace
@@ -93,7 +72,9 @@ void BundleWriter::write(const Bundle& bundle)
     makeFolder(bundle.path + u"/Contents"_s);
     if (bundle.infoForm != InfoForm::none) {
         writeFile(bundle.path + u"/Contents/Info.plist"_s,
-                  bundle.infoForm == InfoForm::xml ? xmlInfo(bundle) : binaryInfo(bundle));
+                  bundle.infoForm == InfoForm::xml
+                      ? xmlInfo(bundle)
+                      : test::binaryInfoPlist(infoMembers(bundle), bundle.componentName));
     }
     if (!bundle.clapVendor.isEmpty()) {
         nlohmann::ordered_json json;

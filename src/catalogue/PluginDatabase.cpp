@@ -83,7 +83,8 @@ PluginDatabase& PluginDatabase::shared(const platform::Platform& platform)
     return *database;
 }
 
-PluginDatabase::PluginDatabase(const platform::Platform& platform, QString dbPath)
+PluginDatabase::PluginDatabase(const platform::Platform& platform, QString dbPath,
+                               std::chrono::milliseconds patience)
     : m_dbPath(std::move(dbPath))
 {
     if (const QString folder = platform::parentFolder(m_dbPath); !folder.isEmpty()) {
@@ -93,7 +94,7 @@ PluginDatabase::PluginDatabase(const platform::Platform& platform, QString dbPat
             // Shows as a failed open.
         }
     }
-    openDatabase();
+    openDatabase(patience);
     exec("PRAGMA journal_mode=WAL");
     exec("PRAGMA synchronous=NORMAL");
     exec(kSchema);
@@ -101,11 +102,14 @@ PluginDatabase::PluginDatabase(const platform::Platform& platform, QString dbPat
 
 PluginDatabase::~PluginDatabase() { sqlite3_close(m_db); }
 
-void PluginDatabase::openDatabase()
+void PluginDatabase::openDatabase(std::chrono::milliseconds patience)
 {
     // Without a lock of its own: only the main thread uses the connection, and every column read would take it.
     constexpr int kFlags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_NOMUTEX;
     if (sqlite3_open_v2(m_dbPath.toUtf8().constData(), &m_db, kFlags, nullptr) == SQLITE_OK) {
+        // Backup programs and readers hold their locks for moments. On purpose the main thread waits for them: a row
+        // that is not written shows a wrong state until the next scan, which is worse than a short delay.
+        sqlite3_busy_timeout(m_db, static_cast<int>(patience.count()));
         // Pages in memory, at most 16 MB: a scan that fits is not written and read back before its end. A setting
         // of this connection alone, so nobody need hear when it fails.
         sqlite3_exec(m_db, "PRAGMA cache_size=-16000", nullptr, nullptr, nullptr);
@@ -117,21 +121,24 @@ void PluginDatabase::openDatabase()
     m_db = nullptr;
 }
 
-void PluginDatabase::exec(const char* sql)
+bool PluginDatabase::exec(const char* sql)
 {
     if (!m_db)
-        return;
+        return false;
     char* message = nullptr;
-    if (sqlite3_exec(m_db, sql, nullptr, nullptr, &message) != SQLITE_OK && message)
+    const bool succeeded = sqlite3_exec(m_db, sql, nullptr, nullptr, &message) == SQLITE_OK;
+    if (!succeeded && message)
         printLine(u"❌ SQL error: "_s + QString::fromUtf8(message));
     sqlite3_free(message);
+    return succeeded;
 }
 
 void PluginDatabase::replaceAllPlugins(const AudioPlugins& plugins)
 {
     exec("BEGIN TRANSACTION");
-    exec("DELETE FROM plugins");
-    {
+    // The deletion takes the write lock. Without it nothing may be added either: the lock of another process can end
+    // between two rows, and the rest would join the old ones.
+    if (exec("DELETE FROM plugins")) {
         Statement insert(m_db,
                          "INSERT INTO plugins (id, name, manufacturer, format, originalPath, currentPath, "
                          "isEnabled, version, bundleIdentifier, lastUsed)\n"

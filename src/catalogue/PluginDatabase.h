@@ -6,6 +6,8 @@
 #include <QSet>
 #include <QStringList>
 
+#include <chrono>
+
 struct sqlite3;
 
 namespace orvanlite::platform {
@@ -27,15 +29,20 @@ public:
     /// The one catalogue of the process, opened on first use and never closed.
     static PluginDatabase& shared(const platform::Platform& platform);
 
+    /// How long each statement waits for the lock of another process.
+    static constexpr std::chrono::milliseconds kPatience{5'000};
+
     /// Opens or creates the file and its folder.
-    PluginDatabase(const platform::Platform& platform, QString dbPath);
+    PluginDatabase(const platform::Platform& platform, QString dbPath,
+                   std::chrono::milliseconds patience = kPatience);
     PluginDatabase(const PluginDatabase&) = delete;
     PluginDatabase& operator=(const PluginDatabase&) = delete;
     ~PluginDatabase();
 
     [[nodiscard]] const QString& dbPath() const { return m_dbPath; }
 
-    /// Replaces all rows, in one transaction with one statement.
+    /// Replaces all rows, in one transaction with one statement. Keeps all of them while another process holds the
+    /// write lock for longer than we wait.
     void replaceAllPlugins(const AudioPlugins& plugins);
     /// Writes the current path and the state of one row; nothing when no row has the id.
     void updatePlugin(const AudioPlugin& plugin);
@@ -57,8 +64,8 @@ public:
     [[nodiscard]] int countPlugins(bool enabled) const;
 
 private:
-    void openDatabase();
-    void exec(const char* sql);
+    void openDatabase(std::chrono::milliseconds patience);
+    bool exec(const char* sql);
     static std::optional<AudioPlugin> pluginFromRow(const Statement& statement);
 
     QString m_dbPath;

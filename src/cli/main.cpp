@@ -29,7 +29,7 @@ int main(int argc, char** argv)
         arguments.append(platform::fromUtf8(argv[i]));
     const platform::SystemLayout layout = platform::SystemLayout::ofThisMachine();
     const auto files = platform::makeFileManager(layout);
-    const CommandSurroundings surroundings{*files, layout, [&argc, argv] { runGui(argc, argv); }, &printLine,
+    const CommandSurroundings surroundings{*files, layout, [&] { runGui(argc, argv, layout); }, &printLine,
                                            &printErrorLine};
     return runCommandLine(arguments, surroundings);
 }

@@ -152,8 +152,8 @@ QCoro::Task<AudioPlugins> PluginMover::toggleAll(AudioPlugins plugins, BatchProg
     const QString scriptFile = platform::join(folder, u"orvanlite_batch_"_s + uuid + u".sh"_s);
     const QString progressFile = platform::join(folder, u"orvanlite_progress_"_s + uuid + u".txt"_s);
     // Readable by their owner alone and put in place whole: nobody else can read or replace them before they run.
-    files.write(progressFile, "0", platform::WriteMode::atomic);
-    files.write(scriptFile, batchScript(items, progressFile).toUtf8(), platform::WriteMode::atomic);
+    files.write(progressFile, "0", platform::WriteMode::privateFile);
+    files.write(scriptFile, batchScript(items, progressFile).toUtf8(), platform::WriteMode::privateFile);
 
     const auto isCancelled = std::make_shared<bool>(false);
     if (progress)

@@ -50,9 +50,15 @@ struct FileStatus {
     bool operator==(const FileStatus&) const = default;
 };
 
+/// A file that is new gets mode 0666 less the umask unless the mode says otherwise.
 enum class WriteMode {
     inPlace, ///< opens, truncates and writes the file itself
-    atomic,  ///< writes a new file, readable by its owner alone, and renames it over the old one
+    /// Writes a new file and renames it over the old one, whose rights it keeps, and whose owner where that is allowed.
+    /// A link stays and what it points to is replaced. In place where the folder takes no new file.
+    replaceFile,
+    /// For what nobody else may read, or change before it is used: mode 0600, put in place whole, and only in a folder
+    /// that is private (see requirePrivateFolder()).
+    privateFile,
 };
 
 /// The file system. Asking calls never throw; changing calls and list() throw FileError.

@@ -14,8 +14,9 @@ struct SystemLayout {
     QString applicationSupport; ///< where applications of this user keep their data
     QString configuration;      ///< where settings of this user lie
     QString cache;
-    QString runtime;   ///< sockets and marks of running processes
-    QString temporary; ///< private to the user; made when the platform services are
+    QString runtime; ///< sockets and marks of running processes
+    QString
+        temporary; ///< for scripts that root runs, private to the user; made when the platform services are
     QString desktop;
     QString downloads;
     QString documents;

@@ -20,7 +20,7 @@ ReportFormat reportFormat(ExportFormat format)
         return {.request = {u"Export Plugins as CSV"_s, u"Orvanlite_Plugins.csv"_s, u"Comma-separated text"_s,
                             u"csv"_s},
                 .caption = u"Columns will be ordered with the selected sort column first."_s,
-                .writeMode = platform::WriteMode::atomic,
+                .writeMode = platform::WriteMode::replaceFile,
                 .generate = [](const ExportRows& rows, const ExportColumns& columns,
                                ExportSortOption /*sortBy*/,
                                Date now) { return generateCSV(rows, columns, now); }};

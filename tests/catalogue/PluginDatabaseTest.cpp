@@ -4,7 +4,12 @@
 
 #include <unistd.h>
 
+#include <latch>
+#include <thread>
+
 namespace orvanlite::test {
+
+using namespace std::chrono_literals;
 
 namespace {
 
@@ -166,18 +171,54 @@ TEST_F(PluginDatabaseTest, AFileThatCannotBeUsedReadsAsEmpty)
     }
 }
 
-TEST_F(PluginDatabaseTest, ALockedFileKeepsItsRows)
+/// Another process that holds the write lock from now until some time has passed.
+class Holder {
+public:
+    Holder(const QString& path, std::chrono::milliseconds time)
+    {
+        m_thread = std::thread([this, path, time] {
+            RawConnection raw(path);
+            raw.run(u"BEGIN IMMEDIATE"_s);
+            m_isHeld.count_down();
+            std::this_thread::sleep_for(time);
+            raw.run(u"COMMIT"_s);
+        });
+        m_isHeld.wait();
+    }
+    ~Holder() { m_thread.join(); }
+
+private:
+    std::latch m_isHeld{1};
+    std::thread m_thread;
+};
+
+TEST_F(PluginDatabaseTest, ALockIsWaitedForAndNeverHalvesAReplacement)
 {
-    PluginDatabase database(m_platform, m_path);
-    database.replaceAllPlugins({plugin(u"Old"_s)});
-    RawConnection raw(m_path);
-    raw.run(u"BEGIN IMMEDIATE"_s);
-    EXPECT_EQ(printed([&] { database.replaceAllPlugins({plugin(u"New"_s)}); }),
-              "❌ SQL error: database is locked\n");
-    EXPECT_EQ(names(all(database)), u"Old"_s);
-    raw.run(u"COMMIT"_s);
-    database.replaceAllPlugins({plugin(u"New"_s)});
-    EXPECT_EQ(names(all(database)), u"New"_s);
+    AudioPlugins wanted;
+    AudioPlugins others;
+    for (int i = 10; i < 50; ++i) {
+        wanted.push_back(plugin(u"New%1"_s.arg(i)));
+        others.push_back(plugin(u"Other"_s));
+    }
+    {
+        PluginDatabase database(m_platform, m_path);
+        database.replaceAllPlugins({plugin(u"Old"_s)});
+        RawConnection reader(m_path); // a backup in the middle of its work keeps what it began with
+        reader.run(u"BEGIN; SELECT name FROM plugins"_s);
+        const Holder holder(m_path, 200ms);
+        EXPECT_EQ(printed([&] { database.replaceAllPlugins(wanted); }), "");
+        EXPECT_EQ(reader.run(u"SELECT name FROM plugins"_s), QStringList{u"Old"_s});
+        reader.run(u"COMMIT"_s);
+        EXPECT_EQ(reader.run(u"SELECT count(*) FROM plugins"_s), QStringList{u"40"_s});
+    }
+    PluginDatabase hurried(m_platform, m_path, 20ms);
+    {
+        const Holder holder(m_path, 200ms); // ends where a row of its own would still be tried
+        EXPECT_EQ(printed([&] { hurried.replaceAllPlugins(others); }), "❌ SQL error: database is locked\n");
+    }
+    EXPECT_EQ(all(hurried), wanted);
+    hurried.replaceAllPlugins({wanted.front()});
+    EXPECT_EQ(names(all(hurried)), u"New10"_s);
 }
 
 TEST_F(PluginDatabaseTest, AFileThatIsLockedWhenItIsOpenedIsUsedLater)
@@ -187,7 +228,7 @@ TEST_F(PluginDatabaseTest, AFileThatIsLockedWhenItIsOpenedIsUsedLater)
     raw.run(u"PRAGMA journal_mode=DELETE; BEGIN EXCLUSIVE"_s);
     std::optional<PluginDatabase> database;
     const std::string locked = "❌ SQL error: database is locked\n";
-    EXPECT_EQ(printed([&] { database.emplace(m_platform, m_path); }), locked + locked + locked);
+    EXPECT_EQ(printed([&] { database.emplace(m_platform, m_path, 10ms); }), locked + locked + locked);
     EXPECT_EQ(database->totalCount({}), 0);
     raw.run(u"COMMIT"_s);
     EXPECT_EQ(names(all(*database)), u"Old"_s);

@@ -216,20 +216,6 @@ TEST_F(HelperAgentTest, OpensTheApplicationByAClickWheneverItDoesNotRun)
     EXPECT_TRUE(waitFor([&] { return agent.state() == QProcess::NotRunning; }));
 }
 
-TEST_F(HelperAgentTest, IsQuietWithoutASessionBus)
-{
-    QProcessEnvironment surroundings = QProcessEnvironment::systemEnvironment();
-    surroundings.remove(u"DBUS_SESSION_BUS_ADDRESS"_s);
-    surroundings.insert(u"XDG_RUNTIME_DIR"_s, root.at(u"/none"));
-    QProcess agent;
-    agent.setProcessEnvironment(surroundings);
-    agent.start(executable(), {});
-    ASSERT_TRUE(waitFor([&] { return isWatching(agent.processId()); }));
-    agent.terminate();
-    EXPECT_TRUE(waitFor([&] { return agent.state() == QProcess::NotRunning; }));
-    EXPECT_EQ(agent.readAllStandardError() + agent.readAllStandardOutput(), "");
-}
-
 } // namespace orvanlite::test
 
 #include "HelperAgentTest.moc"

@@ -28,24 +28,21 @@ TEST_F(MenuBarLoginItemTest, LeavesTheRightCopyAndReplacesAllOthers)
     const QString other = u"/Old/OrvanliteHelper.app"_s;
     addAgent(other);
     root.addBundle(u"/Other.app", infoPlist({{u"CFBundleIdentifier"_s, u"com.other"_s}}));
-    const struct {
-        const char* name;
-        QStringList running;
-        bool isLeft;
-    } rows[] = {{"none", {}, false},
-                {"a foreign one", {other}, false},
-                {"the right one and a foreign one", {own, other}, false},
-                {"the right one", {own}, true}};
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.name);
-        for (const QString& bundle : row.running)
+    const std::tuple<const char*, QStringList, bool> rows[] = {
+        {"none", {}, false},
+        {"a foreign one", {other}, false},
+        {"the right one and a foreign one", {own, other}, false},
+        {"the right one", {own}, true}};
+    for (const auto& [name, running, isLeft] : rows) {
+        SCOPED_TRACE(name);
+        for (const QString& bundle : running)
             start(bundle);
         const auto before = workspace.runningApplications();
         item.setEnabled(true);
         EXPECT_TRUE(item.isEnabled());
         EXPECT_TRUE(root.content(entry).contains(own.toUtf8()));
-        ASSERT_EQ(clock.sleepers(), row.isLeft ? 0 : 1);
-        if (!row.isLeft) {
+        ASSERT_EQ(clock.sleepers(), isLeft ? 0 : 1);
+        if (!isLeft) {
             EXPECT_TRUE(waitFor([this] { return workspace.runningApplications().empty(); }));
             clock.advance(std::chrono::milliseconds(499));
             EXPECT_EQ(clock.sleepers(), 1);
@@ -55,7 +52,7 @@ TEST_F(MenuBarLoginItemTest, LeavesTheRightCopyAndReplacesAllOthers)
         const auto after = workspace.runningApplications();
         ASSERT_EQ(after.size(), 1U);
         EXPECT_EQ(after.front().bundlePath, root.at(own));
-        EXPECT_EQ(after == before, row.isLeft);
+        EXPECT_EQ(after == before, isLeft);
         item.setEnabled(false);
         EXPECT_FALSE(item.isEnabled());
         EXPECT_TRUE(waitFor([this] { return workspace.runningApplications().empty(); }));

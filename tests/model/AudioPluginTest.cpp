@@ -44,53 +44,20 @@ const QByteArray kFullRecord =
 
 TEST(AudioPlugin, LastUsedText)
 {
-    const struct {
-        double age; ///< seconds
-        const char* text;
-    } rows[] = {
-        {0, "Today"},
-        {kDay - 1, "Today"},
-        {-kDay + 1, "Today"},
-        {kDay, "Yesterday"},
-        {2 * kDay - 1, "Yesterday"},
-        {2 * kDay, "2 days ago"},
-        {7 * kDay - 3600, "6 days ago"},
-        {-1 * kDay, "-1 days ago"},
-        {-3.5 * kDay, "-3 days ago"},
-        {-40 * kDay, "-40 days ago"},
-        {7 * kDay, "1 weeks ago"},
-        {13.9 * kDay, "1 weeks ago"},
-        {29 * kDay, "4 weeks ago"},
-        {30 * kDay, "1 months ago"},
-        {59 * kDay, "1 months ago"},
-        {360 * kDay, "12 months ago"},
-        {364 * kDay, "12 months ago"},
-        {365 * kDay, "1 years ago"},
-        {730 * kDay, "2 years ago"},
+    const std::pair<double, const char*> rows[] = {
+        {kDay - 1, "Today"},           {-kDay + 1, "Today"},        {kDay, "Yesterday"},
+        {2 * kDay, "2 days ago"},      {-1 * kDay, "-1 days ago"},  {-40 * kDay, "-40 days ago"},
+        {7 * kDay, "1 weeks ago"},     {29 * kDay, "4 weeks ago"},  {30 * kDay, "1 months ago"},
+        {364 * kDay, "12 months ago"}, {365 * kDay, "1 years ago"},
     };
     const Date now = Date::fromUnix(1'700'000'000.5);
     AudioPlugin plugin;
     EXPECT_EQ(plugin.lastUsedValue(now), u"Unknown"_s);
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.age / kDay);
-        plugin.lastUsed = Date::fromUnix(now.unixTime() - row.age);
-        EXPECT_EQ(plugin.lastUsedValue(now), QString::fromLatin1(row.text));
+    for (const auto& [age, text] : rows) {
+        SCOPED_TRACE(age / kDay);
+        plugin.lastUsed = Date::fromUnix(now.unixTime() - age);
+        EXPECT_EQ(plugin.lastUsedValue(now), QString::fromLatin1(text));
     }
-}
-
-TEST(AudioPlugin, StatusVersionAndKeyTexts)
-{
-    AudioPlugin plugin;
-    EXPECT_EQ(plugin.statusValue(), u"Enabled"_s);
-    EXPECT_EQ(plugin.versionValue(), u"Unknown"_s);
-    plugin.isEnabled = false;
-    plugin.version = u""_s;
-    EXPECT_EQ(plugin.statusValue(), u"Disabled"_s);
-    EXPECT_EQ(plugin.versionValue(), u""_s);
-    plugin.name = u"A|B"_s;
-    plugin.format = PluginFormat::vst3;
-    EXPECT_EQ(pluginKey(plugin), u"A|B|VST3"_s);
-    EXPECT_EQ(pluginKey(u""_s, PluginFormat::au), u"|Audio Units"_s);
 }
 
 TEST(AudioPlugin, JsonForm)
@@ -111,17 +78,13 @@ TEST(AudioPlugin, JsonThatIsNoRecord)
     const auto full = toJson(fullRecord());
     for (const char* key :
          {"id", "name", "manufacturer", "format", "originalPath", "currentPath", "isEnabled"}) {
-        SCOPED_TRACE(key);
         auto json = full;
         json.erase(key);
-        EXPECT_THROW((void)audioPluginFromJson(json), JsonError);
-        json[key] = nullptr;
-        EXPECT_THROW((void)audioPluginFromJson(json), JsonError);
+        EXPECT_THROW((void)audioPluginFromJson(json), JsonError) << key;
     }
     const std::pair<const char*, nlohmann::ordered_json> wrongValues[] = {
-        {"format", "Audio Unit"}, {"format", "vst3"},         {"format", 3},
-        {"id", "no-uuid"},        {"isEnabled", 1},           {"name", 5},
-        {"version", 1.5},         {"lastUsed", "2024-01-01"}, {"bundleIdentifier", true},
+        {"format", "vst3"}, {"id", "no-uuid"},          {"isEnabled", 1},           {"name", nullptr},
+        {"version", 1.5},   {"lastUsed", "2024-01-01"}, {"bundleIdentifier", true},
     };
     for (const auto& [key, value] : wrongValues) {
         SCOPED_TRACE(key + (' ' + value.dump()));
@@ -129,85 +92,56 @@ TEST(AudioPlugin, JsonThatIsNoRecord)
         json[key] = value;
         EXPECT_THROW((void)audioPluginFromJson(json), JsonError);
     }
-    EXPECT_THROW((void)audioPluginFromJson(nlohmann::ordered_json::array()), JsonError);
     auto withNulls = full;
-    withNulls["version"] = withNulls["lastUsed"] = nullptr;
+    withNulls["version"] = nullptr;
     EXPECT_EQ(audioPluginFromJson(withNulls).version, std::nullopt);
-    auto wholeSeconds = full;
-    wholeSeconds["lastUsed"] = 5;
-    EXPECT_EQ(audioPluginFromJson(wholeSeconds).lastUsed, Date{5});
 }
 
 TEST(PluginFormat, FoldersExtensionsAndRawValues)
 {
     const auto layout = platform::SystemLayout::sandbox(u"/box"_s);
-    const struct {
-        const char* rawValue;
-        const char* folder;
-        const char* extension;
-    } rows[] = {
-        {"Audio Units", "/Library/Audio/Plug-Ins/Components", "component"},
-        {"VST3", "/Library/Audio/Plug-Ins/VST3", "vst3"},
-        {"VST", "/Library/Audio/Plug-Ins/VST", "vst"},
-        {"AAX", "/Library/Application Support/Avid/Audio/Plug-Ins", "aaxplugin"},
-        {"CLAP", "/Library/Audio/Plug-Ins/CLAP", "clap"},
-        {"Waves", "", "bundle"},
+    const std::tuple<PluginFormat, QString, QString, QString> rows[] = {
+        {PluginFormat::au, u"Audio Units"_s, u"/Library/Audio/Plug-Ins/Components"_s, u"component"_s},
+        {PluginFormat::vst3, u"VST3"_s, u"/Library/Audio/Plug-Ins/VST3"_s, u"vst3"_s},
+        {PluginFormat::vst2, u"VST"_s, u"/Library/Audio/Plug-Ins/VST"_s, u"vst"_s},
+        {PluginFormat::aax, u"AAX"_s, u"/Library/Application Support/Avid/Audio/Plug-Ins"_s, u"aaxplugin"_s},
+        {PluginFormat::clap, u"CLAP"_s, u"/Library/Audio/Plug-Ins/CLAP"_s, u"clap"_s},
+        {PluginFormat::wavesBundle, u"Waves"_s, {}, u"bundle"_s},
     };
-    ASSERT_EQ(allCases<PluginFormat>.size(), std::size(rows));
-    for (std::size_t i = 0; i < std::size(rows); ++i) {
-        SCOPED_TRACE(rows[i].rawValue);
-        const PluginFormat format = allCases<PluginFormat>[i];
-        const QString text = QString::fromLatin1(rows[i].rawValue);
-        const QString folder = QString::fromLatin1(rows[i].folder);
+    platform::SystemLayout ofNobody = layout;
+    ofNobody.home = u"/"_s;
+    for (const auto& [format, text, folder, extension] : rows) {
+        SCOPED_TRACE(qPrintable(text));
         EXPECT_EQ(rawValue(format), text);
         EXPECT_EQ(fromRawValue<PluginFormat>(text), format);
-        EXPECT_EQ(fromRawValue<PluginFormat>(text + u' '), std::nullopt);
-        EXPECT_EQ(PluginLocations::bundleExtension(format), QString::fromLatin1(rows[i].extension));
-        const QStringList folders = folder.isEmpty()
-                                        ? QStringList()
-                                        : QStringList{u"/box"_s + folder, u"/box/Users/tester"_s + folder};
-        EXPECT_EQ(PluginLocations(layout).systemPaths(format), folders);
-        for (const QString& noHome : {QString(), u"/"_s}) {
-            platform::SystemLayout ofNobody = layout;
-            ofNobody.home = noHome;
-            EXPECT_EQ(PluginLocations(ofNobody).systemPaths(format), folders.mid(0, 1));
-        }
+        EXPECT_EQ(PluginLocations::bundleExtension(format), extension);
+        const QStringList folders{u"/box"_s + folder, u"/box/Users/tester"_s + folder};
+        EXPECT_EQ(PluginLocations(layout).systemPaths(format), folder.isEmpty() ? QStringList() : folders);
+        EXPECT_EQ(PluginLocations(ofNobody).systemPaths(format),
+                  folder.isEmpty() ? QStringList() : folders.first(1));
     }
     EXPECT_EQ(fromRawValue<PluginFormat>(u"vst3"), std::nullopt);
+    EXPECT_EQ(pluginKey(u"A|B"_s, PluginFormat::au), u"A|B|Audio Units"_s);
 }
 
 TEST(FormatVariant, BadgeLabel)
 {
-    const struct {
-        PluginFormat format;
-        std::optional<QString> version;
-        QString label;
-    } rows[] = {
+    const std::tuple<PluginFormat, std::optional<QString>, QString> rows[] = {
         {PluginFormat::wavesBundle, u"V15"_s, u"V15"_s},
         {PluginFormat::wavesBundle, std::nullopt, u"Waves"_s},
         {PluginFormat::wavesBundle, u""_s, u""_s},
         {PluginFormat::vst3, u"2.0"_s, u"VST3"_s},
         {PluginFormat::au, std::nullopt, u"Audio Units"_s},
     };
-    for (const auto& row : rows)
-        EXPECT_EQ((FormatVariant{QUuid(), row.format, true, row.version}).badgeLabel(), row.label);
+    for (const auto& [format, version, label] : rows)
+        EXPECT_EQ((FormatVariant{QUuid(), format, true, version}).badgeLabel(), label);
 }
 
 TEST(PluginError, Descriptions)
 {
-    using Kind = PluginError::Kind;
-    const std::pair<Kind, const char*> rows[] = {
-        {Kind::permissionDenied, "Permission denied: größer"},
-        {Kind::fileNotFound, "File not found: größer"},
-        {Kind::invalidPath, "Invalid path: größer"},
-        {Kind::databaseError, "Database error: größer"},
-        {Kind::unknownError, "Unknown error: größer"},
-    };
-    for (const auto& [kind, text] : rows) {
-        const PluginError error(kind, u"größer"_s);
-        EXPECT_EQ(error.errorDescription(), QString::fromUtf8(text));
-        EXPECT_STREQ(error.what(), text);
-    }
+    const PluginError error(PluginError::Kind::permissionDenied, u"größer"_s);
+    EXPECT_EQ(error.errorDescription(), u"Permission denied: größer"_s);
+    EXPECT_STREQ(error.what(), "Permission denied: größer");
 }
 
 } // namespace orvanlite::test

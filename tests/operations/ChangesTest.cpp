@@ -1,6 +1,8 @@
 #include "HostileTree.h"
 #include "OperationsFixture.h"
 
+#include "platform/posix/PrivateFolder.h"
+
 #include <sys/resource.h>
 
 #include <csignal>
@@ -223,7 +225,7 @@ TEST_F(ChangesTest, LeavesBehindWhatEachFailureMay)
             if (m_system.files.exists(path))
                 m_system.files.remove(path);
         }
-        m_system.files.createDirectory(m_system.layout.temporary);
+        platform::makePrivateFolder(m_system.layout.temporary);
         m_root.addFolder(kDisabledVst3);
     }
 }

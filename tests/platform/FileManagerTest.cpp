@@ -1,4 +1,5 @@
 #include "platform/freedesktop/FreedesktopFileManager.h"
+#include "platform/posix/PrivateFolder.h"
 #include "support/TempRoot.h"
 
 #include <fcntl.h>
@@ -8,6 +9,7 @@
 #include <gtest/gtest.h>
 
 #include <QFile>
+#include <QFileInfo>
 
 #include <algorithm>
 #include <array>
@@ -162,16 +164,123 @@ TEST_F(FileManagerTest, WritesInPlaceOrWhole)
     files.write(file, "second", WriteMode::inPlace);
     EXPECT_EQ(root.content(u"/w/file"), "second");
     EXPECT_EQ(modeOf(file), 0640U) << "the file itself is written";
-    files.write(file, "third", WriteMode::atomic);
+    files.write(file, "third", WriteMode::replaceFile);
     EXPECT_EQ(root.content(u"/w/file"), "third");
-    EXPECT_EQ(modeOf(file), 0600U);
     root.addFolder(u"/w/folder");
-    for (const WriteMode mode : {WriteMode::inPlace, WriteMode::atomic}) {
+    for (const WriteMode mode : {WriteMode::inPlace, WriteMode::replaceFile}) {
         EXPECT_EQ(errorOf([&] { files.write(root.at(u"/w/folder"), "x", mode); }),
                   std::pair(EISDIR, root.at(u"/w/folder")));
         EXPECT_EQ(errorOf([&] { files.write(root.at(u"/none/x"), "x", mode); }).first, ENOENT);
     }
-    EXPECT_EQ(root.names(u"/w"), (QStringList{u"file"_s, u"folder"_s})) << "nothing is left behind";
+    QFile::link(u"file"_s, root.at(u"/w/link"));
+    files.write(root.at(u"/w/link"), "fourth", WriteMode::replaceFile);
+    EXPECT_EQ(root.content(u"/w/file"), "fourth");
+    EXPECT_EQ(root.names(u"/w"), (QStringList{u"file"_s, u"folder"_s, u"link"_s}))
+        << "nothing is left behind";
+    EXPECT_TRUE(QFileInfo(root.at(u"/w/link")).isSymLink());
+}
+
+TEST_F(FileManagerTest, WrittenFilesKeepTheirRights)
+{
+    const struct {
+        mode_t umask;
+        mode_t before; // 0 for a new file
+        mode_t inPlace, replaced;
+    } rows[] = {
+        {022, 0, 0644, 0644},    {077, 0, 0600, 0600},    {0, 0, 0666, 0666},      {002, 0, 0664, 0664},
+        {077, 0644, 0644, 0644}, {022, 0600, 0600, 0600}, {022, 0666, 0666, 0666}, {0, 0640, 0640, 0640},
+    };
+    const QString folder = root.at(u"/private");
+    makePrivateFolder(folder);
+    const QString file = folder + u"/file"_s;
+    for (const auto& row : rows) {
+        for (const WriteMode mode : {WriteMode::inPlace, WriteMode::replaceFile, WriteMode::privateFile}) {
+            SCOPED_TRACE(testing::Message() << std::oct << row.umask << ' ' << row.before);
+            QFile::remove(file);
+            if (row.before != 0) {
+                root.addFile(u"/private/file");
+                ::chmod(file.toUtf8().constData(), row.before);
+            }
+            const mode_t umaskBefore = ::umask(row.umask);
+            files.write(file, "x", mode);
+            ::umask(umaskBefore);
+            const mode_t wanted = mode == WriteMode::inPlace       ? row.inPlace
+                                  : mode == WriteMode::replaceFile ? row.replaced
+                                                                   : 0600U;
+            EXPECT_EQ(modeOf(file), wanted);
+        }
+    }
+    if (geteuid() != 0)
+        return; // only root can give files away
+    struct stat status {};
+    ASSERT_EQ(::chown(file.toUtf8().constData(), 4711, 4712), 0);
+    files.write(file, "y", WriteMode::replaceFile);
+    ASSERT_EQ(::stat(file.toUtf8().constData(), &status), 0);
+    EXPECT_EQ(std::pair(status.st_uid, status.st_gid), std::pair(uid_t(4711), gid_t(4712)));
+    // Another user may write to the file, but not to its folder.
+    ASSERT_EQ(::chown(folder.toUtf8().constData(), 0, 0), 0);
+    const auto asOther = [&] {
+        ::chmod(root.path().toUtf8().constData(), 0755);
+        ::chmod(folder.toUtf8().constData(), 0755);
+        const bool isOther = setgid(4712) == 0 && setuid(4711) == 0;
+        files.write(file, "z", WriteMode::replaceFile);
+        ::_exit(isOther && files.read(file, 1) == "z" ? 0 : 1);
+    };
+    EXPECT_EXIT(asOther(), testing::ExitedWithCode(0), "");
+}
+
+TEST_F(FileManagerTest, PrivateFilesNeedAPrivateFolder)
+{
+    const QString folder = root.at(u"/private");
+    makePrivateFolder(folder);
+    makePrivateFolder(root.at(u"/real"));
+    QFile::link(u"real"_s, root.at(u"/link"));
+    root.addFile(u"/file");
+    const auto codeOf = [&](const QString& in) {
+        return errorOf([&] { files.write(in + u"/x"_s, "x", WriteMode::privateFile); }).first;
+    };
+    EXPECT_EQ(codeOf(root.at(u"/none")), ENOENT);
+    EXPECT_EQ(codeOf(root.at(u"/file")), ENOTDIR);
+    EXPECT_EQ(codeOf(root.at(u"/link")), ENOTDIR) << "who owns the link can change it";
+    for (const mode_t mode : {0755, 0710, 0701, 01700, 0500}) {
+        ::chmod(folder.toUtf8().constData(), mode);
+        makePrivateFolder(folder);
+        EXPECT_EQ(codeOf(folder), EPERM) << mode;
+    }
+    ::chmod(folder.toUtf8().constData(), 0700);
+    EXPECT_EQ(codeOf(folder), 0);
+    if (::chown(folder.toUtf8().constData(), 4711, getegid()) == 0) { // as only root can
+        EXPECT_EQ(codeOf(folder), EPERM);
+    }
+    EXPECT_EQ(root.names(u"/private"), QStringList{u"x"_s}) << "otherwise nothing is written";
+    EXPECT_EQ(root.names(u"/real"), QStringList());
+}
+
+TEST_F(FileManagerTest, OldFilesOfBatchesAreRemoved)
+{
+    const QString folder = root.at(u"/private");
+    makePrivateFolder(folder);
+    constexpr int kOld = 2 * 3600;
+    const std::pair<QString, int> rows[] = {
+        {u"orvanlite_batch_A.sh"_s, kOld},     {u"orvanlite_progress_A.txt"_s, kOld},
+        {u"orvanlite_progress_B.txt"_s, kOld}, {u"orvanlite_batch_C.sh"_s, kOld},
+        {u"orvanlite_progress_C.txt"_s, 60},   {u"orvanlite_batch_D.sh"_s, 0},
+        {u"orvanlite_batch_E.sh.bak"_s, kOld}, {u"other"_s, kOld},
+    };
+    for (const auto& [name, age] : rows) {
+        root.addFile(u"/private/"_s + name);
+        const std::array times{timespec{time(nullptr) - age, 0}, timespec{time(nullptr) - age, 0}};
+        ::utimensat(AT_FDCWD, (folder + u'/' + name).toUtf8().constData(), times.data(), 0);
+    }
+    ::chmod(folder.toUtf8().constData(), 0755);
+    removeOldBatchFiles(files, folder);
+    EXPECT_EQ(root.names(u"/private").size(), std::ssize(rows)) << "it may be another user's";
+    ::chmod(folder.toUtf8().constData(), 0700);
+    removeOldBatchFiles(files, folder);
+    const QStringList wanted{u"orvanlite_batch_C.sh"_s, u"orvanlite_batch_D.sh"_s,
+                             u"orvanlite_batch_E.sh.bak"_s, u"orvanlite_progress_C.txt"_s, u"other"_s};
+    EXPECT_EQ(root.names(u"/private"), wanted);
+    removeOldBatchFiles(files, root.at(u"/none"));
 }
 
 TEST_F(FileManagerTest, MovesOnlyToAFreeName)

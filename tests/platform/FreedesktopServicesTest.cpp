@@ -4,20 +4,24 @@
 #include "platform/freedesktop/FreedesktopLoginItemService.h"
 #include "platform/freedesktop/FreedesktopWorkspace.h"
 #include "platform/posix/DetachedLauncher.h"
+#include "platform/posix/PrivateFolder.h"
 #include "support/Fakes.h"
 
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <gtest/gtest.h>
 
 #include <QCoreApplication>
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QProcess>
 #include <QTest>
 
 #include <algorithm>
+#include <array>
 #include <csignal>
 
 namespace orvanlite::test {
@@ -60,27 +64,25 @@ TEST_F(ServicesTest, DefaultsReachTheFileAndOtherProcesses)
     suite->setValue(u"enabledPluginCount"_s, 1042);
     EXPECT_TRUE(root.content(file).contains("; kept"));
 
-    const std::pair<QString, QVariant> values[] = {{u"onboardingComplete"_s, true},
-                                                   {u"text"_s, u"a, \"ü\"; \\n\n%"_s},
-                                                   {u"frame"_s, QByteArray("\0\xff\n", 3)}};
-    for (const auto& [key, value] : values)
-        store.standard().setValue(key, value);
+    const QVariantMap values{{u"onboardingComplete"_s, u"true"_s},
+                             {u"text"_s, u"a, \"ü\"; \\n\n%"_s},
+                             {u"frame"_s, QByteArray("\0\xff\n", 3)}};
+    for (auto each = values.cbegin(); each != values.cend(); ++each)
+        store.standard().setValue(each.key(), each.value());
     EXPECT_TRUE(root.exists(u"/Users/tester/.config/Orvanlite/defaults.ini"));
     FreedesktopDefaultsStore again(layout);
-    EXPECT_TRUE(again.standard().value(u"onboardingComplete"_s).toBool());
-    EXPECT_EQ(again.standard().value(u"text"_s).toString(), values[1].second.toString());
-    EXPECT_EQ(again.standard().value(u"frame"_s).toByteArray(), values[2].second.toByteArray());
+    for (auto each = values.cbegin(); each != values.cend(); ++each)
+        EXPECT_EQ(again.standard().value(each.key()), each.value());
 }
 
 TEST_F(ServicesTest, DefaultsWithoutAFolder)
 {
-    root.addFile(u"/Users/tester/.config", "in the way");
     FreedesktopDefaultsStore store(layout);
+    EXPECT_EQ(store.suite(u"../x"_s), nullptr);
+    root.addFile(u"/Users/tester/.config", "in the way");
     EXPECT_EQ(store.suite(u"com.yourcompany.Orvanlite"_s), nullptr);
     store.standard().setValue(u"onboardingComplete"_s, true);
     EXPECT_EQ(root.content(u"/Users/tester/.config"), "in the way");
-    root.addFolder(u"/b/.config");
-    EXPECT_EQ(FreedesktopDefaultsStore(SystemLayout::sandbox(root.at(u"/b"))).suite(u"../x"_s), nullptr);
 }
 
 TEST_F(ServicesTest, LoginItemIsAnAutostartEntry)
@@ -126,7 +128,6 @@ TEST_F(ServicesTest, TellsWhetherRightsCanBeAskedFor)
     } rows[] = {
         {"bash", true, false, true},
         {"/usr/lib/polkit-gnome/polkit-gnome-authentication-agent-1", false, true, true},
-        {"/usr/libexec/io.elementary.desktop.agent-polkit", false, true, true},
         {"lxqt-policykit-agent", false, true, true},
         {"/usr/bin/gnome-shell", false, true, true},
         {"/usr/bin/gnome-shell", false, true, false, 54321}, // of the login screen
@@ -149,62 +150,54 @@ TEST_F(ServicesTest, TellsWhetherRightsCanBeAskedFor)
 
 TEST_F(ServicesTest, OpensBundlesByTheirExecutable)
 {
-    const struct {
-        const char* name;
-        QString bundle;
-        QByteArray plist;
-        QStringList executables;
-        QString wanted;
-    } rows[] = {
-        {"named", u"A"_s, infoPlist({{u"CFBundleExecutable"_s, u"two"_s}}), {u"one"_s, u"two"_s}, u"two"_s},
-        {"the only one", u"B"_s, infoPlist({}), {u"one"_s}, u"one"_s},
-        {"no list of properties", u"C"_s, {}, {u"one"_s}, u"one"_s},
-        {"one of two", u"D"_s, infoPlist({}), {u"one"_s, u"two"_s}, {}},
-        {"named and missing", u"E"_s, infoPlist({{u"CFBundleExecutable"_s, u"x"_s}}), {u"one"_s}, {}},
-        {"named outside", u"F"_s, infoPlist({{u"CFBundleExecutable"_s, u"../MacOS/one"_s}}), {u"one"_s}, {}},
-        {"none", u"G"_s, infoPlist({}), {}, {}},
+    const auto named = [](const QString& name) { return infoPlist({{u"CFBundleExecutable"_s, name}}); };
+    const std::tuple<QString, QByteArray, QStringList, QString> rows[] = {
+        {u"/Named.app"_s, named(u"two"_s), {u"one"_s, u"two"_s}, u"two"_s},
+        {u"/The only one.app"_s, infoPlist({}), {u"one"_s}, u"one"_s},
+        {u"/No list of properties.app"_s, {}, {u"one"_s}, u"one"_s},
+        {u"/One of two.app"_s, infoPlist({}), {u"one"_s, u"two"_s}, {}},
+        {u"/Named and missing.app"_s, named(u"x"_s), {u"one"_s}, {}},
+        {u"/Named outside.app"_s, named(u"../MacOS/one"_s), {u"one"_s}, {}},
     };
     RecordingLauncher launcher;
     FreedesktopWorkspace workspace(files, launcher);
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.name);
-        const QString bundle = u'/' + row.bundle + u".app"_s;
-        root.addBundle(bundle, row.plist);
-        for (const QString& executable : row.executables)
-            root.addFile(bundle + u"/Contents/MacOS/"_s + executable);
+    for (const auto& [bundle, plist, executables, wanted] : rows) {
+        const QString folder = bundle + u"/Contents/MacOS/"_s;
+        root.addBundle(bundle, plist);
+        for (const QString& executable : executables)
+            root.addFile(folder + executable);
         launcher.starts.clear();
         workspace.openApplication(root.at(bundle));
-        ASSERT_EQ(launcher.starts.size(), row.wanted.isEmpty() ? 0U : 1U);
-        for (const RecordingLauncher::Start& start : launcher.starts)
-            EXPECT_EQ(start.program, root.at(bundle) + u"/Contents/MacOS/"_s + row.wanted);
+        const QString started = launcher.starts.empty() ? QString() : launcher.starts.front().program;
+        EXPECT_EQ(started, wanted.isEmpty() ? QString() : root.at(folder + wanted)) << bundle.toStdString();
     }
     launcher.fails = true;
-    workspace.openApplication(root.at(u"/A.app"));
+    workspace.openApplication(root.at(u"/Named.app"));
     EXPECT_FALSE(workspace.open(QUrl(u"https://example.com"_s)));
     launcher.fails = false;
     launcher.starts.clear();
     EXPECT_FALSE(workspace.open(QUrl()));
     EXPECT_TRUE(workspace.open(QUrl(u"https://example.com/ü?q=a b"_s)));
     EXPECT_TRUE(workspace.open(QUrl::fromLocalFile(u"/r/50% ü.pdf"_s)));
-    EXPECT_EQ(launcher.starts, (std::vector<RecordingLauncher::Start>{
-                                   {u"xdg-open"_s, {u"https://example.com/%C3%BC?q=a%20b"_s}},
-                                   {u"xdg-open"_s, {u"/r/50% ü.pdf"_s}}}));
+    const std::vector<RecordingLauncher::Start> wanted{
+        {u"xdg-open"_s, {u"https://example.com/%C3%BC?q=a%20b"_s}}, {u"xdg-open"_s, {u"/r/50% ü.pdf"_s}}};
+    EXPECT_EQ(launcher.starts, wanted);
 }
 
 TEST_F(ServicesTest, FindsAndEndsRunningApplications)
 {
-    root.addBundle(u"/Agent.app", infoPlist({{u"CFBundleIdentifier"_s, kAgent}}), true);
-    root.addBundle(u"/Nameless.app", infoPlist({}), true);
-    const QString executables[] = {root.at(u"/Agent.app/Contents/MacOS/Agent"),
-                                   root.at(u"/Nameless.app/Contents/MacOS/Nameless")};
     QProcess processes[2];
-    for (int i = 0; i < 2; ++i) {
-        QFile::remove(executables[i]);
-        ASSERT_TRUE(QFile::copy(u"/bin/sleep"_s, executables[i]));
-        makeExecutable(executables[i]);
-        processes[i].start(executables[i], {u"1000"_s});
-        ASSERT_TRUE(processes[i].waitForStarted());
-    }
+    const auto start = [&](QProcess& process, const QString& name, const QByteArray& plist) {
+        const QString bundle = u'/' + name + u".app"_s;
+        root.addBundle(bundle, plist);
+        root.addFolder(bundle + u"/Contents/MacOS"_s);
+        const QString executable = root.at(bundle + u"/Contents/MacOS/"_s + name);
+        ASSERT_TRUE(QFile::copy(u"/bin/sleep"_s, executable));
+        process.start(executable, {u"1000"_s});
+        ASSERT_TRUE(process.waitForStarted());
+    };
+    start(processes[0], u"Agent"_s, infoPlist({{u"CFBundleIdentifier"_s, kAgent}}));
+    start(processes[1], u"Nameless"_s, infoPlist({}));
     RecordingLauncher launcher;
     FreedesktopWorkspace workspace(files, launcher);
     std::vector<RunningApplication> ours = workspace.runningApplications();
@@ -216,7 +209,7 @@ TEST_F(ServicesTest, FindsAndEndsRunningApplications)
     workspace.terminate({processes[1].processId(), kAgent, agent.bundlePath});
     workspace.terminate({0, kAgent, {}});
     workspace.terminate({-1, kAgent, {}});
-    QFile::remove(executables[0]); // as an update does
+    QFile::remove(agent.bundlePath + u"/Contents/MacOS/Agent"_s); // as an update does
     workspace.terminate(agent);
     EXPECT_TRUE(processes[0].waitForFinished());
     EXPECT_EQ(processes[0].exitCode(), SIGTERM);
@@ -234,15 +227,16 @@ TEST_F(ServicesTest, StartsProgramsOrSaysWhyNot)
     EXPECT_TRUE(QTest::qWaitFor([&] { return root.exists(u"/run.sh.done"); }, 20'000));
     EXPECT_EQ(root.content(u"/run.sh.done"), "a b|'ü||");
     root.addFile(u"/plain");
-    const std::pair<QString, int> rows[] = {
-        {root.at(u"/none"), ENOENT}, {u"orvanlite-no-such-program"_s, ENOENT}, {root.at(u"/plain"), EACCES}};
+    const std::pair<QString, int> rows[] = {{u"orvanlite-no-such-program"_s, ENOENT},
+                                            {root.at(u"/plain"), EACCES}};
     for (const auto& [program, code] : rows) {
+        int failure = 0;
         try {
             launcher.start(program, {});
-            ADD_FAILURE() << program.toStdString() << " was started";
         } catch (const FileError& error) {
-            EXPECT_EQ(error.code, code) << program.toStdString();
+            failure = error.code;
         }
+        EXPECT_EQ(failure, code) << program.toStdString();
     }
 }
 
@@ -260,6 +254,13 @@ TEST(Layout, FollowsTheSurroundings)
     qputenv("XDG_DATA_HOME", "relative");
     root.addFile(u"/Users/tester/.config/user-dirs.dirs", "XDG_DESKTOP_DIR=\"$HOME/Schreibtisch\"\n");
     const SystemLayout layout = SystemLayout::ofThisMachine();
+    root.addFolder(u"/run");
+    qputenv("XDG_RUNTIME_DIR", root.at(u"/run").toUtf8());
+    QStringList ofSession;
+    for (const mode_t mode : {0700, 0755}) {
+        ::chmod(root.at(u"/run").toUtf8().constData(), mode);
+        ofSession.append(SystemLayout::ofThisMachine().temporary);
+    }
     for (std::size_t i = 0; i < before.size(); ++i) {
         if (before[i].isNull())
             qunsetenv(names[i]);
@@ -271,6 +272,8 @@ TEST(Layout, FollowsTheSurroundings)
     EXPECT_EQ(layout.applicationFolder(), root.at(u"/Users/tester/.local/share/Orvanlite"));
     EXPECT_EQ(layout.configuration, root.at(u"/Users/tester/.config"));
     EXPECT_EQ(layout.temporary, u"/cache/Orvanlite/tmp"_s);
+    EXPECT_EQ(ofSession[0], root.at(u"/run/Orvanlite/tmp"));
+    EXPECT_EQ(ofSession[1], u"/cache/Orvanlite/tmp"_s) << "others have access to the session's";
     EXPECT_EQ(layout.desktop, root.at(u"/Users/tester/Schreibtisch"));
     EXPECT_EQ(layout.centralDisabledDirectory(), u"/Library/Audio/Plug-Ins/Disabled"_s);
     EXPECT_TRUE(layout.isInSystemLibrary(u"/Library Backup/x"_s));
@@ -300,7 +303,16 @@ TEST(Layout, WithoutAHomeFolderNothingIsTheUsers)
 
 TEST_F(ServicesTest, AreBuiltTogether)
 {
-    root.addFolder(u"/Users/tester/.cache/Orvanlite/tmp");
+    const QString left = layout.temporary.sliced(root.path().size()) + u"/orvanlite_batch_1.sh"_s;
+    makePrivateFolder(layout.temporary);
+    root.addFile(left);
+    const std::array longAgo{timespec{1, 0}, timespec{1, 0}};
+    ::utimensat(AT_FDCWD, root.at(left).toUtf8().constData(), longAgo.data(), 0);
+    EXPECT_NE(makePlatformServices(layout, Elevation::none), nullptr);
+    EXPECT_TRUE(root.exists(left)) << "the helper agent has no batches";
+    EXPECT_NE(makePlatformServices(layout, Elevation::ask), nullptr);
+    EXPECT_FALSE(root.exists(left));
+    QDir().rmdir(layout.temporary);
     const auto services = makePlatformServices(layout, Elevation::none);
     const Platform platform = services->platform();
     EXPECT_EQ(platform.layout, layout);
@@ -309,11 +321,8 @@ TEST_F(ServicesTest, AreBuiltTogether)
     EXPECT_EQ(status.st_mode & 0777, 0700U);
     EXPECT_EQ(platform.mainBundle.bundlePath(),
               QFileInfo(QCoreApplication::applicationFilePath()).canonicalPath());
-    EXPECT_EQ(platform.mainBundle.infoText(u"CFBundleVersion"_s), std::nullopt);
-    const double before = platform.clock.now();
     runTask(platform.clock.sleepFor(std::chrono::milliseconds(-5)));
     runTask(platform.clock.sleepFor(std::chrono::milliseconds(5)));
-    EXPECT_GE(platform.clock.now(), before);
 }
 
 TEST_F(ServicesTest, MainBundleReadsItsOwnFolder)

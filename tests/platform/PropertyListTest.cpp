@@ -5,8 +5,6 @@
 
 #include <gtest/gtest.h>
 
-#include <malloc.h>
-
 #include <array>
 #include <random>
 
@@ -58,10 +56,6 @@ void expectAll(const std::vector<Case>& cases)
     }
 }
 
-const QByteArray kDoctype =
-    R"(<!DOCTYPE plist PUBLIC "-//Apple//DTD PLIST 1.0//EN" "http://www.apple.com/DTDs/PropertyList-1.0.dtd">)";
-const QByteArray kOldDoctype = QByteArray(kDoctype).replace("Apple", "Apple Computer");
-
 QByteArray inRoot(const QByteArray& members)
 {
     return R"(<?xml version="1.0" encoding="UTF-8"?><plist version="1.0"><dict>)" + members +
@@ -77,13 +71,10 @@ TEST(PropertyListXml, Answers)
                    "<key>parts</key><array><dict><key>name</key><string>A: B</string></dict></array>"),
          u"[1.2] [a & b] [A: B]"_s},
         {"no wrapper", "<dict>" + id + "</dict>", u"- [i] -"_s},
-        {"empty root", inRoot(""), u"- - -"_s},
-        {"empty root, one tag", "<plist><dict/></plist>", u"- - -"_s},
+        {"empty root", "<plist><dict/></plist>", u"- - -"_s},
         {"empty texts", inRoot("<key>version</key><string/><key>id</key><string></string>"), u"[] [] -"_s},
         {"blanks stay", inRoot("<key>id</key><string> \n i\t</string>"), u"- [ \n i\t] -"_s},
-        {"other types", inRoot("<key>version</key><integer>1</integer><key>id</key><true/>"), u"- - -"_s},
-        {"containers", inRoot("<key>version</key><array><string>1</string></array><key>id</key><dict/>"),
-         u"- - -"_s},
+        {"other types", inRoot("<key>version</key><integer>1</integer><key>id</key><dict/>"), u"- - -"_s},
         {"deeper keys are others",
          inRoot("<key>x</key><dict><key>id</key><string>no</string></dict>"
                 "<key>y</key><array><dict><key>id</key><string>no</string></dict></array>"),
@@ -93,9 +84,8 @@ TEST(PropertyListXml, Answers)
         {"all other types",
          inRoot("<key>a</key><array><real>1.5</real><real>-.5E+3</real><real>+Infinity</real>"
                 "<integer> -7\n</integer><integer>0xFf</integer></array>"
-                "<key>b</key><date>2001-01-01T00:00:00Z</date><key>c</key><data>AAAA</data>" +
-                id),
-         u"- [i] -"_s},
+                "<key>b</key><date>2001-01-01T00:00:00Z</date><key>c</key><data>AAAA</data>"),
+         u"- - -"_s},
         {"CDATA, references, comments",
          inRoot(
              "<!-- <key> --><key>i<![CDATA[d]]></key><string>&lt;<![CDATA[<&>]]>&#x41;&#66;<!-- c -->&quot;</string>"),
@@ -116,98 +106,66 @@ TEST(PropertyListXml, Answers)
 
 TEST(PropertyListXml, TextsInTheFirstDictionary)
 {
-    const auto parts = [](const QByteArray& value) { return inRoot("<key>parts</key>" + value); };
-    const QByteArray named = "<dict><key>name</key><string>A</string></dict>";
+    const auto key = [](const QByteArray& value) { return "<key>parts</key>" + value; };
+    const auto parts = [&key](const QByteArray& value) {
+        return inRoot(key("<array>" + value + "</array>"));
+    };
+    const QByteArray name = "<key>name</key><string>";
+    const QByteArray a = "<dict>" + name + "A</string></dict>";
+    const QByteArray b = "<dict>" + name + "B</string></dict>";
     expectAll({
-        {"only the first",
-         parts("<array>" + named + "<dict><key>name</key><string>B</string></dict></array>"), u"- - [A]"_s},
-        {"first without the key", parts("<array><dict/>" + named + "</array>"), u"- - -"_s},
-        {"another member first", parts("<array><true/>" + named + "</array>"), u"- - -"_s},
-        {"another member last", parts("<array>" + named + "<string>x</string></array>"), u"- - -"_s},
-        {"list in the list", parts("<array>" + named + "<array>" + named + "</array></array>"), u"- - -"_s},
-        {"empty list", parts("<array/>"), u"- - -"_s},
-        {"dictionary instead", parts(named), u"- - -"_s},
-        {"text instead", parts("<string>A</string>"), u"- - -"_s},
-        {"deeper key", parts("<array><dict><key>x</key>" + named + "</dict></array>"), u"- - -"_s},
+        {"only the first", parts(a + b), u"- - [A]"_s},
+        {"first without the key", parts("<dict/>" + a), u"- - -"_s},
+        {"another member first", parts("<true/>" + a), u"- - -"_s},
+        {"another member last", parts(a + "<string>x</string>"), u"- - -"_s},
+        {"list in the list", parts(a + "<array>" + a + "</array>"), u"- - -"_s},
+        {"dictionary instead", inRoot(key(a)), u"- - -"_s},
+        {"text instead", inRoot(key("<string>A</string>")), u"- - -"_s},
+        {"deeper key", parts("<dict><key>x</key>" + a + "</dict>"), u"- - -"_s},
         {"key after a container",
-         parts("<array><dict><key>x</key><array>" + named +
-               "</array><key>name</key><string>C</string></dict></array>"),
-         u"- - [C]"_s},
-        {"name of another type", parts("<array><dict><key>name</key><integer>1</integer></dict></array>"),
-         u"- - -"_s},
-        {"last of equal keys",
-         parts(
-             "<array><dict><key>name</key><string>A</string><key>name</key><string>B</string></dict></array>"),
+         parts("<dict><key>x</key><array>" + a + "</array>" + name + "C</string></dict>"), u"- - [C]"_s},
+        {"name of another type", parts("<dict><key>name</key><integer>1</integer></dict>"), u"- - -"_s},
+        {"last of equal keys", parts("<dict>" + name + "A</string>" + name + "B</string></dict>"),
          u"- - [B]"_s},
         {"last of equal lists, new dictionary",
-         inRoot("<key>parts</key><array>" + named +
-                "<dict/></array><key>parts</key><array><dict><key>name</key>"
-                "<string>B</string></dict></array>"),
-         u"- - [B]"_s},
+         inRoot(key("<array>" + a + "<dict/></array>") + key("<array>" + b + "</array>")), u"- - [B]"_s},
         {"last of equal lists, no dictionary",
-         inRoot("<key>parts</key><array>" + named +
-                "</array><key>parts</key><array><array><string>x</string></array></array>"),
-         u"- - -"_s},
-        {"last of equal lists",
-         inRoot("<key>parts</key><array>" + named + "</array><key>parts</key><array/>"), u"- - -"_s},
-        {"other root key", inRoot("<key>pieces</key><array>" + named + "</array>"), u"- - -"_s},
+         inRoot(key("<array>" + a + "</array>") + key("<array><array/></array>")), u"- - -"_s},
+        {"last of equal lists", inRoot(key("<array>" + a + "</array>") + key("<array/>")), u"- - -"_s},
+        {"other root key", inRoot("<key>pieces</key><array>" + a + "</array>"), u"- - -"_s},
     });
 }
 
 TEST(PropertyListXml, RefusesWhatIsNotWellFormed)
 {
     const QByteArray good = inRoot("<key>id</key><string>i</string>");
-    const QByteArray bad[] = {
-        "",
-        " ",
-        "text",
-        "<plist/>",
-        "<plist></plist>",
-        "<plist><array/></plist>",
-        "<string>x</string>",
-        "<dict/><dict/>",
-        "<plist></plist><dict/>",
-        inRoot("<key>id</key><string>\x1B</string>"),
-        "<plist><dict/><dict/></plist>",
-        "<plist><plist><dict/></plist></plist>",
-        "<dict><plist/></dict>",
-        "<html/>",
-        good + "x",
-        good + good,
-        "x" + good,
-        inRoot("<key>id</key>"),
-        inRoot("<string>i</string>"),
-        inRoot("<key>id</key><key>x</key><string>i</string>"),
-        inRoot("<key>id</key><string>i</string><string>j</string>"),
-        inRoot("<key>id</key><string>i<b/></string>"),
-        inRoot("<key>i<dict/>d</key><string>i</string>"),
-        inRoot("<key>id</key><string>i<string>j</string></string>"),
-        inRoot("<key>id</key><integer>1<true/></integer>"),
-        inRoot("<key>id</key><text>i</text>"),
-        inRoot("<key>id</key><String>i</String>"),
-        inRoot("<key>x</key><array><key>id</key></array>"),
-        inRoot("<key>x</key><dict><key>y</key></dict>"),
-        inRoot("stray"),
-        inRoot("<key>x</key>stray<true/>"),
-        inRoot("<key>x</key><array>stray</array>"),
-        inRoot("<key>id</key><string>&undefined;</string>"),
-        inRoot("<key>id</key><string>\xFF</string>"),
-        inRoot("<key>id</key><string>a & b</string>"),
-        inRoot("<key>id</key><string>i</key>"),
-        "<!DOCTYPE plist [<!ENTITY e \"x\">]><dict><key>id</key><string>&e;</string></dict>",
-        "<!DOCTYPE plist SYSTEM \"file:///nowhere\"><dict><key>id</key><string>&e;</string></dict>",
-        kDoctype + kOldDoctype + "<plist><dict/></plist>",
-        inRoot("<key>x</key><array><integer/></array>"),
-        inRoot("<key>x</key><integer>1.5</integer>"),
-        inRoot("<key>x</key><integer>0x</integer>"),
-        inRoot("<key>x</key><integer>1 2</integer>"),
-        inRoot("<key>x</key><real>.</real>"),
-        inRoot("<key>x</key><real>1e</real>"),
-        inRoot("<key>x</key><real>one</real>"),
-        inRoot("<key>x</key><date>2001-01-01</date>"),
-        inRoot("<key>x</key><date>2001-13-01T00:00:00Z</date>"),
-        inRoot("<key>x</key><date>2001-01-01T00:00:00Z.</date>"),
-    };
+    const QByteArrayList badMembers =
+        QByteArray("<key>id</key>|<string>i</string>|<key>id</key><key>x</key><string>i</string>|"
+                   "<key>id</key><string>i</string><string>j</string>|<key>id</key><string>i<b/></string>|"
+                   "<key>i<dict/>d</key><string>i</string>|<key>id</key><string>i<string>j</string></string>|"
+                   "<key>id</key><integer>1<true/></integer>|<key>id</key><text>i</text>|"
+                   "<key>id</key><String>i</String>|<key>x</key><array><key>id</key></array>|"
+                   "<key>x</key><dict><key>y</key></dict>|stray|<key>x</key>stray<true/>|"
+                   "<key>x</key><array>stray</array>|<key>id</key><string>&undefined;</string>|"
+                   "<key>id</key><string>\xFF</string>|<key>id</key><string>\x1B</string>|"
+                   "<key>id</key><string>a & b</string>|<key>id</key><string>i</key>|"
+                   "<key>x</key><array><integer/></array>|<key>x</key><integer>1.5</integer>|"
+                   "<key>x</key><integer>0x</integer>|<key>x</key><integer>1 2</integer>|"
+                   "<key>x</key><real>.</real>|<key>x</key><real>1e</real>|<key>x</key><real>one</real>|"
+                   "<key>x</key><date>2001-01-01</date>|<key>x</key><date>2001-13-01T00:00:00Z</date>|"
+                   "<key>x</key><date>2001-01-01T00:00:00Z.</date>")
+            .split('|');
+    QByteArrayList bad =
+        QByteArray(
+            "| |text|<plist/>|<plist></plist>|<plist><array/></plist>|<string>x</string>|<dict/><dict/>|"
+            "<plist></plist><dict/>|<plist><dict/><dict/></plist>|<plist><plist><dict/></plist></plist>|"
+            "<dict><plist/></dict>|<html/>|"
+            "<!DOCTYPE plist [<!ENTITY e \"x\">]><dict><key>id</key><string>&e;</string></dict>|"
+            "<!DOCTYPE plist SYSTEM \"file:///nowhere\"><dict><key>id</key><string>&e;</string></dict>")
+            .split('|');
+    bad << good + "x" << good + good << "x" + good;
+    for (const QByteArray& members : badMembers)
+        bad.append(inRoot(members));
     for (const QByteArray& data : bad) {
         SCOPED_TRACE(data.toStdString());
         EXPECT_EQ(answers(data), u"nothing"_s);
@@ -235,7 +193,9 @@ TEST(PropertyListXml, ReadsUtf16WithAndWithoutMark)
 
 TEST(PropertyListXml, BothWaysAgree)
 {
-    const QByteArray head = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n" + kDoctype;
+    const QByteArray doctype =
+        R"(<!DOCTYPE plist PUBLIC "-//Apple//DTD PLIST 1.0//EN" "http://www.apple.com/DTDs/PropertyList-1.0.dtd">)";
+    const QByteArray head = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n" + doctype;
     const QByteArrayList seed =
         QByteArray(head + "|\n|<plist version=\"1.0\">|<dict>|<key>|id|</key>|<string>|i \xC3\xA9|"
                           "</string>|<key>|parts|</key>|<array>|<dict>|<key>|name|</key>|<string>|n|"
@@ -248,45 +208,27 @@ TEST(PropertyListXml, BothWaysAgree)
             "| |\t\n|\r\n|<dict/>|<true/>|<string/>|<array/>|<plist>|<plist/>|<dict >|</dict >|<key/>|<!--c-->|"
             "<?p?>|&amp;|]]>|<|>|/|\xC3|\xEF\xBF\xBF|\x01|<b/>|<dict a=\"b\">|<![CDATA[c]]>|<dict//>|< dict>|"
             "<//dict>|\xEF\xBB\xBF|" +
-            kOldDoctype)
+            QByteArray(doctype).replace("Apple", "Apple Computer"))
             .split('|');
-    std::mt19937 random(5);
-    const auto below = [&](qsizetype limit) {
-        return static_cast<qsizetype>(random() % static_cast<unsigned>(limit));
-    };
     int understood = 0;
-    for (int round = 0; round < 20'000; ++round) {
-        QByteArrayList pieces = seed;
-        for (auto changes = below(3); changes >= 0; --changes) {
-            const qsizetype place = below(pieces.size());
-            switch (below(4)) {
-            case 0:
-                pieces.removeAt(place);
-                break;
-            case 1:
-                pieces.insert(place, others[below(others.size())]);
-                break;
-            case 2:
-                pieces[place] = others[below(others.size())];
-                break;
-            default:
-                pieces.swapItemsAt(place, below(pieces.size()));
-            }
-        }
+    const auto compare = [&understood](const QByteArrayList& pieces) {
         const QByteArray data = pieces.join();
         const QString plain = answers(data);
-        ASSERT_EQ(plain, answers(data + kLongWay)) << data.toStdString();
+        EXPECT_EQ(plain, answers(data + kLongWay)) << data.toStdString();
         understood += plain == u"nothing"_s ? 0 : 1;
+    };
+    for (qsizetype place = 0; place < seed.size(); ++place) {
+        for (const QByteArray& other : others) {
+            QByteArrayList pieces = seed;
+            pieces.insert(place, other);
+            compare(pieces);
+            pieces.removeAt(place + 1);
+            compare(pieces);
+            pieces.removeAt(place);
+            compare(pieces);
+        }
     }
-    EXPECT_GT(understood, 1000);
-    EXPECT_LT(understood, 18'000);
-}
-
-/// Bytes that are allocated; none where the sanitizers have an allocator of their own.
-std::size_t inUse()
-{
-    const auto information = mallinfo2();
-    return information.uordblks + information.hblkhd;
+    EXPECT_GT(understood, 300);
 }
 
 TEST(PropertyListXml, BombsEndAtOnceAndDepthCostsNoStack)
@@ -306,26 +248,27 @@ TEST(PropertyListXml, BombsEndAtOnceAndDepthCostsNoStack)
     const QByteArray closed = QByteArray("</array>").repeated(depth);
     const QByteArray deep = inRoot("<key>parts</key>" + opened + closed + id);
     EXPECT_EQ(answers(deep), u"- [i] -"_s);
-    const auto before = inUse();
     EXPECT_EQ(answers(deep + kLongWay), u"- [i] -"_s);
-    EXPECT_LT(inUse(), before + 2'000'000) << "what one list needed is not kept for the next";
     EXPECT_EQ(answers(inRoot("<key>parts</key>" + opened)), u"nothing"_s);
 }
 
 /// A list with all three answers, and long enough texts and enough members for counts behind the marker.
 QByteArray fullBinary(int referenceSize, int offsetSize)
 {
-    BinaryPropertyList list(referenceSize);
-    const int name = list.addText(u"name"_s);
-    const int component = list.addDictionary({{name, list.addText(u"Maker: Plugin of a long name"_s)}});
-    const int parts = list.addList({component, component});
-    std::vector<std::pair<int, int>> root;
-    for (int i = 0; i < 20; ++i)
-        root.emplace_back(list.addText(QString::number(i)), parts);
-    root.emplace_back(list.addText(u"parts"_s), parts);
-    root.emplace_back(list.addUtf16(u"id"_s), list.addText(u"\u00E9\U0001F3B9"_s));
-    root.emplace_back(list.addText(u"version"_s), list.addUtf16(u"1"_s));
-    return list.finished(list.addDictionary(root), offsetSize);
+    const auto references = [referenceSize](const QList<int>& numbers) {
+        QByteArray bytes;
+        for (const int number : numbers)
+            bytes += bigEndian(static_cast<quint64>(number), referenceSize);
+        return bytes;
+    };
+    const QList<int> padding(18, 4); // "parts", and its list
+    return binaryPropertyList({"\x54name", "\x5F\x10\x1CMaker: Plugin of a long name",
+                               "\xD1" + references({0, 1}), "\xA2" + references({2, 2}), "\x55parts",
+                               "\x62\0i\0d"_ba, "\x63\x00\xE9\xD8\x3C\xDF\xB9"_ba, "\x57version",
+                               "\x61\0001"_ba,
+                               "\xDF\x11\x00\x14"_ba + references(padding) + references({5, 7}) +
+                                   references(QList<int>(18, 3)) + references({6, 8})},
+                              referenceSize, offsetSize);
 }
 
 TEST(PropertyListBinary, ReadsEveryWidthAndRefusesCutFiles)
@@ -341,161 +284,82 @@ TEST(PropertyListBinary, ReadsEveryWidthAndRefusesCutFiles)
     EXPECT_EQ(answers(good + '\0'), u"nothing"_s);
 }
 
-/// A binary list whose root holds one value under "parts" or "id"; `make` adds the value and returns its
-/// number.
-template <typename Make>
-QByteArray binaryWith(const QString& key, Make make)
-{
-    BinaryPropertyList list;
-    const int value = make(list);
-    const int keyNumber = list.addText(key);
-    return list.finished(list.addDictionary({{keyNumber, value}}));
-}
-
 TEST(PropertyListBinary, Answers)
 {
-    using List = BinaryPropertyList;
-    const auto id = [](auto make) { return binaryWith(u"id"_s, make); };
-    const auto parts = [](auto make) { return binaryWith(u"parts"_s, make); };
-    const auto named = [](List& list) {
-        return list.addDictionary({{list.addText(u"name"_s), list.addText(u"A"_s)}});
+    const auto list = [](const QByteArrayList& objects) { return binaryPropertyList(objects); };
+    const auto id = [](const QByteArray& value) {
+        return binaryPropertyList({"\x52id", value, "\xD1\0\1"_ba});
     };
-    const auto rootOf = [](auto make) {
-        List list;
-        return list.finished(make(list));
+    const auto parts = [](const QByteArray& value) {
+        return binaryPropertyList({"\x54name", "\x51\x41", "\xD1\0\1"_ba, "\x55parts", value, "\xD1\3\4"_ba});
     };
     expectAll({
-        {"empty text", id([](List& l) { return l.addText(u""_s); }), u"- [] -"_s},
-        {"lone surrogates", id([](List& l) { return l.addRaw("\x62\xDC\x01\xD8\x01"_ba); }),
-         u"- ["_s + QChar(0xDC01) + QChar(0xD801) + u"] -"_s},
-        {"number", id([](List& l) { return l.addRaw("\x10\x05"_ba); }), u"- - -"_s},
-        {"true", id([](List& l) { return l.addRaw("\x09"_ba); }), u"- - -"_s},
-        {"list under a text's key", id([](List& l) { return l.addList({}); }), u"- - -"_s},
-        {"empty list", parts([](List& l) { return l.addList({}); }), u"- - -"_s},
-        {"text in place of a list", parts([](List& l) { return l.addText(u"A"_s); }), u"- - -"_s},
-        {"first dictionary", parts([&](List& l) {
-             return l.addList({named(l), named(l)});
-         }),
-         u"- - [A]"_s},
-        {"mixed list", parts([&](List& l) {
-             return l.addList({named(l), l.addText(u"A"_s)});
-         }),
-         u"- - -"_s},
-        {"dictionary without name", parts([&](List& l) {
-             return l.addList({l.addDictionary({}), named(l)});
-         }),
-         u"- - -"_s},
-        {"list that holds itself", parts([](List& l) { return l.addList({l.nextNumber()}); }), u"- - -"_s},
-        {"dictionary that holds itself", rootOf([](List& l) {
-             const int key = l.addText(u"id"_s);
-             return l.addDictionary({{key, l.nextNumber()}});
-         }),
-         u"- - -"_s},
-        {"last of equal keys", rootOf([](List& l) {
-             const int key = l.addText(u"id"_s);
-             const int first = l.addText(u"a"_s);
-             return l.addDictionary({{key, first}, {key, l.addText(u"b"_s)}});
-         }),
-         u"- [b] -"_s},
-        {"empty root", rootOf([](List& l) { return l.addDictionary({}); }), u"- - -"_s},
-        {"root is a text", rootOf([](List& l) { return l.addText(u"id"_s); }), u"nothing"_s},
-        {"root is a list", rootOf([](List& l) { return l.addList({}); }), u"nothing"_s},
-        {"key is a number", rootOf([](List& l) {
-             const int number = l.addRaw("\x10\x05"_ba);
-             return l.addDictionary({{number, number}});
-         }),
+        {"empty text", id("\x50"), u"- [] -"_s},
+        {"lone surrogates", id("\x62\xDC\x01\xD8\x01"), u"- ["_s + QChar(0xDC01) + QChar(0xD801) + u"] -"_s},
+        {"list under a text's key", id("\xA0"), u"- - -"_s},
+        {"empty list", parts("\xA0"), u"- - -"_s},
+        {"text in place of a list", parts("\x51\x41"), u"- - -"_s},
+        {"first dictionary", parts("\xA2\2\2"), u"- - [A]"_s},
+        {"mixed list", parts("\xA2\2\1"), u"- - -"_s},
+        {"dictionary without name", list({"\x55parts", "\xD0", "\xA1\1", "\xD1\0\2"_ba}), u"- - -"_s},
+        {"list that holds itself", parts("\xA1\4"), u"- - -"_s},
+        {"dictionary that holds itself", list({"\x52id", "\xD1\0\1"_ba}), u"- - -"_s},
+        {"last of equal keys", list({"\x52id", "\x51\x61", "\x51\x62", "\xD2\0\0\1\2"_ba}), u"- [b] -"_s},
+        {"empty root", list({"\xD0"}), u"- - -"_s},
+        {"root is a text", list({"\x52id"}), u"nothing"_s},
+        {"root is a list", list({"\xA0"}), u"nothing"_s},
+        {"key is a number", list({"\x10\x05", "\xD1\0\0"_ba}), u"nothing"_s},
+        {"value reference outside", list({"\x51x", "\xD1\0\2"_ba}), u"nothing"_s},
+        {"inner reference outside", parts("\xA1\x63"), u"nothing"_s},
+        {"reference outside below another key", list({"\x51x", "\x51y", "\xD1\1\x63", "\xD1\0\2"_ba}),
          u"nothing"_s},
-        {"value reference outside", rootOf([](List& l) {
-             const int key = l.addText(u"x"_s);
-             return l.addDictionary({{key, 99}});
-         }),
-         u"nothing"_s},
-        {"inner reference outside", parts([](List& l) { return l.addList({99}); }), u"nothing"_s},
-        {"reference outside below an unwanted key",
-         binaryWith(u"x"_s,
-                    [](List& l) {
-                        return l.addList({l.addDictionary({{l.addText(u"y"_s), 99}})});
-                    }),
-         u"nothing"_s},
-        {"huge count of text", id([](List& l) {
-             return l.addRaw("\x5F\x13\x7F\xFF\xFF\xFF\xFF\xFF\xFF\xFF"
-                             "a"_ba);
-         }),
-         u"nothing"_s},
-        {"huge count of units",
-         id([](List& l) { return l.addRaw("\x6F\x13\x80\x00\x00\x00\x00\x00\x00\x01"_ba); }), u"nothing"_s},
-        {"huge count of members",
-         parts([](List& l) { return l.addRaw("\xAF\x13\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF"_ba); }),
-         u"nothing"_s},
-        {"count of 16 bytes", id([](List& l) { return l.addRaw("\x5F\x14" + QByteArray(16, '\0')); }),
-         u"nothing"_s},
-        {"count cut off by the table", rootOf([](List& l) {
-             const int root = l.addDictionary({{1, 2}});
-             l.addText(u"id"_s);
-             l.addRaw("\x5F\x13"_ba);
-             return root;
-         }),
-         u"nothing"_s},
-        {"count is no number", id([](List& l) {
-             return l.addRaw("\x5F\x51"
-                             "a"_ba);
-         }),
-         u"nothing"_s},
+        {"huge count of text", id("\x5F\x13\x7F\xFF\xFF\xFF\xFF\xFF\xFF\xFFx"), u"nothing"_s},
+        {"huge count of units", id("\x6F\x13\x80\0\0\0\0\0\0\1"_ba), u"nothing"_s},
+        {"huge count of members", parts("\xAF\x13\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF"), u"nothing"_s},
+        {"count of 16 bytes", id("\x5F\x14" + QByteArray(16, '\0')), u"nothing"_s},
+        {"count cut off by the table", list({"\xDF\x10"}), u"nothing"_s},
+        {"count is no number", id("\x5F\x51x"), u"nothing"_s},
     });
 }
 
 TEST(PropertyListBinary, RefusesFalseTrailers)
 {
-    struct Row {
-        const char* name;
-        int behindTrailerStart;
-        QByteArray bytes;
-    };
-    const Row rows[] = {
-        {"no offset size", 6, "\0"_ba},
-        {"offset size 9", 6, "\x09"_ba},
-        {"no reference size", 7, "\0"_ba},
-        {"reference size 9", 7, "\x09"_ba},
-        {"reference size 255", 7, "\xFF"_ba},
-        {"no objects", 8, bigEndian(0, 8)},
-        {"huge object count", 8, bigEndian(~quint64(0), 8)},
-        {"count that overflows to the right size", 8, bigEndian((quint64(1) << 63) + 3, 8)},
-        {"root outside", 16, bigEndian(3, 8)},
-        {"huge root", 16, bigEndian(~quint64(0), 8)},
-        {"table in the header", 24, bigEndian(7, 8)},
-        {"table outside", 24, bigEndian(~quint64(0), 8)},
-    };
-    const QByteArray good =
-        binaryWith(u"id"_s, [](BinaryPropertyList& list) { return list.addText(u"i"_s); });
+    constexpr quint64 kHuge = ~quint64(0);
+    const std::pair<int, QByteArray> rows[] = {
+        {6, "\0"_ba},
+        {6, "\x09"_ba},
+        {7, "\0"_ba},
+        {7, "\x09"_ba}, // sizes of offsets and of references
+        {8, bigEndian(0, 8)},
+        {8, bigEndian(kHuge, 8)},
+        {8, bigEndian((quint64(1) << 63) + 3, 8)}, // overflows to the right size
+        {16, bigEndian(3, 8)},
+        {16, bigEndian(kHuge, 8)}, // the root
+        {24, bigEndian(7, 8)},
+        {24, bigEndian(kHuge, 8)}}; // the table
+    const QByteArray good = binaryPropertyList({"\x52id", "\x51i", "\xD1\0\1"_ba});
     EXPECT_EQ(answers(good), u"- [i] -"_s);
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
+    for (const auto& [place, bytes] : rows) {
         QByteArray bad = good;
-        bad.replace(bad.size() - 32 + row.behindTrailerStart, row.bytes.size(), row.bytes);
-        EXPECT_EQ(answers(bad), u"nothing"_s);
+        bad.replace(bad.size() - 32 + place, bytes.size(), bytes);
+        EXPECT_EQ(answers(bad), u"nothing"_s) << place << " " << bytes.toHex().constData();
     }
-    EXPECT_EQ(answers("bplist00"), u"nothing"_s);
     EXPECT_EQ(answers("bplist00" + QByteArray(32, '\0')), u"nothing"_s);
 }
 
 TEST(PropertyListBinary, SharedReferencesCostNothing)
 {
-    // As many equal keys as references fit, each naming the one list with as many references to one
-    // dictionary.
-    BinaryPropertyList list(2);
-    const int parts = list.addText(u"parts"_s);
-    const int component = list.addDictionary({{list.addText(u"name"_s), list.addText(u"A"_s)}});
-    const int components = list.addList(std::vector<int>(200'000, component));
-    const int root = list.addDictionary(std::vector<std::pair<int, int>>(200'000, {parts, components}));
-    EXPECT_EQ(answers(list.finished(root, 4)), u"- - [A]"_s);
-
-    // The same within the dictionary, with one long text.
-    BinaryPropertyList inner(2);
-    const QString text(1'000'000, u'x');
-    const std::pair<int, int> name{inner.addText(u"name"_s), inner.addText(text)};
-    const int only = inner.addList({inner.addDictionary(std::vector<std::pair<int, int>>(200'000, name))});
-    const int innerRoot = inner.addDictionary({{inner.addText(u"parts"_s), only}});
-    EXPECT_EQ(answers(inner.finished(innerRoot, 4)), u"- - ["_s + text + u']');
+    // As many equal keys as references fit, each naming the one list with as many references to one dictionary, and
+    // that has as many keys that name one long text.
+    constexpr int kMany = 200'000;
+    const auto counted = [](char marker) { return marker + ("\x12" + bigEndian(kMany, 4)); };
+    const auto many = [](quint64 number) { return bigEndian(number, 2).repeated(kMany); };
+    const QByteArray text(1'000'000, 'x');
+    EXPECT_EQ(answers(binaryPropertyList({"\x54name", "\x5F\x12" + bigEndian(1'000'000, 4) + text,
+                                          counted('\xDF') + many(0) + many(1), "\x55parts",
+                                          counted('\xAF') + many(2), counted('\xDF') + many(3) + many(4)},
+                                         2, 4)),
+              u"- - ["_s + QString::fromLatin1(text) + u']');
 }
 
 /// Damage of every kind must neither crash nor write outside; the sanitizers watch.
@@ -506,23 +370,22 @@ TEST(PropertyList, SurvivesDamagedBytes)
                   "<key>parts</key><array><dict><key>name</key><string>A: B</string></dict></array>"),
         fullBinary(1, 2),
         fullBinary(8, 8),
-        binaryInfoPlist({{u"version"_s, u"1"_s}, {u"id"_s, u"\u00E9"_s}}, u"A: B"_s),
     };
     std::mt19937 random(20'240'607);
+    const auto below = [&](qsizetype limit) {
+        return static_cast<qsizetype>(random() % static_cast<unsigned>(limit));
+    };
     int understood = 0;
     for (const QByteArray& seed : seeds) {
         for (int round = 0; round < 4000; ++round) {
             QByteArray data = seed;
-            for (auto changes = random() % 4 + 1; changes > 0; --changes) {
-                const auto place = static_cast<qsizetype>(random() % static_cast<unsigned>(data.size()));
-                data[place] = random() % 3 == 0 ? '\xFF' : static_cast<char>(random());
-            }
-            if (random() % 8 == 0)
-                data.truncate(static_cast<qsizetype>(random() % static_cast<unsigned>(data.size())));
+            for (auto changes = below(4); changes >= 0; --changes)
+                data[below(data.size())] = below(3) == 0 ? '\xFF' : static_cast<char>(random());
+            if (below(8) == 0)
+                data.truncate(below(data.size()));
             // A copy of exactly the size, so that a byte read behind it is noticed.
             const std::vector<char> exact(data.begin(), data.end());
-            const QByteArrayView view(exact.data(), static_cast<qsizetype>(exact.size()));
-            const auto texts = readPropertyList(view, kFields);
+            const auto texts = readPropertyList({exact.data(), data.size()}, kFields);
             understood += texts && texts->size() == kFields.size() ? 1 : 0;
         }
     }

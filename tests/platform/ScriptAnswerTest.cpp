@@ -107,6 +107,10 @@ TEST(ChildScriptRunner, HandsTheSourceToTheHelperAndReadsItsAnswer)
         SCOPED_TRACE(row.name);
         EXPECT_EQ(runWith(row.helper, row.source), row.wanted);
     }
+    // Not even started: it would give a result.
+    const QString refused = uR"(do shell script "rm 'a\\b'" with administrator privileges)"_s;
+    EXPECT_EQ(runWith(echo, refused).error.value_or(ScriptErrorDictionary())[u"NSAppleScriptErrorNumber"_s],
+              u"-2741"_s);
     platform::ChildScriptRunner missing(u"/nonexistent/helper"_s);
     ScriptOutcome outcome{u"untouched"_s, {}};
     const auto keep = [](platform::ScriptRunner* from, ScriptOutcome* into) -> QCoro::Task<> {

@@ -48,8 +48,8 @@ TEST_F(NewPluginsTest, PendingLastsUntilItIsDecided)
     EXPECT_EQ(summary(manager),
               QStringList{u"P: Old|VST3 / 1 A|VST3,B|VST3,C|Audio Units,D|CLAP,Old|VST3"_s});
 
-    for (const QByteArray text : {"", "{}", R"({"a":"A|VST3"})", R"(["A|VST3",1])", R"(["A|VST3",["B"]])",
-                                  R"(["A|VST3")", "\"A|VST3\"", "\xEF\xBB\xBF[\"A|VST3\", \"Gone|VST3\"]"}) {
+    for (const QByteArray text : {"", R"({"a":"A|VST3"})", R"(["A|VST3",1])", R"(["A|VST3")",
+                                  "\xEF\xBB\xBF[\"A|VST3\", \"Gone|VST3\"]"}) {
         SCOPED_TRACE(text.constData());
         m_system.root.addFile(m_pending, text);
         const bool isValid = text.contains("Gone");

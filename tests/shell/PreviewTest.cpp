@@ -23,11 +23,7 @@ protected:
         viewModel().previewProfile(m_profile);
         settle();
     }
-    void choose(const QString& tab)
-    {
-        QTest::mouseClick(&named<QAbstractButton>(window(), u"previewTab"_s + tab), Qt::LeftButton);
-        settle();
-    }
+    void choose(const QString& tab) { click(window(), u"previewTab"_s + tab); }
     /// The rows as a screen reader hears them: status, name.
     [[nodiscard]] QStringList rows()
     {
@@ -50,7 +46,7 @@ TEST_F(PreviewTest, EachTabShowsItsSliceInItsWords)
     launchWithProfile();
     EXPECT_EQ(named<QLabel>(window(), u"previewTitle"_s).text(),
               u"Previewing profile: \"Mix & <b>Master</b>\""_s);
-    EXPECT_TRUE(named<QAbstractButton>(window(), u"previewTabChanges"_s).isChecked());
+    EXPECT_TRUE(named(window(), u"previewTabChanges"_s).isChecked());
     EXPECT_EQ(rows(), QStringList({u"Will Enable 1"_s, u"Will Disable 3"_s}));
     EXPECT_EQ(footer(), u"Showing 2 of 4 plugins"_s);
     choose(u"Enabled"_s);
@@ -89,11 +85,8 @@ TEST_F(PreviewTest, ClosingItLeadsToTheEmptyState)
 {
     launchWithProfile();
     EXPECT_FALSE(isShown(u"emptyState"_s));
-    auto& close = named<QAbstractButton>(window(), u"closePreviewButton"_s);
     window().activateWindow();
-    close.setFocus();
-    QTest::keyClick(&close, Qt::Key_Space);
-    settle();
+    press(window(), u"closePreviewButton"_s);
     EXPECT_FALSE(isShown(u"previewStrip"_s));
     EXPECT_TRUE(isShown(u"emptyState"_s));
     EXPECT_FALSE(table().isColumnHidden(4)) << "the plain table is back behind it";

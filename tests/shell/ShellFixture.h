@@ -1,5 +1,6 @@
 #pragma once
 
+#include "UiSteps.h"
 #include "catalogue/PluginDatabase.h"
 #include "operations/PluginManagerViewModel.h"
 #include "platform/FullDiskAccess.h"
@@ -17,26 +18,10 @@
 #include "support/Fakes.h"
 #include "uad/UADCleanupManager.h"
 
-#include <QAbstractButton>
 #include <QLabel>
 #include <QLineEdit>
-#include <QTest>
-
-#include <gtest/gtest.h>
 
 namespace orvanlite::test {
-
-using namespace Qt::StringLiterals;
-
-/// The control of that name; fails the test when it is missing.
-template <typename Widget>
-Widget& named(const QWidget& window, const QString& objectName)
-{
-    auto* found = window.findChild<Widget*>(objectName);
-    if (!found)
-        qFatal("no control is named %s", qPrintable(objectName));
-    return *found;
-}
 
 /// The permission of the whole disk, given and taken by the test.
 class FakeDiskAccess final : public platform::FullDiskAccess {
@@ -58,21 +43,23 @@ protected:
     /// What still sleeps comes to its end while its objects are there.
     void TearDown() override { m_system.clock.advance(std::chrono::seconds(11)); }
 
+    /// Runs what prints to the console and gives what it printed.
+    template <typename Run>
+    static QString quietly(Run run)
+    {
+        testing::internal::CaptureStdout();
+        run();
+        settle();
+        return QString::fromStdString(testing::internal::GetCapturedStdout());
+    }
     /// Opens the window with all plugins in its table and waits for the first scan.
     void launch()
     {
-        testing::internal::CaptureStdout();
-        m_delegate.applicationDidFinishLaunching();
-        ASSERT_TRUE(QTest::qWaitForWindowExposed(&window()));
-        viewModel().showAllPlugins = true; // as by a click on "All Plugins"
-        settle();
-        testing::internal::GetCapturedStdout();
-    }
-    /// Lets the event loop turn until all that is due at once is done.
-    static void settle()
-    {
-        for (int turn = 0; turn < 4; ++turn)
-            turnEventLoop();
+        quietly([this] {
+            m_delegate.applicationDidFinishLaunching();
+            ASSERT_TRUE(QTest::qWaitForWindowExposed(&window()));
+            viewModel().showAllPlugins = true; // as by a click on "All Plugins"
+        });
     }
     [[nodiscard]] MainWindow& window() { return *m_delegate.window(); }
     [[nodiscard]] PluginManagerViewModel& viewModel()
@@ -88,6 +75,11 @@ protected:
             names.append(table().model()->index(row, 1).data().toString());
         return names;
     }
+    void addPlugins(const QStringList& files)
+    {
+        for (const QString& file : files)
+            m_root.addFile(u"/Library/Audio/Plug-Ins/"_s + file, "code");
+    }
     void addPlugins(int count)
     {
         for (int i = 0; i < count; ++i)
@@ -96,6 +88,11 @@ protected:
     void search(const QString& text)
     {
         QTest::keyClicks(&named<QLineEdit>(window(), u"searchField"_s), text);
+        endSearchPause();
+    }
+    /// The list follows the field after a moment.
+    void endSearchPause()
+    {
         m_system.clock.advance(std::chrono::milliseconds(60));
         settle();
     }
@@ -108,12 +105,8 @@ protected:
     void clickHeader(int column)
     {
         PluginTableHeader& header = *table().header();
-        const QPoint place(header.sectionViewportPosition(column) + 20, header.height() / 2);
-        QTest::mouseClick(header.viewport(), Qt::LeftButton, {}, place);
-        settle();
+        click(*header.viewport(), {header.sectionViewportPosition(column) + 20, header.height() / 2});
     }
-    /// Waits for a real child process.
-    static bool waitFor(const std::function<bool()>& condition) { return QTest::qWaitFor(condition, 20'000); }
 
     TestPlatform m_system;
     const TempRoot& m_root = m_system.root;

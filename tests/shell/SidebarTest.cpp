@@ -48,33 +48,25 @@ protected:
         model().refreshAllState();
         return sidebar();
     }
-    static void settle()
-    {
-        for (int turn = 0; turn < 4; ++turn)
-            turnEventLoop();
-    }
     template <typename Widget = QWidget>
     Widget& at(const QString& name)
     {
         return named<Widget>(*m_sidebar, name);
     }
-    void click(const QString& name)
+    void click(const QString& name) { test::click(*m_sidebar, name); }
+    void clickMaker(const QString& name)
     {
-        if (name.startsWith(u"maker "_s)) {
-            auto& table = at<ManufacturerTable>(m_sidebar->findChild<ManufacturerTable*>()->objectName());
-            const auto found = table.model()->match(table.model()->index(0, 0), Qt::DisplayRole, name.mid(6));
-            QTest::mouseClick(table.viewport(), Qt::LeftButton, {}, table.visualRect(found.at(0)).center());
-        } else {
-            QTest::mouseClick(&at(name), Qt::LeftButton);
+        auto& table = at<ManufacturerTable>(u"manufacturerTable"_s);
+        test::click(table,
+                    table.model()->match(table.model()->index(0, 0), Qt::DisplayRole, name).at(0).row());
+    }
+    void open(const QStringList& sections)
+    {
+        for (const QString& each : sections) {
+            settle();
+            click(each + u"Header"_s);
         }
-        settle();
     }
-    void press(Qt::Key key)
-    {
-        QTest::keyClick(QApplication::focusWidget(), key);
-        settle();
-    }
-    [[nodiscard]] QString focused() const { return QApplication::focusWidget()->objectName(); }
     [[nodiscard]] QString openSections()
     {
         QStringList open;
@@ -84,31 +76,17 @@ protected:
         }
         return open.join(u' ');
     }
-    /// "formats / manufacturers / whether the table shows / open sections / chosen rows"
-    [[nodiscard]] QString state()
+    [[nodiscard]] QString chosenRows()
     {
-        QStringList formats;
-        for (const PluginFormat format : *model().selectedFormats)
-            formats.append(rawValue(format));
-        formats.sort();
-        QStringList makers = model().selectedManufacturers->values();
-        makers.sort();
         QStringList chosen;
         for (const auto* each : m_sidebar->findChildren<SidebarButton*>()) {
             if (!each->objectName().endsWith(u"Header"_s) && each->isChecked())
                 chosen.append(each->label());
         }
-        return QStringList{formats.join(u','), makers.join(u','),
-                           *model().showAllPlugins ? u"table"_s : u"-"_s, openSections(), chosen.join(u',')}
-            .join(u" / "_s);
+        return chosen.join(u',');
     }
     [[nodiscard]] QMessageBox* question() const { return m_sidebar->findChild<QMessageBox*>(); }
-    void answer(const QString& button)
-    {
-        QTest::mouseClick(&named<QAbstractButton>(*question(), button), Qt::LeftButton);
-        settle();
-    }
-    static bool waitFor(const std::function<bool()>& condition) { return QTest::qWaitFor(condition, 20'000); }
+    void answer(const QString& button) { test::click(*question(), button); }
 
     ProfileManager m_profiles{m_system.platform};
     QWidget m_host;
@@ -121,137 +99,133 @@ protected:
 TEST(SidebarRulesTest, NamesTheActionsByTheFilters)
 {
     using enum PluginFormat;
+    struct Row {
+        PluginFilter filter;
+        QString label, summary, question;
+    };
+    for (const Row& row : {
+             Row{{.searchText = u"x"_s}, u"All"_s, {}, u"of any active filters."_s},
+             Row{{.formats = {vst3}}, u"All VST3"_s, u"VST3"_s, u" by: VST3."_s},
+             Row{{.formats = {au, aax}}, u"Filtered"_s, u"AAX, Audio Units"_s, u" by: AAX, Audio Units."_s},
+             Row{{.manufacturers = {u"b"_s, u"A"_s}}, u"Filtered"_s, u"A, b"_s, u" by: A, b."_s},
+             Row{{.formats = {clap}, .manufacturers = {u"50%1"_s}},
+                 u"Filtered"_s,
+                 u"CLAP · 50%1"_s,
+                 u" by: CLAP + 50%1."_s},
+             Row{{.manufacturers = {u"C"_s, u"a"_s, u"B"_s}},
+                 u"Filtered"_s,
+                 u"B +2 more"_s,
+                 u" by: B, C, a."_s},
+         }) {
+        SCOPED_TRACE(qPrintable(row.summary));
+        EXPECT_EQ(enableDisableButtonLabel(BulkAction::delete_, row.filter), u"Delete "_s + row.label);
+        EXPECT_EQ(filterSummary(row.filter), row.summary);
+        const QString question = sidebarWarningMessage(BulkAction::enable, {}, row.filter);
+        EXPECT_TRUE(question.endsWith(row.question)) << qPrintable(question);
+    }
     AudioPlugins all(3);
     all[0].isEnabled = true;
     all[1].isEnabled = all[2].isEnabled = false;
-    struct Row {
-        PluginFilter filter;
-        QString enable, summary, enabling, deleting;
-    };
-    const QString everywhere =
+    using enum BulkAction;
+    EXPECT_EQ(
+        sidebarWarningMessage(enable, all, {}),
         u"This will enable ALL 2 disabled plugins across every format and manufacturer, regardless of any "
-        "active filters."_s;
-    const QString forGood = u"⚠️ This will PERMANENTLY DELETE 3 plugins "_s;
-    const QString noWayBack = u". This cannot be undone!"_s;
-    for (const Row& row : {
-             Row{{.searchText = u"x"_s}, u"Enable All"_s, {}, everywhere, u"from your system"_s},
-             Row{{.formats = {vst3}}, u"Enable All VST3"_s, u"VST3"_s, u"VST3"_s, {}},
-             Row{{.formats = {au}}, u"Enable All Audio Units"_s, u"Audio Units"_s, u"Audio Units"_s, {}},
-             Row{{.formats = {vst3, aax, au}},
-                 u"Enable Filtered"_s,
-                 u"AAX, Audio Units, VST3"_s,
-                 u"AAX, Audio Units, VST3"_s,
-                 {}},
-             Row{{.searchText = u"x"_s, .manufacturers = {u"b"_s, u"A"_s}},
-                 u"Enable Filtered"_s,
-                 u"A, b"_s,
-                 u"A, b"_s,
-                 {}},
-             Row{{.formats = {clap}, .manufacturers = {u"50%1"_s}},
-                 u"Enable Filtered"_s,
-                 u"CLAP · 50%1"_s,
-                 u"CLAP + 50%1"_s,
-                 {}},
-             Row{{.formats = {vst2}, .manufacturers = {u"C"_s, u"a"_s, u"B"_s}},
-                 u"Enable Filtered"_s,
-                 u"VST · B +2 more"_s,
-                 u"VST + B, C, a"_s,
-                 {}},
-         }) {
-        SCOPED_TRACE(qPrintable(row.summary));
-        EXPECT_EQ(enableDisableButtonLabel(BulkAction::enable, row.filter), row.enable);
-        EXPECT_EQ(enableDisableButtonLabel(BulkAction::delete_, row.filter),
-                  QString(row.enable).replace(u"Enable"_s, u"Delete"_s));
-        EXPECT_EQ(filterSummary(row.filter), row.summary);
-        const bool isFiltered = row.deleting.isEmpty();
-        EXPECT_EQ(sidebarWarningMessage(BulkAction::enable, all, row.filter),
-                  isFiltered ? u"This will enable 2 plugins filtered by: "_s + row.enabling + u'.'
-                             : row.enabling);
-        EXPECT_EQ(sidebarWarningMessage(BulkAction::disable, all, row.filter),
-                  isFiltered ? u"This will disable 1 plugins filtered by: "_s + row.enabling + u'.'
-                             : QString(everywhere)
-                                   .replace(u"enable"_s, u"disable"_s)
-                                   .replace(u"2 disabled"_s, u"1 enabled"_s));
-        EXPECT_EQ(sidebarWarningMessage(BulkAction::delete_, all, row.filter),
-                  forGood + (isFiltered ? u"filtered by: "_s + row.enabling : row.deleting) + noWayBack);
-    }
+        "active filters."_s);
+    EXPECT_EQ(
+        sidebarWarningMessage(disable, all, {}),
+        u"This will disable ALL 1 enabled plugins across every format and manufacturer, regardless of any "
+        "active filters."_s);
+    EXPECT_EQ(sidebarWarningMessage(delete_, all, {}),
+              u"⚠️ This will PERMANENTLY DELETE 3 plugins from your system. This cannot be undone!"_s);
+    EXPECT_EQ(sidebarWarningMessage(delete_, all, {.formats = {vst3}}),
+              u"⚠️ This will PERMANENTLY DELETE 3 plugins filtered by: VST3. This cannot be undone!"_s);
 }
 
 TEST_F(SidebarTest, EveryClickDoesItsSteps)
 {
+    using enum PluginFormat;
     filled();
-    click(u"formatsHeader"_s);
-    click(u"manufacturersHeader"_s);
-    const QString open = u"formats manufacturers"_s;
-    const QString acting = u"actions "_s + open;
+    open({u"formats"_s, u"manufacturers"_s});
+    const QString all = u"All Plugins"_s;
+    const QString odd = u"Odd"_s;
+    const QString even = u"Even"_s;
     struct Step {
-        QString click, wanted;
-        int reloads;
+        QString click; ///< a button, or a manufacturer
+        QSet<PluginFormat> formats;
+        QSet<QString> makers;
+        bool showsTable;
+        QString chosen;
+        int reloads = 2;
     };
     for (const Step& step : {
-             Step{u"allPluginsButton"_s, u" /  / table / "_s + acting + u" / All Plugins"_s, 2},
-             Step{u"allPluginsButton"_s, u" /  / - / "_s + open + u" / "_s, 0},
-             Step{u"formatRowVST3"_s, u"VST3 /  / table / "_s + acting + u" / VST3"_s, 2},
-             Step{u"formatRowCLAP"_s, u"CLAP,VST3 /  / table / "_s + acting + u" / VST3,CLAP"_s, 2},
-             Step{u"allPluginsButton"_s, u" /  / table / "_s + acting + u" / All Plugins"_s, 2},
-             Step{u"formatRowVST3"_s, u"VST3 /  / table / "_s + acting + u" / VST3"_s, 2},
-             Step{u"formatRowVST3"_s, u" /  / - / "_s + open + u" / "_s, 2},
-             Step{u"maker Odd"_s, u" / Odd / table / "_s + acting + u" / All Plugins"_s, 2},
-             Step{u"formatRowVST3"_s, u"VST3 / Odd / table / "_s + acting + u" / VST3"_s, 2},
-             Step{u"formatRowVST3"_s, u" / Odd / table / "_s + acting + u" / All Plugins"_s, 2},
-             Step{u"formatRowCLAP"_s, u"CLAP / Odd / table / "_s + acting + u" / CLAP"_s, 2},
-             Step{u"maker Odd"_s, u"CLAP /  / table / "_s + acting + u" / CLAP"_s, 2},
-             Step{u"maker Even"_s, u"CLAP / Even / table / "_s + acting + u" / CLAP"_s, 2},
-             Step{u"clearManufacturersButton"_s, u"CLAP /  / - / "_s + open + u" / CLAP"_s, 2},
-             Step{u"maker Even"_s, u"CLAP / Even / table / "_s + acting + u" / CLAP"_s, 2},
-             Step{u"clearFiltersButton"_s, u" /  / table / "_s + acting + u" / All Plugins"_s, 4},
+             Step{u"allPluginsButton"_s, {}, {}, true, all},
+             Step{u"allPluginsButton"_s, {}, {}, false, {}, 0},
+             Step{u"formatRowVST3"_s, {vst3}, {}, true, u"VST3"_s},
+             Step{u"formatRowCLAP"_s, {vst3, clap}, {}, true, u"VST3,CLAP"_s},
+             Step{u"allPluginsButton"_s, {}, {}, true, all},
+             Step{u"formatRowVST3"_s, {vst3}, {}, true, u"VST3"_s},
+             Step{u"formatRowVST3"_s, {}, {}, false, {}},
+             Step{odd, {}, {odd}, true, all},
+             Step{u"formatRowVST3"_s, {vst3}, {odd}, true, u"VST3"_s},
+             Step{u"formatRowVST3"_s, {}, {odd}, true, all},
+             Step{odd, {}, {}, false, {}},
+             Step{u"formatRowCLAP"_s, {clap}, {}, true, u"CLAP"_s},
+             Step{even, {clap}, {even}, true, u"CLAP"_s},
+             Step{even, {clap}, {}, true, u"CLAP"_s},
+             Step{even, {clap}, {even}, true, u"CLAP"_s},
+             Step{u"clearManufacturersButton"_s, {clap}, {}, false, u"CLAP"_s},
+             Step{even, {clap}, {even}, true, u"CLAP"_s},
+             Step{u"clearFiltersButton"_s, {}, {}, true, all, 4},
          }) {
-        SCOPED_TRACE(qPrintable(step.click + u" -> "_s + step.wanted));
+        SCOPED_TRACE(qPrintable(step.click + u" -> "_s + step.chosen));
         model().activeProfile = PluginProfile{};
         settle();
         EXPECT_FALSE(at(u"actionsSection"_s).isVisible() || at(u"sidebarDivider"_s).isVisible())
             << "under a preview";
         const int before = countPosts();
-        click(step.click);
-        EXPECT_EQ(state(), step.wanted);
+        if (step.click == odd || step.click == even)
+            clickMaker(step.click);
+        else
+            click(step.click);
+        EXPECT_EQ(*model().selectedFormats, step.formats);
+        EXPECT_EQ(*model().selectedManufacturers, step.makers);
+        EXPECT_EQ(*model().showAllPlugins, step.showsTable);
+        EXPECT_EQ(chosenRows(), step.chosen);
+        EXPECT_EQ(openSections(),
+                  step.showsTable ? u"actions formats manufacturers"_s : u"formats manufacturers"_s);
         EXPECT_EQ(countPosts() - before, step.reloads);
         EXPECT_FALSE(model().activeProfile->has_value());
         EXPECT_TRUE(at(u"sidebarDivider"_s).isVisible());
-        EXPECT_EQ(at(u"filterBar"_s).isVisible(), at<QLabel>(u"filterSummary"_s).text() != QString());
+        EXPECT_EQ(at(u"filterBar"_s).isVisible(), !(step.formats.isEmpty() && step.makers.isEmpty()));
     }
 }
 
-TEST_F(SidebarTest, ShowsItsRowsFromTopToBottom)
+TEST_F(SidebarTest, TabVisitsItsRowsFromTopToBottom)
 {
     m_log.log(u"A"_s, u"VST3"_s, ActivityAction::enabled);
     filled();
     model().selectedManufacturers = {u"Odd"_s};
     model().showAllPlugins = true;
-    for (const char16_t* each :
-         {u"actionsHeader", u"formatsHeader", u"manufacturersHeader", u"recentHeader"}) {
-        settle();
-        click(QString::fromUtf16(each));
-    }
+    open({u"actions"_s, u"formats"_s, u"manufacturers"_s, u"recent"_s});
     at(u"allPluginsButton"_s).setFocus();
     QStringList stops;
     do {
-        const auto* button = qobject_cast<SidebarButton*>(QApplication::focusWidget());
-        stops.append(button ? QStringList{button->label(), button->accessibleDescription()}.join(u'|')
-                            : focused());
         const QWidget* stop = QApplication::focusWidget();
-        const QPoint place = stop->mapTo(m_sidebar.get(), QPoint(1, 1));
-        EXPECT_TRUE(m_sidebar->childAt(place)) << qPrintable(focused()) << " is in view";
+        const auto* button = qobject_cast<const SidebarButton*>(stop);
+        const QString count = button ? button->accessibleDescription() : QString();
+        stops.append(count.isEmpty() ? focused() : focused() + u' ' + count);
+        EXPECT_TRUE(m_sidebar->childAt(stop->mapTo(m_sidebar.get(), QPoint(1, 1)))) << qPrintable(focused());
         press(Qt::Key_Tab);
     } while (focused() != u"allPluginsButton"_s && stops.size() < 40);
     EXPECT_EQ(
         stops.join(u'\n'),
-        u"All Plugins|20\nclearFiltersButton\nProfiles|0\nActions|\nEnable Filtered|\nDisable Filtered|\n"
-        "Delete Filtered|\nPlugin Formats|\nAudio Units|0\nVST3|10\nVST|0\nAAX|0\nCLAP|10\nWaves|0\n"
-        "Manufacturers|\nclearManufacturersButton\nmanufacturerSearchField\nmanufacturerTable\n"
-        "Statistics|\nlaunchAtLoginSwitch\nRecent Activity|1\nclearActivityButton\nactivityLogList"_s);
-    EXPECT_EQ(at<QLabel>(u"sidebarTitle"_s).text(), u"Orvanlite"_s);
-    EXPECT_EQ(at<QLabel>(u"sidebarCaption"_s).text(), u"Audio Plugin Management"_s);
+        u"allPluginsButton 20\nclearFiltersButton\nprofilesHeader 0\nactionsHeader\nenableFilteredButton\n"
+        "disableFilteredButton\ndeleteFilteredButton\nformatsHeader\nformatRowAudioUnits 0\n"
+        "formatRowVST3 10\nformatRowVST 0\nformatRowAAX 0\nformatRowCLAP 10\nformatRowWaves 0\n"
+        "manufacturersHeader\nclearManufacturersButton\nmanufacturerSearchField\nmanufacturerTable\n"
+        "statisticsHeader\nlaunchAtLoginSwitch\nrecentHeader 1\nclearActivityButton\nactivityLogList"_s);
     EXPECT_EQ(at(u"clearFiltersButton"_s).toolTip(), u"Clear all filters"_s);
+    EXPECT_EQ(at<SidebarButton>(u"deleteFilteredButton"_s).label(), u"Delete Filtered"_s);
     EXPECT_EQ(at<QLabel>(u"statisticsTotal"_s).text() + at<QLabel>(u"statisticsEnabled"_s).text() +
                   at<QLabel>(u"statisticsDisabled"_s).text(),
               u"20182"_s);
@@ -262,9 +236,7 @@ TEST_F(SidebarTest, KeepsTheFocusWhenAPartGoes)
     filled();
     model().selectedManufacturers = {u"Odd"_s};
     model().showAllPlugins = true;
-    settle();
-    click(u"actionsHeader"_s);
-    click(u"formatsHeader"_s);
+    open({u"actions"_s, u"formats"_s});
     const auto loses = [this](const QString& name, const std::function<void()>& change) {
         at(name).setFocus();
         EXPECT_EQ(focused(), name);
@@ -273,24 +245,23 @@ TEST_F(SidebarTest, KeepsTheFocusWhenAPartGoes)
         EXPECT_FALSE(at(name).isVisible());
         return focused();
     };
-    EXPECT_EQ(loses(u"enableFilteredButton"_s,
-                    [this] {
-                        model().persistedSelections.insert(model().displayedPlugins->front().id);
-                        model().refreshBulkPane();
-                    }),
-              u"formatsHeader"_s);
+    const auto select = [this] {
+        model().persistedSelections.insert(model().displayedPlugins->front().id);
+        model().refreshBulkPane();
+    };
+    EXPECT_EQ(loses(u"enableFilteredButton"_s, select), u"formatsHeader"_s);
     EXPECT_TRUE(at(u"invertSelectionButton"_s).isVisible());
-    EXPECT_EQ(loses(u"clearManufacturersButton"_s, [this] { press(Qt::Key_Space); }),
-              u"manufacturersHeader"_s);
+    const auto pressSpace = [] { press(Qt::Key_Space); };
+    EXPECT_EQ(loses(u"clearManufacturersButton"_s, pressSpace), u"manufacturersHeader"_s);
     EXPECT_FALSE(at(u"invertSelectionButton"_s).isVisible());
     model().selectedManufacturers = {u"Odd"_s};
-    EXPECT_EQ(sidebar().objectName(), u"sidebarView"_s);
+    settle();
     at(u"invertSelectionButton"_s).setFocus();
     press(Qt::Key_Space);
     EXPECT_EQ(model().persistedSelections.size(), 10) << "all that is not filtered";
     EXPECT_EQ(loses(u"invertSelectionButton"_s, [this] { model().clearSelection(); }),
               u"manufacturersHeader"_s);
-    EXPECT_EQ(loses(u"clearFiltersButton"_s, [this] { press(Qt::Key_Space); }), u"allPluginsButton"_s);
+    EXPECT_EQ(loses(u"clearFiltersButton"_s, pressSpace), u"allPluginsButton"_s);
     EXPECT_EQ(loses(u"formatRowVST3"_s, [this] { model().resetView(); }), u"formatsHeader"_s);
     EXPECT_EQ(openSections(), QString()) << "the statistics are closed too";
     m_database.replaceAllPlugins({});
@@ -300,8 +271,8 @@ TEST_F(SidebarTest, KeepsTheFocusWhenAPartGoes)
 
 TEST_F(SidebarTest, ActsOnTheFilteredOnesAfterAQuestion)
 {
-    for (const char16_t* each : {u"VST3/A.vst3", u"VST3/B.vst3", u"CLAP/C.clap"})
-        m_root.addFile(u"/Library/Audio/Plug-Ins/"_s + QString::fromUtf16(each));
+    for (const QString& each : {u"VST3/A.vst3"_s, u"VST3/B.vst3"_s, u"CLAP/C.clap"_s})
+        m_root.addFile(u"/Library/Audio/Plug-Ins/"_s + each);
     scan();
     sidebar();
     click(u"formatsHeader"_s);
@@ -319,14 +290,13 @@ TEST_F(SidebarTest, ActsOnTheFilteredOnesAfterAQuestion)
         EXPECT_FALSE(question() && question()->isVisible());
     };
     click(u"disableFilteredButton"_s);
-    EXPECT_EQ(named<QAbstractButton>(*question(), u"confirmButton"_s).text(), u"Disable All VST3"_s);
+    EXPECT_EQ(named(*question(), u"confirmButton"_s).text(), u"Disable All VST3"_s);
     answer(u"confirmButton"_s);
     const QStringList disabled{u"A Disabled"_s, u"B Disabled"_s, u"C Enabled"_s};
     EXPECT_TRUE(waitFor([&] { return states() == disabled && !*model().isRunningScript; }));
     scan();
     settle();
     EXPECT_EQ(states(), disabled) << "on the disk too";
-    EXPECT_EQ(at<QLabel>(u"statisticsDisabled"_s).text(), u"2"_s);
 
     m_system.scripts.whileRunning = nullptr;
     click(u"clearFiltersButton"_s);
@@ -341,7 +311,6 @@ TEST_F(SidebarTest, ActsOnTheFilteredOnesAfterAQuestion)
     EXPECT_TRUE(waitFor([&] { return states().size() == 2 && !*model().isRunningScript; }));
     settle();
     EXPECT_EQ(at<SidebarButton>(u"formatRowCLAP"_s).count(), u"0"_s);
-    EXPECT_EQ(at<SidebarButton>(u"allPluginsButton"_s).count(), u"2"_s);
     EXPECT_EQ(at<SidebarButton>(u"recentHeader"_s).count(), u"5"_s);
     const auto scripts = m_system.scripts.sources.size();
     click(u"deleteFilteredButton"_s);
@@ -352,42 +321,35 @@ TEST_F(SidebarTest, ActsOnTheFilteredOnesAfterAQuestion)
 
 TEST_F(SidebarTest, BringsTheActionsToTheTop)
 {
-    for (const bool isReduced : {true, false}) {
-        SCOPED_TRACE(isReduced);
-        m_system.appearance.reduced = isReduced;
-        m_sidebar.reset();
-        model().resetView();
-        filled(40);
-        m_sidebar->resize(250, 420);
-        for (const char16_t* each : {u"formatsHeader", u"manufacturersHeader", u"recentHeader"})
-            click(QString::fromUtf16(each));
-        auto& column = at<QScrollArea>(u"sidebarColumn"_s);
-        EXPECT_TRUE(waitFor([&] { return column.verticalScrollBar()->maximum() > 0; }));
-        EXPECT_GE(column.height(), 100) << "there is room to use it, whatever is open";
-        model().showAllPlugins = true;
-        model().selectedManufacturers = {u"Odd"_s};
-        settle();
-        column.verticalScrollBar()->setValue(column.verticalScrollBar()->maximum());
-        at(u"formatRowCLAP"_s).setFocus();
-        press(Qt::Key_Space);
-        EXPECT_TRUE(waitFor([&] {
-            return at(u"actionsSection"_s).mapTo(column.viewport(), QPoint()).y() == 0 &&
-                   !at(u"statisticsView"_s).isVisible() && !at(u"activityLogView"_s).isVisible();
-        }));
-        EXPECT_EQ(openSections(), u"actions formats manufacturers"_s);
-        EXPECT_EQ(focused(), u"formatRowCLAP"_s);
-        click(u"statisticsHeader"_s);
-        at(u"formatRowVST3"_s).setFocus();
-        click(u"formatsHeader"_s);
-        EXPECT_TRUE(waitFor([&] { return !at(u"formatRowVST3"_s).isVisible(); }));
-        EXPECT_TRUE(waitFor([&] { return at(u"statisticsTotal"_s).visibleRegion().isEmpty() == false; }));
-    }
+    m_system.appearance.reduced = false;
+    filled(40);
+    m_sidebar->resize(250, 420);
+    open({u"formats"_s, u"manufacturers"_s, u"recent"_s});
+    auto& column = at<QScrollArea>(u"sidebarColumn"_s);
+    EXPECT_TRUE(waitFor([&] { return column.verticalScrollBar()->maximum() > 0; }));
+    EXPECT_GE(column.height(), 100) << "there is room to use it, whatever is open";
+    model().showAllPlugins = true;
+    model().selectedManufacturers = {u"Odd"_s};
+    settle();
+    column.verticalScrollBar()->setValue(column.verticalScrollBar()->maximum());
+    at(u"formatRowCLAP"_s).setFocus();
+    press(Qt::Key_Space);
+    EXPECT_TRUE(waitFor([&] {
+        return at(u"actionsSection"_s).mapTo(column.viewport(), QPoint()).y() == 0 &&
+               !at(u"statisticsView"_s).isVisible() && !at(u"activityLogView"_s).isVisible();
+    }));
+    EXPECT_EQ(openSections(), u"actions formats manufacturers"_s);
+    EXPECT_EQ(focused(), u"formatRowCLAP"_s);
+    click(u"statisticsHeader"_s);
+    at(u"formatRowVST3"_s).setFocus();
+    click(u"formatsHeader"_s);
+    EXPECT_TRUE(waitFor([&] { return !at(u"formatRowVST3"_s).isVisible(); }));
+    EXPECT_TRUE(waitFor([&] { return !at(u"statisticsTotal"_s).visibleRegion().isEmpty(); }));
 }
 
 TEST_F(SidebarTest, TellsOfAScanBeforeItStarts)
 {
-    class PaintCounter final : public QObject {
-    public:
+    struct PaintCounter final : QObject {
         int paints = 0;
         bool eventFilter(QObject*, QEvent* event) override
         {
@@ -396,17 +358,16 @@ TEST_F(SidebarTest, TellsOfAScanBeforeItStarts)
         }
     } counter;
     filled();
-    const int statistics = at(u"statisticsSection"_s).mapTo(m_sidebar.get(), QPoint()).y();
     auto& label = at(u"scanningLabel"_s);
     label.installEventFilter(&counter);
     EXPECT_FALSE(label.isVisible());
+    const auto place = [this] { return at(u"statisticsSection"_s).mapTo(m_sidebar.get(), QPoint()); };
     int before = -1;
-    int place = -1;
-    model().isLoading.observe(m_sidebar.get(), [&] {
+    model().isLoading.observe(m_sidebar.get(), [&, still = place()] {
         if (!*model().isLoading)
             return;
         before = counter.paints;
-        place = at(u"statisticsSection"_s).mapTo(m_sidebar.get(), QPoint()).y();
+        EXPECT_EQ(place(), still) << "nothing moves aside";
     });
     m_root.addFile(u"/Library/Audio/Plug-Ins/VST3/A.vst3"_s);
     m_system.loginItems.state = platform::LoginItemStatus::enabled; // in the system's own settings
@@ -414,7 +375,6 @@ TEST_F(SidebarTest, TellsOfAScanBeforeItStarts)
     settle();
     EXPECT_TRUE(at<QAbstractButton>(u"launchAtLoginSwitch"_s).isChecked()) << "asked whenever it is drawn";
     EXPECT_GT(before, 0);
-    EXPECT_EQ(place, statistics) << "nothing moves aside";
     EXPECT_FALSE(label.isVisible());
     EXPECT_EQ(at<SidebarButton>(u"formatRowVST3"_s).count(), u"1"_s);
 }
@@ -423,59 +383,39 @@ TEST_F(SidebarTest, TitleTurnsOnlyWhileItIsSeen)
 {
     m_system.appearance.reduced = false;
     filled();
-    auto& title = at<SidebarTitle>(u"sidebarTitle"_s);
-    EXPECT_TRUE(waitFor([&] { return title.isTurning(); }));
-    const auto picture = [&](double seconds) {
-        m_system.clock.setNow(1'700'000'000 + seconds);
-        return title.grab().toImage();
+    const auto turns = [this](bool wanted) {
+        return waitFor([&] { return at<SidebarTitle>(u"sidebarTitle"_s).isTurning() == wanted; });
     };
-    const QImage start = picture(0);
-    EXPECT_NE(picture(2), start);
-    EXPECT_EQ(picture(6), start) << "once every 6 seconds";
+    EXPECT_TRUE(turns(true));
     m_sidebar->showMinimized();
-    EXPECT_TRUE(waitFor([&] { return !title.isTurning(); }));
+    EXPECT_TRUE(turns(false));
     m_sidebar->showNormal();
-    EXPECT_TRUE(waitFor([&] { return title.isTurning(); }));
-    m_sidebar->hide();
-    EXPECT_FALSE(title.isTurning());
-    m_sidebar->show();
+    EXPECT_TRUE(turns(true));
     m_system.appearance.reduced = true;
     m_system.appearance.notify();
-    EXPECT_TRUE(waitFor([&] { return !title.isTurning(); }));
-    EXPECT_EQ(picture(2), picture(4));
+    EXPECT_TRUE(turns(false));
 }
 
 TEST_F(SidebarTest, CutsNoTextInLargeType)
 {
-    const QFont usual = QApplication::font();
-    QFont large = usual;
-    large.setPointSizeF(usual.pointSizeF() * 2);
-    QApplication::setFont(large);
+    const FontScale large(2);
     filled(40);
     model().selectedManufacturers = {u"Odd"_s, u"Even"_s};
     model().showAllPlugins = true;
-    for (const char16_t* each :
-         {u"actionsHeader", u"formatsHeader", u"manufacturersHeader", u"recentHeader"}) {
-        settle();
-        click(QString::fromUtf16(each));
-    }
+    open({u"actions"_s, u"formats"_s, u"manufacturers"_s, u"recent"_s});
     m_sidebar->resize(250, 420);
     settle();
     EXPECT_EQ(m_sidebar->size(), QSize(250, 420)) << "it fits";
     for (const QWidget* each : m_sidebar->findChildren<QWidget*>()) {
         if (!each->isVisible())
             continue;
-        SCOPED_TRACE(
-            qPrintable(each->objectName() + u' ' + QLatin1StringView(each->metaObject()->className())));
-        const int right = each->mapTo(m_sidebar.get(), QPoint(each->width(), 0)).x();
-        EXPECT_LE(right, m_sidebar->width());
+        SCOPED_TRACE(qPrintable(each->objectName()));
+        EXPECT_LE(each->mapTo(m_sidebar.get(), QPoint(each->width(), 0)).x(), m_sidebar->width());
         const auto* label = qobject_cast<const QLabel*>(each);
-        if ((label && !label->text().isEmpty() && !label->wordWrap()) ||
-            qobject_cast<const SidebarButton*>(each)) {
-            EXPECT_GE(each->height(), each->fontMetrics().height());
-        }
+        const bool isLine = label ? !label->text().isEmpty() && !label->wordWrap()
+                                  : qobject_cast<const SidebarButton*>(each) != nullptr;
+        EXPECT_TRUE(!isLine || each->height() >= each->fontMetrics().height());
     }
-    QApplication::setFont(usual);
 }
 
 } // namespace orvanlite::test

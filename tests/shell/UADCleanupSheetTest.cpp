@@ -3,7 +3,6 @@
 #include "shell/app/CheatCode.h"
 #include "shell/sheets/UADCleanupSheet.h"
 
-#include <QAccessible>
 #include <QListView>
 #include <QStackedWidget>
 #include <QWindow>
@@ -14,21 +13,18 @@ class UADCleanupSheetTest : public ShellTest {
 protected:
     UADCleanupSheetTest()
     {
-        for (const QString& file : {u"VST3/UAD Neve 1073.vst3"_s, u"Components/UAD Neve 1073(m).component"_s,
-                                    u"VST3/UAD API 2500.vst3"_s, u"VST3/UAD Studer A800.vst3"_s,
-                                    u"Disabled/VST3/UAD Pultec.vst3"_s})
-            m_root.addFile(u"/Library/Audio/Plug-Ins/"_s + file, "code");
+        addPlugins({u"VST3/UAD Neve 1073.vst3"_s, u"Components/UAD Neve 1073(m).component"_s,
+                    u"VST3/UAD API 2500.vst3"_s, u"VST3/UAD Studer A800.vst3"_s,
+                    u"Disabled/VST3/UAD Pultec.vst3"_s});
     }
     /// "Reset", and then the keys, as they come to the window.
     void typeSequence()
     {
-        QTest::mouseClick(&named<QAbstractButton>(window(), u"resetButton"_s), Qt::LeftButton);
-        testing::internal::CaptureStdout();
-        for (const Qt::Key key :
-             {Qt::Key_Q, Qt::Key_E, Qt::Key_Q, Qt::Key_E, Qt::Key_Q, Qt::Key_E, Qt::Key_Q, Qt::Key_E})
-            QTest::keyClick(window().windowHandle(), key);
-        settle();
-        testing::internal::GetCapturedStdout();
+        click(window(), u"resetButton"_s);
+        quietly([this] {
+            for (int i = 0; i < 8; ++i)
+                QTest::keyClick(window().windowHandle(), i % 2 == 0 ? Qt::Key_Q : Qt::Key_E);
+        });
     }
     [[nodiscard]] UADCleanupSheet& sheet() { return named<UADCleanupSheet>(window(), u"uadCleanupSheet"_s); }
     /// Every text of the state that is shown, from top to bottom.
@@ -42,27 +38,8 @@ protected:
         }
         return texts.join(u'|');
     }
-    /// The list's lines as a reader hears them, with the state of their boxes.
-    [[nodiscard]] QString list()
-    {
-        QStringList lines;
-        const QAbstractItemModel& model = *named<QListView>(sheet(), u"uadPluginList"_s).model();
-        for (int row = 0; row < model.rowCount(); ++row) {
-            const QVariant check = model.index(row, 0).data(Qt::CheckStateRole);
-            const QString mark = !check.isValid()               ? QString()
-                                 : check.toInt() == Qt::Checked ? u"[x] "_s
-                                                                : u"[ ] "_s;
-            lines.append(mark + model.index(row, 0).data(Qt::AccessibleTextRole).toString());
-        }
-        return lines.join(u'|');
-    }
-    void press(const QString& name)
-    {
-        auto& button = named<QAbstractButton>(sheet(), name);
-        button.setFocus();
-        QTest::keyClick(&button, Qt::Key_Space);
-        settle();
-    }
+    [[nodiscard]] QListView& list() { return named<QListView>(sheet(), u"uadPluginList"_s); }
+    void press(const QString& name) { test::press(sheet(), name); }
 };
 
 TEST_F(UADCleanupSheetTest, LeadsFromTheKeysToTheDisabledDemos)
@@ -78,24 +55,20 @@ TEST_F(UADCleanupSheetTest, LeadsFromTheKeysToTheDisabledDemos)
         "UAD-2 Plug-in Authorizations\nUAD Neve 1073: Demo expired\nUAD Studer A800: Authorized\n"
         "UAD Pultec: Demo expired\nUAD API 2500: Demo (3 days left)\nUAD Moog: Demo not started\n");
     press(u"cleanupTryAgainButton"_s);
-    EXPECT_EQ(list().toStdString(),
+    EXPECT_EQ(spokenRows(list()).toStdString(),
               "Demo Expired — no longer usable|[x] UAD Neve 1073, Demo Expired"
               "|Active Demo — still playable but not owned|[x] UAD API 2500, Demo (3 days left)"
               "|Demo Not Started — never owned or trialed|[x] UAD Moog, Demo Not Started"
               "|Already disabled|UAD Pultec, Already disabled");
     EXPECT_EQ(shown(), u"3 selected|1 authorized · 1 already off"_s);
     press(u"noDemosButton"_s);
-    auto& disable = named<QAbstractButton>(sheet(), u"disableDemosButton"_s);
+    auto& disable = named(sheet(), u"disableDemosButton"_s);
     EXPECT_EQ(disable.text(), u"Disable 0 Plugins"_s);
     EXPECT_FALSE(disable.isEnabled());
     press(u"expiredOnlyButton"_s);
-    auto& view = named<QListView>(sheet(), u"uadPluginList"_s);
-    view.setFocus();
-    view.setCurrentIndex(view.model()->index(3, 0));
-    QTest::keyClick(&view, Qt::Key_Space);
-    QTest::mouseClick(view.viewport(), Qt::LeftButton, {},
-                      view.visualRect(view.model()->index(7, 0)).center());
-    settle();
+    list().setCurrentIndex(list().model()->index(3, 0));
+    press(u"uadPluginList"_s);
+    click(list(), 7);
     EXPECT_EQ(disable.text(), u"Disable 2 Plugins"_s) << "what is off already cannot be chosen";
     press(u"disableDemosButton"_s);
     ASSERT_TRUE(waitFor([this] { return *m_uadCleanup.cleanupComplete; }));
@@ -108,8 +81,9 @@ TEST_F(UADCleanupSheetTest, LeadsFromTheKeysToTheDisabledDemos)
 
     typeSequence();
     press(u"cleanupTryAgainButton"_s);
-    EXPECT_TRUE(list().startsWith(u"Demo Not Started"_s)) << "no plugin of that name is installed";
-    EXPECT_FALSE(named<QAbstractButton>(sheet(), u"expiredOnlyButton"_s).isVisible());
+    EXPECT_TRUE(spokenRows(list()).startsWith(u"Demo Not Started"_s))
+        << "no plugin of that name is installed";
+    EXPECT_FALSE(named(sheet(), u"expiredOnlyButton"_s).isVisible());
     QTest::keyClick(&sheet(), Qt::Key_Escape);
     settle();
     EXPECT_FALSE(sheet().isVisible() || *m_uadCleanup.showCleanupSheet);
@@ -141,12 +115,7 @@ TEST_F(UADCleanupSheetTest, ShowsTheFirstStateThatHolds)
     m_uadCleanup.showCleanupSheet = true;
     settle();
     EXPECT_EQ(shown(), u"No demo plugins found"_s);
-    for (QWidget* each : sheet().findChildren<QWidget*>()) {
-        if (each->focusPolicy() == Qt::NoFocus || !each->isVisible())
-            continue;
-        EXPECT_FALSE(QAccessible::queryAccessibleInterface(each)->text(QAccessible::Name).isEmpty())
-            << qPrintable(each->objectName());
-    }
+    expectNamedControls(sheet());
 }
 
 } // namespace orvanlite::test

@@ -28,11 +28,7 @@ QByteArray answer(const QByteArray& body, const QByteArray& status = "200 OK", c
 /// A server on the loopback interface that gives each request the next scripted answer.
 class UpdateServer final : public QTcpServer {
 public:
-    struct Request {
-        QByteArray head;
-        QByteArray body;
-    };
-    std::vector<Request> requests;
+    QByteArrayList requests;
     std::deque<QByteArray> answers;  ///< raw; an empty one is never sent
     std::deque<QTcpSocket*> waiting; ///< got an empty answer: to be served by the test
 
@@ -41,7 +37,11 @@ public:
         EXPECT_TRUE(listen(QHostAddress::LocalHost));
         connect(this, &QTcpServer::newConnection, this, [this] {
             QTcpSocket* socket = nextPendingConnection();
-            connect(socket, &QTcpSocket::readyRead, this, [this, socket] { read(*socket); });
+            connect(socket, &QTcpSocket::readyRead, this, [this, socket, received = QByteArray()]() mutable {
+                received += socket->readAll();
+                if (received.endsWith('}')) // of the body, which is an object
+                    answer(*socket, received);
+            });
         });
     }
     [[nodiscard]] QString url() const { return u"http://127.0.0.1:%1"_s.arg(serverPort()); }
@@ -52,19 +52,9 @@ public:
     }
 
 private:
-    void read(QTcpSocket& socket)
+    void answer(QTcpSocket& socket, const QByteArray& request)
     {
-        const QByteArray received = socket.property("received").toByteArray() + socket.readAll();
-        socket.setProperty("received", received);
-        const qsizetype end = received.indexOf("\r\n\r\n");
-        if (end < 0)
-            return;
-        const QByteArray head = received.first(end);
-        const qsizetype at = head.toLower().indexOf("content-length:");
-        const qsizetype length = at < 0 ? 0 : head.mid(at + 15).split('\r').first().trimmed().toLongLong();
-        if (received.size() < end + 4 + length)
-            return;
-        requests.push_back({head, received.mid(end + 4)});
+        requests.push_back(request);
         const QByteArray next = answers.empty() ? QByteArray() : answers.front();
         if (!answers.empty())
             answers.pop_front();
@@ -107,16 +97,17 @@ TEST_F(UpdateCheckerTest, AsksWithTheVersionAndTheMachine)
     m_system.root.addFile(u"/Applications/Orvanlite.app/Contents/Info.plist",
                           infoPlist({{u"CFBundleShortVersionString"_s, u"7.8"_s}}));
     check(answer("{}"));
-    ASSERT_EQ(m_server.requests.size(), 2U);
-    EXPECT_TRUE(m_server.requests[0].head.startsWith("POST /check-update HTTP/1.1\r\n"));
-    EXPECT_TRUE(m_server.requests[0].head.toLower().contains("content-type: application/json"));
-    const QJsonObject first = QJsonDocument::fromJson(m_server.requests[0].body).object();
-    const QJsonObject second = QJsonDocument::fromJson(m_server.requests[1].body).object();
-    EXPECT_EQ(first.keys(), QStringList({u"app_version"_s, u"hardware_id"_s}));
-    EXPECT_EQ(first[u"app_version"_s].toString(), u"0.0.0"_s);
-    EXPECT_EQ(second[u"app_version"_s].toString(), u"7.8"_s);
-    const QString machine = first[u"hardware_id"_s].toString();
-    EXPECT_EQ(second[u"hardware_id"_s].toString(), machine) << "the same at every run";
+    ASSERT_EQ(m_server.requests.size(), 2);
+    EXPECT_TRUE(m_server.requests[0].startsWith("POST /check-update HTTP/1.1\r\n"));
+    EXPECT_TRUE(m_server.requests[0].toLower().contains("content-type: application/json"));
+    const auto body = [this](qsizetype i) {
+        return QJsonDocument::fromJson(m_server.requests[i].mid(m_server.requests[i].indexOf('{'))).object();
+    };
+    EXPECT_EQ(body(0).keys(), QStringList({u"app_version"_s, u"hardware_id"_s}));
+    EXPECT_EQ(body(0)[u"app_version"_s].toString(), u"0.0.0"_s);
+    EXPECT_EQ(body(1)[u"app_version"_s].toString(), u"7.8"_s);
+    const QString machine = body(0)[u"hardware_id"_s].toString();
+    EXPECT_EQ(body(1)[u"hardware_id"_s].toString(), machine) << "the same at every run";
     EXPECT_EQ(machine.size(), 64);
     EXPECT_FALSE(machine.contains(u"0123456789abcdef"_s));
     m_system.root.addFile(u"/etc/machine-id", "fedcba9876543210\n");
@@ -130,58 +121,39 @@ TEST_F(UpdateCheckerTest, AsksWithTheVersionAndTheMachine)
 
 TEST_F(UpdateCheckerTest, TakesOverWhatTheAnswerSays)
 {
-    const QString byDefault = u"https://good.test/default"_s;
-    const struct {
-        const char* name;
-        QByteArray raw;
-        QString wanted;
-    } rows[] = {
+    const QString byDefault = u"https://good.test/default|"_s;
+    const std::tuple<const char*, QByteArray, QString> rows[] = {
         {"all of it", answer(R"({"latest_version":"3.0","download_url":"https://good.test/a.dmg",
                     "release_notes":"Faster","update_available":true,"other":1})"),
          u"yes|3.0|https://good.test/a.dmg|Faster"_s},
-        {"nothing", answer("{}"), u"no||"_s + byDefault + u'|'},
+        {"nothing", answer("{}"), u"no||"_s + byDefault},
         {"null is absent", answer(R"({"latest_version":null,"update_available":true})"),
-         u"yes||"_s + byDefault + u'|'},
-        {"a status of 500", answer(R"({"latest_version":"4"})", "500 Internal Server Error"),
-         u"no|4|"_s + byDefault + u'|'},
-        {"a status of 404", answer(R"({"latest_version":"5"})", "404 Not Found"),
-         u"no|5|"_s + byDefault + u'|'},
+         u"yes||"_s + byDefault},
+        {"a status of 500", answer(R"({"latest_version":"4"})", "500 Oh"), u"no|4|"_s + byDefault},
+        {"a status of 404", answer(R"({"latest_version":"5"})", "404 Oh"), u"no|5|"_s + byDefault},
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.name);
-        check(row.raw);
-        EXPECT_EQ(state(), row.wanted);
+    for (const auto& [name, raw, wanted] : rows) {
+        SCOPED_TRACE(name);
+        check(raw);
+        EXPECT_EQ(state(), wanted);
     }
 }
 
 TEST_F(UpdateCheckerTest, TrustsTheParsedHostAlone)
 {
-    const struct {
-        QString url;
-        bool isTrusted;
-    } rows[] = {
-        {u"https://good.test/a"_s, true},
-        {u"https://GOOD.Test/a"_s, true},
-        {u"https://good.test:8443/a"_s, true},
-        {u"https://good.test@evil.test/a"_s, false},
-        {u"https://good.test.evil.test/a"_s, false},
-        {u"https://evilgood.test/a"_s, false},
-        {u"https://evil.test/good.test"_s, false},
-        {u"https://evil.test/?good.test"_s, false},
-        {u"https://xn--bcher-kva.test/a"_s, true},
-        {u"//evil.test"_s, false},
-        {u"//good.test/a"_s, false}, // nothing that could be opened
-        {u"good.test/a"_s, false},
-        {u"https:///good.test"_s, false},
-        {u"ht tp://good.test/a b"_s, false},
-        {u"https://good.test\\\\@evil.test"_s, false},
-        {u""_s, false},
+    const auto given = [this](const QString& url) {
+        check(answer(u"{\"download_url\":\"%1\"}"_s.arg(url).toUtf8()));
+        return *m_checker.updateDownloadURL;
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(qPrintable(row.url));
-        check(answer(u"{\"download_url\":\"%1\"}"_s.arg(row.url).toUtf8()));
-        EXPECT_EQ(*m_checker.updateDownloadURL, row.isTrusted ? row.url : u"https://good.test/default"_s);
-    }
+    for (const QString& url :
+         {u"https://GOOD.Test/a"_s, u"https://good.test:8443/a"_s, u"https://xn--bcher-kva.test/a"_s})
+        EXPECT_EQ(given(url), url);
+    for (const QString& url :
+         {u"https://good.test@evil.test/a"_s, u"https://good.test.evil.test/a"_s,
+          u"https://evilgood.test/a"_s, u"https://evil.test/good.test"_s, u"https://evil.test/?good.test"_s,
+          u"//good.test/a"_s, u"good.test/a"_s, u"https:///good.test"_s, u"ht tp://good.test/a b"_s,
+          u"https://good.test\\\\@evil.test"_s, u""_s})
+        EXPECT_EQ(given(url), u"https://good.test/default"_s) << qPrintable(url);
 }
 
 TEST_F(UpdateCheckerTest, KeepsItsStateWithoutAnAnswer)
@@ -191,15 +163,11 @@ TEST_F(UpdateCheckerTest, KeepsItsStateWithoutAnAnswer)
     check(answer(R"({"latest_version":"3.0","release_notes":"Kept","update_available":true})"));
     const QString before = state();
     const QByteArray redirect = "Location: " + elsewhere.url().toUtf8() + "/check-update\r\n";
-    const struct {
-        const char* name;
-        QByteArray raw;
-    } rows[] = {
+    const std::pair<const char*, QByteArray> rows[] = {
         {"no JSON", answer("<html>")},
         {"a list", answer("[]")},
         {"a number as text", answer(R"({"latest_version":3})")},
         {"a text as verdict", answer(R"({"update_available":"true","latest_version":"9"})")},
-        {"an empty body", answer("")},
         {"no HTTP", "hello\r\n\r\n"},
         {"cut in its body", "HTTP/1.1 200 OK\r\nContent-Length: 99\r\n\r\n{\"latest_version\":\"9\"}"},
         {"too slow", {}},
@@ -207,12 +175,11 @@ TEST_F(UpdateCheckerTest, KeepsItsStateWithoutAnAnswer)
         {"unpacks to nothing", answer(R"({"latest_version":"9"})", "200 OK", "Content-Encoding: gzip\r\n")},
         {"sent to a foreign host", answer("", "307 Temporary Redirect", redirect)},
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.name);
-        check(row.raw);
-        EXPECT_EQ(state(), before);
+    for (const auto& [name, raw] : rows) {
+        check(raw);
+        EXPECT_EQ(state(), before) << name;
     }
-    EXPECT_TRUE(elsewhere.requests.empty()) << "the machine's identifier stays with the service";
+    EXPECT_TRUE(elsewhere.requests.isEmpty()) << "the machine's identifier stays with the service";
     m_server.close();
     runTask(m_checker.checkForUpdates());
     EXPECT_EQ(state(), before) << "no server at all";
@@ -244,12 +211,12 @@ TEST_F(UpdateCheckerTest, OfTwoChecksTheLaterAnswerWins)
     auto first = m_checker.checkForUpdates();
     auto second = m_checker.checkForUpdates();
     ASSERT_TRUE(QTest::qWaitFor([this] { return m_server.waiting.size() == 2; }));
-    const auto serve = [this](std::size_t request, const QByteArray& body, const QString& version) {
-        UpdateServer::send(*m_server.waiting[request], answer(body));
-        return QTest::qWaitFor([&] { return *m_checker.latestVersion == version; });
-    };
-    EXPECT_TRUE(serve(1, R"({"latest_version":"second"})", u"second"_s));
-    EXPECT_TRUE(serve(0, R"({"latest_version":"first"})", u"first"_s));
+    for (const std::size_t request : {1U, 0U}) {
+        const QString version = QString::number(request);
+        UpdateServer::send(*m_server.waiting[request],
+                           answer("{\"latest_version\":\"" + version.toUtf8() + "\"}"));
+        EXPECT_TRUE(QTest::qWaitFor([&] { return *m_checker.latestVersion == version; }));
+    }
     runTask(std::move(first));
     runTask(std::move(second));
 }

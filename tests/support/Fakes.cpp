@@ -1,7 +1,8 @@
 #include "support/Fakes.h"
 
+#include "platform/posix/PrivateFolder.h"
+
 #include <QCoreApplication>
-#include <QDir>
 #include <QElapsedTimer>
 #include <QPointer>
 #include <QTest>
@@ -131,7 +132,7 @@ void FakeClock::advance(std::chrono::milliseconds duration)
 
 int FakeClock::sleepers() const { return static_cast<int>(m_sleepers.size()); }
 
-TestPlatform::TestPlatform() { QDir().mkpath(layout.temporary); }
+TestPlatform::TestPlatform() { platform::makePrivateFolder(layout.temporary); }
 
 void runTask(QCoro::Task<> task, std::chrono::milliseconds limit)
 {

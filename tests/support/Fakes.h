@@ -107,19 +107,13 @@ public:
 class RecordingWorkspace final : public platform::Workspace {
 public:
     std::vector<QUrl> opened;
-    std::vector<platform::RunningApplication> running;
-    QStringList openedApplications;
-    std::vector<qint64> terminated;
     bool open(const QUrl& url) override;
     [[nodiscard]] std::vector<platform::RunningApplication> runningApplications() const override
     {
-        return running;
+        return {};
     }
-    void openApplication(const QString& bundlePath) override { openedApplications.append(bundlePath); }
-    void terminate(const platform::RunningApplication& application) override
-    {
-        terminated.push_back(application.processId);
-    }
+    void openApplication(const QString&) override {}
+    void terminate(const platform::RunningApplication&) override {}
 };
 
 /// The user's look, set by hand.

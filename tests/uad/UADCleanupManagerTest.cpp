@@ -57,7 +57,7 @@ TEST_F(UADCleanupManagerTest, DisablesTheChosenDemosOfAHandMadeProfile)
 {
     m_root.addFile(u"/Users/tester/Desktop/UADSystemProfile.txt", "UAD A: Authorized"); // without a section
     start();
-    EXPECT_EQ(message(), u"UAD Meter & Control Panel not found. Please install UAD software first."_s);
+    EXPECT_TRUE(message().startsWith(u"UAD Meter & Control Panel not found."_s));
     EXPECT_TRUE(*manager().showCleanupSheet && !*manager().isLoading && demos().isEmpty());
     retry();
     EXPECT_EQ(message(), u"All your UAD plugins are authorized! Nothing to clean up."_s);
@@ -126,10 +126,7 @@ TEST_F(UADCleanupManagerTest, LetsTheControlPanelWriteTheProfile)
     m_system.clock.advance(std::chrono::milliseconds(500));
     EXPECT_TRUE(*manager().isLoading && message().isEmpty());
     m_system.clock.advance(std::chrono::milliseconds(500));
-    EXPECT_EQ(message(),
-              u"Please save the UAD System Profile manually:\n\n1. In the UAD Control Panel, press ⌘I\n"
-              "2. Click \"Save Detailed System Profile\" at the bottom-left\n3. Save to your Desktop\n"
-              "4. Then try again"_s);
+    EXPECT_TRUE(message().startsWith(u"Please save the UAD System Profile manually:\n\n1. In "_s));
     EXPECT_FALSE(*manager().isLoading);
 
     // The application may end while a run waits.
@@ -141,8 +138,7 @@ TEST_F(UADCleanupManagerTest, LetsTheControlPanelWriteTheProfile)
 TEST_F(UADCleanupManagerTest, SaysWhyNothingCouldBeDone)
 {
     retry();
-    EXPECT_EQ(message(), u"No UADSystemProfile.txt found. Please export it from the UAD Control Panel "
-                         "(⌘I → Save Detailed System Profile) and save it to your Desktop."_s);
+    EXPECT_TRUE(message().startsWith(u"No UADSystemProfile.txt found. Please export it "_s));
     m_root.addFolder(u"/Users/tester/Documents/UADSystemProfile.txt");
     retry();
     EXPECT_TRUE(message().startsWith(u"Failed to read UAD System Profile: Is a directory: "_s));

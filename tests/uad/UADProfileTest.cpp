@@ -3,14 +3,11 @@
 #include "platform/freedesktop/FreedesktopFileManager.h"
 #include "support/TempRoot.h"
 
-#include <QRandomGenerator>
-
 #include <fcntl.h>
 #include <sys/stat.h>
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <array>
 
 namespace orvanlite::test {
@@ -19,11 +16,7 @@ using namespace Qt::StringLiterals;
 
 TEST(UADProfileTest, ReadsThePluginLinesOfTheSection)
 {
-    const struct {
-        const char* name;
-        QString text;
-        QString wanted;
-    } rows[] = {
+    const std::tuple<const char*, QString, QString> rows[] = {
         {"a whole profile",
          u"UAD-2 System Profile\nFirmware: authorized\n---\n\nUAD-2 Plug-in Authorizations\n\n"
          "UAD 1176LN Classic: Authorized for all devices\n\tUAD API 2500: Demo (13 days left)\n"
@@ -53,12 +46,12 @@ TEST(UADProfileTest, ReadsThePluginLinesOfTheSection)
          u"A=Demo (9223372036854775807 days left), B=Demo (0 days left), C=Demo (7 days left), "
          "D=Demo (0 days left), E=Demo (12 days left), F=Demo (12 days left)"_s},
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.name);
+    for (const auto& [name, text, wanted] : rows) {
+        SCOPED_TRACE(name);
         QStringList found;
-        for (const UADPluginAuth& each : parsePluginAuthorizations(row.text))
+        for (const UADPluginAuth& each : parsePluginAuthorizations(text))
             found.append(each.name + u'=' + each.status.displayString());
-        EXPECT_EQ(found.join(u", "_s), row.wanted);
+        EXPECT_EQ(found.join(u", "_s), wanted);
     }
 }
 
@@ -83,21 +76,12 @@ TEST(UADProfileTest, FindsTheNewestProfileAndReadsItWholeOrNotAtAll)
     add(u"/e/UADSystemProfile.txt", "newer", 300);
     EXPECT_EQ(readProfile(files, findProfileFile(files, root.at(u"/e")).value_or(QString())), u"newer"_s);
 
-    // 10 MB of rubbish, first as random bytes, then as text with a section at its end.
     const QString file = root.at(u"/e/rubbish.txt");
-    QByteArray rubbish(10'000'000, Qt::Uninitialized);
-    std::generate(rubbish.begin(), rubbish.end(), QRandomGenerator(7));
-    root.addFile(u"/e/rubbish.txt", rubbish);
-    EXPECT_THROW((void)readProfile(files, file), platform::FileError);
     root.addFile(u"/e/rubbish.txt", "Plug-in Authorizations\nA: demo \xE2\x82"); // cut off inside a character
     EXPECT_THROW((void)readProfile(files, file), platform::FileError);
-    for (char& each : rubbish)
-        each = static_cast<char>(each & 0x7F);
-    rubbish += "\nUAD-2 Plug-in Authorizations\nUAD A: demo 3\n" + QByteArray(5'000'000, ':') + ": demo 4\n";
-    root.addFile(u"/e/rubbish.txt", rubbish);
-    const UADPluginAuths found = parsePluginAuthorizations(readProfile(files, file));
-    ASSERT_EQ(found.size(), 2U);
-    EXPECT_EQ(found[1].name.size(), 5'000'000);
+    root.addFile(u"/e/rubbish.txt",
+                 "\x01\nPlug-in Authorizations\n" + QByteArray(5'000'000, ':') + ": demo 4\n");
+    EXPECT_EQ(parsePluginAuthorizations(readProfile(files, file)).at(0).name.size(), 5'000'000);
 }
 
 } // namespace orvanlite::test

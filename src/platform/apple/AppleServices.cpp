@@ -11,10 +11,10 @@
 #include "platform/freedesktop/FreedesktopScriptRunner.h"
 #include "platform/posix/ChildScriptRunner.h"
 #include "platform/posix/DetachedLauncher.h"
+#include "platform/posix/PrivateFolder.h"
 #include "platform/posix/SystemClock.h"
 
 #include <QCoreApplication>
-#include <QDir>
 #include <QFileInfo>
 
 namespace orvanlite::platform {
@@ -47,8 +47,9 @@ public:
         : m_layout(std::move(layout))
         , m_scripts(makeScriptRunner(m_layout, elevation, m_mainBundle))
     {
-        // The system's own is there; a sandbox's may not be. Where it cannot be made, whatever needs it says so.
-        QDir().mkpath(m_layout.temporary);
+        makePrivateFolder(m_layout.temporary); // a sandbox's; the system's own is there
+        if (elevation == Elevation::ask)       // only who may ask for rights has batches of its own
+            removeOldBatchFiles(m_files, m_layout.temporary);
     }
 
     [[nodiscard]] Platform platform() override

@@ -3,6 +3,8 @@
 #include "platform/Utf8.h"
 
 #include <pwd.h>
+#include <sys/stat.h>
+#include <sys/statvfs.h>
 #include <unistd.h>
 
 #include <QStandardPaths>
@@ -45,6 +47,19 @@ QString baseDirectory(const char* variable, const QString& home, QStringView fal
     return home.isEmpty() ? QString() : QString(home).append(fallback);
 }
 
+/// Whether a session's runtime folder can hold the scripts that root runs: it is ours alone, also when somebody has
+/// become another user and kept the variable, and programs can be started from it.
+/// Source: XDG Base Directory Specification.
+bool takesScripts(const QString& runtime)
+{
+    const QByteArray path = runtime.toUtf8();
+    struct stat status {};
+    struct statvfs system {};
+    return path.startsWith('/') && ::stat(path.constData(), &status) == 0 && S_ISDIR(status.st_mode) &&
+           status.st_uid == ::geteuid() && (status.st_mode & 07777) == S_IRWXU &&
+           ::statvfs(path.constData(), &system) == 0 && (system.f_flag & ST_NOEXEC) == 0;
+}
+
 } // namespace
 
 SystemLayout SystemLayout::ofThisMachine()
@@ -58,7 +73,9 @@ SystemLayout SystemLayout::ofThisMachine()
     layout.rootRunner = QStringLiteral(ORV_ROOT_RUNNER);
     // Our own folder and not the shared one: there root may be kept from writing another user's file, and the
     // progress counter of a privileged script would fail.
-    if (!layout.cache.isEmpty())
+    if (takesScripts(environment("XDG_RUNTIME_DIR")))
+        layout.temporary = layout.runtime + u"/Orvanlite/tmp"_s;
+    else if (!layout.cache.isEmpty())
         layout.temporary = layout.cache + u"/Orvanlite/tmp"_s;
     if (layout.home.isEmpty())
         return layout; // Qt would take the root folder for it

@@ -104,7 +104,7 @@ void FreedesktopLoginItemService::registerItem(const QString& identifier, const 
                           "NoDisplay=true\n"
                           "X-GNOME-Autostart-enabled=true\n"_s;
     m_files.createDirectory(m_folder);
-    m_files.write(entryPath(identifier), entry.toUtf8(), WriteMode::atomic);
+    m_files.write(entryPath(identifier), entry.toUtf8(), WriteMode::replaceFile);
 }
 
 void FreedesktopLoginItemService::unregisterItem(const QString& identifier)

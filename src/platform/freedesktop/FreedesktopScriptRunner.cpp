@@ -1,6 +1,6 @@
 #include "platform/freedesktop/FreedesktopScriptRunner.h"
 
-#include "platform/freedesktop/AdministratorScript.h"
+#include "platform/AdministratorScript.h"
 #include "platform/posix/ProcessEnd.h"
 
 #include <unistd.h>
@@ -18,6 +18,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int kUserCancelled = -128;
+constexpr int kNotHandled = -1708;           // Source: errAEEventNotHandled
 constexpr int kAuthorisationDenied = -60005; // Source: errAuthorizationDenied
 
 // Source: pkexec(1), "RETURN VALUE"; what it writes then begins with these words in every language.
@@ -29,6 +30,7 @@ struct Call {
     QString program;
     QStringList arguments;
     QProcessEnvironment environment;
+    QByteArray input;
     bool elevated = false;
 };
 
@@ -74,27 +76,40 @@ QCoro::Task<ScriptOutcome> run(Call call)
     QProcess process;
     const ProcessEnd end(process);
     process.setProcessEnvironment(call.environment);
-    process.setStandardInputFile(QProcess::nullDevice());
+    process.setChildProcessModifier(useUsualUmask);
     process.start(call.program, call.arguments);
+    // A prompt that is cancelled closes the pipe early. Only its exit status counts then, not the failed write.
+    process.write(call.input);
+    process.closeWriteChannel();
     if (process.state() != QProcess::NotRunning)
         co_await qCoro(&end, &ProcessEnd::reached);
     co_return outcomeOf(process, call);
 }
 
-/// The prompt has words of its own for our runner. Without it, in a build tree, the shell does the same under the
-/// system's words.
-QStringList promptedCommand(const SystemLayout& layout, const QString& command)
+/// The command as the shell's standard input. As an argument it could not be longer than 128 KiB.
+///
+/// The shell reads a group to its closing brace before it runs anything, so an input that is cut short, because we
+/// died while writing it, runs nothing. Commands in the group get no part of it as their own input. The stack is for
+/// very long chains: the shell evaluates `a && b && ...` with one call per command, and 8 MiB end before 200,000.
+QByteArray shellInput(const QString& command)
 {
-    if (!layout.rootRunner.isEmpty() && QFileInfo(layout.rootRunner).isExecutable())
-        return {layout.rootRunner, command};
-    return {layout.shell(), u"-c"_s, command};
+    return "ulimit -S -s 100000 2>/dev/null; { :; " + command.toUtf8() + "\n} </dev/null\n";
+}
+
+/// The prompt has words of its own for our runner, which does nothing but our commands in the plugin folders. It takes
+/// them with a NUL behind, so that one that is cut short is none. Empty in a sandbox, whose folders it refuses, and in
+/// a build tree; there the shell does the same under the system's words.
+QString installedRunner(const SystemLayout& layout)
+{
+    const bool isInstalled = !layout.rootRunner.isEmpty() && QFileInfo(layout.rootRunner).isExecutable();
+    return isInstalled && !layout.isSandbox() ? layout.rootRunner : QString();
 }
 
 Call makeCall(const SystemLayout& layout, const QString& elevationTool, const QString& command)
 {
     Call call;
     call.program = layout.shell();
-    call.arguments = {u"-c"_s, command};
+    call.input = shellInput(command);
     call.environment = QProcessEnvironment::systemEnvironment();
     QStringList changes;
     if (layout.isSandbox()) {
@@ -109,7 +124,10 @@ Call makeCall(const SystemLayout& layout, const QString& elevationTool, const QS
     call.elevated = !elevationTool.isEmpty();
     if (call.elevated) {
         // The prompt's program clears the environment, so a sandbox's has to come behind it.
-        call.arguments = promptedCommand(layout, command);
+        const QString runner = installedRunner(layout);
+        call.arguments = {runner.isEmpty() ? layout.shell() : runner};
+        if (!runner.isEmpty())
+            call.input = command.toUtf8() + '\0';
         if (!changes.isEmpty())
             call.arguments = QStringList{u"env"_s} + changes + call.arguments;
         call.program = elevationTool;
@@ -136,11 +154,11 @@ FreedesktopScriptRunner::FreedesktopScriptRunner(const SystemLayout& layout, QSt
 QCoro::Task<ScriptOutcome> FreedesktopScriptRunner::execute(QString source)
 {
     const auto parsed = parseAdministratorScript(source);
-    if (const auto* error = std::get_if<ScriptErrorDictionary>(&parsed)) {
-        ScriptOutcome outcome;
-        outcome.error = *error;
-        co_return outcome;
-    }
+    if (const auto* error = std::get_if<ScriptErrorDictionary>(&parsed))
+        co_return ScriptOutcome{std::nullopt, *error};
+    if (std::holds_alternative<OtherScript>(parsed))
+        co_return failure(u"Only shell scripts with administrator privileges can be run on this system."_s,
+                          kNotHandled);
     Call call = makeCall(m_layout, m_elevationTool, std::get<QString>(parsed));
     co_return co_await run(std::move(call));
 }

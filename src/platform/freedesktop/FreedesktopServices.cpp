@@ -11,9 +11,9 @@
 #include "platform/freedesktop/FreedesktopWorkspace.h"
 #include "platform/freedesktop/SessionBus.h"
 #include "platform/posix/DetachedLauncher.h"
+#include "platform/posix/PrivateFolder.h"
 #include "platform/posix/SystemClock.h"
 
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include <array>
@@ -33,18 +33,6 @@ QString executablePath()
     return length > 0 ? fromUtf8({target.data(), length}) : QString();
 }
 
-/// Makes the folder of the scripts that run as root, into which nobody else may write. A failure shows itself
-/// when the first script is to be written.
-void makeTemporary(FileManager& files, const QString& folder)
-{
-    try {
-        files.createDirectory(folder);
-        ::chmod(folder.toUtf8().constData(), S_IRWXU);
-    } catch (const FileError&) {
-        return;
-    }
-}
-
 class FreedesktopServices final : public PlatformServices {
 public:
     FreedesktopServices(SystemLayout layout, Elevation elevation)
@@ -58,7 +46,9 @@ public:
         , m_appearance(m_bus)
         , m_userNotifications(m_bus)
     {
-        makeTemporary(m_files, m_layout.temporary);
+        makePrivateFolder(m_layout.temporary);
+        if (elevation == Elevation::ask) // only who may ask for rights has batches of its own
+            removeOldBatchFiles(m_files, m_layout.temporary);
     }
 
     [[nodiscard]] Platform platform() override

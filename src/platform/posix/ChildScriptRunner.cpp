@@ -1,5 +1,6 @@
 #include "platform/posix/ChildScriptRunner.h"
 
+#include "platform/AdministratorScript.h"
 #include "platform/ScriptAnswer.h"
 #include "platform/posix/ProcessEnd.h"
 
@@ -13,9 +14,17 @@ using namespace Qt::StringLiterals;
 
 QCoro::Task<ScriptOutcome> ChildScriptRunner::execute(QString source)
 {
+    // The system's own compiler would accept more, such as a command that goes on as AppleScript behind a `"`.
+    const auto parsed = parseAdministratorScript(source);
+    if (const auto* error = std::get_if<ScriptErrorDictionary>(&parsed)) {
+        ScriptOutcome refused;
+        refused.error = *error;
+        co_return refused;
+    }
     QProcess child;
     const ProcessEnd end(child);
     child.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    child.setChildProcessModifier(useUsualUmask);
     child.start(m_helper, QStringList());
     child.write(source.toUtf8());
     child.closeWriteChannel();

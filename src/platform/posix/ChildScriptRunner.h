@@ -6,7 +6,8 @@ namespace orvanlite::platform {
 
 /// Hands scripts to an executable of our own that reads the source on its standard input and writes the
 /// answer of ScriptAnswer.h to its standard output. The system's script service blocks the thread that calls
-/// it; in a child it blocks nothing of ours.
+/// it; in a child it blocks nothing of ours. The helper is not started for a script with administrator privileges that
+/// parseAdministratorScript() refuses.
 class ChildScriptRunner final : public ScriptRunner {
 public:
     explicit ChildScriptRunner(QString helper)

@@ -1,6 +1,7 @@
 #include "platform/posix/PosixFileManager.h"
 
 #include "platform/Utf8.h"
+#include "platform/posix/PrivateFolder.h"
 
 #include <QUuid>
 
@@ -15,6 +16,7 @@
 #include <array>
 #include <cerrno>
 #include <cstdio>
+#include <cstdlib>
 #include <filesystem>
 #include <memory>
 #include <system_error>
@@ -195,6 +197,48 @@ void copyToFreeName(const QByteArray& from, const QByteArray& to, const QString&
     }
 }
 
+/// Writes a new file beside `name` and renames it over that. False with errno, and nothing done, when there can be no
+/// new file. Its mode is 0600 and then, if an old file is given, that file's, with its owner and group where they can be
+/// given away.
+bool writeThroughNewFile(const QByteArray& name, const QByteArray& content, const QString& path,
+                         const struct stat* old, mode_t mode = S_IRUSR | S_IWUSR)
+{
+    // Not made from the file's name, which may be as long as names can be.
+    const QByteArray partial =
+        name.first(name.lastIndexOf('/') + 1) + ".orvanlite-" + QUuid::createUuid().toByteArray(QUuid::Id128);
+    Descriptor file(::open(partial.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode));
+    if (!file.isOpen())
+        return false;
+    try {
+        if (old) {
+            if (::fchown(file.number(), old->st_uid, old->st_gid) != 0 &&
+                ::fchown(file.number(), static_cast<uid_t>(-1), old->st_gid) != 0)
+                errno = 0; // it belongs to who has written it
+            if (::fchmod(file.number(), old->st_mode & 0777) != 0)
+                throw FileError(errno, path);
+        }
+        writeAll(file, content, path);
+        if (std::rename(partial.constData(), name.constData()) != 0)
+            throw FileError(errno, path);
+    } catch (const FileError&) {
+        ::unlink(partial.constData());
+        throw;
+    }
+    return true;
+}
+
+/// False when that is not possible and the file has to be written in place.
+bool replaceFile(const QByteArray& name, const QByteArray& content, const QString& path)
+{
+    struct stat old {};
+    if (::lstat(name.constData(), &old) != 0)
+        return writeThroughNewFile(name, content, path, nullptr, 0666);
+    const std::unique_ptr<char, decltype(&std::free)> real(::realpath(name.constData(), nullptr), &std::free);
+    if (!real || ::stat(real.get(), &old) != 0 || !S_ISREG(old.st_mode))
+        return false; // a dangling link, a device
+    return writeThroughNewFile(real.get(), content, path, &old);
+}
+
 } // namespace
 
 bool PosixFileManager::exists(const QString& path) const
@@ -280,28 +324,21 @@ std::optional<QByteArray> PosixFileManager::read(const QString& path, qint64 lim
 void PosixFileManager::write(const QString& path, const QByteArray& content, WriteMode mode)
 {
     const QByteArray name = native(path);
-    if (mode == WriteMode::inPlace) {
-        Descriptor file(untilDone(
-            [&] { return ::open(name.constData(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0644); }));
-        if (!file.isOpen())
-            throw FileError(errno, path);
-        writeAll(file, content, path);
-        return;
-    }
     if (name.isEmpty())
         throw FileError(ENOENT, path);
-    QByteArray temporary = name + ".XXXXXX";
-    Descriptor file(::mkostemp(temporary.data(), O_CLOEXEC)); // made readable by its owner alone
+    if (mode == WriteMode::privateFile) {
+        requirePrivateFolder(path.first(std::max<qsizetype>(path.lastIndexOf(u'/'), 0)));
+        if (!writeThroughNewFile(name, content, path, nullptr))
+            throw FileError(errno, path);
+        return;
+    }
+    if (mode == WriteMode::replaceFile && replaceFile(name, content, path))
+        return;
+    Descriptor file(
+        untilDone([&] { return ::open(name.constData(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666); }));
     if (!file.isOpen())
         throw FileError(errno, path);
-    try {
-        writeAll(file, content, path);
-        if (std::rename(temporary.constData(), name.constData()) != 0)
-            throw FileError(errno, path);
-    } catch (const FileError&) {
-        ::unlink(temporary.constData());
-        throw;
-    }
+    writeAll(file, content, path);
 }
 
 void PosixFileManager::move(const QString& source, const QString& destination)

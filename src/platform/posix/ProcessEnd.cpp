@@ -1,5 +1,7 @@
 #include "platform/posix/ProcessEnd.h"
 
+#include <sys/stat.h>
+
 #include <QProcess>
 
 namespace orvanlite::platform {
@@ -12,5 +14,7 @@ ProcessEnd::ProcessEnd(const QProcess& process)
             Q_EMIT reached();
     });
 }
+
+void useUsualUmask() { ::umask(S_IWGRP | S_IWOTH); }
 
 } // namespace orvanlite::platform

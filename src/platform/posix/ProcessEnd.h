@@ -18,4 +18,8 @@ Q_SIGNALS:
     void reached();
 };
 
+/// For QProcess::setChildProcessModifier() of whatever creates folders for everybody. With the user's own umask, 077
+/// would close them to all other users and 0 would open them for writing.
+void useUsualUmask();
+
 } // namespace orvanlite::platform

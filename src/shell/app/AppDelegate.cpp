@@ -53,6 +53,19 @@ void AppDelegate::applicationDidFinishLaunching()
     m_window->activateWindow();
 }
 
+void AppDelegate::bringToFront()
+{
+    if (!m_window)
+        return; // comes to the front by itself in a moment
+    m_window->setWindowState(m_window->windowState() & ~Qt::WindowMinimized);
+    m_window->show();
+    m_window->raise();
+    QWidget* sheet = QApplication::activeModalWidget();
+    if (sheet)
+        sheet->raise();
+    (sheet ? sheet : m_window.get())->activateWindow();
+}
+
 namespace {
 
 QCoro::Task<> askForUpdates(UpdateChecker* checker, QPointer<QWidget> window, QString version)

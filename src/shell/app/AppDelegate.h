@@ -26,6 +26,9 @@ public:
     /// To be called once, when the event loop runs.
     void applicationDidFinishLaunching();
 
+    /// Shows the window over all others, also when it is minimised or hidden. A sheet that is open gets the focus.
+    void bringToFront();
+
     /// Asks for a newer version. If there is one the banner says so, otherwise an alert says that there is none.
     void checkForUpdates();
     /// Starts the clean-up of UAD demos. On purpose no menu entry is bound to it.

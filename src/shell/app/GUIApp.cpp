@@ -3,6 +3,7 @@
 #include "catalogue/PluginDatabase.h"
 #include "platform/FullDiskAccess.h"
 #include "platform/Platform.h"
+#include "platform/SingleInstance.h"
 #include "records/ActivityLogManager.h"
 #include "shell/app/AppDelegate.h"
 #include "shell/progress/ProgressWindowManager.h"
@@ -11,17 +12,21 @@
 
 #include <QApplication>
 
+#include <cstdlib>
+
 namespace orvanlite {
 
 using namespace Qt::StringLiterals;
 
-int runGui(int& argc, char** argv)
+int runGui(int& argc, char** argv, const platform::SystemLayout& layout)
 {
+    // First of all: whatever is read or created below belongs to the instance that already runs.
+    if (!platform::becomeOnlyInstance(layout))
+        return EXIT_SUCCESS;
     QApplication application(argc, argv);
     QApplication::setApplicationName(u"Orvanlite"_s);
     QApplication::setDesktopFileName(u"com.yourcompany.Orvanlite"_s);
-    const auto services =
-        platform::makePlatformServices(platform::SystemLayout::ofThisMachine(), platform::Elevation::ask);
+    const auto services = platform::makePlatformServices(layout, platform::Elevation::ask);
     const platform::Platform platform = services->platform();
     const auto diskAccess = platform::makeFullDiskAccess(platform.layout);
     const SharedObjects shared{PluginDatabase::shared(platform),
@@ -32,6 +37,7 @@ int runGui(int& argc, char** argv)
                                *diskAccess};
     AppDelegate delegate(platform, shared);
     QMetaObject::invokeMethod(&delegate, &AppDelegate::applicationDidFinishLaunching, Qt::QueuedConnection);
+    platform::whenStartedAgain(layout, &delegate, [&delegate] { delegate.bringToFront(); });
     const int status = QApplication::exec();
     delegate.finishRunningScripts();
     return status;

@@ -1,22 +1,49 @@
-#include <paths.h>
+#include "platform/freedesktop/root-runner/Actions.h"
+#include "platform/freedesktop/root-runner/CallingUser.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
 #include <sysexits.h>
 #include <unistd.h>
 
-#include <cerrno>
+#include <csignal>
 #include <cstdio>
-#include <cstring>
+#include <cstdlib>
 
-/// What the system's password prompt is asked to start: runs its one argument as a shell's command, in the same
-/// process, so that output and end are the command's own. It is a program of its own because the prompt's words
-/// are bound to a path, and those bound to the shell would speak for every program of the machine. It gives no
-/// rights by itself and links nothing, as root runs it.
+using namespace orvanlite::root_runner;
+
+namespace {
+
+/// Whoever starts us chooses what we inherit. The caller is asked for before.
+void leaveInheritance()
+{
+    for (int standard = 0; standard < 3; ++standard) {
+        if (::fcntl(standard, F_GETFD) < 0 && ::open("/dev/null", O_RDWR) != standard)
+            std::abort();
+    }
+    ::closefrom(3);
+    ::clearenv();
+    ::umask(S_IWGRP | S_IWOTH);
+    // A window that is closed in the middle of a batch closes our standard error; the batch goes on.
+    std::signal(SIGPIPE, SIG_IGN);
+}
+
+} // namespace
+
+/// What the system's password prompt starts: does what the application's commands say, read from standard input, and
+/// nothing else. It gives no rights by itself and links no library but the system's, as root runs it.
 int main(int argc, char** argv)
 {
-    if (argc != 2) {
-        std::fprintf(stderr, "Usage: %s <command>\n", argc > 0 ? argv[0] : "orvanlite-root-runner");
+    if (argc != 1) {
+        std::fprintf(stderr, "Usage: %s <command\n", argc > 0 ? argv[0] : "orvanlite-root-runner");
         return EX_USAGE;
     }
-    ::execl(_PATH_BSHELL, _PATH_BSHELL, "-c", argv[1], nullptr);
-    std::fprintf(stderr, "%s: %s\n", _PATH_BSHELL, std::strerror(errno));
-    return EX_OSERR;
+    const Surroundings surroundings = surroundingsOfCaller();
+    leaveInheritance();
+    try {
+        return run(readAll(Descriptor(STDIN_FILENO)), surroundings);
+    } catch (const Failure& failure) {
+        std::fprintf(stderr, "%s: %s\n", argv[0], failure.reason.c_str());
+        return EX_IOERR;
+    }
 }

@@ -1,0 +1,173 @@
+#include "support/PrivateBus.h"
+#include "support/TempRoot.h"
+
+#include <QElapsedTimer>
+#include <QProcess>
+
+#include <gtest/gtest.h>
+
+namespace orvanlite::test {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// One start of the application, as a process of its own.
+class Start {
+public:
+    QProcess process;
+
+    /// The application on a sandbox.
+    Start(const TempRoot& root, const QString& bus, int busyMilliseconds = 0)
+        : m_environment(environment(root, bus))
+    {
+        m_environment.insert(u"QT_QPA_PLATFORM"_s, u"offscreen"_s);
+        m_environment.insert(u"ORV_SANDBOX_ROOT"_s, root.path());
+        m_environment.insert(u"ORV_BUSY_MILLISECONDS"_s, QString::number(busyMilliseconds));
+        run(QStringLiteral(ORV_SANDBOX_APPLICATION), {});
+    }
+    /// The installed executable on the application folder of a sandbox. A window would end it: there is no such display.
+    Start(const TempRoot& root, const QString& bus, const QStringList& arguments,
+          const QMap<QString, QString>& extra)
+        : m_environment(environment(root, bus))
+    {
+        m_environment.insert(u"XDG_DATA_HOME"_s, root.layout().applicationSupport);
+        m_environment.insert(u"QT_QPA_PLATFORM"_s, u"no-such-platform"_s);
+        for (auto each = extra.begin(); each != extra.end(); ++each)
+            m_environment.insert(each.key(), each.value());
+        run(QStringLiteral(ORV_PLUGIN_MANAGER), arguments);
+    }
+    ~Start()
+    {
+        process.kill();
+        process.waitForFinished();
+    }
+
+    /// Reads the output up to that line.
+    bool says(const QByteArray& line)
+    {
+        QElapsedTimer timer;
+        timer.start();
+        while (timer.elapsed() < 20'000) {
+            while (process.canReadLine()) {
+                if (process.readLine().trimmed() == line)
+                    return true;
+            }
+            process.waitForReadyRead(100);
+        }
+        return false;
+    }
+
+private:
+    static QProcessEnvironment environment(const TempRoot& root, const QString& bus)
+    {
+        QProcessEnvironment environment;
+        environment.insert(u"HOME"_s, root.layout().home);
+        if (!bus.isEmpty())
+            environment.insert(u"DBUS_SESSION_BUS_ADDRESS"_s, bus);
+        return environment;
+    }
+    void run(const QString& program, const QStringList& arguments)
+    {
+        process.setProcessEnvironment(m_environment);
+        process.start(program, arguments);
+    }
+
+    QProcessEnvironment m_environment;
+};
+
+} // namespace
+
+TEST(SingleInstance, ASecondStartShowsTheWindowOfTheFirst)
+{
+    const PrivateBus bus;
+    const TempRoot root;
+    Start first(root, bus.address());
+    ASSERT_TRUE(first.says("minimized"));
+
+    const QByteArray launch = "🚀 Launching Orvanlite GUI...\n";
+    const struct {
+        const char* name;
+        QString bus;
+        QStringList arguments;
+        QMap<QString, QString> environment;
+        int status;
+        QByteArray output; ///< its beginning
+        QByteArray errors;
+        QByteArray effect; ///< on the first
+    } rows[] = {
+        {"without arguments",
+         bus.address(),
+         {},
+         {{u"XDG_ACTIVATION_TOKEN"_s, u"t1"_s}},
+         0,
+         launch,
+         "",
+         "shown t1"},
+        {"as a subcommand",
+         bus.address(),
+         {u"gui-command"_s},
+         {{u"DESKTOP_STARTUP_ID"_s, u"t2"_s}},
+         0,
+         launch,
+         "",
+         "shown t2"},
+        {"without a bus",
+         {},
+         {},
+         {},
+         1,
+         launch,
+         "Error: Orvanlite is already running, and its window cannot be reached over the session bus.\n",
+         ""},
+        {"the text tool", bus.address(), {u"cli-command"_s}, {}, 0, "🎛️ Plugin Manager", "", ""},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        Start second(root, row.bus, row.arguments, row.environment);
+        ASSERT_TRUE(second.process.waitForFinished());
+        EXPECT_EQ(second.process.exitStatus(), QProcess::NormalExit);
+        EXPECT_EQ(second.process.exitCode(), row.status);
+        EXPECT_TRUE(second.process.readAllStandardOutput().startsWith(row.output));
+        EXPECT_EQ(second.process.readAllStandardError(), row.errors);
+        EXPECT_TRUE(row.effect.isEmpty() || (first.says(row.effect) && first.says("minimized")));
+    }
+
+    const TempRoot otherRoot;
+    Start other(otherRoot, bus.address());
+    EXPECT_TRUE(other.says("minimized")) << "another application folder";
+    first.process.kill();
+    ASSERT_TRUE(first.process.waitForFinished());
+    Start successor(root, bus.address());
+    EXPECT_TRUE(successor.says("minimized")) << "after a crash";
+}
+
+TEST(SingleInstance, AStartDoesNotWaitForABusyInstance)
+{
+    const PrivateBus bus;
+    const TempRoot root;
+    Start first(root, bus.address(), 3'000);
+    ASSERT_TRUE(first.says("minimized"));
+    Start second(root, bus.address(), {}, {});
+    ASSERT_TRUE(second.process.waitForFinished());
+    EXPECT_EQ(second.process.exitCode(), 1);
+    EXPECT_EQ(
+        second.process.readAllStandardError(),
+        "Error: Orvanlite is already running, and busy: its window comes to the front when it has finished.\n");
+    EXPECT_TRUE(first.says("shown"));
+}
+
+TEST(SingleInstance, OfTwoStartsAtOnceOneStays)
+{
+    const PrivateBus bus;
+    const TempRoot root;
+    Start one(root, bus.address());
+    Start two(root, bus.address());
+    while (!one.process.waitForFinished(20) && !two.process.waitForFinished(20)) {
+    }
+    Start& loser = one.process.state() == QProcess::NotRunning ? one : two;
+    EXPECT_EQ(loser.process.exitCode(), 0);
+    EXPECT_TRUE((&loser == &one ? two : one).says("minimized"));
+}
+
+} // namespace orvanlite::test

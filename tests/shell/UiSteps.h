@@ -1,0 +1,129 @@
+#pragma once
+
+#include "support/Fakes.h"
+
+#include <QAbstractButton>
+#include <QAbstractItemView>
+#include <QAccessible>
+#include <QApplication>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+namespace orvanlite::test {
+
+using namespace Qt::StringLiterals;
+
+/// The control of that name; fails the test when it is missing.
+template <typename Widget = QAbstractButton>
+Widget& named(const QWidget& window, const QString& objectName)
+{
+    auto* found = window.findChild<Widget*>(objectName);
+    if (!found)
+        qFatal("no control is named %s", qPrintable(objectName));
+    return *found;
+}
+
+/// Lets the event loop turn until all that is due at once is done.
+inline void settle()
+{
+    for (int turn = 0; turn < 4; ++turn)
+        turnEventLoop();
+}
+
+/// Waits for a real child process or an animation.
+inline bool waitFor(const std::function<bool()>& condition) { return QTest::qWaitFor(condition, 20'000); }
+
+[[nodiscard]] inline QString focused()
+{
+    const QWidget* focus = QApplication::focusWidget();
+    return focus ? focus->objectName() : QString();
+}
+
+/// Presses a key where the focus is.
+inline void press(Qt::Key key, Qt::KeyboardModifiers modifiers = {})
+{
+    QTest::keyClick(QApplication::focusWidget(), key, modifiers);
+    settle();
+}
+
+/// Gives the control the focus and presses it by a key.
+inline void press(const QWidget& window, const QString& objectName, Qt::Key key = Qt::Key_Space)
+{
+    auto& control = named<QWidget>(window, objectName);
+    control.setFocus();
+    QTest::keyClick(&control, key);
+    settle();
+}
+
+inline void click(QWidget& control, const QPoint& place = {})
+{
+    QTest::mouseClick(&control, Qt::LeftButton, {}, place);
+    settle();
+}
+
+inline void click(const QWidget& window, const QString& objectName)
+{
+    click(named<QWidget>(window, objectName));
+}
+
+inline void click(const QAbstractItemView& view, int row, int column = 0,
+                  Qt::KeyboardModifiers modifiers = {})
+{
+    QTest::mouseClick(view.viewport(), Qt::LeftButton, modifiers,
+                      view.visualRect(view.model()->index(row, column)).center());
+    settle();
+}
+
+/// The rows of a list as a reader hears them, with the state of their boxes.
+[[nodiscard]] inline QString spokenRows(const QAbstractItemView& view)
+{
+    QStringList lines;
+    for (int row = 0; row < view.model()->rowCount(); ++row) {
+        const QModelIndex index = view.model()->index(row, 0);
+        const QVariant check = index.data(Qt::CheckStateRole);
+        const QString mark = check.toInt() == Qt::Checked ? u"[x] "_s : u"[ ] "_s;
+        lines.append((check.isValid() ? mark : QString()) + index.data(Qt::AccessibleTextRole).toString());
+    }
+    return lines.join(u'|');
+}
+
+[[nodiscard]] inline QString spokenName(QWidget& control)
+{
+    return QAccessible::queryAccessibleInterface(&control)->text(QAccessible::Name);
+}
+
+/// The controls that the keyboard reaches. Each must have an identity of its own and a name to say.
+inline QList<QWidget*> expectNamedControls(const QWidget& window)
+{
+    QList<QWidget*> controls = window.findChildren<QWidget*>();
+    controls.removeIf(
+        [](const QWidget* each) { return !each->isVisible() || each->focusPolicy() == Qt::NoFocus; });
+    QSet<QString> identities;
+    for (QWidget* each : controls) {
+        EXPECT_FALSE(spokenName(*each).isEmpty()) << qPrintable(each->objectName());
+        EXPECT_FALSE(each->objectName().isEmpty() || identities.contains(each->objectName()))
+            << each->metaObject()->className() << qPrintable(each->objectName());
+        identities.insert(each->objectName());
+    }
+    return controls;
+}
+
+/// A font of another size for the whole application, as long as this lives.
+class FontScale {
+public:
+    explicit FontScale(double factor)
+    {
+        QFont large = m_before;
+        large.setPointSizeF(m_before.pointSizeF() * factor);
+        QApplication::setFont(large);
+    }
+    FontScale(const FontScale&) = delete;
+    FontScale& operator=(const FontScale&) = delete;
+    ~FontScale() { QApplication::setFont(m_before); }
+
+private:
+    QFont m_before = QApplication::font();
+};
+
+} // namespace orvanlite::test
