@@ -1,5 +1,6 @@
 #pragma once
 
+#include "catalogue/PluginFilter.h"
 #include "model/AudioPlugin.h"
 
 #include <QSet>
@@ -17,18 +18,12 @@ namespace orvanlite {
 
 class Statement;
 
-/// Filters of a query. An empty member means no filter on that field, not an empty result.
-struct PluginFilter {
-    QString searchText{}; ///< part of name or manufacturer; "%" and "_" work as wildcards
-    QSet<PluginFormat> formats{};
-    QSet<QString> manufacturers{};
-    QSet<QString> pluginKeys{};
-};
-
 /// The catalogue: the result of the last scan in one SQLite file. A cache of the file system: a scan replaces its
 /// whole content, single operations patch it, and nothing is lost with the file.
 ///
-/// Errors: none leave it. A failed open or statement prints a line ("❌ ...") and reads as empty.
+/// Errors: none leave it. A line ("❌ ...") is printed when the file cannot be opened or its tables cannot be
+///         created, and when replaceAllPlugins() cannot begin, clear the table or commit. Every other statement is
+///         silent: one that cannot be prepared or run changes nothing, or ends its list of rows.
 class PluginDatabase final {
 public:
     /// The catalogue of this process, opened on first use and never closed.

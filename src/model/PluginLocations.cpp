@@ -25,6 +25,7 @@ const FormatRow& row(PluginFormat format)
         {u"/Library/Audio/Plug-Ins/CLAP", u"clap"},
         {u"", u"bundle"},
     }};
+    static_assert(!rows.back().extension.empty(), "each format has its row");
     return rows[static_cast<std::size_t>(format)];
 }
 

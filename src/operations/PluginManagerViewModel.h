@@ -96,6 +96,8 @@ public:
     void loadAllPages();
     void resetView();
 
+    /// All filters at once: what the listings are narrowed to.
+    [[nodiscard]] PluginFilter currentFilter() const;
     /// Queries all rows that match the filters, sorted, up to 100,000.
     [[nodiscard]] AudioPlugins allFilteredPlugins() const;
     /// Rows per format, ignoring the filters. Six queries.
@@ -136,7 +138,6 @@ public:
     void runWavesAURegUtilities();
 
 private:
-    [[nodiscard]] PluginFilter currentFilter() const;
     [[nodiscard]] AudioPlugins queryPage(int limit, int offset) const;
     void publishEnabledCount();
     void sortChanged();

@@ -1,29 +1,34 @@
 #include "operations/PluginSort.h"
 
-#include <array>
-
 namespace orvanlite {
+
+namespace {
+
+QLatin1StringView sqlColumn(PluginSortKey key)
+{
+    switch (key) {
+    case PluginSortKey::manufacturer:
+        return QLatin1StringView("manufacturer");
+    case PluginSortKey::format:
+        return QLatin1StringView("format");
+    case PluginSortKey::statusValue:
+        return QLatin1StringView("isEnabled");
+    case PluginSortKey::versionValue:
+        return QLatin1StringView("version");
+    case PluginSortKey::lastUsedValue:
+        return QLatin1StringView("lastUsed");
+    case PluginSortKey::name:
+        break;
+    }
+    return QLatin1StringView("name");
+}
+
+} // namespace
 
 SqlSort sqlSortFromComparators(const PluginSortOrder& comparators)
 {
-    static constexpr std::array<std::pair<PluginSortKey, QLatin1StringView>, 6> columns{{
-        {PluginSortKey::name, QLatin1StringView("name")},
-        {PluginSortKey::manufacturer, QLatin1StringView("manufacturer")},
-        {PluginSortKey::format, QLatin1StringView("format")},
-        {PluginSortKey::statusValue, QLatin1StringView("isEnabled")},
-        {PluginSortKey::versionValue, QLatin1StringView("version")},
-        {PluginSortKey::lastUsedValue, QLatin1StringView("lastUsed")},
-    }};
-    SqlSort sort{columns.front().second, true};
-    if (comparators.empty())
-        return sort;
-    const PluginComparator& first = comparators.front();
-    sort.ascending = first.order == PluginSortDirection::forward;
-    for (const auto& [key, column] : columns) {
-        if (key == first.key)
-            sort.column = column;
-    }
-    return sort;
+    const PluginComparator first = comparators.empty() ? PluginComparator{} : comparators.front();
+    return {sqlColumn(first.key), first.order == PluginSortDirection::forward};
 }
 
 } // namespace orvanlite

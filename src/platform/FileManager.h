@@ -103,7 +103,7 @@ public:
     virtual void createDirectory(const QString& path) = 0;
 
     /// Marks a file or folder as hidden from file browsers. May finish asynchronously; throws when it cannot
-    /// be started.
+    /// be started. Does nothing without write access to the folder.
     virtual void setHidden(const QString& path) = 0;
 };
 

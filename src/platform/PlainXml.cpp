@@ -22,10 +22,12 @@ bool isPlain(std::string_view text)
     return odd == 0 && QByteArrayView(text.data(), static_cast<qsizetype>(text.size())).isValidUtf8();
 }
 
-void skip(std::string_view& text, std::string_view prefix)
+bool skip(std::string_view& text, std::string_view prefix)
 {
-    if (text.starts_with(prefix))
+    const bool isThere = text.starts_with(prefix);
+    if (isThere)
         text.remove_prefix(prefix.size());
+    return isThere;
 }
 
 void skipBlanks(std::string_view& text)
@@ -38,10 +40,11 @@ void skipProlog(std::string_view& text)
 {
     skip(text, R"(<?xml version="1.0" encoding="UTF-8"?>)");
     skipBlanks(text);
-    skip(text, R"(<!DOCTYPE plist PUBLIC "-//Apple//DTD PLIST 1.0//EN" )"
-               R"("http://www.apple.com/DTDs/PropertyList-1.0.dtd">)");
-    skip(text, R"(<!DOCTYPE plist PUBLIC "-//Apple Computer//DTD PLIST 1.0//EN" )"
-               R"("http://www.apple.com/DTDs/PropertyList-1.0.dtd">)");
+    // One of the two: a second DOCTYPE is an error.
+    if (!skip(text, R"(<!DOCTYPE plist PUBLIC "-//Apple//DTD PLIST 1.0//EN" )"
+                    R"("http://www.apple.com/DTDs/PropertyList-1.0.dtd">)"))
+        skip(text, R"(<!DOCTYPE plist PUBLIC "-//Apple Computer//DTD PLIST 1.0//EN" )"
+                   R"("http://www.apple.com/DTDs/PropertyList-1.0.dtd">)");
 }
 
 } // namespace

@@ -27,7 +27,8 @@ using PropertyListTexts = std::vector<std::optional<QString>>;
 ///         an empty list or a list that holds anything but dictionaries give an absent answer. Of equal keys the
 ///         last one counts.
 /// Errors: nothing at all for data that are no well-formed property list with a dictionary as root: cut off,
-///         empty, of another root type, with unknown elements, or with offsets that lead outside.
+///         empty, of another root type, with unknown elements, with numbers or dates that are none, or with counts,
+///         references or offsets that lead outside.
 /// Source: Apple's property list DTD (PropertyList-1.0.dtd); the binary form "bplist00" as described in the
 ///         comments of Core Foundation's CFBinaryPList.
 [[nodiscard]] std::optional<PropertyListTexts> readPropertyList(QByteArrayView data,

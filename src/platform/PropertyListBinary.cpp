@@ -25,10 +25,11 @@ struct Object {
 };
 
 /// The objects of a binary list, looked up by their number. Nothing is decoded that is not asked for, and no
-/// object is followed into another by itself: shared references and rings of them cost nothing.
+/// object is followed into another by itself: shared references and cycles of them cost nothing.
 class BinaryReader {
 public:
-    /// Throws Malformed unless the trailer and the table of offsets describe the data to the last byte.
+    /// Throws Malformed unless the trailer and the table of offsets describe the data to the last byte, and all
+    /// members of lists and dictionaries are objects of the table.
     explicit BinaryReader(QByteArrayView data)
         : m_data(data)
     {
@@ -49,6 +50,7 @@ public:
             if (offset < kHeaderSize || offset >= m_table)
                 throw Malformed();
         }
+        checkReferences();
     }
 
     [[nodiscard]] Object root() const { return object(m_root); }
@@ -77,6 +79,26 @@ public:
     }
 
 private:
+    /// Throws Malformed for a count or reference that leads outside, wherever it is. Objects that share their bytes
+    /// could make this take hours; no tool writes them, and it ends when it has seen as many bytes as there are.
+    void checkReferences() const
+    {
+        quint64 left = m_table;
+        for (quint64 i = 0; i < m_objects; ++i) {
+            const Object each = object(i);
+            if (each.kind != Kind::list && each.kind != Kind::dictionary)
+                continue;
+            const quint64 members = each.kind == Kind::dictionary ? 2 * each.count : each.count;
+            if (members > left)
+                return;
+            left -= members;
+            for (quint64 index = 0; index < members; ++index) {
+                if (number(each.start + index * m_referenceSize, m_referenceSize) >= m_objects)
+                    throw Malformed();
+            }
+        }
+    }
+
     [[nodiscard]] const char* bytes(quint64 position) const { return m_data.data() + position; }
 
     [[nodiscard]] quint64 number(quint64 position, quint64 size) const

@@ -1,5 +1,6 @@
 #include "platform/PropertyListCollector.h"
 
+#include "platform/PropertyListValues.h"
 #include "platform/Utf8.h"
 
 #include <algorithm>
@@ -28,9 +29,9 @@ PropertyListCollector::Element PropertyListCollector::elementNamed(std::string_v
         Element element;
     };
     static constexpr Row rows[] = {
-        {"key", Element::key},         {"string", Element::text},       {"dict", Element::dictionary},
-        {"array", Element::list},      {"integer", Element::otherLeaf}, {"true", Element::otherLeaf},
-        {"false", Element::otherLeaf}, {"real", Element::otherLeaf},    {"date", Element::otherLeaf},
+        {"key", Element::key},         {"string", Element::text},     {"dict", Element::dictionary},
+        {"array", Element::list},      {"integer", Element::integer}, {"true", Element::otherLeaf},
+        {"false", Element::otherLeaf}, {"real", Element::real},       {"date", Element::date},
         {"data", Element::otherLeaf},  {"plist", Element::plist},
     };
     for (const Row& row : rows) {
@@ -57,7 +58,10 @@ bool PropertyListCollector::start(std::string_view name)
     }
     if (parent == Open::dictionaryBeforeValue)
         parent = Open::dictionaryBeforeKey;
-    collect(startValue(element));
+    const bool isWanted = startValue(element);
+    const bool isChecked =
+        element == Element::integer || element == Element::real || element == Element::date;
+    collect(isWanted || isChecked);
     open(element);
     return true;
 }
@@ -100,8 +104,10 @@ void PropertyListCollector::open(Element element)
         m_open.push_back(Open::dictionaryBeforeKey);
     else if (element == Element::list)
         m_open.push_back(Open::list);
-    else
+    else {
         m_leaf = Leaf::value;
+        m_value = element;
+    }
 }
 
 bool PropertyListCollector::end()
@@ -111,8 +117,8 @@ bool PropertyListCollector::end()
             (m_open.size() == 1 ? m_key : m_innerKey).swap(m_text);
         m_open.back() = Open::dictionaryBeforeValue;
     } else if (m_leaf == Leaf::value) {
-        if (m_collecting)
-            answer(fromUtf8(m_text));
+        if (m_collecting && !endValue())
+            return false;
     } else if (!m_open.empty()) {
         if (m_open.back() == Open::dictionaryBeforeValue)
             return false;
@@ -121,6 +127,22 @@ bool PropertyListCollector::end()
     m_leaf = Leaf::none;
     m_collecting = false;
     return true;
+}
+
+/// Takes a wanted text as an answer; false for a number or date that is none.
+bool PropertyListCollector::endValue()
+{
+    switch (m_value) {
+    case Element::integer:
+        return isInteger(m_text);
+    case Element::real:
+        return isReal(m_text);
+    case Element::date:
+        return isDate(m_text);
+    default:
+        answer(fromUtf8(m_text));
+        return true;
+    }
 }
 
 bool PropertyListCollector::characters(std::string_view text)

@@ -27,13 +27,14 @@ public:
     [[nodiscard]] std::optional<PropertyListTexts> finish();
 
 private:
-    enum class Element { plist, dictionary, list, key, text, otherLeaf, unknown };
+    enum class Element { plist, dictionary, list, key, text, integer, real, date, otherLeaf, unknown };
     enum class Open : char { list, dictionaryBeforeKey, dictionaryBeforeValue };
     enum class Leaf { none, key, value };
 
     [[nodiscard]] static Element elementNamed(std::string_view name);
     [[nodiscard]] bool startOutside(Element element);
     [[nodiscard]] bool startValue(Element element);
+    [[nodiscard]] bool endValue();
     void open(Element element);
     void collect(bool wanted);
     [[nodiscard]] bool isInFirstDictionary() const;
@@ -44,6 +45,7 @@ private:
     PropertyListTexts m_answers;
     std::vector<Open> m_open;
     Leaf m_leaf = Leaf::none;
+    Element m_value = Element::unknown; ///< of the open leaf, if that is a value
     bool m_hasWrapper = false;
     bool m_hasRoot = false;
     bool m_collecting = false;

@@ -4,6 +4,7 @@
 
 namespace orvanlite {
 
+/// The raw value is the user's name for the format. What else belongs to it is in records/ReportFormat.h.
 enum class ExportFormat { pdf, csv };
 
 template <>

@@ -86,9 +86,9 @@ ExportColumns columnOrder(ExportSortOption first)
     return columns;
 }
 
-std::array<double, 6> calculateColumnWidths(const ExportColumns& columns, double totalWidth)
+std::array<double, kExportColumnCount> calculateColumnWidths(const ExportColumns& columns, double totalWidth)
 {
-    std::array<double, 6> widths{};
+    std::array<double, kExportColumnCount> widths{};
     std::transform(columns.begin(), columns.end(), widths.begin(),
                    [totalWidth](const ExportColumn& column) { return column.share * totalWidth; });
     return widths;

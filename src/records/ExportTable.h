@@ -15,13 +15,15 @@ struct ExportColumn {
     QString (*cellText)(const AudioPlugin& plugin, Date now) = nullptr;
 };
 
-using ExportColumns = std::array<ExportColumn, 6>;
+inline constexpr std::size_t kExportColumnCount = allCases<ExportSortOption>.size();
+using ExportColumns = std::array<ExportColumn, kExportColumnCount>;
 
 /// All columns: the sort column first, then the others in default order.
 [[nodiscard]] ExportColumns columnOrder(ExportSortOption first);
 
 /// The width of each column, for a table of width `totalWidth`.
-[[nodiscard]] std::array<double, 6> calculateColumnWidths(const ExportColumns& columns, double totalWidth);
+[[nodiscard]] std::array<double, kExportColumnCount> calculateColumnWidths(const ExportColumns& columns,
+                                                                           double totalWidth);
 
 /// The rows of a report: pointers into the list passed to sortPlugins().
 using ExportRows = std::vector<const AudioPlugin*>;

@@ -4,15 +4,11 @@
 #include "platform/FileManager.h"
 #include "platform/Platform.h"
 #include "platform/Workspace.h"
-#include "records/CSVReport.h"
-#include "records/PDFReport.h"
-#include "records/SavePanel.h"
+#include "records/ReportFormat.h"
 
 #include <utility>
 
 namespace orvanlite {
-
-using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -29,27 +25,14 @@ void writeAndOpen(const QString& path, const QByteArray& content, platform::Writ
 
 } // namespace
 
-void PDFExporter::exportPlugins(AudioPlugins plugins, ExportSortOption sortBy, SavePanel& panel,
-                                const platform::Platform& platform)
+void PDFExporter::exportPlugins(AudioPlugins plugins, ExportFormat format, ExportSortOption sortBy,
+                                SavePanel& panel, const platform::Platform& platform)
 {
-    const SaveRequest request{u"Export Plugins as PDF"_s, u"Orvanlite_Plugins.pdf"_s, u"PDF document"_s,
-                              u"pdf"_s};
-    panel.ask(request, [plugins = std::move(plugins), sortBy, platform](const QString& path) {
-        const QByteArray pdf = generatePDF(sortPlugins(plugins, sortBy), columnOrder(sortBy), sortBy,
-                                           Date::fromUnix(platform.clock.now()));
-        writeAndOpen(path, pdf, platform::WriteMode::inPlace, platform);
-    });
-}
-
-void PDFExporter::exportPluginsAsCSV(AudioPlugins plugins, ExportSortOption sortBy, SavePanel& panel,
-                                     const platform::Platform& platform)
-{
-    const SaveRequest request{u"Export Plugins as CSV"_s, u"Orvanlite_Plugins.csv"_s,
-                              u"Comma-separated text"_s, u"csv"_s};
-    panel.ask(request, [plugins = std::move(plugins), sortBy, platform](const QString& path) {
-        const QByteArray csv = generateCSV(sortPlugins(plugins, sortBy), columnOrder(sortBy),
-                                           Date::fromUnix(platform.clock.now()));
-        writeAndOpen(path, csv, platform::WriteMode::replaceFile, platform);
+    const ReportFormat report = reportFormat(format);
+    panel.ask(report.request, [plugins = std::move(plugins), report, sortBy, platform](const QString& path) {
+        const QByteArray content = report.generate(sortPlugins(plugins, sortBy), columnOrder(sortBy), sortBy,
+                                                   Date::fromUnix(platform.clock.now()));
+        writeAndOpen(path, content, report.writeMode, platform);
     });
 }
 

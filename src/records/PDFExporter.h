@@ -11,7 +11,7 @@ namespace orvanlite {
 
 class SavePanel;
 
-/// Reports of all plugins that it is given. Both ask for a place, write the file there and open it with the user's
+/// Reports of all plugins that it is given: asks where to save, writes the file there and opens it with the user's
 /// application for it; the column that is sorted by comes first.
 /// Errors: none. A panel that is cancelled ends it; on purpose a failed write is dropped, and the file opened all the
 ///         same.
@@ -20,10 +20,8 @@ public:
     PDFExporter() = delete;
 
     /// What `platform` refers to outlives the panel.
-    static void exportPlugins(AudioPlugins plugins, ExportSortOption sortBy, SavePanel& panel,
-                              const platform::Platform& platform);
-    static void exportPluginsAsCSV(AudioPlugins plugins, ExportSortOption sortBy, SavePanel& panel,
-                                   const platform::Platform& platform);
+    static void exportPlugins(AudioPlugins plugins, ExportFormat format, ExportSortOption sortBy,
+                              SavePanel& panel, const platform::Platform& platform);
 };
 
 } // namespace orvanlite

@@ -72,7 +72,7 @@ private:
     QPdfWriter& m_writer;
     QPainter& m_painter;
     const ExportColumns& m_columns;
-    const std::array<double, 6> m_widths;
+    const std::array<double, kExportColumnCount> m_widths;
     PDFText m_title{16, QFont::Bold};
     PDFText m_summary{10, QFont::Normal};
     PDFText m_headings{9, QFont::Bold};

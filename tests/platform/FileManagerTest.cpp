@@ -101,6 +101,25 @@ TEST_F(FileManagerTest, HidingAddsOneLineAndKeepsTheUsersList)
     EXPECT_EQ(errorOf([&] { files.setHidden(root.at(u"/h/a\nb")); }).first, EINVAL);
 }
 
+TEST_F(FileManagerTest, HidingIsSilentWithoutRights)
+{
+    root.addFile(u"/list/.hidden", "x\n");
+    root.addFolder(u"/none");
+    ::chmod(root.path().toUtf8().constData(), 0755);
+    ::chmod(root.at(u"/list/.hidden").toUtf8().constData(), 0444);
+    ::chmod(root.at(u"/none").toUtf8().constData(), 0555);
+    const bool isRoot = ::geteuid() == 0;
+    constexpr uid_t kNobody = 65534;
+    ASSERT_TRUE(!isRoot || ::seteuid(kNobody) == 0);
+    const int withList = errorOf([&] { files.setHidden(root.at(u"/list/D")); }).first;
+    const int withoutList = errorOf([&] { files.setHidden(root.at(u"/none/D")); }).first;
+    ASSERT_TRUE(!isRoot || ::seteuid(0) == 0);
+    EXPECT_EQ(withList, 0);
+    EXPECT_EQ(withoutList, 0);
+    EXPECT_EQ(root.content(u"/list/.hidden"), "x\n");
+    EXPECT_FALSE(root.exists(u"/none/.hidden"));
+}
+
 TEST_F(FileManagerTest, AnswersQuestionsWithoutThrowing)
 {
     root.addFile(u"/q/file", "12345");

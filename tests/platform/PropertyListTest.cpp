@@ -82,8 +82,9 @@ TEST(PropertyListXml, Answers)
         {"last of equal keys", inRoot(id + "<key>id</key><string>j</string>"), u"- [j] -"_s},
         {"last of equal keys, other type", inRoot(id + "<key>id</key><false/>"), u"- - -"_s},
         {"all other types",
-         inRoot(
-             "<key>a</key><real>1.5</real><key>b</key><date>2001-01-01T00:00:00Z</date><key>c</key><data>AAAA</data>"),
+         inRoot("<key>a</key><array><real>1.5</real><real>-.5E+3</real><real>+Infinity</real>"
+                "<integer> -7\n</integer><integer>0xFf</integer></array>"
+                "<key>b</key><date>2001-01-01T00:00:00Z</date><key>c</key><data>AAAA</data>"),
          u"- - -"_s},
         {"CDATA, references, comments",
          inRoot(
@@ -147,7 +148,12 @@ TEST(PropertyListXml, RefusesWhatIsNotWellFormed)
                    "<key>x</key><dict><key>y</key></dict>|stray|<key>x</key>stray<true/>|"
                    "<key>x</key><array>stray</array>|<key>id</key><string>&undefined;</string>|"
                    "<key>id</key><string>\xFF</string>|<key>id</key><string>\x1B</string>|"
-                   "<key>id</key><string>a & b</string>|<key>id</key><string>i</key>")
+                   "<key>id</key><string>a & b</string>|<key>id</key><string>i</key>|"
+                   "<key>x</key><array><integer/></array>|<key>x</key><integer>1.5</integer>|"
+                   "<key>x</key><integer>0x</integer>|<key>x</key><integer>1 2</integer>|"
+                   "<key>x</key><real>.</real>|<key>x</key><real>1e</real>|<key>x</key><real>one</real>|"
+                   "<key>x</key><date>2001-01-01</date>|<key>x</key><date>2001-13-01T00:00:00Z</date>|"
+                   "<key>x</key><date>2001-01-01T00:00:00Z.</date>")
             .split('|');
     QByteArrayList bad =
         QByteArray(
@@ -187,8 +193,9 @@ TEST(PropertyListXml, ReadsUtf16WithAndWithoutMark)
 
 TEST(PropertyListXml, BothWaysAgree)
 {
-    const QByteArray head = R"(<?xml version="1.0" encoding="UTF-8"?>
-<!DOCTYPE plist PUBLIC "-//Apple//DTD PLIST 1.0//EN" "http://www.apple.com/DTDs/PropertyList-1.0.dtd">)";
+    const QByteArray doctype =
+        R"(<!DOCTYPE plist PUBLIC "-//Apple//DTD PLIST 1.0//EN" "http://www.apple.com/DTDs/PropertyList-1.0.dtd">)";
+    const QByteArray head = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n" + doctype;
     const QByteArrayList seed =
         QByteArray(head + "|\n|<plist version=\"1.0\">|<dict>|<key>|id|</key>|<string>|i \xC3\xA9|"
                           "</string>|<key>|parts|</key>|<array>|<dict>|<key>|name|</key>|<string>|n|"
@@ -200,7 +207,8 @@ TEST(PropertyListXml, BothWaysAgree)
         QByteArray(
             "| |\t\n|\r\n|<dict/>|<true/>|<string/>|<array/>|<plist>|<plist/>|<dict >|</dict >|<key/>|<!--c-->|"
             "<?p?>|&amp;|]]>|<|>|/|\xC3|\xEF\xBF\xBF|\x01|<b/>|<dict a=\"b\">|<![CDATA[c]]>|<dict//>|< dict>|"
-            "<//dict>|\xEF\xBB\xBF")
+            "<//dict>|\xEF\xBB\xBF|" +
+            QByteArray(doctype).replace("Apple", "Apple Computer"))
             .split('|');
     int understood = 0;
     const auto compare = [&understood](const QByteArrayList& pieces) {
@@ -303,6 +311,8 @@ TEST(PropertyListBinary, Answers)
         {"key is a number", list({"\x10\x05", "\xD1\0\0"_ba}), u"nothing"_s},
         {"value reference outside", list({"\x51x", "\xD1\0\2"_ba}), u"nothing"_s},
         {"inner reference outside", parts("\xA1\x63"), u"nothing"_s},
+        {"reference outside below another key", list({"\x51x", "\x51y", "\xD1\1\x63", "\xD1\0\2"_ba}),
+         u"nothing"_s},
         {"huge count of text", id("\x5F\x13\x7F\xFF\xFF\xFF\xFF\xFF\xFF\xFFx"), u"nothing"_s},
         {"huge count of units", id("\x6F\x13\x80\0\0\0\0\0\0\1"_ba), u"nothing"_s},
         {"huge count of members", parts("\xAF\x13\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF"), u"nothing"_s},

@@ -58,7 +58,7 @@ protected:
 
     QByteArray exportPDF(const AudioPlugins& plugins, ExportSortOption sort = ExportSortOption::name)
     {
-        PDFExporter::exportPlugins(plugins, sort, m_panel, m_system.platform);
+        PDFExporter::exportPlugins(plugins, ExportFormat::pdf, sort, m_panel, m_system.platform);
         return m_system.root.content(u"/Report.pdf");
     }
     /// What another program says of the report.
@@ -264,7 +264,8 @@ TEST_F(PDFExporterTest, WritesTheCSVByteForByteAndOpensIt)
                                       m_system.root.at(u"/Reader").toStdString());
     QFile::setPermissions(*m_panel.answer, QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup);
     const auto permissions = QFile::permissions(*m_panel.answer);
-    PDFExporter::exportPluginsAsCSV({odd, fresh}, ExportSortOption::status, m_panel, m_system.platform);
+    PDFExporter::exportPlugins({odd, fresh}, ExportFormat::csv, ExportSortOption::status, m_panel,
+                               m_system.platform);
     EXPECT_EQ(QFile::permissions(*m_panel.answer), permissions);
     EXPECT_EQ(m_system.root.content(u"/List.csv"),
               "\"Status\",\"Manufacturer\",\"Name\",\"Format\",\"Version\",\"Last Used(Est.)\"\n"
@@ -283,7 +284,8 @@ TEST_F(PDFExporterTest, WritesTheCSVByteForByteAndOpensIt)
     EXPECT_EQ(m_system.workspace.opened.size(), 1U);
     m_system.root.addFolder(u"/Report.pdf");
     m_panel.answer = m_system.root.at(u"/Report.pdf");
-    PDFExporter::exportPlugins({fresh}, ExportSortOption::name, m_panel, m_system.platform);
+    PDFExporter::exportPlugins({fresh}, ExportFormat::pdf, ExportSortOption::name, m_panel,
+                               m_system.platform);
     EXPECT_EQ(m_system.workspace.opened.size(), 2U);
 }
 

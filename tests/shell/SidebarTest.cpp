@@ -100,16 +100,22 @@ TEST(SidebarRulesTest, NamesTheActionsByTheFilters)
 {
     using enum PluginFormat;
     struct Row {
-        SidebarFilter filter;
+        PluginFilter filter;
         QString label, summary, question;
     };
     for (const Row& row : {
-             Row{{}, u"All"_s, {}, u"of any active filters."_s},
-             Row{{{vst3}, {}}, u"All VST3"_s, u"VST3"_s, u" by: VST3."_s},
-             Row{{{au, aax}, {}}, u"Filtered"_s, u"AAX, Audio Units"_s, u" by: AAX, Audio Units."_s},
-             Row{{{}, {u"b"_s, u"A"_s}}, u"Filtered"_s, u"A, b"_s, u" by: A, b."_s},
-             Row{{{clap}, {u"50%1"_s}}, u"Filtered"_s, u"CLAP · 50%1"_s, u" by: CLAP + 50%1."_s},
-             Row{{{}, {u"C"_s, u"a"_s, u"B"_s}}, u"Filtered"_s, u"B +2 more"_s, u" by: B, C, a."_s},
+             Row{{.searchText = u"x"_s}, u"All"_s, {}, u"of any active filters."_s},
+             Row{{.formats = {vst3}}, u"All VST3"_s, u"VST3"_s, u" by: VST3."_s},
+             Row{{.formats = {au, aax}}, u"Filtered"_s, u"AAX, Audio Units"_s, u" by: AAX, Audio Units."_s},
+             Row{{.manufacturers = {u"b"_s, u"A"_s}}, u"Filtered"_s, u"A, b"_s, u" by: A, b."_s},
+             Row{{.formats = {clap}, .manufacturers = {u"50%1"_s}},
+                 u"Filtered"_s,
+                 u"CLAP · 50%1"_s,
+                 u" by: CLAP + 50%1."_s},
+             Row{{.manufacturers = {u"C"_s, u"a"_s, u"B"_s}},
+                 u"Filtered"_s,
+                 u"B +2 more"_s,
+                 u" by: B, C, a."_s},
          }) {
         SCOPED_TRACE(qPrintable(row.summary));
         EXPECT_EQ(enableDisableButtonLabel(BulkAction::delete_, row.filter), u"Delete "_s + row.label);
@@ -131,7 +137,7 @@ TEST(SidebarRulesTest, NamesTheActionsByTheFilters)
         "active filters."_s);
     EXPECT_EQ(sidebarWarningMessage(delete_, all, {}),
               u"⚠️ This will PERMANENTLY DELETE 3 plugins from your system. This cannot be undone!"_s);
-    EXPECT_EQ(sidebarWarningMessage(delete_, all, {{vst3}, {}}),
+    EXPECT_EQ(sidebarWarningMessage(delete_, all, {.formats = {vst3}}),
               u"⚠️ This will PERMANENTLY DELETE 3 plugins filtered by: VST3. This cannot be undone!"_s);
 }
 

@@ -2,9 +2,13 @@
 
 #include "platform/Path.h"
 
+#include <QFile>
 #include <QSet>
 
 #include <cerrno>
+
+#include <fcntl.h>
+#include <unistd.h>
 
 namespace orvanlite::platform {
 
@@ -14,6 +18,13 @@ namespace {
 
 constexpr qint64 kLargestHiddenList = 1 << 20;
 
+/// Whether the user has no rights to write there. Other failures are not forbidden things.
+bool isForbidden(const QString& path)
+{
+    return ::faccessat(AT_FDCWD, QFile::encodeName(path).constData(), R_OK | W_OK, AT_EACCESS) != 0 &&
+           (errno == EACCES || errno == EPERM || errno == EROFS);
+}
+
 } // namespace
 
 void FreedesktopFileManager::setHidden(const QString& path)
@@ -22,9 +33,13 @@ void FreedesktopFileManager::setHidden(const QString& path)
     const QByteArray name = fileName(path).toUtf8();
     if (name.isEmpty() || name.contains('\n'))
         throw FileError(EINVAL, path);
+    const bool exists = FreedesktopFileManager::exists(list);
+    // Silent without access, like on systems where a separate program sets the flag and fails on its own.
+    if (isForbidden(exists ? list : parentFolder(path)))
+        return;
     auto content = read(list, kLargestHiddenList);
     // On purpose: an unreadable list is not replaced, it is the user's.
-    if (!content && exists(list))
+    if (!content && exists)
         throw FileError(EIO, list);
     QByteArray lines = content.value_or(QByteArray());
     if (lines.split('\n').contains(name))

@@ -143,10 +143,8 @@ void MainContentView::showExportPicker()
 void MainContentView::exportPlugins()
 {
     // On purpose all plugins, whatever is searched for, filtered and selected.
-    if (m_exportFormat == ExportFormat::csv)
-        PDFExporter::exportPluginsAsCSV(*m_viewModel.plugins, m_exportSortOption, m_savePanel, m_platform);
-    else
-        PDFExporter::exportPlugins(*m_viewModel.plugins, m_exportSortOption, m_savePanel, m_platform);
+    PDFExporter::exportPlugins(*m_viewModel.plugins, m_exportFormat, m_exportSortOption, m_savePanel,
+                               m_platform);
 }
 
 void MainContentView::render()

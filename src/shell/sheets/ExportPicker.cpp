@@ -1,5 +1,6 @@
 #include "shell/sheets/ExportPicker.h"
 
+#include "records/ReportFormat.h"
 #include "shell/toolkit/AppTheme.h"
 #include "shell/toolkit/Dialogs.h"
 #include "shell/toolkit/PressButton.h"
@@ -36,12 +37,6 @@ QFont semibold(QFont font)
 {
     font.setWeight(QFont::DemiBold);
     return font;
-}
-
-QString captionOf(ExportFormat format)
-{
-    return format == ExportFormat::csv ? u"Columns will be ordered with the selected sort column first."_s
-                                       : u"The selected sort column will appear first in the PDF."_s;
 }
 
 /// One part of the segmented choice.
@@ -234,7 +229,7 @@ QWidget* ExportPicker::makeFormats()
         auto* segment = new SegmentButton(rawValue(format), ground);
         segment->setObjectName(u"exportFormat"_s + rawValue(format));
         segment->setAccessibleDescription(u"Format of the report"_s);
-        segment->setAutoExclusive(true); // readers hear one choice of two
+        segment->setAutoExclusive(true); // screen readers report one choice of several
         group->addButton(segment);
         segment->setChecked(format == m_format);
         if (segment->isChecked())
@@ -301,7 +296,7 @@ QWidget* ExportPicker::makeButtons(bool reducesMotion)
 
 void ExportPicker::render()
 {
-    m_caption->setText(captionOf(m_format));
+    m_caption->setText(reportFormat(m_format).caption);
     m_export->setText(u"Export as %1"_s.arg(rawValue(m_format)));
     m_export->updateGeometry();
 }
@@ -309,10 +304,10 @@ void ExportPicker::render()
 void ExportPicker::present()
 {
     const int width = std::max(kWidth, layout()->minimumSize().width());
-    // The longer caption decides, so that nothing moves under the pointer.
+    // The longest caption decides, so that nothing moves under the pointer.
     int captionHeight = 0;
     for (const ExportFormat format : allCases<ExportFormat>) {
-        m_caption->setText(captionOf(format));
+        m_caption->setText(reportFormat(format).caption);
         captionHeight = std::max(captionHeight, m_caption->heightForWidth(width - 2 * kPadding));
     }
     m_caption->setMinimumHeight(captionHeight);

@@ -68,7 +68,7 @@ SidebarActions::SidebarActions(bool reducesMotion, QWidget* parent)
     add(BulkAction::delete_, u"deleteFilteredButton"_s, u"trash.fill"_s, &AppTheme::red);
 }
 
-void SidebarActions::setFilter(const SidebarFilter& filter)
+void SidebarActions::setFilter(const PluginFilter& filter)
 {
     for (const auto& [action, button] : m_buttons)
         button->setLabel(enableDisableButtonLabel(action, filter));

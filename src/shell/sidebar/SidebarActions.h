@@ -10,7 +10,7 @@
 namespace orvanlite {
 
 class SidebarButton;
-struct SidebarFilter;
+struct PluginFilter;
 
 /// The three actions on everything that the filters match. It starts none: it tells which one was asked for.
 class SidebarActions final : public QWidget {
@@ -20,7 +20,7 @@ public:
     SidebarActions(bool reducesMotion, QWidget* parent);
 
     /// Names the buttons by what they would act on.
-    void setFilter(const SidebarFilter& filter);
+    void setFilter(const PluginFilter& filter);
 
 Q_SIGNALS:
     void requested(orvanlite::BulkAction action);

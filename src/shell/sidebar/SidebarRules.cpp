@@ -44,16 +44,16 @@ QString joined(QStringList parts, const QString& separator)
 
 } // namespace
 
-QString enableDisableButtonLabel(BulkAction action, const SidebarFilter& filter)
+QString enableDisableButtonLabel(BulkAction action, const PluginFilter& filter)
 {
-    if (filter.isEmpty())
+    if (!filter.hasSidebarFilters())
         return word(action) + u" All"_s;
     if (filter.formats.size() == 1 && filter.manufacturers.isEmpty())
         return word(action) + u" All "_s + rawValue(*filter.formats.begin());
     return word(action) + u" Filtered"_s;
 }
 
-QString sidebarWarningMessage(BulkAction action, const AudioPlugins& filtered, const SidebarFilter& filter)
+QString sidebarWarningMessage(BulkAction action, const AudioPlugins& filtered, const PluginFilter& filter)
 {
     const auto count = std::count_if(filtered.begin(), filtered.end(), [action](const AudioPlugin& each) {
         return action == BulkAction::delete_ || each.isEnabled == (action == BulkAction::disable);
@@ -61,19 +61,20 @@ QString sidebarWarningMessage(BulkAction action, const AudioPlugins& filtered, c
     const QString filters =
         joined({sortedNames(filter.formats), plainSorted(filter.manufacturers).join(u", "_s)}, u" + "_s);
     if (action == BulkAction::delete_) {
-        const QString what = filter.isEmpty() ? u"from your system"_s : u"filtered by: "_s + filters;
+        const QString what =
+            filter.hasSidebarFilters() ? u"filtered by: "_s + filters : u"from your system"_s;
         return u"⚠️ This will PERMANENTLY DELETE "_s + QString::number(count) + u" plugins "_s + what +
                u". This cannot be undone!"_s;
     }
     const QString verb = word(action).toLower();
-    if (!filter.isEmpty())
+    if (filter.hasSidebarFilters())
         return u"This will "_s + verb + u' ' + QString::number(count) + u" plugins filtered by: "_s +
                filters + u'.';
     return u"This will %1 ALL %2 %3 plugins across every format and manufacturer, regardless of any active filters."_s
         .arg(verb, QString::number(count), action == BulkAction::enable ? u"disabled"_s : u"enabled"_s);
 }
 
-QString filterSummary(const SidebarFilter& filter)
+QString filterSummary(const PluginFilter& filter)
 {
     const QStringList names = plainSorted(filter.manufacturers);
     const QString manufacturers =

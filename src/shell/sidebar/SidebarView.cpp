@@ -269,14 +269,9 @@ QWidget* SidebarView::makeScanningRow()
     return m_scanning;
 }
 
-SidebarFilter SidebarView::currentFilter() const
-{
-    return {*m_viewModel.selectedFormats, *m_viewModel.selectedManufacturers};
-}
-
 void SidebarView::render()
 {
-    const SidebarFilter filter = currentFilter();
+    const PluginFilter filter = m_viewModel.currentFilter();
     m_allPlugins->setCount(QString::number(m_viewModel.plugins->size()));
     m_allPlugins->setSelected(filter.formats.isEmpty() && *m_viewModel.showAllPlugins &&
                               !m_viewModel.activeProfile->has_value());
@@ -293,7 +288,7 @@ void SidebarView::render()
     m_menuBarSection->refresh();
 }
 
-void SidebarView::renderFormats(const SidebarFilter& filter)
+void SidebarView::renderFormats(const PluginFilter& filter)
 {
     if (std::exchange(m_areCountsDue, false)) {
         const auto counts = m_viewModel.pluginCounts();
@@ -307,14 +302,14 @@ void SidebarView::renderFormats(const SidebarFilter& filter)
     }
 }
 
-void SidebarView::renderPresence(const SidebarFilter& filter)
+void SidebarView::renderPresence(const PluginFilter& filter)
 {
     const bool hasProfile = m_viewModel.activeProfile->has_value();
     const bool hasSelection = !m_viewModel.persistedSelections.isEmpty();
     const bool hasManufacturers = !m_viewModel.allManufacturers->isEmpty();
     QWidget* formats = m_formatsSection->header();
     QWidget* manufacturers = hasManufacturers ? m_manufacturersSection->header() : formats;
-    present(m_filterBar, !filter.isEmpty(), m_allPlugins);
+    present(m_filterBar, filter.hasSidebarFilters(), m_allPlugins);
     // The bulk pane takes over where something is selected.
     present(m_actionsSection, *m_viewModel.showAllPlugins && !hasProfile && !hasSelection, formats);
     present(m_clearManufacturers, !filter.manufacturers.isEmpty(), manufacturers);
@@ -417,7 +412,7 @@ void SidebarView::confirm(BulkAction action)
     // A screen reader's action does not come as input that could be kept away.
     if (*m_viewModel.isRunningScript || m_warning)
         return;
-    const SidebarFilter filter = currentFilter();
+    const PluginFilter filter = m_viewModel.currentFilter();
     Question question;
     question.objectName = u"sidebarWarning"_s;
     question.action = enableDisableButtonLabel(action, filter);

@@ -24,6 +24,7 @@ class ActivityLogManager;
 class FilterBar;
 enum class BulkAction;
 class OpenPanel;
+struct PluginFilter;
 class PluginManagerViewModel;
 class PressButton;
 class MenuBarLoginItem;
@@ -31,7 +32,6 @@ class MenuBarSection;
 class ProfileManager;
 class SavePanel;
 class SidebarActions;
-struct SidebarFilter;
 class SidebarItemButton;
 class SidebarScrollArea;
 class SidebarSection;
@@ -63,8 +63,8 @@ private:
     [[nodiscard]] SidebarSection* makeSection(const QString& title, const QString& identity, QWidget* parent);
 
     void render();
-    void renderFormats(const SidebarFilter& filter);
-    void renderPresence(const SidebarFilter& filter);
+    void renderFormats(const PluginFilter& filter);
+    void renderPresence(const PluginFilter& filter);
     void showBusyState();
     /// Opens the actions, makes room for them and scrolls to them.
     void expandActions();
@@ -78,8 +78,6 @@ private:
     void clearActiveProfile();
     void confirm(BulkAction action);
     void perform(BulkAction action);
-
-    [[nodiscard]] SidebarFilter currentFilter() const;
 
     PluginManagerViewModel& m_viewModel;
     ActivityLogManager& m_activityLog;

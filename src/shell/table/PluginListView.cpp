@@ -34,10 +34,6 @@ constexpr int kHintCount = 101;
 constexpr int kTableInset = 10;
 constexpr int kSpinnerSize = 12;
 
-constexpr std::array<PluginSortKey, kPluginColumnCount> kColumnSortKeys{
-    PluginSortKey::statusValue, PluginSortKey::name,         PluginSortKey::manufacturer,
-    PluginSortKey::format,      PluginSortKey::versionValue, PluginSortKey::lastUsedValue};
-
 QLabel* caption(const QString& name, double size, QWidget* parent)
 {
     auto* label = new QLabel(parent);
@@ -181,15 +177,12 @@ bool PluginListView::isSameFirstPage(const AudioPlugins& rows) const
     return page > 0;
 }
 
-bool PluginListView::isOtherQuery()
+bool PluginListView::isOtherList()
 {
-    Query now{*m_viewModel.searchText,
-              *m_viewModel.selectedFormats,
-              *m_viewModel.selectedManufacturers,
-              *m_viewModel.sortOrder,
-              *m_viewModel.activeProfile ? std::optional((*m_viewModel.activeProfile)->id) : std::nullopt,
-              *m_viewModel.profileViewFilter};
-    return now != std::exchange(m_shownQuery, now);
+    const std::optional<PluginProfile>& profile = *m_viewModel.activeProfile;
+    const ShownList now{m_viewModel.currentFilter(), *m_viewModel.sortOrder,
+                        profile ? std::optional(profile->id) : std::nullopt, *m_viewModel.profileViewFilter};
+    return now != std::exchange(m_shownList, now);
 }
 
 void PluginListView::renderRows()
@@ -218,7 +211,7 @@ void PluginListView::renderRows()
         m_table->setAutoScroll(true);
     }
     m_table->keepACurrentRow();
-    if (isOtherQuery()) {
+    if (isOtherList()) {
         scrollBar.setValue(0); // another search or sort is read from its first row on
     } else if (scrollBar.value() != scroll) {
         m_table->doItemsLayout(); // the scroll bar must know of the new rows
@@ -247,8 +240,9 @@ void PluginListView::renderSort()
 {
     const PluginSortOrder& order = *m_viewModel.sortOrder;
     const PluginComparator first = order.empty() ? PluginComparator{} : order.front();
-    const auto found = std::find(kColumnSortKeys.begin(), kColumnSortKeys.end(), first.key);
-    m_table->header()->setSortIndicator(static_cast<int>(found - kColumnSortKeys.begin()),
+    const auto found = std::find_if(kPluginColumns.begin(), kPluginColumns.end(),
+                                    [&](const PluginColumnRow& each) { return each.sortKey == first.key; });
+    m_table->header()->setSortIndicator(static_cast<int>(found - kPluginColumns.begin()),
                                         first.order == PluginSortDirection::forward ? Qt::AscendingOrder
                                                                                     : Qt::DescendingOrder);
 }
@@ -268,7 +262,7 @@ void PluginListView::renderFooter()
 
 void PluginListView::sortBy(int column)
 {
-    const PluginSortKey key = kColumnSortKeys[static_cast<std::size_t>(column)];
+    const PluginSortKey key = pluginColumn(column).sortKey;
     PluginSortOrder order = *m_viewModel.sortOrder;
     PluginComparator first{key, PluginSortDirection::forward};
     if (!order.empty() && order.front() == first)

@@ -1,11 +1,15 @@
 #pragma once
 
+#include "catalogue/PluginFilter.h"
 #include "model/AudioPlugin.h"
 #include "operations/PluginSort.h"
 
 #include <QSet>
 #include <QUuid>
 #include <QWidget>
+
+#include <optional>
+#include <tuple>
 
 class QLabel;
 
@@ -53,19 +57,11 @@ private:
     /// Whether the list grows by pages: the changes under a preview are all there.
     [[nodiscard]] bool isPaged() const;
     [[nodiscard]] bool isSameFirstPage(const AudioPlugins& rows) const;
-    /// Whether the filters or the sort are others than at the last look.
-    [[nodiscard]] bool isOtherQuery();
+    /// Whether the filters, the sort or the preview have changed since the last call.
+    [[nodiscard]] bool isOtherList();
 
-    /// What the rows are the answer to.
-    struct Query {
-        QString searchText;
-        QSet<PluginFormat> formats;
-        QSet<QString> manufacturers;
-        PluginSortOrder sortOrder;
-        std::optional<QUuid> profile;
-        QString profileViewFilter;
-        bool operator==(const Query&) const = default;
-    };
+    /// Filter, sort, id of the profile under preview and the preview's tab.
+    using ShownList = std::tuple<PluginFilter, PluginSortOrder, std::optional<QUuid>, QString>;
 
     PluginManagerViewModel& m_viewModel;
     const platform::Platform& m_platform;
@@ -81,7 +77,7 @@ private:
     bool m_isRendering = false;
     bool m_hasScanned = false;
     QSet<QUuid> m_previousSelectedPlugins;
-    Query m_shownQuery;
+    ShownList m_shownList;
 };
 
 } // namespace orvanlite

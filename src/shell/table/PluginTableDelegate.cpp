@@ -31,7 +31,7 @@ constexpr int kBadgePaddingX = 7;
 constexpr int kBadgePaddingY = 3;
 constexpr int kStatusPaddingX = 6;
 
-PluginColumn columnOf(const QModelIndex& index) { return static_cast<PluginColumn>(index.column()); }
+PluginCell cellOf(const QModelIndex& index) { return pluginColumn(index.column()).cell; }
 
 QString textOf(const QModelIndex& index) { return index.data(Qt::DisplayRole).toString(); }
 
@@ -120,7 +120,7 @@ QRect PluginTableDelegate::switchRect(const QRect& cell)
 
 QRect PluginTableDelegate::linkRect(const QRect& cell, const QModelIndex& index, const QFont& font) const
 {
-    if (columnOf(index) != PluginColumn::manufacturer || m_model.isPreview() ||
+    if (cellOf(index) != PluginCell::link || m_model.isPreview() ||
         index.data(PluginTableModel::IsFadedRole).toBool())
         return {};
     const QFontMetrics metrics(font);
@@ -143,17 +143,17 @@ void PluginTableDelegate::paint(QPainter* painter, const QStyleOptionViewItem& o
     painter->setRenderHint(QPainter::Antialiasing);
     painter->setClipRect(cell.rect);
     paintGround(*painter, cell, index);
-    switch (columnOf(index)) {
-    case PluginColumn::status:
+    switch (cellOf(index)) {
+    case PluginCell::status:
         if (previewOf(index) == PreviewState::none)
             paintSwitch(*painter, cell, index);
         else
             paintPreviewStatus(*painter, cell, index);
         break;
-    case PluginColumn::manufacturer:
+    case PluginCell::link:
         paintLink(*painter, cell, index);
         break;
-    case PluginColumn::format:
+    case PluginCell::badge:
         paintBadge(*painter, cell, index);
         break;
     default:
@@ -186,7 +186,7 @@ void PluginTableDelegate::paintGround(QPainter& painter, const QStyleOptionViewI
         painter.setPen(QPen(AppTheme::accent(option.palette), 1.5));
         painter.setBrush(Qt::NoBrush);
         painter.drawRoundedRect(row.adjusted(0.75, 0.75, -0.75, -0.75), kRowRadius, kRowRadius);
-        if (table->currentIndex() == index && columnOf(index) == PluginColumn::manufacturer) {
+        if (table->currentIndex() == index && cellOf(index) == PluginCell::link) {
             // Return opens the link: show which cell would act.
             const QRectF link = QRectF(linkRect(option.rect, index, option.font)).adjusted(-4, 0, 4, 0);
             if (link.isValid())
@@ -295,17 +295,17 @@ void PluginTableDelegate::paintText(QPainter& painter, const QStyleOptionViewIte
 {
     QFont font = option.font;
     QColor colour = AppTheme::secondary(option.palette);
-    switch (columnOf(index)) {
-    case PluginColumn::name:
+    switch (cellOf(index)) {
+    case PluginCell::title:
         font.setWeight(QFont::Medium);
         if (previewOf(index) != PreviewState::staysDisabled)
             colour = AppTheme::primary(option.palette);
         break;
-    case PluginColumn::manufacturer:
+    case PluginCell::link:
         if (!index.data(PluginTableModel::IsFadedRole).toBool())
             colour = AppTheme::primary(option.palette);
         break;
-    case PluginColumn::lastUsed:
+    case PluginCell::caption:
         font = smallFont(font);
         if (index.data(PluginTableModel::IsFadedRole).toBool())
             colour = AppTheme::withOpacity(colour, 0.5);
@@ -329,20 +329,20 @@ void PluginTableDelegate::paintText(QPainter& painter, const QStyleOptionViewIte
 QSize PluginTableDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const
 {
     const int height = std::max(kRowHeight, option.fontMetrics.height() + kCellPadding);
-    return {widthFor(columnOf(index), textOf(index), option.font), height};
+    return {widthFor(cellOf(index), textOf(index), option.font), height};
 }
 
-int PluginTableDelegate::widthFor(PluginColumn column, const QString& text, const QFont& font) const
+int PluginTableDelegate::widthFor(PluginCell cell, const QString& text, const QFont& font) const
 {
     const auto needs = [&text](const QFont& each) { return QFontMetrics(each).horizontalAdvance(text) + 1; };
-    switch (column) {
-    case PluginColumn::status:
+    switch (cell) {
+    case PluginCell::status:
         return 2 * kCellPadding + (m_model.isPreview() ? needs(statusFont(font)) + kBadgeIconSize +
                                                              kLinkSpacing + 2 * kStatusPaddingX
                                                        : kSwitchSize.width());
-    case PluginColumn::manufacturer:
+    case PluginCell::link:
         return needs(font) + 2 * kCellPadding + kLinkSpacing + kLinkIconSize;
-    case PluginColumn::format:
+    case PluginCell::badge:
         return needs(smallFont(font)) + 2 * kCellPadding + kBadgeIconSize + kLinkSpacing + 1 +
                2 * kBadgePaddingX;
     default:
@@ -350,30 +350,17 @@ int PluginTableDelegate::widthFor(PluginColumn column, const QString& text, cons
     }
 }
 
-int PluginTableDelegate::leastWidth(PluginColumn column, const QFont& font) const
+int PluginTableDelegate::leastWidth(const PluginColumnRow& column, const QFont& font) const
 {
-    switch (column) {
-    case PluginColumn::status:
-        return widthFor(column, u"Will Disable"_s, font);
-    case PluginColumn::name:
-        return 20 * QFontMetrics(font).averageCharWidth();
-    case PluginColumn::manufacturer:
-        return 16 * QFontMetrics(font).averageCharWidth();
-    case PluginColumn::format:
-        return widthFor(column, rawValue(PluginFormat::au), font);
-    case PluginColumn::version:
-        return widthFor(column, u"10.10.10"_s, font);
-    case PluginColumn::lastUsed:
-        break;
-    }
-    return widthFor(column, u"10 months ago"_s, font);
+    return column.usualText.isEmpty() ? column.leastCharacters * QFontMetrics(font).averageCharWidth()
+                                      : widthFor(column.cell, column.usualText.toString(), font);
 }
 
 bool PluginTableDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view,
                                     const QStyleOptionViewItem& option, const QModelIndex& index)
 {
     // The tooltip of a maker speaks of its link, which may end before the cell does.
-    if (index.isValid() && columnOf(index) == PluginColumn::manufacturer &&
+    if (index.isValid() && cellOf(index) == PluginCell::link &&
         !linkRect(option.rect, index, view->font()).contains(event->pos())) {
         QToolTip::hideText();
         return true;
@@ -390,7 +377,7 @@ bool PluginTableDelegate::editorEvent(QEvent* event, QAbstractItemModel* model,
     if (mouse->button() != Qt::LeftButton)
         return false;
     const QPoint position = mouse->position().toPoint();
-    if (columnOf(index) == PluginColumn::status && switchRect(option.rect).contains(position)) {
+    if (cellOf(index) == PluginCell::status && switchRect(option.rect).contains(position)) {
         const bool isOn = index.data(Qt::CheckStateRole).toInt() == Qt::Checked;
         return model->setData(index, isOn ? Qt::Unchecked : Qt::Checked, Qt::CheckStateRole);
     }

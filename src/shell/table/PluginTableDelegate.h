@@ -9,7 +9,8 @@ class QVariantAnimation;
 namespace orvanlite {
 
 class PluginTableModel;
-enum class PluginColumn;
+enum class PluginCell;
+struct PluginColumnRow;
 
 /// Draws the cells of the plugin table: the switch, the maker's link, the format's badge and plain texts, on the
 /// rounded ground of the row.
@@ -28,7 +29,7 @@ public:
     [[nodiscard]] static QRect switchRect(const QRect& cell);
 
     /// What the column's usual texts need in that font.
-    [[nodiscard]] int leastWidth(PluginColumn column, const QFont& font) const;
+    [[nodiscard]] int leastWidth(const PluginColumnRow& column, const QFont& font) const;
 
     void setHoveredLink(const QModelIndex& index) { m_hoveredLink = index; }
     [[nodiscard]] bool showsFocus() const { return m_showsFocus; }
@@ -47,7 +48,7 @@ Q_SIGNALS:
     void linkActivated(const QModelIndex& index);
 
 private:
-    [[nodiscard]] int widthFor(PluginColumn column, const QString& text, const QFont& font) const;
+    [[nodiscard]] int widthFor(PluginCell cell, const QString& text, const QFont& font) const;
     void paintGround(QPainter& painter, const QStyleOptionViewItem& option, const QModelIndex& index) const;
     void paintPreviewStatus(QPainter& painter, const QStyleOptionViewItem& option,
                             const QModelIndex& index) const;

@@ -12,13 +12,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-QString previewText(PreviewState state)
-{
-    static const std::array texts{QString(), u"Will Enable"_s, u"Will Disable"_s, u"Enabled"_s,
-                                  u"Disabled"_s};
-    return texts[static_cast<std::size_t>(state)];
-}
-
 QString previewIcon(PreviewState state)
 {
     static const std::array keys{QString(), u"arrow.up.circle.fill"_s, u"arrow.down.circle.fill"_s,
@@ -149,38 +142,25 @@ int PluginTableModel::columnCount(const QModelIndex& parent) const
     return parent.isValid() ? 0 : kPluginColumnCount;
 }
 
-QString PluginTableModel::text(const AudioPlugin& plugin, PluginColumn column) const
+QString PluginTableModel::text(const AudioPlugin& plugin, const PluginColumnRow& column) const
 {
-    switch (column) {
-    case PluginColumn::status:
-        return isPreview() ? previewText(previewState(plugin)) : plugin.statusValue();
-    case PluginColumn::name:
-        return plugin.name;
-    case PluginColumn::manufacturer:
-        return plugin.manufacturer.isEmpty() ? u"Unknown"_s : plugin.manufacturer;
-    case PluginColumn::format:
-        return rawValue(plugin.format);
-    case PluginColumn::version:
-        return plugin.versionValue();
-    case PluginColumn::lastUsed:
-        break;
-    }
-    return plugin.lastUsedValue(Date::fromUnix(m_clock.now()));
+    return column.text(plugin, previewState(plugin), Date::fromUnix(m_clock.now()));
 }
 
-QString PluginTableModel::accessibleDescription(const AudioPlugin& plugin, PluginColumn column) const
+QString PluginTableModel::description(const AudioPlugin& plugin, const PluginColumnRow& column) const
 {
-    switch (column) {
-    case PluginColumn::status:
-        return isPreview() ? QString() : u"Switch for "_s + plugin.name;
-    case PluginColumn::name:
-        return plugin.currentPath;
-    case PluginColumn::manufacturer:
-        return isPreview() || plugin.manufacturer.isEmpty()
-                   ? QString()
-                   : u"Visit "_s + plugin.manufacturer + u" website"_s;
-    default:
+    return column.description ? column.description(plugin, previewState(plugin)) : QString();
+}
+
+QVariant PluginTableModel::toolTip(const AudioPlugin& plugin, const PluginColumnRow& column) const
+{
+    switch (column.cell) {
+    case PluginCell::status:
         return {};
+    case PluginCell::title: // which may be cut
+        return plainToolTip(text(plugin, column) + u'\n' + description(plugin, column));
+    default:
+        return plainToolTip(description(plugin, column));
     }
 }
 
@@ -189,29 +169,27 @@ QVariant PluginTableModel::data(const QModelIndex& index, int role) const
     if (!index.isValid() || index.row() >= rowCount())
         return {};
     const AudioPlugin& row = plugin(index.row());
-    const auto column = static_cast<PluginColumn>(index.column());
+    const PluginColumnRow& column = pluginColumn(index.column());
+    const bool isSwitch = column.cell == PluginCell::status && !isPreview();
     switch (role) {
     case Qt::DisplayRole:
-        return column == PluginColumn::status && !isPreview() ? QVariant() : text(row, column);
+        return isSwitch ? QVariant() : text(row, column);
     case Qt::AccessibleTextRole:
         return text(row, column);
     case Qt::AccessibleDescriptionRole:
-        return accessibleDescription(row, column);
+        return description(row, column);
     case Qt::ToolTipRole:
-        if (column == PluginColumn::name) // which may be cut
-            return plainToolTip(u"%1\n%2"_s.arg(row.name, row.currentPath));
-        return column == PluginColumn::status ? QVariant() : plainToolTip(accessibleDescription(row, column));
+        return toolTip(row, column);
     case Qt::CheckStateRole:
-        if (column == PluginColumn::status && !isPreview())
+        if (isSwitch)
             return row.isEnabled ? Qt::Checked : Qt::Unchecked;
         return {};
     case IsFadedRole:
-        return (column == PluginColumn::manufacturer && row.manufacturer.isEmpty()) ||
-               (column == PluginColumn::lastUsed && !row.lastUsed);
+        return column.isUnknown && column.isUnknown(row);
     case IconRole:
-        if (column == PluginColumn::status && isPreview())
+        if (column.cell == PluginCell::status && isPreview())
             return previewIcon(previewState(row));
-        return column == PluginColumn::format ? formatIcon(row.format) : QVariant();
+        return column.cell == PluginCell::badge ? formatIcon(row.format) : QVariant();
     case PreviewRole:
         return static_cast<int>(previewState(row));
     default:
@@ -232,13 +210,11 @@ bool PluginTableModel::setData(const QModelIndex& index, const QVariant& value, 
 
 QVariant PluginTableModel::headerData(int section, Qt::Orientation orientation, int role) const
 {
-    static const std::array<QString, kPluginColumnCount> titles{
-        u"Status"_s, u"Name"_s, u"Manufacturer"_s, u"Format"_s, u"Version"_s, u"Last Used(Est.)"_s};
     if (orientation != Qt::Horizontal || section < 0 || section >= kPluginColumnCount)
         return {};
     if (role == Qt::TextAlignmentRole)
         return QVariant(Qt::AlignLeft | Qt::AlignVCenter);
-    return role == Qt::DisplayRole ? titles[static_cast<std::size_t>(section)] : QVariant();
+    return role == Qt::DisplayRole ? pluginColumn(section).title.toString() : QVariant();
 }
 
 Qt::ItemFlags PluginTableModel::flags(const QModelIndex& index) const

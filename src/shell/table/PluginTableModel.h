@@ -1,6 +1,7 @@
 #pragma once
 
 #include "model/AudioPlugin.h"
+#include "shell/table/PluginColumns.h"
 
 #include <QAbstractTableModel>
 #include <QSet>
@@ -13,13 +14,6 @@ class Clock;
 }
 
 namespace orvanlite {
-
-/// Columns of the plugin table, in order.
-enum class PluginColumn { status, name, manufacturer, format, version, lastUsed };
-inline constexpr int kPluginColumnCount = 6;
-
-/// What a profile under preview would make of a plugin.
-enum class PreviewState { none, willEnable, willDisable, staysEnabled, staysDisabled };
 
 /// Frees rows that are shown no longer bit by bit: at once, 100,000 of them would hold up the letter that was typed.
 class PluginLeftovers final {
@@ -79,8 +73,9 @@ Q_SIGNALS:
     void stateChanged(const QUuid& id, bool isEnabled);
 
 private:
-    [[nodiscard]] QString text(const AudioPlugin& plugin, PluginColumn column) const;
-    [[nodiscard]] QString accessibleDescription(const AudioPlugin& plugin, PluginColumn column) const;
+    [[nodiscard]] QString text(const AudioPlugin& plugin, const PluginColumnRow& column) const;
+    [[nodiscard]] QString description(const AudioPlugin& plugin, const PluginColumnRow& column) const;
+    [[nodiscard]] QVariant toolTip(const AudioPlugin& plugin, const PluginColumnRow& column) const;
     [[nodiscard]] std::size_t commonHead(const AudioPlugins& plugins) const;
     void changeInPlace(const AudioPlugins& plugins, std::size_t count);
 

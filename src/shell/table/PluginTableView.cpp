@@ -67,6 +67,10 @@ PluginTableView::PluginTableView(PluginTableModel& model, bool reducesMotion, QW
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     verticalHeader()->setDefaultSectionSize(std::max(kRowHeight, fontMetrics().height() + 12));
     m_header->setStretchLastSection(false);
+    for (std::size_t i = 0; i < kPluginColumns.size(); ++i) {
+        m_shares[i] = kPluginColumns[i].share;
+        m_previewShares[i] = kPluginColumns[i].previewShare;
+    }
     viewport()->setAutoFillBackground(false);
 
     connect(m_header, &QHeaderView::sectionResized, this, [this] { takeOverShares(); });
@@ -271,25 +275,23 @@ void PluginTableView::leaveEvent(QEvent* event)
 void PluginTableView::showModelColumns()
 {
     m_isLayingOut = true;
-    for (const PluginColumn column : {PluginColumn::version, PluginColumn::lastUsed})
-        setColumnHidden(static_cast<int>(column), m_model.isPreview());
+    for (int column = 0; column < kPluginColumnCount; ++column)
+        setColumnHidden(column, !pluginColumn(column).isShown(m_model.isPreview()));
     layoutColumns();
 }
 
 int PluginTableView::leastWidth(int column) const
 {
-    return std::max(m_header->leastWidth(column),
-                    m_delegate->leastWidth(static_cast<PluginColumn>(column), font()));
+    return std::max(m_header->leastWidth(column), m_delegate->leastWidth(pluginColumn(column), font()));
 }
 
 void PluginTableView::layoutColumns()
 {
     m_isLayingOut = true;
-    const int count =
-        1 + static_cast<int>(m_model.isPreview() ? PluginColumn::format : PluginColumn::lastUsed);
+    const auto isShown = [this](int column) { return pluginColumn(column).isShown(m_model.isPreview()); };
     std::array<int, kPluginColumnCount> least{};
-    for (int column = 0; column < count; ++column)
-        least[static_cast<std::size_t>(column)] = leastWidth(column);
+    for (int column = 0; column < kPluginColumnCount; ++column)
+        least[static_cast<std::size_t>(column)] = isShown(column) ? leastWidth(column) : 0;
     // A window that is too narrow for that scrolls sideways.
     const int width = std::max(viewport()->width(), std::accumulate(least.begin(), least.end(), 0));
     std::array<int, kPluginColumnCount> widths{};
@@ -305,8 +307,10 @@ void PluginTableView::layoutColumns()
     const int forMaker = std::max(leastMaker - maker, spare * 2 / 5);
     maker += forMaker;
     name += spare - forMaker;
-    for (int column = 0; column < count; ++column)
-        m_header->resizeSection(column, widths[static_cast<std::size_t>(column)]);
+    for (int column = 0; column < kPluginColumnCount; ++column) {
+        if (isShown(column))
+            m_header->resizeSection(column, widths[static_cast<std::size_t>(column)]);
+    }
     m_isLayingOut = false;
 }
 

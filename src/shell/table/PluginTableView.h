@@ -65,12 +65,12 @@ private:
     PluginTableDelegate* m_delegate;
     PluginTableHeader* m_header;
     QPersistentModelIndex m_hovered;
+    /// Share of the width by column.
     using Shares = std::array<double, kPluginColumnCount>;
     [[nodiscard]] Shares& shares() { return m_model.isPreview() ? m_previewShares : m_shares; }
 
-    /// Share of the width by column.
-    Shares m_shares{0.08, 0.31, 0.24, 0.14, 0.10, 0.13};
-    Shares m_previewShares{0.17, 0.37, 0.28, 0.18, 0, 0};
+    Shares m_shares{};
+    Shares m_previewShares{};
     bool m_isLayingOut = false;
     /// The current row came with the focus: nobody has gone to it yet.
     bool m_isCurrentFromFocus = false;
