@@ -81,7 +81,7 @@ void PluginScanner::createCentralDisabledDirectoryIfNeeded()
     const bool existed = m_files.exists(central);
     try {
         if (!existed)
-            m_files.createDirectory(central);
+            m_files.createDirectory(central, platform::FolderAccess::everybody);
         m_files.setHidden(central);
     } catch (const platform::FileError& error) {
         printLine((existed ? u"Error setting hidden attribute: "_s
@@ -92,7 +92,7 @@ void PluginScanner::createCentralDisabledDirectoryIfNeeded()
         const QString folder = m_locations.centralDisabledDirectory(format);
         try {
             if (!m_files.exists(folder))
-                m_files.createDirectory(folder);
+                m_files.createDirectory(folder, platform::FolderAccess::everybody);
         } catch (const platform::FileError&) {
             // Without write access to the system library the folder stays missing, and the scan finds
             // nothing.

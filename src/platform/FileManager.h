@@ -61,6 +61,11 @@ enum class WriteMode {
     privateFile,
 };
 
+enum class FolderAccess {
+    byUmask,
+    everybody, ///< readable by all users and writable by its owner only, regardless of the umask
+};
+
 /// The file system. Queries never throw; changing calls and list() throw FileError.
 ///
 /// Paths are the system's bytes decoded as UTF-8, without Unicode normalisation. A name that is not valid
@@ -100,7 +105,7 @@ public:
     virtual void remove(const QString& path) = 0;
 
     /// Creates the folder and its missing parents; an existing folder is no error.
-    virtual void createDirectory(const QString& path) = 0;
+    virtual void createDirectory(const QString& path, FolderAccess access = FolderAccess::byUmask) = 0;
 
     /// Marks a file or folder as hidden from file browsers. May finish asynchronously; throws when it cannot
     /// be started. Does nothing without write access to the folder.

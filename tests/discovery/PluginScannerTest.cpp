@@ -4,6 +4,8 @@
 
 #include <QFile>
 
+#include <sys/stat.h>
+
 #include <gmock/gmock.h>
 
 #include <sys/stat.h>
@@ -225,7 +227,20 @@ TEST_F(PluginScannerTest, AFolderThatCannotBeListedPrintsItsLineOnly)
 
 TEST_F(PluginScannerTest, MakesAndHidesTheFoldersOfDisabledPlugins)
 {
-    EXPECT_EQ(printed([&] { PluginScanner scanner(system.platform); }), "");
+    for (const mode_t mask : {0077, 0}) { // as root creates them, whose umask may be any
+        const mode_t old = ::umask(mask);
+        EXPECT_EQ(printed([&] { PluginScanner scanner(system.platform); }), "");
+        ::umask(old);
+        for (const auto& [path, mode] : {std::pair(kDisabled, 0755U),
+                                         {kDisabled + u"CLAP"_s, 0755U},
+                                         {u"/Library/Audio/Plug-Ins/.hidden"_s, 0644U}}) {
+            struct stat status {};
+            ::stat(root.at(path).toUtf8().constData(), &status);
+            EXPECT_EQ(status.st_mode & 0777, mode) << qPrintable(path);
+        }
+        if (mask != 0)
+            system.files.remove(root.at(u"/Library"));
+    }
     EXPECT_EQ(root.names(kDisabled),
               QStringList({u"AAX"_s, u"Audio Units"_s, u"CLAP"_s, u"VST"_s, u"VST3"_s, u"Waves"_s}));
     const auto isHidden = [&] {

@@ -1,6 +1,7 @@
 #include "platform/freedesktop/FreedesktopFileManager.h"
 
 #include "platform/Path.h"
+#include "platform/posix/SharedUmask.h"
 
 #include <QFile>
 #include <QSet>
@@ -46,6 +47,7 @@ void FreedesktopFileManager::setHidden(const QString& path)
         return;
     if (!lines.isEmpty() && !lines.endsWith('\n'))
         lines += '\n';
+    const SharedUmask umask; // file browsers of all users read it
     write(list, lines + name + '\n', WriteMode::inPlace);
 }
 

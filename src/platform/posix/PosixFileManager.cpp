@@ -3,6 +3,7 @@
 #include "platform/Path.h"
 #include "platform/Utf8.h"
 #include "platform/posix/PrivateFolder.h"
+#include "platform/posix/SharedUmask.h"
 
 #include <QUuid>
 
@@ -20,6 +21,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <memory>
+#include <optional>
 #include <system_error>
 #include <utility>
 
@@ -402,8 +404,11 @@ void PosixFileManager::remove(const QString& path)
         throw FileError(error.value(), path);
 }
 
-void PosixFileManager::createDirectory(const QString& path)
+void PosixFileManager::createDirectory(const QString& path, FolderAccess access)
 {
+    std::optional<SharedUmask> umask;
+    if (access == FolderAccess::everybody)
+        umask.emplace();
     std::error_code error;
     fs::create_directories(toPath(native(path)), error);
     if (error)
