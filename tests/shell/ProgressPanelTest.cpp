@@ -3,6 +3,7 @@
 #include "shell/progress/ProgressWindowManager.h"
 #include "shell/toolkit/AppTheme.h"
 #include "shell/toolkit/TabularLabel.h"
+#include "shell/toolkit/ThemeController.h"
 #include "support/Fakes.h"
 
 #include <QApplication>
@@ -56,6 +57,7 @@ protected:
     static QRgb pixel(QWidget& widget, int x, int y) { return widget.grab().toImage().pixel(x, y); }
 
     TestPlatform m_system;
+    const ThemeController m_theme{m_system.appearance};
     ProgressWindowManager m_manager{m_system.platform};
 };
 

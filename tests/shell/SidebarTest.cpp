@@ -10,6 +10,7 @@
 #include "shell/sidebar/SidebarView.h"
 #include "shell/toolkit/FileOpenPanel.h"
 #include "shell/toolkit/FileSavePanel.h"
+#include "shell/toolkit/ThemeController.h"
 
 #include <QMessageBox>
 #include <QPushButton>
@@ -115,6 +116,7 @@ protected:
     FileSavePanel m_savePanel{m_host, {}};
     FileOpenPanel m_openPanel{m_host, {}};
     QStringList m_passed; ///< to the operations on a format
+    const ThemeController m_theme{m_system.appearance};
     std::unique_ptr<SidebarView> m_sidebar;
 };
 

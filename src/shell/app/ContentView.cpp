@@ -2,7 +2,6 @@
 
 #include "operations/Detach.h"
 #include "operations/PluginManagerViewModel.h"
-#include "platform/Appearance.h"
 #include "platform/Defaults.h"
 #include "platform/Platform.h"
 #include "profiles/ProfileManager.h"
@@ -103,7 +102,7 @@ ContentView::ContentView(const platform::Platform& platform, const SharedObjects
             showErrorAlert();
     });
     m_updates->watch(m_pluginManager->selectedFormats);
-    m_cleanupSheet = new UADCleanupSheet(m_uadCleanup, platform.appearance.reducesMotion(), this);
+    m_cleanupSheet = new UADCleanupSheet(m_uadCleanup, this);
     m_uadCleanup.pluginManager = m_pluginManager.get();
     m_uadCleanup.showCleanupSheet.observe(this, [this] { showCleanupSheet(); });
 }
@@ -124,7 +123,7 @@ QWidget* ContentView::makeDetailColumn(const platform::Platform& platform)
     auto* detail = new QWidget(this);
     // In the order of Tab.
     Banner* updateBanner = makeUpdateBanner(m_updateChecker, platform, &QApplication::quit, detail);
-    m_newPlugins = new NewPluginsWorkflow(*m_pluginManager, *m_profileManager, platform.appearance, detail);
+    m_newPlugins = new NewPluginsWorkflow(*m_pluginManager, *m_profileManager, detail);
     auto* mainContent = new MainContentView(
         *m_pluginManager, *m_bulkConfirmation, *m_savePanel, platform,
         [this] {

@@ -2,7 +2,6 @@
 
 #include "operations/Detach.h"
 #include "operations/PluginManagerViewModel.h"
-#include "platform/Appearance.h"
 #include "records/PDFExporter.h"
 #include "shell/app/DragHandle.h"
 #include "shell/bulk/BulkActionsView.h"
@@ -54,17 +53,17 @@ MainContentView::MainContentView(PluginManagerViewModel& viewModel, BulkConfirma
     , m_onResetTapped(std::move(onResetTapped))
     , m_body(new QStackedWidget(this))
     , m_emptyState(new EmptyStateView(m_body))
-    , m_reducesMotion(platform.appearance.reducesMotion())
     , m_updates(new ViewUpdater([this] { render(); }, this))
 {
     setObjectName(u"mainContentView"_s);
     auto* toolRow = new QWidget(this);
     buildToolRow(toolRow);
-    m_preview = new PreviewStrip(viewModel, m_reducesMotion, this); // before the table also for Tab
+    m_preview = new PreviewStrip(viewModel, this); // before the table also for Tab
+    connect(m_preview, &PreviewStrip::closeClicked, this, [this] { m_viewModel.closeProfilePreview(); });
     auto* tables = new QWidget(m_body);
     m_list = new PluginListView(viewModel, platform, tables);
     m_handle = new DragHandle(tables);
-    m_bulkActions = new BulkActionsView(viewModel, confirmation, platform, tables);
+    m_bulkActions = new BulkActionsView(viewModel, confirmation, tables);
     m_bulkActions->setPaneHeight(m_bulkPaneHeight);
     connect(m_handle, &DragHandle::dragged, this, &MainContentView::resizeBulkPane);
 
@@ -93,7 +92,6 @@ PressButton* MainContentView::addToolButton(QHBoxLayout* row, const QString& tex
 {
     auto* button = new PressButton(text, iconKey, PressButton::Ground::none, row->parentWidget());
     button->setObjectName(text.toLower() + u"Button"_s);
-    button->setReducesMotion(m_reducesMotion);
     row->addWidget(button);
     return button;
 }
@@ -134,7 +132,7 @@ void MainContentView::reset()
 
 void MainContentView::showExportPicker()
 {
-    auto* picker = new ExportPicker(m_exportFormat, m_exportSortOption, m_reducesMotion, window());
+    auto* picker = new ExportPicker(m_exportFormat, m_exportSortOption, window());
     picker->setAttribute(Qt::WA_DeleteOnClose);
     connect(picker, &QDialog::accepted, this, &MainContentView::exportPlugins);
     picker->present();

@@ -58,7 +58,6 @@ private:
     double m_bulkPaneHeight = 200;
     ExportFormat m_exportFormat = ExportFormat::pdf;
     ExportSortOption m_exportSortOption = ExportSortOption::name;
-    const bool m_reducesMotion;
     ViewUpdater* m_updates;
 };
 

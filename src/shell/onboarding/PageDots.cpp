@@ -1,6 +1,7 @@
 #include "shell/onboarding/PageDots.h"
 
 #include "shell/toolkit/AppTheme.h"
+#include "shell/toolkit/Motion.h"
 
 #include <QPainter>
 #include <QVariantAnimation>
@@ -36,10 +37,9 @@ double spring(double seconds)
 
 } // namespace
 
-PageDots::PageDots(int count, bool reducesMotion, QWidget* parent)
+PageDots::PageDots(int count, QWidget* parent)
     : QWidget(parent)
     , m_count(count)
-    , m_reducesMotion(reducesMotion)
     , m_animation(new QVariantAnimation(this))
 {
     setObjectName(u"pageDots"_s);
@@ -68,7 +68,7 @@ void PageDots::setCurrent(int page)
     setAccessibleName(u"Page %1 of %2"_s.arg(page + 1).arg(m_count));
     m_animation->stop();
     m_share = 1;
-    if (!m_reducesMotion && isVisible() && m_previous != page)
+    if (!reducesMotion(this) && isVisible() && m_previous != page)
         m_animation->start();
     update();
 }

@@ -1,9 +1,9 @@
 #include "shell/progress/ProgressHUDView.h"
 
-#include "platform/Appearance.h"
 #include "shell/progress/ProgressDecoration.h"
 #include "shell/progress/ProgressHUDModel.h"
 #include "shell/toolkit/AppTheme.h"
+#include "shell/toolkit/Motion.h"
 #include "shell/toolkit/TabularLabel.h"
 #include "shell/toolkit/ViewUpdater.h"
 
@@ -85,11 +85,9 @@ private:
     double m_share = 0;
 };
 
-ProgressHUDView::ProgressHUDView(const ProgressHUDModel& model, platform::Appearance& appearance,
-                                 QWidget* parent)
+ProgressHUDView::ProgressHUDView(const ProgressHUDModel& model, QWidget* parent)
     : QWidget(parent)
     , m_model(model)
-    , m_appearance(appearance)
     , m_wave(new WaveBand(this))
     , m_label(new QLabel(this))
     , m_count(new TabularLabel(this))
@@ -104,7 +102,6 @@ ProgressHUDView::ProgressHUDView(const ProgressHUDModel& model, platform::Appear
     build();
     render();
     m_updates->watch(model.label, model.count, model.progress);
-    appearance.observe(this, [this] { followMotion(); });
 }
 
 void ProgressHUDView::build()
@@ -165,7 +162,7 @@ void ProgressHUDView::render()
 void ProgressHUDView::showEvent(QShowEvent* /*event*/)
 {
     m_shown.start();
-    if (!m_appearance.reducesMotion()) {
+    if (!reducesMotion(this)) {
         m_appearing = new AppearEffect(this);
         setGraphicsEffect(m_appearing); // which it then owns
     }
@@ -176,7 +173,7 @@ void ProgressHUDView::hideEvent(QHideEvent* /*event*/) { followMotion(); }
 
 void ProgressHUDView::followMotion()
 {
-    const bool moves = isVisible() && !m_appearance.reducesMotion();
+    const bool moves = isVisible() && !reducesMotion(this);
     if (moves) {
         m_timer.start(kFrameMilliseconds, Qt::PreciseTimer, this);
         return;
@@ -211,6 +208,8 @@ void ProgressHUDView::changeEvent(QEvent* event)
 {
     if (event->type() == QEvent::PaletteChange)
         m_background = QPixmap();
+    else if (event->type() == QEvent::StyleChange)
+        followMotion();
     QWidget::changeEvent(event);
 }
 

@@ -184,8 +184,7 @@ QWidget* makeDivider(QWidget* parent)
 
 } // namespace
 
-ExportPicker::ExportPicker(ExportFormat& format, ExportSortOption& sortOption, bool reducesMotion,
-                           QWidget* parent)
+ExportPicker::ExportPicker(ExportFormat& format, ExportSortOption& sortOption, QWidget* parent)
     : QDialog(parent)
     , m_format(format)
     , m_sortOption(sortOption)
@@ -216,7 +215,7 @@ ExportPicker::ExportPicker(ExportFormat& format, ExportSortOption& sortOption, b
     m_caption->setWordWrap(true);
     column->addWidget(m_caption);
     column->addStretch(1);
-    column->addWidget(makeButtons(reducesMotion));
+    column->addWidget(makeButtons());
     render();
 }
 
@@ -277,7 +276,7 @@ QWidget* ExportPicker::makeSortOptions()
     return part;
 }
 
-QWidget* ExportPicker::makeButtons(bool reducesMotion)
+QWidget* ExportPicker::makeButtons()
 {
     auto* buttons = new QWidget(this);
     auto* cancel = new PressButton(u"Cancel"_s, {}, PressButton::Ground::bordered, buttons);
@@ -286,8 +285,6 @@ QWidget* ExportPicker::makeButtons(bool reducesMotion)
     m_export->setObjectName(u"exportConfirmButton"_s);
     m_export->setTint(&AppTheme::accent);
     m_export->setFont(semibold(m_export->font()));
-    for (PressButton* button : {cancel, m_export})
-        button->setReducesMotion(reducesMotion);
     connect(cancel, &QAbstractButton::clicked, this, &QDialog::reject);
     connect(m_export, &QAbstractButton::clicked, this, &QDialog::accept);
     auto* row = new QHBoxLayout(buttons);
@@ -302,8 +299,7 @@ QWidget* ExportPicker::makeButtons(bool reducesMotion)
 void ExportPicker::render()
 {
     m_caption->setText(captionOf(m_format));
-    m_export->setText(u"Export as %1"_s.arg(rawValue(m_format)));
-    m_export->updateGeometry();
+    m_export->setLabel(u"Export as %1"_s.arg(rawValue(m_format)));
 }
 
 void ExportPicker::present()

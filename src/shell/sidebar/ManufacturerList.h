@@ -27,7 +27,7 @@ Q_SIGNALS:
     void manufacturerClicked(const QString& name);
 
 private:
-    [[nodiscard]] QWidget* makeSearchRow(bool reducesMotion);
+    [[nodiscard]] QWidget* makeSearchRow();
     void render();
 
     PluginManagerViewModel& m_viewModel;

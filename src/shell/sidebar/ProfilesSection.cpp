@@ -2,7 +2,6 @@
 
 #include "operations/Detach.h"
 #include "operations/PluginManagerViewModel.h"
-#include "platform/Appearance.h"
 #include "platform/Platform.h"
 #include "profiles/ProfileDocument.h"
 #include "profiles/ProfileManager.h"
@@ -40,7 +39,6 @@ ProfilesSection::ProfilesSection(PluginManagerViewModel& viewModel, ProfileManag
     , m_platform(platform)
     , m_savePanel(savePanel)
     , m_openPanel(openPanel)
-    , m_reducesMotion(platform.appearance.reducesMotion())
     , m_rowColumn(new QVBoxLayout)
     , m_none(new TintedLabel(u"No saved profiles"_s, &AppTheme::secondary, this))
     , m_save(makeButton(u"Save Current State"_s, u"plus.circle"_s, u"saveProfileButton"_s))
@@ -76,8 +74,7 @@ ProfilesSection::ProfilesSection(PluginManagerViewModel& viewModel, ProfileManag
 SidebarItemButton* ProfilesSection::makeButton(const QString& label, const QString& iconKey,
                                                const QString& objectName)
 {
-    auto* button = new SidebarItemButton(label, iconKey, kIconSlot, SidebarItemButton::Hover::ground,
-                                         m_reducesMotion, this);
+    auto* button = new SidebarItemButton(label, iconKey, kIconSlot, SidebarItemButton::Hover::ground, this);
     button->setObjectName(objectName);
     return button;
 }
@@ -86,7 +83,7 @@ bool ProfilesSection::isBusy() const { return *m_viewModel.isRunningScript; }
 
 ProfileRow* ProfilesSection::addRow()
 {
-    auto* row = new ProfileRow(m_madeRows++, m_reducesMotion, this);
+    auto* row = new ProfileRow(m_madeRows++, this);
     // By itself the newest widget is the window's last one for Tab: this one goes before the buttons.
     QWidget* last = m_rows.empty() ? static_cast<QWidget*>(m_save)
                                    : m_rows.back()->findChildren<QAbstractButton*>().back();

@@ -57,7 +57,6 @@ private:
     const platform::Platform& m_platform;
     SavePanel& m_savePanel;
     OpenPanel& m_openPanel;
-    bool m_reducesMotion;
     QVBoxLayout* m_rowColumn;
     std::vector<ProfileRow*> m_rows; ///< one for each profile, in their order
     int m_madeRows = 0;

@@ -1,5 +1,6 @@
 #include "shell/sidebar/SidebarScrollArea.h"
 
+#include "shell/toolkit/Motion.h"
 #include "shell/toolkit/ThinScrollBar.h"
 
 #include <QApplication>
@@ -29,13 +30,12 @@ QWidget* makeEdge(QWidget* parent)
 } // namespace
 
 SidebarScrollArea::SidebarScrollArea(QWidget* content, int leastHeight, bool isAsHighAsContent,
-                                     bool reducesMotion, QWidget* parent)
+                                     QWidget* parent)
     : QScrollArea(parent)
     , m_topEdge(makeEdge(this))
     , m_bottomEdge(makeEdge(this))
     , m_leastHeight(leastHeight)
     , m_isAsHighAsContent(isAsHighAsContent)
-    , m_reducesMotion(reducesMotion)
     , m_animation(new QVariantAnimation(this))
 {
     setFocusPolicy(Qt::NoFocus);
@@ -86,7 +86,7 @@ void SidebarScrollArea::scrollTo(QWidget* widget, bool isToTop)
     m_start = verticalScrollBar()->value();
     m_animation->stop();
     m_animation->start();
-    if (!m_reducesMotion)
+    if (!reducesMotion(this))
         return;
     this->widget()->layout()->activate(); // what has just opened has its height then
     m_animation->setCurrentTime(kScrollMilliseconds);

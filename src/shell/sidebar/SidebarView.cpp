@@ -2,7 +2,6 @@
 
 #include "operations/Detach.h"
 #include "operations/PluginManagerViewModel.h"
-#include "platform/Appearance.h"
 #include "platform/Platform.h"
 #include "profiles/ProfileManager.h"
 #include "records/ActivityLogManager.h"
@@ -78,7 +77,6 @@ SidebarView::SidebarView(PluginManagerViewModel& viewModel, ActivityLogManager& 
     , m_platform(platform)
     , m_enableAllForFormat(std::move(enableAllForFormat))
     , m_disableAllForFormat(std::move(disableAllForFormat))
-    , m_reducesMotion(platform.appearance.reducesMotion())
     , m_loginItem(std::make_unique<MenuBarLoginItem>(platform))
     , m_updates(new ViewUpdater([this] { render(); }, this))
 {
@@ -87,14 +85,14 @@ SidebarView::SidebarView(PluginManagerViewModel& viewModel, ActivityLogManager& 
     stack->setContentsMargins(0, 0, 0, 0);
     stack->setSpacing(0);
     stack->addWidget(makeTitle());
-    m_column = new SidebarScrollArea(makeColumn(), kLeastColumnHeight, false, m_reducesMotion, this);
+    m_column = new SidebarScrollArea(makeColumn(), kLeastColumnHeight, false, this);
     m_column->setObjectName(u"sidebarColumn"_s);
     for (SidebarSection* section :
          {m_profilesSection, m_actionsSection, m_formatsSection, m_manufacturersSection})
         connect(section, &SidebarSection::opened, m_column,
                 [this, section] { m_column->scrollIntoView(section); });
     stack->addWidget(m_column, 1);
-    auto* lower = new SidebarScrollArea(makeLowerSections(), kLeastLowerHeight, true, m_reducesMotion, this);
+    auto* lower = new SidebarScrollArea(makeLowerSections(), kLeastLowerHeight, true, this);
     lower->setObjectName(u"sidebarLowerSections"_s);
     stack->addWidget(lower);
     stack->addWidget(makeScanningRow());
@@ -124,7 +122,7 @@ SidebarView::~SidebarView() = default;
 QWidget* SidebarView::makeTitle()
 {
     auto* block = new QWidget(this);
-    auto* title = new SidebarTitle(u"Orvanlite"_s, m_platform, block);
+    auto* title = new SidebarTitle(u"Orvanlite"_s, m_platform.clock, block);
     auto* caption = new TintedLabel(u"Audio Plugin Management"_s, &AppTheme::secondary, block);
     caption->setObjectName(u"sidebarCaption"_s);
     caption->setFont(AppTheme::scaled(caption->font(), AppTheme::kCaption));
@@ -139,7 +137,7 @@ QWidget* SidebarView::makeTitle()
 
 SidebarSection* SidebarView::makeSection(const QString& title, const QString& identity, QWidget* parent)
 {
-    return new SidebarSection(title, identity, m_reducesMotion, parent);
+    return new SidebarSection(title, identity, parent);
 }
 
 QWidget* SidebarView::makeColumn()
@@ -150,12 +148,12 @@ QWidget* SidebarView::makeColumn()
     column->setSpacing(kColumnSpacing);
 
     m_allPlugins = new SidebarItemButton(u"All Plugins"_s, u"music.note.list"_s, kItemSlot,
-                                         SidebarItemButton::Hover::grows, m_reducesMotion, content);
+                                         SidebarItemButton::Hover::grows, content);
     m_allPlugins->setObjectName(u"allPluginsButton"_s);
     connect(m_allPlugins, &QAbstractButton::clicked, this, &SidebarView::clickAllPlugins);
     column->addWidget(m_allPlugins);
 
-    m_filterBar = new FilterBar(m_reducesMotion, content);
+    m_filterBar = new FilterBar(content);
     connect(m_filterBar, &FilterBar::clearClicked, this, &SidebarView::clearFilters);
     column->addWidget(m_filterBar);
 
@@ -165,7 +163,7 @@ QWidget* SidebarView::makeColumn()
     column->addWidget(m_profilesSection);
 
     m_actionsSection = makeSection(u"Actions"_s, u"actions"_s, content);
-    m_actions = new SidebarActions(m_reducesMotion, content);
+    m_actions = new SidebarActions(content);
     connect(m_actions, &SidebarActions::requested, this, &SidebarView::confirm);
     m_actionsSection->setBody(m_actions);
     column->addWidget(m_actionsSection);
@@ -194,7 +192,7 @@ QWidget* SidebarView::makeFormats()
     column->setSpacing(kRowSpacing);
     for (const PluginFormat format : allCases<PluginFormat>) {
         auto* row = new SidebarItemButton(rawValue(format), formatIcon(format), kItemSlot,
-                                          SidebarItemButton::Hover::ground, m_reducesMotion, rows);
+                                          SidebarItemButton::Hover::ground, rows);
         row->setObjectName(u"formatRow"_s + rawValue(format).remove(u' '));
         connect(row, &QAbstractButton::clicked, this, [this, format] { clickFormat(format); });
         column->addWidget(row);
@@ -212,7 +210,6 @@ void SidebarView::addManufacturers(QVBoxLayout* column)
     m_clearManufacturers->setAccessibleDescription(u"Manufacturers"_s);
     m_clearManufacturers->setFont(AppTheme::scaled(m_clearManufacturers->font(), AppTheme::kCaption));
     m_clearManufacturers->setTextColour(&AppTheme::secondary);
-    m_clearManufacturers->setReducesMotion(m_reducesMotion);
     connect(m_clearManufacturers, &QAbstractButton::clicked, this, &SidebarView::clearManufacturers);
     m_manufacturersSection->addHeaderButton(m_clearManufacturers);
     auto* list = new ManufacturerList(m_viewModel, m_platform, m_manufacturersSection);
@@ -222,7 +219,7 @@ void SidebarView::addManufacturers(QVBoxLayout* column)
     column->addWidget(m_manufacturersSection);
 
     m_invert = new SidebarItemButton(u"Invert Selection"_s, u"arrow.triangle.2.circlepath"_s, kInvertSlot,
-                                     SidebarItemButton::Hover::ground, m_reducesMotion, content);
+                                     SidebarItemButton::Hover::ground, content);
     m_invert->setObjectName(u"invertSelectionButton"_s);
     connect(m_invert, &QAbstractButton::clicked, this, [this] { m_viewModel.invertSelection(); });
     column->addWidget(m_invert);
@@ -239,10 +236,10 @@ QWidget* SidebarView::makeLowerSections()
     m_statisticsSection->setBody(m_statistics);
     m_statisticsSection->setOpen(true, false); // the only one that starts open
     column->addWidget(m_statisticsSection);
-    m_menuBarSection = new MenuBarSection(*m_loginItem, m_platform, content);
+    m_menuBarSection = new MenuBarSection(*m_loginItem, content);
     column->addWidget(m_menuBarSection);
     m_recentSection = makeSection(u"Recent Activity"_s, u"recent"_s, content);
-    auto* log = new ActivityLogView(m_activityLog, m_platform, m_recentSection);
+    auto* log = new ActivityLogView(m_activityLog, m_platform.clock, m_recentSection);
     log->setContentsMargins(kListInset, 0, kListInset, 0);
     log->setFocusHeir(m_recentSection->header());
     m_recentSection->setBody(log);
@@ -260,7 +257,7 @@ QWidget* SidebarView::makeScanningRow()
     auto* row = new QHBoxLayout(m_scanning);
     row->setContentsMargins(AppTheme::kSpace5, AppTheme::kSpace1, AppTheme::kSpace5, AppTheme::kSpace2);
     row->setSpacing(AppTheme::kSpace2);
-    row->addWidget(new Spinner(kSpinnerSize, m_reducesMotion, m_scanning));
+    row->addWidget(new Spinner(kSpinnerSize, m_scanning));
     row->addWidget(text, 1);
     // Its place is kept while it is away: a scan must not move what is above.
     QSizePolicy policy = m_scanning->sizePolicy();

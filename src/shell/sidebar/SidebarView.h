@@ -89,7 +89,6 @@ private:
     const platform::Platform& m_platform;
     FormatAction m_enableAllForFormat;
     FormatAction m_disableAllForFormat;
-    bool m_reducesMotion;
     std::unique_ptr<MenuBarLoginItem> m_loginItem;
     bool m_areCountsDue = true; ///< the catalogue is another one than at the last look
     QTimer m_scrollDelay;

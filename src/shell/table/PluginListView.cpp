@@ -2,7 +2,6 @@
 
 #include "operations/Detach.h"
 #include "operations/PluginManagerViewModel.h"
-#include "platform/Appearance.h"
 #include "platform/Platform.h"
 #include "platform/Workspace.h"
 #include "shell/table/PluginContextMenu.h"
@@ -55,7 +54,7 @@ PluginListView::PluginListView(PluginManagerViewModel& viewModel, const platform
     , m_viewModel(viewModel)
     , m_platform(platform)
     , m_model(new PluginTableModel(platform.clock, this))
-    , m_table(new PluginTableView(*m_model, platform.appearance.reducesMotion(), this))
+    , m_table(new PluginTableView(*m_model, this))
     , m_footer(new QWidget(this))
     , m_updates(new ViewUpdater([this] { render(); }, this))
 {
@@ -96,12 +95,11 @@ void PluginListView::buildFooter()
 {
     m_footer->setObjectName(u"tableFooter"_s);
     m_shown = caption(u"shownLabel"_s, AppTheme::kCaption, m_footer);
-    m_spinner = new Spinner(kSpinnerSize, m_platform.appearance.reducesMotion(), m_footer);
+    m_spinner = new Spinner(kSpinnerSize, m_footer);
     m_loadAll =
         new PressButton(u"Load All"_s, u"arrow.down.to.line"_s, PressButton::Ground::accent, m_footer);
     m_loadAll->setObjectName(u"loadAllButton"_s);
     m_loadAll->setFont(AppTheme::scaled(m_loadAll->font(), AppTheme::kCaption));
-    m_loadAll->setReducesMotion(m_platform.appearance.reducesMotion());
     m_hint = caption(u"keysHint"_s, AppTheme::kSmallCaption, m_footer);
     m_hint->setText(u"⌘↑ Top · ⌘↓ Bottom"_s);
     const auto native = [](Qt::Key key) {

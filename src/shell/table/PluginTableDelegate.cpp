@@ -3,6 +3,7 @@
 #include "shell/table/PluginTableModel.h"
 #include "shell/toolkit/AppTheme.h"
 #include "shell/toolkit/Icons.h"
+#include "shell/toolkit/Motion.h"
 #include "shell/toolkit/SwitchPainting.h"
 
 #include <QHeaderView>
@@ -84,15 +85,14 @@ QFont statusFont(const QFont& font)
 
 } // namespace
 
-PluginTableDelegate::PluginTableDelegate(const PluginTableModel& model, bool reducesMotion, QObject* parent)
+PluginTableDelegate::PluginTableDelegate(const PluginTableModel& model, QObject* parent)
     : QStyledItemDelegate(parent)
     , m_model(model)
-    , m_reducesMotion(reducesMotion)
 {}
 
 void PluginTableDelegate::animateSwitch(const QUuid& id, bool isEnabled)
 {
-    if (m_reducesMotion)
+    if (reducesMotion(static_cast<const QWidget*>(parent())))
         return;
     const double from = m_switchPositions.value(id, isEnabled ? 0 : 1);
     m_switchPositions.insert(id, from);

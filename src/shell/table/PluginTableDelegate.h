@@ -17,7 +17,7 @@ class PluginTableDelegate final : public QStyledItemDelegate {
     Q_OBJECT
 
 public:
-    PluginTableDelegate(const PluginTableModel& model, bool reducesMotion, QObject* parent);
+    PluginTableDelegate(const PluginTableModel& model, QObject* parent);
 
     /// Slides the switch of the row to its new side.
     void animateSwitch(const QUuid& id, bool isEnabled);
@@ -57,7 +57,6 @@ private:
     void paintText(QPainter& painter, const QStyleOptionViewItem& option, const QModelIndex& index) const;
 
     const PluginTableModel& m_model;
-    bool m_reducesMotion;
     bool m_showsFocus = true;
     /// Running switches: 0 is off, 1 is on.
     QHash<QUuid, double> m_switchPositions;

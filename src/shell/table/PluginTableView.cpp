@@ -3,6 +3,7 @@
 #include "shell/table/PluginTableDelegate.h"
 #include "shell/table/PluginTableHeader.h"
 #include "shell/table/PluginTableModel.h"
+#include "shell/toolkit/KeyRepeat.h"
 #include "shell/toolkit/ThinScrollBar.h"
 
 #include <QKeyEvent>
@@ -34,10 +35,10 @@ public:
 
 } // namespace
 
-PluginTableView::PluginTableView(PluginTableModel& model, bool reducesMotion, QWidget* parent)
+PluginTableView::PluginTableView(PluginTableModel& model, QWidget* parent)
     : QTableView(parent)
     , m_model(model)
-    , m_delegate(new PluginTableDelegate(model, reducesMotion, this))
+    , m_delegate(new PluginTableDelegate(model, this))
     , m_header(new PluginTableHeader(this))
 {
     setObjectName(u"pluginTable"_s);
@@ -96,7 +97,7 @@ bool PluginTableView::actOnCurrentRow(const QKeyEvent& event)
     switch (event.key()) {
     case Qt::Key_Space:
         // A key that is held down must not move files to and fro.
-        if (!current.isValid() || event.isAutoRepeat())
+        if (!current.isValid() || KeyRepeat::isRepeat(event))
             return true;
         if (event.modifiers() & (Qt::ShiftModifier | Qt::ControlModifier)) {
             selectionModel()->select(current, QItemSelectionModel::Toggle | QItemSelectionModel::Rows);
@@ -108,7 +109,7 @@ bool PluginTableView::actOnCurrentRow(const QKeyEvent& event)
         return true;
     case Qt::Key_Return:
     case Qt::Key_Enter:
-        if (!event.isAutoRepeat() && current.column() == static_cast<int>(PluginColumn::manufacturer) &&
+        if (!KeyRepeat::isRepeat(event) && current.column() == static_cast<int>(PluginColumn::manufacturer) &&
             !current.data(PluginTableModel::IsFadedRole).toBool())
             Q_EMIT linkActivated(current);
         return true;

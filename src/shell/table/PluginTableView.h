@@ -16,7 +16,7 @@ class PluginTableView final : public QTableView {
     Q_OBJECT
 
 public:
-    PluginTableView(PluginTableModel& model, bool reducesMotion, QWidget* parent);
+    PluginTableView(PluginTableModel& model, QWidget* parent);
 
     [[nodiscard]] PluginTableHeader* header() const { return m_header; }
     /// Shows the columns of the table that the model is.
