@@ -6,6 +6,7 @@
 #include "shell/bulk/BulkPluginList.h"
 #include "shell/toolkit/AppTheme.h"
 #include "shell/toolkit/ChipButton.h"
+#include "shell/toolkit/Divider.h"
 #include "shell/toolkit/FlowLayout.h"
 #include "shell/toolkit/NoticeStrip.h"
 #include "shell/toolkit/PressButton.h"
@@ -34,15 +35,6 @@ constexpr int kFormatSpacing = 6;
 constexpr int kHeaderSpacing = 12;
 constexpr int kHeaderIconSize = 16;
 constexpr int kWaveShellGap = 4;
-
-QWidget* makeDivider(QWidget* parent)
-{
-    auto* line = new QWidget(parent);
-    line->setFixedHeight(1);
-    line->setBackgroundRole(QPalette::Mid);
-    line->setAutoFillBackground(true);
-    return line;
-}
 
 /// Ascending by raw value, as the chips stand.
 std::vector<PluginFormat> formatsInChipOrder()

@@ -2,6 +2,7 @@
 
 #include "shell/toolkit/AppTheme.h"
 #include "shell/toolkit/Dialogs.h"
+#include "shell/toolkit/Divider.h"
 #include "shell/toolkit/PressButton.h"
 #include "shell/toolkit/TintedLabel.h"
 
@@ -171,15 +172,6 @@ QVBoxLayout* headed(QWidget* part, const QString& heading, const QString& object
     column->setSpacing(AppTheme::kSpace2);
     column->addWidget(label);
     return column;
-}
-
-QWidget* makeDivider(QWidget* parent)
-{
-    auto* line = new QWidget(parent);
-    line->setFixedHeight(1);
-    line->setBackgroundRole(QPalette::Mid);
-    line->setAutoFillBackground(true);
-    return line;
 }
 
 } // namespace

@@ -2,7 +2,6 @@
 
 #include "model/TextOrder.h"
 #include "operations/PluginManagerViewModel.h"
-#include "platform/Platform.h"
 #include "platform/Workspace.h"
 #include "shell/sidebar/ManufacturerTable.h"
 #include "shell/toolkit/AppTheme.h"
@@ -56,7 +55,7 @@ protected:
 
 } // namespace
 
-ManufacturerList::ManufacturerList(PluginManagerViewModel& viewModel, const platform::Platform& platform,
+ManufacturerList::ManufacturerList(PluginManagerViewModel& viewModel, platform::Workspace& workspace,
                                    QWidget* parent)
     : QWidget(parent)
     , m_viewModel(viewModel)
@@ -77,9 +76,7 @@ ManufacturerList::ManufacturerList(PluginManagerViewModel& viewModel, const plat
 
     connect(m_table, &ManufacturerTable::nameActivated, this, &ManufacturerList::manufacturerClicked);
     connect(m_table, &ManufacturerTable::linkActivated, this,
-            [&workspace = platform.workspace](const QString& name) {
-                workspace.open(manufacturerWebsiteURL(name));
-            });
+            [&workspace](const QString& name) { workspace.open(manufacturerWebsiteURL(name)); });
     m_updates->watch(viewModel.allManufacturers, viewModel.selectedManufacturers,
                      viewModel.manufacturerSearchText);
     render();

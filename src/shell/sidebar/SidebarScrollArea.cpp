@@ -1,5 +1,6 @@
 #include "shell/sidebar/SidebarScrollArea.h"
 
+#include "shell/toolkit/Divider.h"
 #include "shell/toolkit/Motion.h"
 #include "shell/toolkit/ThinScrollBar.h"
 
@@ -19,9 +20,7 @@ constexpr int kFocusMargin = 4;
 
 QWidget* makeEdge(QWidget* parent)
 {
-    auto* edge = new QWidget(parent);
-    edge->setBackgroundRole(QPalette::Mid);
-    edge->setAutoFillBackground(true);
+    QWidget* edge = makeDivider(parent);
     edge->setAttribute(Qt::WA_TransparentForMouseEvents);
     edge->hide();
     return edge;

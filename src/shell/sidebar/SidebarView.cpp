@@ -20,6 +20,7 @@
 #include "shell/sidebar/StatisticsView.h"
 #include "shell/toolkit/AppTheme.h"
 #include "shell/toolkit/Dialogs.h"
+#include "shell/toolkit/Divider.h"
 #include "shell/toolkit/Icons.h"
 #include "shell/toolkit/Presence.h"
 #include "shell/toolkit/PressButton.h"
@@ -64,20 +65,12 @@ bool toggle(Observable<QSet<Member>>& set, const Member& member)
 
 } // namespace
 
-SidebarView::SidebarView(PluginManagerViewModel& viewModel, ActivityLogManager& activityLog,
-                         ProfileManager& profileManager, SavePanel& savePanel, OpenPanel& openPanel,
-                         const platform::Platform& platform, FormatAction enableAllForFormat,
-                         FormatAction disableAllForFormat, QWidget* parent)
+SidebarView::SidebarView(const Services& services, FormatAction actOnAllForFormat, QWidget* parent)
     : QWidget(parent)
-    , m_viewModel(viewModel)
-    , m_activityLog(activityLog)
-    , m_profileManager(profileManager)
-    , m_savePanel(savePanel)
-    , m_openPanel(openPanel)
-    , m_platform(platform)
-    , m_enableAllForFormat(std::move(enableAllForFormat))
-    , m_disableAllForFormat(std::move(disableAllForFormat))
-    , m_loginItem(std::make_unique<MenuBarLoginItem>(platform))
+    , m_services(services)
+    , m_viewModel(services.plugins)
+    , m_actOnAllForFormat(std::move(actOnAllForFormat))
+    , m_loginItem(std::make_unique<MenuBarLoginItem>(services.platform))
     , m_updates(new ViewUpdater([this] { render(); }, this))
 {
     setObjectName(u"sidebarView"_s);
@@ -103,17 +96,18 @@ SidebarView::SidebarView(PluginManagerViewModel& viewModel, ActivityLogManager& 
         if (m_actionsSection->isVisible())
             m_column->scrollToTop(m_actionsSection);
     });
-    viewModel.resetViewTrigger.observe(this, [this] { closeSections(); });
+    m_viewModel.resetViewTrigger.observe(this, [this] { closeSections(); });
     // Assigned behind every change of the catalogue's rows.
-    viewModel.allManufacturers.observe(this, [this] { m_areCountsDue = true; });
+    m_viewModel.allManufacturers.observe(this, [this] { m_areCountsDue = true; });
     // The selection itself tells nobody of its changes; the rows, the marks and the bulk pane do.
-    m_updates->watch(viewModel.plugins, viewModel.selectedFormats, viewModel.selectedManufacturers,
-                     viewModel.showAllPlugins, viewModel.activeProfile, viewModel.allManufacturers,
-                     viewModel.selectedPlugins, viewModel.consolidatedBulkPlugins, viewModel.displayedPlugins,
-                     viewModel.dbTotalCount, viewModel.dbEnabledCount, viewModel.dbDisabledCount,
-                     viewModel.isLoading, activityLog.entries, profileManager.profiles);
+    m_updates->watch(m_viewModel.plugins, m_viewModel.selectedFormats, m_viewModel.selectedManufacturers,
+                     m_viewModel.showAllPlugins, m_viewModel.activeProfile, m_viewModel.allManufacturers,
+                     m_viewModel.selectedPlugins, m_viewModel.consolidatedBulkPlugins,
+                     m_viewModel.displayedPlugins, m_viewModel.dbTotalCount, m_viewModel.dbEnabledCount,
+                     m_viewModel.dbDisabledCount, m_viewModel.isLoading, services.activityLog.entries,
+                     services.profiles.profiles);
     // A scan holds the event loop from its start to its end: what tells of it must be painted before.
-    viewModel.isLoading.observe(this, [this] { showBusyState(); });
+    m_viewModel.isLoading.observe(this, [this] { showBusyState(); });
     render();
 }
 
@@ -122,7 +116,7 @@ SidebarView::~SidebarView() = default;
 QWidget* SidebarView::makeTitle()
 {
     auto* block = new QWidget(this);
-    auto* title = new SidebarTitle(u"Orvanlite"_s, m_platform.clock, block);
+    auto* title = new SidebarTitle(u"Orvanlite"_s, m_services.platform.clock, block);
     auto* caption = new TintedLabel(u"Audio Plugin Management"_s, &AppTheme::secondary, block);
     caption->setObjectName(u"sidebarCaption"_s);
     caption->setFont(AppTheme::scaled(caption->font(), AppTheme::kCaption));
@@ -158,8 +152,7 @@ QWidget* SidebarView::makeColumn()
     column->addWidget(m_filterBar);
 
     m_profilesSection = makeSection(u"Profiles"_s, u"profiles"_s, content);
-    m_profilesSection->setBody(new ProfilesSection(m_viewModel, m_profileManager, m_platform, m_savePanel,
-                                                   m_openPanel, m_profilesSection));
+    m_profilesSection->setBody(new ProfilesSection(m_services, m_profilesSection));
     column->addWidget(m_profilesSection);
 
     m_actionsSection = makeSection(u"Actions"_s, u"actions"_s, content);
@@ -174,11 +167,8 @@ QWidget* SidebarView::makeColumn()
 
     addManufacturers(column);
 
-    m_divider = new QWidget(content);
+    m_divider = makeDivider(content);
     m_divider->setObjectName(u"sidebarDivider"_s);
-    m_divider->setFixedHeight(1);
-    m_divider->setBackgroundRole(QPalette::Mid);
-    m_divider->setAutoFillBackground(true);
     column->addWidget(m_divider);
     column->addStretch(1);
     return content;
@@ -212,7 +202,7 @@ void SidebarView::addManufacturers(QVBoxLayout* column)
     m_clearManufacturers->setTextColour(&AppTheme::secondary);
     connect(m_clearManufacturers, &QAbstractButton::clicked, this, &SidebarView::clearManufacturers);
     m_manufacturersSection->addHeaderButton(m_clearManufacturers);
-    auto* list = new ManufacturerList(m_viewModel, m_platform, m_manufacturersSection);
+    auto* list = new ManufacturerList(m_viewModel, m_services.platform.workspace, m_manufacturersSection);
     connect(list, &ManufacturerList::manufacturerClicked, this, &SidebarView::clickManufacturer);
     list->setContentsMargins(kListInset, 0, kListInset, 0);
     m_manufacturersSection->setBody(list);
@@ -239,7 +229,7 @@ QWidget* SidebarView::makeLowerSections()
     m_menuBarSection = new MenuBarSection(*m_loginItem, content);
     column->addWidget(m_menuBarSection);
     m_recentSection = makeSection(u"Recent Activity"_s, u"recent"_s, content);
-    auto* log = new ActivityLogView(m_activityLog, m_platform.clock, m_recentSection);
+    auto* log = new ActivityLogView(m_services.activityLog, m_services.platform.clock, m_recentSection);
     log->setContentsMargins(kListInset, 0, kListInset, 0);
     log->setFocusHeir(m_recentSection->header());
     m_recentSection->setBody(log);
@@ -278,13 +268,13 @@ void SidebarView::render()
     m_allPlugins->setSelected(filter.formats.isEmpty() && *m_viewModel.showAllPlugins &&
                               !m_viewModel.activeProfile->has_value());
     m_filterBar->setSummary(filterSummary(filter));
-    m_profilesSection->setCount(QString::number(m_profileManager.profiles->size()));
+    m_profilesSection->setCount(QString::number(m_services.profiles.profiles->size()));
     m_actions->setFilter(filter);
     renderFormats(filter);
     renderPresence(filter);
     m_statistics->setCounts(*m_viewModel.dbTotalCount, *m_viewModel.dbEnabledCount,
                             *m_viewModel.dbDisabledCount);
-    const std::size_t entries = m_activityLog.entries->size();
+    const std::size_t entries = m_services.activityLog.entries->size();
     m_recentSection->setCount(entries > 0 ? QString::number(entries) : QString());
     m_scanning->setVisible(*m_viewModel.isLoading);
     m_menuBarSection->refresh();
@@ -436,7 +426,7 @@ void SidebarView::perform(BulkAction action)
     }
     const QSet<PluginFormat>& formats = *m_viewModel.selectedFormats;
     const auto only = formats.size() == 1 ? std::optional(*formats.begin()) : std::nullopt;
-    (action == BulkAction::enable ? m_enableAllForFormat : m_disableAllForFormat)(only);
+    m_actOnAllForFormat(action, only);
 }
 
 } // namespace orvanlite
