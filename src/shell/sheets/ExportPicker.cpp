@@ -4,6 +4,7 @@
 #include "shell/toolkit/Dialogs.h"
 #include "shell/toolkit/Divider.h"
 #include "shell/toolkit/PressButton.h"
+#include "shell/toolkit/RelativeFont.h"
 #include "shell/toolkit/TintedLabel.h"
 
 #include <QAbstractButton>
@@ -33,12 +34,6 @@ constexpr int kSegmentPaddingY = 5;
 constexpr double kSegmentRadius = 5;
 constexpr int kFrame = 2; ///< of the ground around the segments
 
-QFont semibold(QFont font)
-{
-    font.setWeight(QFont::DemiBold);
-    return font;
-}
-
 QString captionOf(ExportFormat format)
 {
     return format == ExportFormat::csv ? u"Columns will be ordered with the selected sort column first."_s
@@ -59,7 +54,7 @@ public:
     }
     [[nodiscard]] QSize sizeHint() const override
     {
-        const QFontMetrics metrics(semibold(font())); // as wide as it is when it is picked
+        const QFontMetrics metrics(AppTheme::semibold(font())); // as wide as it is when it is picked
         return {metrics.horizontalAdvance(text()) + 2 * kSegmentPaddingX,
                 metrics.height() + 2 * kSegmentPaddingY};
     }
@@ -81,7 +76,7 @@ protected:
             painter.setBrush(AppTheme::withOpacity(AppTheme::primary(colours), isDown() ? 0.14 : 0.07));
             painter.drawRoundedRect(bounds, kSegmentRadius, kSegmentRadius);
         }
-        painter.setFont(isChecked() ? semibold(font()) : font());
+        painter.setFont(isChecked() ? AppTheme::semibold(font()) : font());
         painter.setPen(AppTheme::primary(colours));
         painter.drawText(rect(), Qt::AlignCenter, text());
         if (hasFocus()) {
@@ -166,7 +161,7 @@ QVBoxLayout* headed(QWidget* part, const QString& heading, const QString& object
 {
     auto* label = new QLabel(heading, part);
     label->setObjectName(objectName);
-    label->setFont(semibold(label->font()));
+    label->setFont(AppTheme::semibold(label->font()));
     auto* column = new QVBoxLayout(part);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(AppTheme::kSpace2);
@@ -186,9 +181,7 @@ ExportPicker::ExportPicker(ExportFormat& format, ExportSortOption& sortOption, Q
     makeSheet(this);
     auto* title = new QLabel(windowTitle(), this);
     title->setObjectName(u"exportTitle"_s);
-    QFont large = semibold(title->font());
-    large.setPointSizeF(large.pointSizeF() * 1.3);
-    title->setFont(large);
+    setRelativeFont(title, 1.3, QFont::DemiBold);
     title->setAlignment(Qt::AlignHCenter);
 
     auto* column = new QVBoxLayout(this);
@@ -201,9 +194,7 @@ ExportPicker::ExportPicker(ExportFormat& format, ExportSortOption& sortOption, Q
     column->addWidget(makeSortOptions());
     m_caption = new TintedLabel({}, &AppTheme::secondary, this);
     m_caption->setObjectName(u"exportCaption"_s);
-    QFont small = m_caption->font();
-    small.setPointSizeF(small.pointSizeF() * 0.9);
-    m_caption->setFont(small);
+    setRelativeFont(m_caption, 0.9);
     m_caption->setWordWrap(true);
     column->addWidget(m_caption);
     column->addStretch(1);
@@ -276,7 +267,7 @@ QWidget* ExportPicker::makeButtons()
     m_export = new PressButton({}, {}, PressButton::Ground::bordered, buttons);
     m_export->setObjectName(u"exportConfirmButton"_s);
     m_export->setTint(&AppTheme::accent);
-    m_export->setFont(semibold(m_export->font()));
+    m_export->setFont(AppTheme::semibold(m_export->font()));
     connect(cancel, &QAbstractButton::clicked, this, &QDialog::reject);
     connect(m_export, &QAbstractButton::clicked, this, &QDialog::accept);
     auto* row = new QHBoxLayout(buttons);

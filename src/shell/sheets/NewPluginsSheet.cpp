@@ -7,6 +7,7 @@
 #include "shell/toolkit/Dialogs.h"
 #include "shell/toolkit/FlowLayout.h"
 #include "shell/toolkit/PressButton.h"
+#include "shell/toolkit/RelativeFont.h"
 #include "shell/toolkit/TickList.h"
 #include "shell/toolkit/TintedLabel.h"
 #include "shell/toolkit/ViewUpdater.h"
@@ -93,7 +94,7 @@ QWidget* NewPluginsSheet::makeTitle()
 {
     auto* title = new QWidget(this);
     QLabel* words = text(windowTitle(), &AppTheme::primary, u"newPluginsTitle"_s, title);
-    words->setFont(AppTheme::semibold(words->font(), 1.15));
+    setRelativeFont(words, 1.15, QFont::DemiBold);
     QHBoxLayout* row = rowOf(title);
     row->addWidget(sign(u"sparkles"_s, kTitleSign, &AppTheme::orange, title));
     row->addWidget(words, 1);

@@ -5,6 +5,7 @@
 #include "shell/toolkit/AppTheme.h"
 #include "shell/toolkit/Dialogs.h"
 #include "shell/toolkit/PressButton.h"
+#include "shell/toolkit/RelativeFont.h"
 #include "shell/toolkit/Spinner.h"
 #include "shell/toolkit/TintedLabel.h"
 #include "shell/toolkit/ViewUpdater.h"
@@ -105,7 +106,7 @@ QWidget* UADCleanupSheet::makeHeader()
     auto* header = new QWidget(this);
     auto* title = new QLabel(u"UAD Demo Plugin Cleanup"_s, header);
     title->setObjectName(u"uadCleanupTitle"_s);
-    title->setFont(AppTheme::semibold(title->font(), 1.15));
+    setRelativeFont(title, 1.15, QFont::DemiBold);
     auto* close = makeIconButton(u"xmark.circle.fill"_s, u"Close"_s, u"closeCleanupButton"_s, header);
     connect(close, &QAbstractButton::clicked, this, &UADCleanupSheet::reject);
     auto* row = new QHBoxLayout(header);
@@ -131,7 +132,7 @@ QWidget* UADCleanupSheet::makeComplete()
 {
     auto* page = new QWidget(this);
     QLabel* title = text(u"Cleanup Complete!"_s, &AppTheme::primary, u"uadCompleteLabel"_s, page);
-    title->setFont(AppTheme::semibold(title->font(), 1.15));
+    setRelativeFont(title, 1.15, QFont::DemiBold);
     m_disabled = text({}, &AppTheme::primary, u"uadDisabledLabel"_s, page);
     PressButton* done = makeButton(u"Done"_s, {}, u"cleanupDoneButton"_s, page);
     connect(done, &QAbstractButton::clicked, this, &UADCleanupSheet::reject);

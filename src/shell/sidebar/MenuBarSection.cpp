@@ -33,9 +33,7 @@ MenuBarSection::MenuBarSection(MenuBarLoginItem& loginItem, QWidget* parent)
     auto* title = new TintedLabel(u"Menu Bar"_s, &AppTheme::primary, this);
     title->setObjectName(u"menuBarTitle"_s);
     title->setMinimumWidth(1);
-    QFont strong;
-    strong.setWeight(QFont::DemiBold);
-    title->setFont(strong);
+    title->setFont(AppTheme::semibold({}));
 
     auto* header = new QHBoxLayout;
     header->setContentsMargins(kLeft, AppTheme::kSpace1, kLeft, AppTheme::kSpace1);

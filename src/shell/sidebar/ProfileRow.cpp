@@ -3,8 +3,8 @@
 #include "shell/toolkit/AppTheme.h"
 #include "shell/toolkit/ElidedLabel.h"
 #include "shell/toolkit/PressButton.h"
+#include "shell/toolkit/RelativeFont.h"
 
-#include <QEvent>
 #include <QHBoxLayout>
 #include <QPainter>
 
@@ -46,7 +46,7 @@ ProfileRow::ProfileRow(int number, QWidget* parent)
     QFont medium = m_name->font();
     medium.setWeight(QFont::Medium);
     m_name->setFont(medium);
-    fitStatusFont();
+    setRelativeFont(m_status, kStatusSize);
     auto* texts = new QVBoxLayout;
     texts->setSpacing(1);
     texts->addWidget(m_name);
@@ -94,15 +94,6 @@ QString ProfileRow::status() const { return m_status->text(); }
 QSize ProfileRow::sizeHint() const { return layout()->sizeHint(); }
 
 QSize ProfileRow::minimumSizeHint() const { return layout()->minimumSize(); }
-
-void ProfileRow::fitStatusFont() { m_status->setFont(AppTheme::scaled(font(), kStatusSize)); }
-
-void ProfileRow::changeEvent(QEvent* event)
-{
-    Control::changeEvent(event);
-    if (event->type() == QEvent::FontChange)
-        fitStatusFont(); // a size of its own does not follow
-}
 
 QRectF ProfileRow::bounds() const
 {

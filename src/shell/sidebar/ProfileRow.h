@@ -35,11 +35,9 @@ Q_SIGNALS:
 protected:
     void paint(QPainter& painter) const override;
     [[nodiscard]] FocusRing focusRing() const override;
-    void changeEvent(QEvent* event) override;
 
 private:
     [[nodiscard]] QRectF bounds() const;
-    void fitStatusFont();
 
     PluginProfile m_profile;
     ElidedLabel* m_name;

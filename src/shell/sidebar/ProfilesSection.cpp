@@ -11,6 +11,7 @@
 #include "shell/toolkit/AppTheme.h"
 #include "shell/toolkit/Dialogs.h"
 #include "shell/toolkit/FileOpenPanel.h"
+#include "shell/toolkit/RelativeFont.h"
 #include "shell/toolkit/TintedLabel.h"
 #include "shell/toolkit/ViewUpdater.h"
 
@@ -44,7 +45,7 @@ ProfilesSection::ProfilesSection(const Services& services, QWidget* parent)
 {
     setObjectName(u"profilesView"_s);
     m_none->setObjectName(u"noProfilesLabel"_s);
-    m_none->setFont(AppTheme::scaled(m_none->font(), 0.9));
+    setRelativeFont(m_none, 0.9);
     m_none->setContentsMargins(AppTheme::kSpace3, AppTheme::kSpace1, AppTheme::kSpace3, AppTheme::kSpace1);
     connect(m_save, &QAbstractButton::clicked, this, &ProfilesSection::saveCurrentState);
     connect(m_fromSelection, &QAbstractButton::clicked, this, &ProfilesSection::createFromSelection);

@@ -24,9 +24,7 @@ public:
         : SidebarButton({.iconSlot = 18, .paddingY = kPadding, .cornerRadius = kCornerRadius}, parent)
         , m_tint(tint)
     {
-        QFont strong;
-        strong.setWeight(QFont::DemiBold);
-        setFont(strong);
+        setFont(AppTheme::semibold({}));
     }
 
 protected:

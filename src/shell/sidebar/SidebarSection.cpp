@@ -1,6 +1,7 @@
 #include "shell/sidebar/SidebarSection.h"
 
 #include "shell/sidebar/SidebarButton.h"
+#include "shell/toolkit/AppTheme.h"
 #include "shell/toolkit/Motion.h"
 
 #include <QApplication>
@@ -26,9 +27,7 @@ public:
         : SidebarButton({.iconSlot = kChevronSlot, .iconSize = kChevronSize, .gap = 6}, parent)
     {
         setCheckable(true);
-        QFont strong;
-        strong.setWeight(QFont::DemiBold);
-        setFont(strong);
+        setFont(AppTheme::semibold({}));
     }
 };
 

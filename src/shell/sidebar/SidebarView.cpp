@@ -24,6 +24,7 @@
 #include "shell/toolkit/Icons.h"
 #include "shell/toolkit/Presence.h"
 #include "shell/toolkit/PressButton.h"
+#include "shell/toolkit/RelativeFont.h"
 #include "shell/toolkit/Spinner.h"
 #include "shell/toolkit/TintedLabel.h"
 #include "shell/toolkit/ViewUpdater.h"
@@ -119,7 +120,7 @@ QWidget* SidebarView::makeTitle()
     auto* title = new SidebarTitle(u"Orvanlite"_s, m_services.platform.clock, block);
     auto* caption = new TintedLabel(u"Audio Plugin Management"_s, &AppTheme::secondary, block);
     caption->setObjectName(u"sidebarCaption"_s);
-    caption->setFont(AppTheme::scaled(caption->font(), AppTheme::kCaption));
+    setRelativeFont(caption, AppTheme::kCaption);
     caption->setWordWrap(true);
     auto* column = new QVBoxLayout(block);
     column->setContentsMargins(AppTheme::kSpace5, AppTheme::kSpace5, AppTheme::kSpace5, AppTheme::kSpace5);
@@ -198,7 +199,7 @@ void SidebarView::addManufacturers(QVBoxLayout* column)
     m_clearManufacturers = new PressButton(u"Clear"_s, {}, PressButton::Ground::none, m_manufacturersSection);
     m_clearManufacturers->setObjectName(u"clearManufacturersButton"_s);
     m_clearManufacturers->setAccessibleDescription(u"Manufacturers"_s);
-    m_clearManufacturers->setFont(AppTheme::scaled(m_clearManufacturers->font(), AppTheme::kCaption));
+    setRelativeFont(m_clearManufacturers, AppTheme::kCaption);
     m_clearManufacturers->setTextColour(&AppTheme::secondary);
     connect(m_clearManufacturers, &QAbstractButton::clicked, this, &SidebarView::clearManufacturers);
     m_manufacturersSection->addHeaderButton(m_clearManufacturers);

@@ -11,6 +11,7 @@
 #include "shell/toolkit/AppTheme.h"
 #include "shell/toolkit/ManufacturerWebsites.h"
 #include "shell/toolkit/PressButton.h"
+#include "shell/toolkit/RelativeFont.h"
 #include "shell/toolkit/Spinner.h"
 #include "shell/toolkit/ViewUpdater.h"
 
@@ -41,7 +42,7 @@ QLabel* caption(const QString& name, double size, QWidget* parent)
 {
     auto* label = new QLabel(parent);
     label->setObjectName(name);
-    label->setFont(AppTheme::scaled(label->font(), size));
+    setRelativeFont(label, size);
     label->setForegroundRole(QPalette::PlaceholderText); // the palette's secondary text
     return label;
 }
@@ -99,7 +100,7 @@ void PluginListView::buildFooter()
     m_loadAll =
         new PressButton(u"Load All"_s, u"arrow.down.to.line"_s, PressButton::Ground::accent, m_footer);
     m_loadAll->setObjectName(u"loadAllButton"_s);
-    m_loadAll->setFont(AppTheme::scaled(m_loadAll->font(), AppTheme::kCaption));
+    setRelativeFont(m_loadAll, AppTheme::kCaption);
     m_hint = caption(u"keysHint"_s, AppTheme::kSmallCaption, m_footer);
     m_hint->setText(u"⌘↑ Top · ⌘↓ Bottom"_s);
     const auto native = [](Qt::Key key) {

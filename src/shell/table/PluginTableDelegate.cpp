@@ -21,6 +21,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int kRowHeight = 34;
+constexpr int kRowPadding = 12;
 constexpr int kCellPadding = 10;
 constexpr int kRowInset = 6;
 constexpr double kRowRadius = 6;
@@ -76,12 +77,7 @@ PreviewLook previewLook(PreviewState state, const QPalette& colours)
 QFont smallFont(const QFont& font) { return AppTheme::scaled(font, AppTheme::kCaption); }
 
 /// Strong, to be read in the faded colour of a plugin that stays off.
-QFont statusFont(const QFont& font)
-{
-    QFont strong = smallFont(font);
-    strong.setWeight(QFont::DemiBold);
-    return strong;
-}
+QFont statusFont(const QFont& font) { return AppTheme::semibold(font, AppTheme::kCaption); }
 
 } // namespace
 
@@ -110,6 +106,11 @@ void PluginTableDelegate::animateSwitch(const QUuid& id, bool isEnabled)
         Q_EMIT needsRepaint();
     });
     slide->start(QAbstractAnimation::DeleteWhenStopped);
+}
+
+int PluginTableDelegate::rowHeight(const QFontMetrics& metrics)
+{
+    return std::max(kRowHeight, metrics.height() + kRowPadding);
 }
 
 QRect PluginTableDelegate::switchRect(const QRect& cell)
@@ -328,8 +329,7 @@ void PluginTableDelegate::paintText(QPainter& painter, const QStyleOptionViewIte
 
 QSize PluginTableDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const
 {
-    const int height = std::max(kRowHeight, option.fontMetrics.height() + kCellPadding);
-    return {widthFor(columnOf(index), textOf(index), option.font), height};
+    return {widthFor(columnOf(index), textOf(index), option.font), rowHeight(option.fontMetrics)};
 }
 
 int PluginTableDelegate::widthFor(PluginColumn column, const QString& text, const QFont& font) const

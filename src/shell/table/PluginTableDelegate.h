@@ -25,6 +25,7 @@ public:
     /// Where the link of a maker's cell takes a click.
     [[nodiscard]] QRect linkRect(const QRect& cell, const QModelIndex& index, const QFont& font) const;
     /// Where the switch of a status cell takes a click.
+    [[nodiscard]] static int rowHeight(const QFontMetrics& metrics);
     [[nodiscard]] static QRect switchRect(const QRect& cell);
 
     /// What the column's usual texts need in that font.

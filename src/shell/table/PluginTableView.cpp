@@ -20,8 +20,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int kRowHeight = 34;
-
 /// Leaves the ground of the rows to the delegate.
 class BareRowStyle final : public QProxyStyle {
 public:
@@ -66,7 +64,7 @@ PluginTableView::PluginTableView(PluginTableModel& model, QWidget* parent)
     setHorizontalScrollBar(new ThinScrollBar(Qt::Horizontal, this));
     verticalHeader()->hide();
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-    verticalHeader()->setDefaultSectionSize(std::max(kRowHeight, fontMetrics().height() + 12));
+    verticalHeader()->setDefaultSectionSize(PluginTableDelegate::rowHeight(fontMetrics()));
     m_header->setStretchLastSection(false);
     viewport()->setAutoFillBackground(false);
 
@@ -211,6 +209,13 @@ void PluginTableView::focusInEvent(QFocusEvent* event)
     m_isCurrentFromFocus = !hadCurrent && currentIndex().isValid();
     showKeyboardFocus(event->reason() != Qt::MouseFocusReason);
     viewport()->update();
+}
+
+void PluginTableView::changeEvent(QEvent* event)
+{
+    QTableView::changeEvent(event);
+    if (event->type() == QEvent::FontChange)
+        verticalHeader()->setDefaultSectionSize(PluginTableDelegate::rowHeight(fontMetrics()));
 }
 
 void PluginTableView::focusOutEvent(QFocusEvent* event)

@@ -6,6 +6,7 @@
 #include "shell/toolkit/ElidedLabel.h"
 #include "shell/toolkit/Icons.h"
 #include "shell/toolkit/PressButton.h"
+#include "shell/toolkit/RelativeFont.h"
 #include "shell/toolkit/TintedLabel.h"
 #include "shell/toolkit/ViewUpdater.h"
 
@@ -113,7 +114,7 @@ PreviewStrip::PreviewStrip(ProfilePreview& preview, QWidget* parent)
         {}, [](const QPalette& colours) { return AppTheme::legible(AppTheme::accentBlue(), colours); }, this);
     eye->setIcon(u"eye.fill"_s, kEyeSize);
     m_title->setObjectName(u"previewTitle"_s);
-    m_title->setFont(AppTheme::scaled(m_title->font(), AppTheme::kCaption));
+    setRelativeFont(m_title, AppTheme::kCaption);
     m_close->setObjectName(u"closePreviewButton"_s);
     m_close->setTextColour(&AppTheme::secondary);
     connect(m_close, &QAbstractButton::clicked, this, &PreviewStrip::closeClicked);

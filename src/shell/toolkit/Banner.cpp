@@ -6,6 +6,7 @@
 #include "shell/toolkit/ElidedLabel.h"
 #include "shell/toolkit/Icons.h"
 #include "shell/toolkit/Motion.h"
+#include "shell/toolkit/RelativeFont.h"
 #include "shell/toolkit/TintedLabel.h"
 
 #include <QEvent>
@@ -42,7 +43,7 @@ public:
         : Control(parent)
     {
         setLabel(text);
-        setFont(AppTheme::semibold(parent->font(), kSmall));
+        setRelativeFont(this, kSmall, QFont::DemiBold);
     }
     [[nodiscard]] QSize sizeHint() const override
     {
@@ -122,7 +123,7 @@ Banner::Banner(const Look& look, QWidget* parent)
     m_title->setFont(AppTheme::semibold(font()));
     m_notes = new ElidedLabel({}, this);
     m_notes->setObjectName(look.objectName + u"Notes"_s);
-    m_notes->setFont(AppTheme::scaled(font(), kSmall));
+    setRelativeFont(m_notes, kSmall);
     QPalette faint;
     faint.setColor(QPalette::WindowText, AppTheme::withOpacity(Qt::white, kNotesOpacity));
     m_notes->setPalette(faint);

@@ -2,6 +2,7 @@
 
 #include "shell/toolkit/AppTheme.h"
 #include "shell/toolkit/Motion.h"
+#include "shell/toolkit/RelativeFont.h"
 
 #include <QKeyEvent>
 #include <QPainter>
@@ -57,7 +58,7 @@ ChipButton::ChipButton(Kind kind, QWidget* parent)
 {
     setCheckable(true);
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
-    setFont(fontFor(kind, parent->font()));
+    setRelativeFont(this, measuresOf(kind).fontScale);
     setAccessibleDescription(description(m_state));
 }
 
