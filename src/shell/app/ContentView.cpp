@@ -115,7 +115,8 @@ SidebarSplitter* ContentView::makeColumns()
         detach(action == BulkAction::enable ? enableAllForFormat(viewModel, format)
                                             : disableAllForFormat(viewModel, format));
     };
-    return new SidebarSplitter(new SidebarView(m_services, act, this), makeDetailColumn(), this);
+    auto* sidebar = new SidebarView(m_services, act, this); // first, in the order of Tab
+    return new SidebarSplitter(sidebar, makeDetailColumn(), this);
 }
 
 QWidget* ContentView::makeDetailColumn()

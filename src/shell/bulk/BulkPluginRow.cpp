@@ -14,7 +14,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <numbers>
 #include <utility>
 
 namespace orvanlite {
@@ -37,18 +36,7 @@ constexpr double kFadeMilliseconds = 900;
 constexpr double kHighlightOpacity = 0.45;
 constexpr double kHighlightScale = 1.015;
 
-/// A spring from 0 to 1 of response 0.25 s and damping fraction 0.6.
-double spring(double milliseconds)
-{
-    constexpr double damping = 0.6;
-    constexpr double frequency = 2 * std::numbers::pi / 250;
-    if (milliseconds <= 0)
-        return 0;
-    const double damped = frequency * std::sqrt(1 - damping * damping);
-    return 1 - std::exp(-damping * frequency * milliseconds) *
-                   (std::cos(damped * milliseconds) +
-                    damping * frequency / damped * std::sin(damped * milliseconds));
-}
+double spring(double milliseconds) { return springAt(milliseconds / 1000, 0.25, 0.6); }
 
 bool movesBetweenRows(int key)
 {

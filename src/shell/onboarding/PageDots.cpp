@@ -7,8 +7,6 @@
 #include <QVariantAnimation>
 
 #include <algorithm>
-#include <cmath>
-#include <numbers>
 #include <utility>
 
 namespace orvanlite {
@@ -21,19 +19,9 @@ constexpr double kDot = 6;
 constexpr double kCurrentDot = 18;
 constexpr double kGap = 7;
 
-constexpr double kResponse = 0.3; ///< seconds of one swing of the spring without damping
+constexpr double kResponse = 0.3;
 constexpr double kDampingFraction = 0.7;
 constexpr double kSeconds = 0.7; ///< after which the spring rests
-
-/// Where a spring that is let go at 0 stands on its way to 1.
-double spring(double seconds)
-{
-    const double frequency = 2 * std::numbers::pi / kResponse;
-    const double damped = frequency * std::sqrt(1 - kDampingFraction * kDampingFraction);
-    return 1 - std::exp(-kDampingFraction * frequency * seconds) *
-                   (std::cos(damped * seconds) +
-                    kDampingFraction * frequency / damped * std::sin(damped * seconds));
-}
 
 } // namespace
 
@@ -48,7 +36,7 @@ PageDots::PageDots(int count, QWidget* parent)
     m_animation->setEndValue(kSeconds);
     m_animation->setDuration(static_cast<int>(1000 * kSeconds));
     connect(m_animation, &QVariantAnimation::valueChanged, this, [this](const QVariant& value) {
-        m_share = spring(value.toDouble());
+        m_share = springAt(value.toDouble(), kResponse, kDampingFraction);
         update();
     });
     connect(m_animation, &QVariantAnimation::finished, this, [this] {

@@ -3,6 +3,7 @@
 #include "shell/toolkit/AppTheme.h"
 #include "shell/toolkit/Dialogs.h"
 #include "shell/toolkit/Divider.h"
+#include "shell/toolkit/FocusRing.h"
 #include "shell/toolkit/PressButton.h"
 #include "shell/toolkit/RelativeFont.h"
 #include "shell/toolkit/TintedLabel.h"
@@ -79,11 +80,9 @@ protected:
         painter.setFont(isChecked() ? AppTheme::semibold(font()) : font());
         painter.setPen(AppTheme::primary(colours));
         painter.drawText(rect(), Qt::AlignCenter, text());
-        if (hasFocus()) {
-            painter.setPen(QPen(AppTheme::accent(colours), 2));
-            painter.setBrush(Qt::NoBrush);
-            painter.drawRoundedRect(bounds.adjusted(0.5, 0.5, -0.5, -0.5), kSegmentRadius, kSegmentRadius);
-        }
+        if (hasFocus())
+            drawFocusRing(painter, bounds.adjusted(0.5, 0.5, -0.5, -0.5), kSegmentRadius,
+                          AppTheme::accent(colours));
     }
 };
 
@@ -128,11 +127,9 @@ protected:
         painter.setPen(ink);
         painter.drawText(rect().adjusted(static_cast<int>(ring.right()) + AppTheme::kSpace2, 0, 0, 0),
                          int(Qt::AlignLeft) | Qt::AlignVCenter, text());
-        if (hasFocus()) {
-            painter.setPen(QPen(AppTheme::accent(colours), 2));
-            painter.setBrush(Qt::NoBrush);
-            painter.drawRoundedRect(QRectF(rect()).adjusted(1, 1, -1, -1), kSegmentRadius, kSegmentRadius);
-        }
+        if (hasFocus())
+            drawFocusRing(painter, QRectF(rect()).adjusted(1, 1, -1, -1), kSegmentRadius,
+                          AppTheme::accent(colours));
     }
 
 private:

@@ -4,6 +4,8 @@
 #include <QStyle>
 #include <QWidget>
 
+#include <cmath>
+#include <numbers>
 #include <utility>
 
 namespace orvanlite {
@@ -12,6 +14,17 @@ bool reducesMotion(const QWidget* widget)
 {
     // Not the widget's own style: one that changes a detail of it knows nothing of the user's choice.
     return QApplication::style()->styleHint(QStyle::SH_Widget_Animation_Duration, nullptr, widget) == 0;
+}
+
+double springAt(double seconds, double response, double dampingFraction)
+{
+    if (seconds <= 0)
+        return 0;
+    const double omega = 2 * std::numbers::pi / response;
+    const double damped = omega * std::sqrt(1 - dampingFraction * dampingFraction);
+    const double swing =
+        std::cos(damped * seconds) + dampingFraction * omega / damped * std::sin(damped * seconds);
+    return 1 - std::exp(-dampingFraction * omega * seconds) * swing;
 }
 
 Glide::Glide(double start, int milliseconds, QWidget* widget, std::function<void()> changed)

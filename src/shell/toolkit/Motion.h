@@ -11,6 +11,10 @@ namespace orvanlite {
 /// True where the user has asked for less motion. The style answers, so that it may change at any time.
 [[nodiscard]] bool reducesMotion(const QWidget* widget);
 
+/// Where a spring that is released at 0 is on its way to 1, beyond which it swings. `response` is the period without
+/// damping, in seconds. Source: the damped harmonic oscillator.
+[[nodiscard]] double springAt(double seconds, double response, double dampingFraction);
+
 /// A number that glides to its target. It is there at once where the user has asked for less motion, and while the
 /// widget is hidden.
 class Glide final : public QVariantAnimation {
