@@ -125,7 +125,7 @@ TEST_F(HelperAgentTest, CountsAndMonitorsFromSwitchOnToSwitchOff)
     for (const QString& ring : {u"VST3/Ring 1"_s, u"VST3/Ring 2"_s})
         QFile::link(root.at(library + u"VST3"_s), root.at(library + ring));
     MenuBarLoginItem item(with(real.clock));
-    MenuBarSection section(item, with(real.clock), nullptr);
+    MenuBarSection section(item, nullptr);
     auto& launchAtLogin = *section.findChild<QAbstractButton*>(u"launchAtLoginSwitch"_s);
     count(41);
     launchAtLogin.click();

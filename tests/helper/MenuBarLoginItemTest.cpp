@@ -61,7 +61,7 @@ TEST_F(MenuBarLoginItemTest, LeavesTheRightCopyAndReplacesAllOthers)
 
 TEST_F(MenuBarLoginItemTest, FailuresAreALineAndTheSwitchFallsBack)
 {
-    MenuBarSection section(item, with(clock), nullptr);
+    MenuBarSection section(item, nullptr);
     auto& launchAtLogin = *section.findChild<QAbstractButton*>(u"launchAtLoginSwitch"_s);
     const QString old = u"/Old/OrvanliteHelper.app"_s;
     addAgent(old);

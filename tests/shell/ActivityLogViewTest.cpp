@@ -13,7 +13,7 @@ TEST(ActivityLogViewTest, ShowsTheLogAndClearsItWhenTheUserConfirms)
 {
     TestPlatform system;
     ActivityLogManager log(system.platform);
-    ActivityLogView view(log, system.platform, nullptr);
+    ActivityLogView view(log, system.clock, nullptr);
     view.resize(230, 400);
     view.show();
     auto& list = named<ActivityLogList>(view, u"activityLogList"_s);

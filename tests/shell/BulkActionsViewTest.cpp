@@ -5,6 +5,7 @@
 #include "shell/bulk/BulkConfirmation.h"
 #include "shell/bulk/BulkPluginList.h"
 #include "shell/toolkit/ChipButton.h"
+#include "shell/toolkit/ThemeController.h"
 
 #include <QScrollBar>
 
@@ -42,7 +43,7 @@ protected:
             model().persistedSelections.insert(each.id);
         model().refreshBulkPane();
         if (!m_pane) {
-            m_pane = std::make_unique<BulkActionsView>(model(), m_confirmation, m_system.platform, nullptr);
+            m_pane = std::make_unique<BulkActionsView>(model(), m_confirmation, nullptr);
             m_pane->resize(900, 320);
             m_pane->show();
             m_pane->activateWindow();
@@ -92,6 +93,7 @@ protected:
 
     AudioPlugins m_all;
     BulkConfirmation m_confirmation;
+    const ThemeController m_theme{m_system.appearance};
     std::unique_ptr<BulkActionsView> m_pane;
 };
 

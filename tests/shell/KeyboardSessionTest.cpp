@@ -70,6 +70,7 @@ TEST_F(KeyboardSession, SearchesSortsFiltersPicksActsConfirmsAndCancels)
     launch();
     window().activateWindow();
     ASSERT_TRUE(waitFor([] { return QGuiApplication::focusWindow() != nullptr; }));
+    EXPECT_EQ(focused(), u"allPluginsButton"_s) << "the sidebar comes first";
 
     goTo(u"searchField"_s);
     type(u"0011"_s);

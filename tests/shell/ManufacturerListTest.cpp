@@ -15,7 +15,7 @@ protected:
     void SetUp() override
     {
         launch();
-        m_list = std::make_unique<ManufacturerList>(viewModel(), m_system.platform, nullptr);
+        m_list = std::make_unique<ManufacturerList>(viewModel(), m_system.platform.workspace, nullptr);
         m_list->resize(230, 400);
         m_list->show();
         ASSERT_TRUE(QTest::qWaitForWindowActive(m_list.get()));

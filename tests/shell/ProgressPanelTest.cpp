@@ -1,6 +1,7 @@
 #include "UiSteps.h"
 #include "shell/progress/ProgressHUDView.h"
 #include "shell/progress/ProgressWindowManager.h"
+#include "shell/toolkit/ThemeController.h"
 
 #include <QGraphicsEffect>
 #include <QLabel>
@@ -39,6 +40,7 @@ protected:
     }
 
     TestPlatform m_system;
+    const ThemeController m_theme{m_system.appearance};
     ProgressWindowManager m_manager{m_system.platform};
 };
 

@@ -10,6 +10,7 @@
 #include "shell/sidebar/SidebarView.h"
 #include "shell/toolkit/FileOpenPanel.h"
 #include "shell/toolkit/FileSavePanel.h"
+#include "shell/toolkit/ThemeController.h"
 
 #include <QMessageBox>
 #include <QPushButton>
@@ -26,15 +27,13 @@ protected:
     SidebarView& sidebar()
     {
         if (!m_sidebar) {
-            const auto start = [this](auto operation) {
-                return [this, operation](std::optional<PluginFormat> format) {
-                    m_passed.append(format ? rawValue(*format) : u"all"_s);
-                    detach(operation(&model(), format));
-                };
+            const Services services{m_system.platform, model(), m_profiles, m_log, m_savePanel, m_openPanel};
+            const auto act = [this](BulkAction action, std::optional<PluginFormat> format) {
+                m_passed.append(format ? rawValue(*format) : u"all"_s);
+                detach(action == BulkAction::enable ? enableAllForFormat(&model(), format)
+                                                    : disableAllForFormat(&model(), format));
             };
-            m_sidebar = std::make_unique<SidebarView>(model(), m_log, m_profiles, m_savePanel, m_openPanel,
-                                                      m_system.platform, start(enableAllForFormat),
-                                                      start(disableAllForFormat), nullptr);
+            m_sidebar = std::make_unique<SidebarView>(services, act, nullptr);
             m_sidebar->resize(250, 700);
             m_sidebar->show();
             m_sidebar->activateWindow();
@@ -93,6 +92,7 @@ protected:
     FileSavePanel m_savePanel{m_host, {}};
     FileOpenPanel m_openPanel{m_host, {}};
     QStringList m_passed; ///< to the operations on a format
+    const ThemeController m_theme{m_system.appearance};
     std::unique_ptr<SidebarView> m_sidebar;
 };
 

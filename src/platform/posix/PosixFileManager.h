@@ -15,7 +15,7 @@ public:
     void write(const QString& path, const QByteArray& content, WriteMode mode) override;
     void move(const QString& source, const QString& destination) override;
     void remove(const QString& path) override;
-    void createDirectory(const QString& path, FolderAccess access) override;
+    void createDirectory(const QString& path, FolderAccess access = FolderAccess::byUmask) override;
 
 protected:
     /// Removes entries that the platform marks as hidden. `hasDotHidden`: the folder contains a ".hidden"

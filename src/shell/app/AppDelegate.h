@@ -1,6 +1,7 @@
 #pragma once
 
 #include "shell/app/SharedObjects.h"
+#include "shell/toolkit/KeyRepeat.h"
 
 #include <QObject>
 
@@ -44,6 +45,7 @@ private:
     const platform::Platform& m_platform;
     SharedObjects m_shared;
     std::unique_ptr<ThemeController> m_theme;
+    KeyRepeat m_keyRepeat;
     std::unique_ptr<MainWindow> m_window;
 };
 

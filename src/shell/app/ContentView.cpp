@@ -2,7 +2,6 @@
 
 #include "operations/Detach.h"
 #include "operations/PluginManagerViewModel.h"
-#include "platform/Appearance.h"
 #include "platform/Defaults.h"
 #include "platform/Platform.h"
 #include "profiles/ProfileManager.h"
@@ -77,9 +76,10 @@ ContentView::ContentView(const platform::Platform& platform, const SharedObjects
     , m_profileManager(std::make_unique<ProfileManager>(platform))
     , m_savePanel(std::make_unique<FileSavePanel>(*this, platform.layout.documents))
     , m_openPanel(std::make_unique<FileOpenPanel>(*this, platform.layout.documents))
+    , m_services{platform,           *m_pluginManager, *m_profileManager,
+                 shared.activityLog, *m_savePanel,     *m_openPanel}
     , m_uadCleanup(shared.uadCleanup)
     , m_updateChecker(shared.updateChecker)
-    , m_platform(platform)
     , m_diskAccess(shared.fullDiskAccess)
     , m_showingOnboarding(!platform.defaults.standard().value(u"onboardingComplete"_s).toBool())
     , m_bulkConfirmation(std::make_unique<BulkConfirmation>())
@@ -92,7 +92,7 @@ ContentView::ContentView(const platform::Platform& platform, const SharedObjects
     m_pluginManager->setBatchProgress(&shared.batchProgress);
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
-    m_columns = makeColumns(platform, shared.activityLog);
+    m_columns = makeColumns();
     column->addWidget(m_columns);
     m_bulkConfirmation->isShowing.observe(this, [this] {
         if (*m_bulkConfirmation->isShowing)
@@ -103,30 +103,31 @@ ContentView::ContentView(const platform::Platform& platform, const SharedObjects
             showErrorAlert();
     });
     m_updates->watch(m_pluginManager->selectedFormats);
-    m_cleanupSheet = new UADCleanupSheet(m_uadCleanup, platform.appearance.reducesMotion(), this);
+    m_cleanupSheet = new UADCleanupSheet(m_uadCleanup, this);
     m_uadCleanup.pluginManager = m_pluginManager.get();
     m_uadCleanup.showCleanupSheet.observe(this, [this] { showCleanupSheet(); });
 }
 
-SidebarSplitter* ContentView::makeColumns(const platform::Platform& platform, ActivityLogManager& activityLog)
+SidebarSplitter* ContentView::makeColumns()
 {
-    PluginManagerViewModel* viewModel = m_pluginManager.get();
-    auto* sidebar = new SidebarView(
-        *viewModel, activityLog, *m_profileManager, *m_savePanel, *m_openPanel, platform,
-        [viewModel](std::optional<PluginFormat> format) { detach(enableAllForFormat(viewModel, format)); },
-        [viewModel](std::optional<PluginFormat> format) { detach(disableAllForFormat(viewModel, format)); },
-        this);
-    return new SidebarSplitter(sidebar, makeDetailColumn(platform), this);
+    const auto act = [viewModel = m_pluginManager.get()](BulkAction action,
+                                                         std::optional<PluginFormat> format) {
+        detach(action == BulkAction::enable ? enableAllForFormat(viewModel, format)
+                                            : disableAllForFormat(viewModel, format));
+    };
+    auto* sidebar = new SidebarView(m_services, act, this); // first, in the order of Tab
+    return new SidebarSplitter(sidebar, makeDetailColumn(), this);
 }
 
-QWidget* ContentView::makeDetailColumn(const platform::Platform& platform)
+QWidget* ContentView::makeDetailColumn()
 {
     auto* detail = new QWidget(this);
     // In the order of Tab.
-    Banner* updateBanner = makeUpdateBanner(m_updateChecker, platform, &QApplication::quit, detail);
-    m_newPlugins = new NewPluginsWorkflow(*m_pluginManager, *m_profileManager, platform.appearance, detail);
+    Banner* updateBanner =
+        makeUpdateBanner(m_updateChecker, m_services.platform, &QApplication::quit, detail);
+    m_newPlugins = new NewPluginsWorkflow(*m_pluginManager, *m_profileManager, detail);
     auto* mainContent = new MainContentView(
-        *m_pluginManager, *m_bulkConfirmation, *m_savePanel, platform,
+        m_services, *m_bulkConfirmation,
         [this] {
             m_pluginManager->resetView();
             m_cheatCode->armCheatCode();
@@ -182,11 +183,11 @@ void ContentView::appear()
 
 void ContentView::showOnboarding()
 {
-    auto* sheet = new OnboardingView(m_platform, m_diskAccess, window());
+    auto* sheet = new OnboardingView(m_services.platform, m_diskAccess, window());
     sheet->setAttribute(Qt::WA_DeleteOnClose);
     // However it is left, it has been seen.
     connect(sheet, &QDialog::finished, this,
-            [this] { m_platform.defaults.standard().setValue(u"onboardingComplete"_s, true); });
+            [this] { m_services.platform.defaults.standard().setValue(u"onboardingComplete"_s, true); });
     sheet->open();
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "model/Observable.h"
+#include "shell/toolkit/Services.h"
 
 #include <QWidget>
 
@@ -8,24 +9,18 @@
 
 namespace orvanlite::platform {
 class FullDiskAccess;
-struct Platform;
 } // namespace orvanlite::platform
 
 namespace orvanlite {
 
-class ActivityLogManager;
 class CheatCode;
 class InputGate;
 class NewPluginsWorkflow;
-class OpenPanel;
-class ProfileManager;
-class SavePanel;
 class SidebarSplitter;
 class UADCleanupManager;
 class UADCleanupSheet;
 class UpdateChecker;
 class ViewUpdater;
-class PluginManagerViewModel;
 struct BulkConfirmation;
 struct SharedObjects;
 
@@ -53,8 +48,8 @@ protected:
 
 private:
     /// The banners over the main pane.
-    [[nodiscard]] QWidget* makeDetailColumn(const platform::Platform& platform);
-    SidebarSplitter* makeColumns(const platform::Platform& platform, ActivityLogManager& activityLog);
+    [[nodiscard]] QWidget* makeDetailColumn();
+    [[nodiscard]] SidebarSplitter* makeColumns();
     void appear();
     void showBulkWarning();
     void showErrorAlert();
@@ -69,9 +64,9 @@ private:
     std::unique_ptr<ProfileManager> m_profileManager;
     std::unique_ptr<SavePanel> m_savePanel;
     std::unique_ptr<OpenPanel> m_openPanel;
+    const Services m_services;
     UADCleanupManager& m_uadCleanup;
     UpdateChecker& m_updateChecker;
-    const platform::Platform& m_platform;
     platform::FullDiskAccess& m_diskAccess;
     const bool m_showingOnboarding; ///< as it was when the view was made
     std::unique_ptr<BulkConfirmation> m_bulkConfirmation;

@@ -1,5 +1,7 @@
 #include "shell/app/InputGate.h"
 
+#include "shell/toolkit/KeyRepeat.h"
+
 #include <QApplication>
 #include <QKeyEvent>
 
@@ -30,6 +32,7 @@ bool InputGate::eventFilter(QObject* /*watched*/, QEvent* event)
     case QEvent::KeyPress:
     case QEvent::KeyRelease:
     case QEvent::ShortcutOverride: {
+        KeyRepeat::note(*event);
         const auto* key = static_cast<QKeyEvent*>(event);
         return !key->matches(QKeySequence::Close) && !key->matches(QKeySequence::Quit);
     }

@@ -2,7 +2,6 @@
 
 #include "operations/Detach.h"
 #include "operations/PluginManagerViewModel.h"
-#include "platform/Appearance.h"
 #include "records/PDFExporter.h"
 #include "shell/app/DragHandle.h"
 #include "shell/bulk/BulkActionsView.h"
@@ -12,6 +11,7 @@
 #include "shell/table/PreviewStrip.h"
 #include "shell/table/SearchBar.h"
 #include "shell/toolkit/AppTheme.h"
+#include "shell/toolkit/Divider.h"
 #include "shell/toolkit/PressButton.h"
 #include "shell/toolkit/ViewUpdater.h"
 
@@ -33,38 +33,27 @@ constexpr int kDividerHeight = 16;
 constexpr double kSmallestPane = 80;
 constexpr double kLargestPane = 500;
 
-QWidget* makeDivider(QWidget* parent)
-{
-    auto* line = new QWidget(parent);
-    line->setFixedSize(1, kDividerHeight);
-    line->setBackgroundRole(QPalette::Mid);
-    line->setAutoFillBackground(true);
-    return line;
-}
-
 } // namespace
 
-MainContentView::MainContentView(PluginManagerViewModel& viewModel, BulkConfirmation& confirmation,
-                                 SavePanel& savePanel, const platform::Platform& platform,
+MainContentView::MainContentView(const Services& services, BulkConfirmation& confirmation,
                                  std::function<void()> onResetTapped, QWidget* parent)
     : QWidget(parent)
-    , m_viewModel(viewModel)
-    , m_savePanel(savePanel)
-    , m_platform(platform)
+    , m_services(services)
+    , m_viewModel(services.plugins)
     , m_onResetTapped(std::move(onResetTapped))
     , m_body(new QStackedWidget(this))
     , m_emptyState(new EmptyStateView(m_body))
-    , m_reducesMotion(platform.appearance.reducesMotion())
     , m_updates(new ViewUpdater([this] { render(); }, this))
 {
     setObjectName(u"mainContentView"_s);
     auto* toolRow = new QWidget(this);
     buildToolRow(toolRow);
-    m_preview = new PreviewStrip(viewModel, m_reducesMotion, this); // before the table also for Tab
+    m_preview = new PreviewStrip(m_viewModel, this); // before the table also for Tab
+    connect(m_preview, &PreviewStrip::closeClicked, this, [this] { m_viewModel.closeProfilePreview(); });
     auto* tables = new QWidget(m_body);
-    m_list = new PluginListView(viewModel, platform, tables);
+    m_list = new PluginListView(m_viewModel, services.platform, tables);
     m_handle = new DragHandle(tables);
-    m_bulkActions = new BulkActionsView(viewModel, confirmation, platform, tables);
+    m_bulkActions = new BulkActionsView(m_viewModel, confirmation, tables);
     m_bulkActions->setPaneHeight(m_bulkPaneHeight);
     connect(m_handle, &DragHandle::dragged, this, &MainContentView::resizeBulkPane);
 
@@ -84,8 +73,8 @@ MainContentView::MainContentView(PluginManagerViewModel& viewModel, BulkConfirma
     m_body->addWidget(tables);
 
     // The selection itself tells nobody of its changes; these do, each time that it has changed.
-    m_updates->watch(viewModel.selectedPlugins, viewModel.consolidatedBulkPlugins, viewModel.displayedPlugins,
-                     viewModel.showAllPlugins, viewModel.activeProfile);
+    m_updates->watch(m_viewModel.selectedPlugins, m_viewModel.consolidatedBulkPlugins,
+                     m_viewModel.displayedPlugins, m_viewModel.showAllPlugins, m_viewModel.activeProfile);
     render();
 }
 
@@ -93,7 +82,6 @@ PressButton* MainContentView::addToolButton(QHBoxLayout* row, const QString& tex
 {
     auto* button = new PressButton(text, iconKey, PressButton::Ground::none, row->parentWidget());
     button->setObjectName(text.toLower() + u"Button"_s);
-    button->setReducesMotion(m_reducesMotion);
     row->addWidget(button);
     return button;
 }
@@ -105,7 +93,9 @@ void MainContentView::buildToolRow(QWidget* row)
     layout->setContentsMargins(AppTheme::kSpace5, AppTheme::kSpace3, AppTheme::kSpace5, AppTheme::kSpace3);
     layout->setSpacing(kToolSpacing);
     layout->addWidget(new SearchBar(m_viewModel.searchText, row), 1);
-    layout->addWidget(makeDivider(row));
+    QWidget* divider = makeDivider(row);
+    divider->setFixedSize(1, kDividerHeight);
+    layout->addWidget(divider);
     m_reset = addToolButton(layout, u"Reset"_s, u"arrow.counterclockwise"_s);
     m_reset->setTextColour(&AppTheme::secondary);
     connect(m_reset, &QAbstractButton::clicked, this, &MainContentView::reset);
@@ -118,9 +108,8 @@ void MainContentView::buildToolRow(QWidget* row)
     connect(exportButton, &QAbstractButton::clicked, this, &MainContentView::showExportPicker);
     for (PressButton* action : {scan, exportButton}) {
         action->setTextColour([](const QPalette&) { return AppTheme::actionText(); });
-        QFont bold = action->font();
-        bold.setWeight(QFont::DemiBold); // helps a colour that is weak on a light ground
-        action->setFont(bold);
+        action->setFont(
+            AppTheme::semibold(action->font())); // helps a colour that is weak on a light background
     }
 }
 
@@ -134,7 +123,7 @@ void MainContentView::reset()
 
 void MainContentView::showExportPicker()
 {
-    auto* picker = new ExportPicker(m_exportFormat, m_exportSortOption, m_reducesMotion, window());
+    auto* picker = new ExportPicker(m_exportFormat, m_exportSortOption, window());
     picker->setAttribute(Qt::WA_DeleteOnClose);
     connect(picker, &QDialog::accepted, this, &MainContentView::exportPlugins);
     picker->present();
@@ -143,8 +132,8 @@ void MainContentView::showExportPicker()
 void MainContentView::exportPlugins()
 {
     // On purpose all plugins, whatever is searched for, filtered and selected.
-    PDFExporter::exportPlugins(*m_viewModel.plugins, m_exportFormat, m_exportSortOption, m_savePanel,
-                               m_platform);
+    PDFExporter::exportPlugins(*m_viewModel.plugins, m_exportFormat, m_exportSortOption, m_services.savePanel,
+                               m_services.platform);
 }
 
 void MainContentView::render()

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/Platform.h"
 #include "records/ExportOptions.h"
+#include "shell/toolkit/Services.h"
 
 #include <QWidget>
 
@@ -16,10 +16,8 @@ class BulkActionsView;
 class DragHandle;
 class EmptyStateView;
 class PluginListView;
-class PluginManagerViewModel;
 class PressButton;
 class PreviewStrip;
-class SavePanel;
 class ViewUpdater;
 struct BulkConfirmation;
 
@@ -29,8 +27,8 @@ class MainContentView final : public QWidget {
     Q_OBJECT
 
 public:
-    MainContentView(PluginManagerViewModel& viewModel, BulkConfirmation& confirmation, SavePanel& savePanel,
-                    const platform::Platform& platform, std::function<void()> onResetTapped, QWidget* parent);
+    MainContentView(const Services& services, BulkConfirmation& confirmation,
+                    std::function<void()> onResetTapped, QWidget* parent);
 
     /// Height of the bulk pane's list, from 80 to 500.
     [[nodiscard]] double bulkPaneHeight() const { return m_bulkPaneHeight; }
@@ -44,9 +42,8 @@ private:
     void showExportPicker();
     void exportPlugins();
 
+    const Services m_services;
     PluginManagerViewModel& m_viewModel;
-    SavePanel& m_savePanel;
-    const platform::Platform m_platform;
     const std::function<void()> m_onResetTapped;
     PressButton* m_reset = nullptr;
     PreviewStrip* m_preview = nullptr;
@@ -58,7 +55,6 @@ private:
     double m_bulkPaneHeight = 200;
     ExportFormat m_exportFormat = ExportFormat::pdf;
     ExportSortOption m_exportSortOption = ExportSortOption::name;
-    const bool m_reducesMotion;
     ViewUpdater* m_updates;
 };
 

@@ -2,12 +2,11 @@
 
 #include "operations/Detach.h"
 #include "operations/PluginManagerViewModel.h"
-#include "platform/Appearance.h"
-#include "platform/Platform.h"
 #include "shell/bulk/BulkConfirmation.h"
 #include "shell/bulk/BulkPluginList.h"
 #include "shell/toolkit/AppTheme.h"
 #include "shell/toolkit/ChipButton.h"
+#include "shell/toolkit/Divider.h"
 #include "shell/toolkit/FlowLayout.h"
 #include "shell/toolkit/NoticeStrip.h"
 #include "shell/toolkit/PressButton.h"
@@ -37,15 +36,6 @@ constexpr int kHeaderSpacing = 12;
 constexpr int kHeaderIconSize = 16;
 constexpr int kWaveShellGap = 4;
 
-QWidget* makeDivider(QWidget* parent)
-{
-    auto* line = new QWidget(parent);
-    line->setFixedHeight(1);
-    line->setBackgroundRole(QPalette::Mid);
-    line->setAutoFillBackground(true);
-    return line;
-}
-
 /// Ascending by raw value, as the chips stand.
 std::vector<PluginFormat> formatsInChipOrder()
 {
@@ -62,11 +52,10 @@ QColor faint(const QPalette& palette) { return AppTheme::withOpacity(AppTheme::s
 } // namespace
 
 BulkActionsView::BulkActionsView(PluginManagerViewModel& viewModel, BulkConfirmation& confirmation,
-                                 const platform::Platform& platform, QWidget* parent)
+                                 QWidget* parent)
     : QWidget(parent)
     , m_viewModel(viewModel)
     , m_confirmation(confirmation)
-    , m_reducesMotion(platform.appearance.reducesMotion())
     , m_updates(new ViewUpdater([this] { render(); }, this))
 {
     setObjectName(u"bulkActionsView"_s);
@@ -79,7 +68,7 @@ BulkActionsView::BulkActionsView(PluginManagerViewModel& viewModel, BulkConfirma
     column->addWidget(makeHeaderRow());
     column->addWidget(makeNotices());
     column->addWidget(makeDivider(this));
-    m_list = new BulkPluginList(viewModel, m_selectedBulkNames, m_reducesMotion, this);
+    m_list = new BulkPluginList(viewModel, m_selectedBulkNames, this);
     column->addWidget(m_list, 1);
     applyListHeight();
 
@@ -99,7 +88,6 @@ PressButton* BulkActionsView::makeButton(const QString& text, const QString& ico
     auto* button = new PressButton(text, iconKey, PressButton::Ground::bordered, parent);
     button->setObjectName(objectName);
     button->setTint(tint);
-    button->setReducesMotion(m_reducesMotion);
     return button;
 }
 
@@ -156,9 +144,7 @@ QWidget* BulkActionsView::makeHeaderRow()
     icon->setIcon(u"bolt.circle.fill"_s, kHeaderIconSize);
     auto* title = new QLabel(u"Bulk Actions"_s, row);
     title->setObjectName(u"bulkTitle"_s);
-    QFont bold = title->font();
-    bold.setWeight(QFont::DemiBold);
-    title->setFont(bold);
+    title->setFont(AppTheme::semibold(title->font()));
     m_count = new TintedLabel({}, faint, row);
     m_count->setObjectName(u"bulkCountLabel"_s);
     auto* dot = new TintedLabel(u"·"_s, faint, row);
@@ -232,7 +218,7 @@ void BulkActionsView::applyListHeight()
 
 void BulkActionsView::render()
 {
-    const bool isAnimated = std::exchange(m_isFormatChange, false) && !m_reducesMotion;
+    const bool isAnimated = std::exchange(m_isFormatChange, false);
     if (std::exchange(m_isReloadDue, false)) {
         QSet<QString> names;
         for (const ConsolidatedPlugin& plugin : *m_viewModel.consolidatedBulkPlugins)
@@ -265,8 +251,7 @@ void BulkActionsView::renderHeader()
 {
     m_count->setText(u"%1 plugin(s)"_s.arg(m_viewModel.persistedSelections.size()));
     m_unique->setText(u"(%1 unique)"_s.arg(m_viewModel.consolidatedBulkPlugins->size()));
-    m_remove->setText(u"Remove %1 from list"_s.arg(m_selectedBulkNames.size()));
-    m_remove->updateGeometry();
+    m_remove->setLabel(u"Remove %1 from list"_s.arg(m_selectedBulkNames.size()));
     if (m_selectedBulkNames.isEmpty() && m_remove->hasFocus())
         m_list->focusCurrentRow(); // and not "Clear All", which stands next
     m_remove->setVisible(!m_selectedBulkNames.isEmpty());

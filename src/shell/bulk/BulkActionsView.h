@@ -10,10 +10,6 @@
 
 class QLabel;
 
-namespace orvanlite::platform {
-struct Platform;
-}
-
 namespace orvanlite {
 
 struct AudioPlugin;
@@ -33,8 +29,7 @@ class BulkActionsView final : public QWidget {
     Q_OBJECT
 
 public:
-    BulkActionsView(PluginManagerViewModel& viewModel, BulkConfirmation& confirmation,
-                    const platform::Platform& platform, QWidget* parent);
+    BulkActionsView(PluginManagerViewModel& viewModel, BulkConfirmation& confirmation, QWidget* parent);
 
     /// The height of the region with the rows, in logical pixels.
     void setPaneHeight(double height);
@@ -75,7 +70,6 @@ private:
 
     PluginManagerViewModel& m_viewModel;
     BulkConfirmation& m_confirmation;
-    bool m_reducesMotion;
     double m_paneHeight = 200;
     bool m_expandsFull = false;
     QSet<QString> m_selectedBulkNames; ///< marked in here; not the table's selection

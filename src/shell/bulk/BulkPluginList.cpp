@@ -1,13 +1,13 @@
 #include "shell/bulk/BulkPluginList.h"
 
-#include "operations/PluginManagerViewModel.h"
+#include "operations/BulkSelection.h"
+#include "shell/toolkit/Motion.h"
 #include "shell/toolkit/ThinScrollBar.h"
 
 #include <QAccessibleWidget>
 #include <QApplication>
 #include <QEvent>
 #include <QScopedValueRollback>
-#include <QVariantAnimation>
 
 #include <algorithm>
 #include <utility>
@@ -39,14 +39,14 @@ QAccessibleInterface* makeAccessible(const QString& className, QObject* object)
 
 } // namespace
 
-BulkPluginList::BulkPluginList(const PluginManagerViewModel& viewModel, const QSet<QString>& markedNames,
-                               bool reducesMotion, QWidget* parent)
+BulkPluginList::BulkPluginList(const BulkSelection& selection, const QSet<QString>& markedNames,
+                               QWidget* parent)
     : QScrollArea(parent)
-    , m_viewModel(viewModel)
+    , m_selection(selection)
     , m_markedNames(markedNames)
-    , m_reducesMotion(reducesMotion)
     , m_column(new QWidget)
-    , m_scrolling(new QVariantAnimation(this))
+    , m_scrolling(new Glide(0, kScrollMilliseconds, this,
+                            [this] { verticalScrollBar()->setValue(qRound(m_scrolling->value())); }))
 {
     static const bool isInstalled = (QAccessible::installFactory(makeAccessible), true);
     Q_UNUSED(isInstalled)
@@ -64,10 +64,7 @@ BulkPluginList::BulkPluginList(const PluginManagerViewModel& viewModel, const QS
     viewport()->setAutoFillBackground(false);
     m_rowLayout.setFont(font());
 
-    m_scrolling->setDuration(kScrollMilliseconds);
     m_scrolling->setEasingCurve(QEasingCurve::OutCubic);
-    connect(m_scrolling, &QVariantAnimation::valueChanged, this,
-            [this](const QVariant& value) { verticalScrollBar()->setValue(value.toInt()); });
     connect(verticalScrollBar(), &QAbstractSlider::valueChanged, this, [this] { buildRows(); });
     // The user's own scrolling goes first.
     connect(verticalScrollBar(), &QAbstractSlider::actionTriggered, m_scrolling, &QAbstractAnimation::stop);
@@ -75,7 +72,7 @@ BulkPluginList::BulkPluginList(const PluginManagerViewModel& viewModel, const QS
 
 const std::vector<ConsolidatedPlugin>& BulkPluginList::plugins() const
 {
-    return *m_viewModel.consolidatedBulkPlugins;
+    return *m_selection.consolidatedBulkPlugins;
 }
 
 void BulkPluginList::reload()
@@ -174,7 +171,7 @@ BulkPluginRow* BulkPluginList::freeRow(std::vector<BulkPluginRow*>& unused)
         unused.pop_back();
         return row;
     }
-    auto* row = new BulkPluginRow(m_rowLayout, m_rowCount++, m_reducesMotion, m_column);
+    auto* row = new BulkPluginRow(m_rowLayout, m_rowCount++, m_column);
     connect(row, &QAbstractButton::clicked, this, [this, row] { Q_EMIT nameClicked(row->pluginName()); });
     connect(row, &BulkPluginRow::variantClicked, this, &BulkPluginList::variantClicked);
     connect(row, &BulkPluginRow::moveRequested, this, &BulkPluginList::moveCurrent);
@@ -192,7 +189,7 @@ void BulkPluginList::placeRow(BulkPluginRow& row, std::size_t index, bool isAnim
     row.setGeometry(kPaddingX - BulkPluginRow::kBleedX, m_tops[index] - BulkPluginRow::kBleedY,
                     viewport()->width() - 2 * (kPaddingX - BulkPluginRow::kBleedX),
                     height + 2 * BulkPluginRow::kBleedY);
-    row.showPlugin(plugin, *m_viewModel.bulkActiveVariants, m_markedNames.contains(plugin.name), isAnimated);
+    row.showPlugin(plugin, *m_selection.bulkActiveVariants, m_markedNames.contains(plugin.name), isAnimated);
     row.setCurrent(index == m_currentIndex);
     row.show();
     const int top = m_tops[index] - verticalScrollBar()->value();
@@ -305,14 +302,7 @@ void BulkPluginList::scrollToLast()
 {
     m_scrolling->stop();
     m_isAtLastWanted = !isVisible();
-    const int end = verticalScrollBar()->maximum();
-    if (m_reducesMotion || !isVisible()) {
-        verticalScrollBar()->setValue(end);
-        return;
-    }
-    m_scrolling->setStartValue(verticalScrollBar()->value());
-    m_scrolling->setEndValue(end);
-    m_scrolling->start();
+    m_scrolling->glideFrom(verticalScrollBar()->value(), verticalScrollBar()->maximum());
 }
 
 void BulkPluginList::resizeEvent(QResizeEvent* event)

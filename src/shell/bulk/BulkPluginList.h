@@ -6,7 +6,8 @@
 
 namespace orvanlite {
 
-class PluginManagerViewModel;
+class BulkSelection;
+class Glide;
 
 /// The rows of the bulk pane in a scrolling column. Only rows that are in view exist as widgets, and the one that the
 /// keyboard is on; they are given other plugins as the column moves, so that thousands cost no more than a screenful.
@@ -15,8 +16,7 @@ class BulkPluginList final : public QScrollArea {
 
 public:
     /// `markedNames` is read at every rendering.
-    BulkPluginList(const PluginManagerViewModel& viewModel, const QSet<QString>& markedNames,
-                   bool reducesMotion, QWidget* parent);
+    BulkPluginList(const BulkSelection& selection, const QSet<QString>& markedNames, QWidget* parent);
 
     /// Takes over the folded plugins. When there are more of them than the last time it scrolls to the last one.
     void reload();
@@ -55,9 +55,8 @@ private:
     void scrollTo(std::size_t index);
     void scrollToLast();
 
-    const PluginManagerViewModel& m_viewModel;
+    const BulkSelection& m_selection;
     const QSet<QString>& m_markedNames;
-    bool m_reducesMotion;
     BulkRowLayout m_rowLayout;
     QWidget* m_column;
     std::vector<int> m_tops; ///< of each row in the column, and where a row behind the last would stand
@@ -71,7 +70,7 @@ private:
     int m_preferredHeight = 0;
     bool m_isBuilding = false;
     bool m_isAtLastWanted = false; ///< as soon as there is a height to scroll in
-    QVariantAnimation* m_scrolling;
+    Glide* m_scrolling;
 };
 
 } // namespace orvanlite

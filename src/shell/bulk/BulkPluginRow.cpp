@@ -3,9 +3,9 @@
 #include "shell/toolkit/AppTheme.h"
 #include "shell/toolkit/ChipButton.h"
 #include "shell/toolkit/FlowLayout.h"
+#include "shell/toolkit/Motion.h"
 #include "shell/toolkit/ToolTips.h"
 
-#include <QAccessibleWidget>
 #include <QHelpEvent>
 #include <QKeyEvent>
 #include <QPainter>
@@ -14,7 +14,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <numbers>
 #include <utility>
 
 namespace orvanlite {
@@ -37,64 +36,7 @@ constexpr double kFadeMilliseconds = 900;
 constexpr double kHighlightOpacity = 0.45;
 constexpr double kHighlightScale = 1.015;
 
-/// A spring from 0 to 1 of response 0.25 s and damping fraction 0.6.
-double spring(double milliseconds)
-{
-    constexpr double damping = 0.6;
-    constexpr double frequency = 2 * std::numbers::pi / 250;
-    if (milliseconds <= 0)
-        return 0;
-    const double damped = frequency * std::sqrt(1 - damping * damping);
-    return 1 - std::exp(-damping * frequency * milliseconds) *
-                   (std::cos(damped * milliseconds) +
-                    damping * frequency / damped * std::sin(damped * milliseconds));
-}
-
-/// Reads a row as an item of a list that can be selected.
-class RowAccessible final : public QAccessibleWidget {
-public:
-    explicit RowAccessible(BulkPluginRow* row)
-        : QAccessibleWidget(row, QAccessible::ListItem)
-    {}
-    [[nodiscard]] QString text(QAccessible::Text kind) const override
-    {
-        return kind == QAccessible::Name ? row()->pluginName() : QAccessibleWidget::text(kind);
-    }
-    [[nodiscard]] QAccessible::State state() const override
-    {
-        QAccessible::State state = QAccessibleWidget::state();
-        state.selectable = true;
-        state.selected = row()->isMarked();
-        return state;
-    }
-    [[nodiscard]] QStringList actionNames() const override
-    {
-        return QStringList{toggleAction()} + QAccessibleWidget::actionNames();
-    }
-    void doAction(const QString& action) override
-    {
-        if (action == toggleAction())
-            row()->click();
-        else
-            QAccessibleWidget::doAction(action);
-    }
-    [[nodiscard]] QStringList keyBindingsForAction(const QString& action) const override
-    {
-        return action == toggleAction() ? QStringList{u"Space"_s}
-                                        : QAccessibleWidget::keyBindingsForAction(action);
-    }
-
-private:
-    [[nodiscard]] BulkPluginRow* row() const { return static_cast<BulkPluginRow*>(widget()); }
-};
-
-QAccessibleInterface* makeAccessible(const QString& className, QObject* object)
-{
-    if (className != QLatin1StringView(BulkPluginRow::staticMetaObject.className()))
-        return nullptr;
-    auto* row = qobject_cast<BulkPluginRow*>(object);
-    return row ? new RowAccessible(row) : nullptr;
-}
+double spring(double milliseconds) { return springAt(milliseconds / 1000, 0.25, 0.6); }
 
 bool movesBetweenRows(int key)
 {
@@ -150,15 +92,12 @@ BulkRowLayout::Places BulkRowLayout::places(const ConsolidatedPlugin& plugin, in
     return made;
 }
 
-BulkPluginRow::BulkPluginRow(const BulkRowLayout& places, int number, bool reducesMotion, QWidget* parent)
-    : QAbstractButton(parent)
+BulkPluginRow::BulkPluginRow(const BulkRowLayout& places, int number, QWidget* parent)
+    : Control(parent)
     , m_layout(places)
-    , m_reducesMotion(reducesMotion)
 {
-    static const bool isInstalled = (QAccessible::installFactory(makeAccessible), true);
-    Q_UNUSED(isInstalled)
     setObjectName(u"bulkRow%1"_s.arg(number));
-    setAttribute(Qt::WA_Hover);
+    setCheckable(true);
     setFocusPolicy(Qt::ClickFocus);
 }
 
@@ -169,6 +108,7 @@ void BulkPluginRow::showPlugin(const ConsolidatedPlugin& plugin, const QSet<QUui
     if (isOther)
         stopHighlight();
     m_plugin = plugin;
+    setLabel(plugin.name);
     while (m_chips.size() < plugin.variants.size())
         m_chips.push_back(addChip());
     for (std::size_t i = 0; i < m_chips.size(); ++i) {
@@ -177,17 +117,12 @@ void BulkPluginRow::showPlugin(const ConsolidatedPlugin& plugin, const QSet<QUui
             const FormatVariant& variant = plugin.variants[i];
             m_chips[i]->setLabel(variant.badgeLabel());
             m_chips[i]->setState(activeVariants.contains(variant.id) ? ChipState::active : ChipState::off,
-                                 isAnimated && !isOther && !m_reducesMotion);
+                                 isAnimated && !isOther);
         }
         m_chips[i]->setVisible(isUsed);
     }
     placeChips();
-    if (std::exchange(m_isMarked, isMarked) != isMarked) {
-        QAccessible::State changed;
-        changed.selected = true;
-        QAccessibleStateChangeEvent event(this, changed);
-        QAccessible::updateAccessibility(&event);
-    }
+    setChecked(isMarked);
     update();
 }
 
@@ -237,7 +172,7 @@ void BulkPluginRow::setCurrent(bool isCurrent)
 
 void BulkPluginRow::highlight()
 {
-    if (m_reducesMotion)
+    if (reducesMotion(this))
         return;
     if (!m_animation) {
         constexpr double whole = kHoldMilliseconds + kFadeMilliseconds;
@@ -270,13 +205,12 @@ void BulkPluginRow::setHighlightTime(double milliseconds)
     update();
 }
 
-void BulkPluginRow::paintEvent(QPaintEvent* /*event*/)
+QRectF BulkPluginRow::bounds() const { return QRectF(rect()).adjusted(kBleedX, kBleedY, -kBleedX, -kBleedY); }
+
+void BulkPluginRow::paint(QPainter& painter) const
 {
-    QPainter painter(this);
-    painter.setRenderHint(QPainter::Antialiasing);
-    const QRectF bounds = QRectF(rect()).adjusted(kBleedX, kBleedY, -kBleedX, -kBleedY);
+    const QRectF bounds = this->bounds();
     const QPalette& colours = palette();
-    painter.save();
     painter.translate(bounds.center());
     painter.scale(m_scale, m_scale);
     painter.translate(-bounds.center());
@@ -285,27 +219,21 @@ void BulkPluginRow::paintEvent(QPaintEvent* /*event*/)
         painter.setBrush(AppTheme::withOpacity(colour, opacity));
         painter.drawRoundedRect(bounds, kCornerRadius, kCornerRadius);
     };
-    if (m_isMarked)
+    if (isChecked())
         fill(AppTheme::accent(colours), AppTheme::isDark(colours) ? 0.36 : 0.2);
     if (underMouse())
         fill(AppTheme::primary(colours), 0.05);
     if (m_highlight > 0)
         fill(AppTheme::accentPink(), kHighlightOpacity * m_highlight);
-    painter.setPen(AppTheme::primary(colours));
-    const QRect name = m_places.name.translated(kBleedX, kBleedY);
-    painter.drawText(name, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
-                     fontMetrics().elidedText(m_plugin.name, Qt::ElideRight, name.width()));
-    painter.restore();
-    if (hasFocus()) {
-        painter.setPen(QPen(AppTheme::accent(colours), 2));
-        painter.setBrush(Qt::NoBrush);
-        painter.drawRoundedRect(bounds.adjusted(1, 1, -1, -1), kCornerRadius, kCornerRadius);
-    }
+    drawLine(painter, m_places.name.translated(kBleedX, kBleedY), font(), AppTheme::primary(colours),
+             m_plugin.name);
 }
+
+Control::FocusRing BulkPluginRow::focusRing() const { return accentRing(bounds(), kCornerRadius); }
 
 void BulkPluginRow::resizeEvent(QResizeEvent* event)
 {
-    QAbstractButton::resizeEvent(event);
+    Control::resizeEvent(event);
     placeChips();
 }
 
@@ -314,7 +242,7 @@ void BulkPluginRow::keyPressEvent(QKeyEvent* event)
     if (movesBetweenRows(event->key()))
         Q_EMIT moveRequested(event->key());
     else
-        QAbstractButton::keyPressEvent(event);
+        Control::keyPressEvent(event);
 }
 
 bool BulkPluginRow::event(QEvent* event)
@@ -325,12 +253,12 @@ bool BulkPluginRow::event(QEvent* event)
                            isCut ? plainToolTip(m_plugin.name) : QString(), this);
         return true;
     }
-    return QAbstractButton::event(event);
+    return Control::event(event);
 }
 
 void BulkPluginRow::focusInEvent(QFocusEvent* event)
 {
-    QAbstractButton::focusInEvent(event);
+    Control::focusInEvent(event);
     Q_EMIT focused();
 }
 
@@ -338,7 +266,7 @@ bool BulkPluginRow::eventFilter(QObject* watched, QEvent* event)
 {
     if (event->type() == QEvent::FocusIn)
         Q_EMIT focused();
-    return QAbstractButton::eventFilter(watched, event);
+    return Control::eventFilter(watched, event);
 }
 
 } // namespace orvanlite

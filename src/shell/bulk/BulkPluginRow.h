@@ -1,8 +1,8 @@
 #pragma once
 
 #include "model/ConsolidatedPlugin.h"
+#include "shell/toolkit/Control.h"
 
-#include <QAbstractButton>
 #include <QHash>
 #include <QRect>
 #include <QSet>
@@ -40,7 +40,7 @@ private:
 
 /// One folded plugin of the bulk pane: its name and one chip per variant. A click on the row itself, or Space,
 /// marks it.
-class BulkPluginRow final : public QAbstractButton {
+class BulkPluginRow final : public Control {
     Q_OBJECT
 
 public:
@@ -49,13 +49,13 @@ public:
     static constexpr int kBleedY = 1;
 
     /// `number` makes the object names of the row and of its chips unique.
-    BulkPluginRow(const BulkRowLayout& places, int number, bool reducesMotion, QWidget* parent);
+    BulkPluginRow(const BulkRowLayout& places, int number, QWidget* parent);
 
     /// Shows this plugin from now on. A row may be given another plugin at any time.
     void showPlugin(const ConsolidatedPlugin& plugin, const QSet<QUuid>& activeVariants, bool isMarked,
                     bool isAnimated);
     [[nodiscard]] const QString& pluginName() const { return m_plugin.name; }
-    [[nodiscard]] bool isMarked() const { return m_isMarked; }
+    [[nodiscard]] bool isMarked() const { return isChecked(); }
     [[nodiscard]] bool isHighlighted() const { return m_highlight > 0; }
     /// The highlight of a row that has just arrived.
     void highlight();
@@ -63,6 +63,7 @@ public:
     void setCurrent(bool isCurrent);
 
     [[nodiscard]] QSize sizeHint() const override;
+    [[nodiscard]] QAccessible::Role accessibleRole() const override { return QAccessible::ListItem; }
 
 Q_SIGNALS:
     void variantClicked(const QUuid& id);
@@ -73,13 +74,15 @@ Q_SIGNALS:
 
 protected:
     bool event(QEvent* event) override;
-    void paintEvent(QPaintEvent* event) override;
+    void paint(QPainter& painter) const override;
+    [[nodiscard]] FocusRing focusRing() const override;
     void resizeEvent(QResizeEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    [[nodiscard]] QRectF bounds() const;
     ChipButton* addChip();
     void placeChips();
     void stopHighlight();
@@ -87,9 +90,7 @@ private:
 
     const BulkRowLayout& m_layout;
     ConsolidatedPlugin m_plugin;
-    bool m_isMarked = false;
     bool m_isCurrent = false;
-    bool m_reducesMotion;
     BulkRowLayout::Places m_places;
     std::vector<ChipButton*> m_chips; ///< may be more than the plugin has variants; the others are hidden
     QVariantAnimation* m_animation = nullptr;

@@ -1,7 +1,6 @@
 #include "shell/onboarding/OnboardingAccessPage.h"
 
 #include "operations/Detach.h"
-#include "platform/Appearance.h"
 #include "platform/Clock.h"
 #include "platform/FullDiskAccess.h"
 #include "platform/Platform.h"
@@ -25,8 +24,7 @@ constexpr std::chrono::milliseconds kLookEvery{2'000};
 
 OnboardingAccessPage::OnboardingAccessPage(const platform::Platform& platform,
                                            platform::FullDiskAccess& access, QWidget* parent)
-    : OnboardingAccessPage(platform, access,
-                           new OnboardingPage5(platform.appearance.reducesMotion(), nullptr), parent)
+    : OnboardingAccessPage(platform, access, new OnboardingPage5(nullptr), parent)
 {}
 
 OnboardingAccessPage::OnboardingAccessPage(const platform::Platform& platform,
@@ -43,7 +41,6 @@ OnboardingAccessPage::OnboardingAccessPage(const platform::Platform& platform,
 {
     m_openSettings->setObjectName(u"openSettingsButton"_s);
     m_openSettings->setTint(&AppTheme::blue);
-    m_openSettings->setReducesMotion(platform.appearance.reducesMotion());
     if (const QUrl page = access.settings(); page.scheme().startsWith(u"http"_s)) {
         // Not the system's settings: tell it before it is pressed.
         const QString place = u"Opens "_s + page.toDisplayString();

@@ -1,5 +1,7 @@
 #include "shell/onboarding/OnboardingIllustration.h"
 
+#include "shell/toolkit/Motion.h"
+
 #include <QPainter>
 #include <QTimerEvent>
 
@@ -13,9 +15,8 @@ constexpr int kFrameMilliseconds = 33;
 
 } // namespace
 
-OnboardingIllustration::OnboardingIllustration(bool reducesMotion, QWidget* parent)
+OnboardingIllustration::OnboardingIllustration(QWidget* parent)
     : QWidget(parent)
-    , m_reducesMotion(reducesMotion)
 {
     setAttribute(Qt::WA_TransparentForMouseEvents);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
@@ -29,7 +30,7 @@ void OnboardingIllustration::showEvent(QShowEvent* event)
 {
     QWidget::showEvent(event);
     m_elapsed.start();
-    if (!m_reducesMotion)
+    if (!reducesMotion(this))
         m_timer.start(kFrameMilliseconds, this);
 }
 
@@ -54,7 +55,7 @@ void OnboardingIllustration::paintEvent(QPaintEvent* /*event*/)
     const double scale = std::min({width() / kArea.width(), height() / kArea.height(), 1.0});
     painter.translate(QRectF(rect()).center());
     painter.scale(scale, scale);
-    draw(painter, m_reducesMotion ? still() : static_cast<double>(m_elapsed.elapsed()) / 1000);
+    draw(painter, reducesMotion(this) ? still() : static_cast<double>(m_elapsed.elapsed()) / 1000);
 }
 
 } // namespace orvanlite

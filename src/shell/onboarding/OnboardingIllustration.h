@@ -10,7 +10,7 @@ namespace orvanlite {
 /// and shows one still where the user has asked for less motion. Mere decoration: readers do not see it.
 class OnboardingIllustration : public QWidget {
 public:
-    OnboardingIllustration(bool reducesMotion, QWidget* parent);
+    explicit OnboardingIllustration(QWidget* parent);
 
     [[nodiscard]] QSize sizeHint() const override;
     [[nodiscard]] QSize minimumSizeHint() const override;
@@ -33,7 +33,6 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    bool m_reducesMotion;
     QElapsedTimer m_elapsed;
     QBasicTimer m_timer;
 };

@@ -3,6 +3,7 @@
 #include "shell/onboarding/OnboardingIllustration.h"
 #include "shell/toolkit/Announce.h"
 #include "shell/toolkit/AppTheme.h"
+#include "shell/toolkit/RelativeFont.h"
 #include "shell/toolkit/TintedLabel.h"
 
 #include <QEvent>
@@ -29,7 +30,7 @@ OnboardingPageShell::OnboardingPageShell(const QString& title, const QString& de
 {
     m_title->setObjectName(u"onboardingTitle"_s);
     m_description->setObjectName(u"onboardingDescription"_s);
-    sizeTitle();
+    setRelativeFont(m_title, kTitleSize, QFont::DemiBold);
     for (QLabel* text : {m_title, m_description}) {
         text->setAlignment(Qt::AlignCenter);
         text->setWordWrap(true);
@@ -41,21 +42,6 @@ OnboardingPageShell::OnboardingPageShell(const QString& title, const QString& de
     m_column->addWidget(m_title);
     m_column->addWidget(m_description);
     setTexts(title, description);
-}
-
-void OnboardingPageShell::sizeTitle()
-{
-    QFont large = font();
-    large.setPointSizeF(large.pointSizeF() * kTitleSize);
-    large.setWeight(QFont::DemiBold);
-    m_title->setFont(large);
-}
-
-void OnboardingPageShell::changeEvent(QEvent* event)
-{
-    QWidget::changeEvent(event);
-    if (event->type() == QEvent::FontChange)
-        sizeTitle();
 }
 
 void OnboardingPageShell::setTexts(const QString& title, const QString& description)

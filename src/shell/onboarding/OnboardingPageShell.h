@@ -23,14 +23,10 @@ public:
     /// Has a screen reader say what the page says: the focus stays on the buttons below it.
     void announceTexts();
 
-protected:
-    void changeEvent(QEvent* event) override;
     /// Puts a widget below the description.
     void addBelow(QWidget* widget);
 
 private:
-    void sizeTitle();
-
     QLabel* m_title;
     QLabel* m_description;
     QVBoxLayout* m_column;

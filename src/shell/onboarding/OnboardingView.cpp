@@ -1,6 +1,5 @@
 #include "shell/onboarding/OnboardingView.h"
 
-#include "platform/Appearance.h"
 #include "platform/FullDiskAccess.h"
 #include "platform/Platform.h"
 #include "shell/onboarding/OnboardingAccessPage.h"
@@ -8,11 +7,12 @@
 #include "shell/onboarding/PageDots.h"
 #include "shell/toolkit/AppTheme.h"
 #include "shell/toolkit/Dialogs.h"
+#include "shell/toolkit/KeyRepeat.h"
+#include "shell/toolkit/Motion.h"
 #include "shell/toolkit/PressButton.h"
 
 #include <QHBoxLayout>
 #include <QKeyEvent>
-#include <QVariantAnimation>
 
 #include <algorithm>
 #include <cmath>
@@ -35,10 +35,9 @@ constexpr int kSlideMilliseconds = 250;
 OnboardingView::OnboardingView(const platform::Platform& platform, platform::FullDiskAccess& access,
                                QWidget* parent)
     : QDialog(parent)
-    , m_reducesMotion(platform.appearance.reducesMotion())
     , m_region(new QWidget(this))
-    , m_dots(new PageDots(pageCount, m_reducesMotion, this))
-    , m_slide(new QVariantAnimation(this))
+    , m_dots(new PageDots(pageCount, this))
+    , m_slide(new Glide(1, kSlideMilliseconds, this, [this] { placePages(); }))
 {
     setObjectName(u"onboardingView"_s);
     setWindowTitle(u"Welcome to Orvanlite"_s);
@@ -53,12 +52,6 @@ OnboardingView::OnboardingView(const platform::Platform& platform, platform::Ful
     column->addWidget(makeButtons());
     column->setSizeConstraint(QLayout::SetFixedSize);
 
-    m_slide->setDuration(kSlideMilliseconds);
-    m_slide->setEasingCurve(QEasingCurve::InOutQuad);
-    m_slide->setStartValue(0.0);
-    m_slide->setEndValue(1.0);
-    connect(m_slide, &QVariantAnimation::valueChanged, this,
-            [this](const QVariant& value) { slide(value.toDouble()); });
     connect(m_slide, &QVariantAnimation::finished, this, &OnboardingView::showCurrentPage);
     m_dots->setCurrent(0);
     showCurrentPage();
@@ -77,23 +70,23 @@ void OnboardingView::addPages(const platform::Platform& platform, platform::Full
     add(u"Welcome to Orvanlite"_s,
         u"The all-in-one audio plugin manager for macOS. Scan, organize, and control every AU, VST, VST3, AAX, and CLAP "
         "plugin on your system."_s,
-        new OnboardingPage0(m_reducesMotion, nullptr));
+        new OnboardingPage0(nullptr));
     add(u"Enable & Disable Plugins"_s,
         u"Toggle any plugin on or off without uninstalling it. Disabled plugins are moved to a safe folder — bring them "
         "back any time."_s,
-        new OnboardingPage1(m_reducesMotion, nullptr));
+        new OnboardingPage1(nullptr));
     add(u"Profiles"_s,
         u"Save your plugin setup as a profile. Switch instantly between configurations for mixing, mastering, or "
         "different sessions."_s,
-        new OnboardingPage2(m_reducesMotion, nullptr));
+        new OnboardingPage2(nullptr));
     add(u"Select Mode"_s,
         u"Tap \"Select\" to enter Select Mode. Choose one or more plugins, then press Enter to add them to the bulk "
         "action panel — enable, disable, or delete them all at once."_s,
-        new OnboardingPage3(m_reducesMotion, nullptr));
+        new OnboardingPage3(nullptr));
     add(u"You're in Control"_s,
         u"Nothing is permanently deleted unless you choose it. Orvanlite just moves files — your plugins are always safe "
         "and recoverable."_s,
-        new OnboardingPage4(m_reducesMotion, nullptr));
+        new OnboardingPage4(nullptr));
     m_pages.push_back(new OnboardingAccessPage(platform, access, m_region));
     for (OnboardingPageShell* page : m_pages)
         page->hide();
@@ -115,7 +108,6 @@ QWidget* OnboardingView::makeButtons()
     const auto add = [&](const QString& text, const QString& iconKey, const QString& name) {
         auto* button = new PressButton(text, iconKey, PressButton::Ground::bordered, buttons);
         button->setObjectName(name);
-        button->setReducesMotion(m_reducesMotion);
         return button;
     };
     m_back = add(u"Back"_s, u"arrow.left"_s, u"onboardingBackButton"_s);
@@ -145,21 +137,18 @@ void OnboardingView::turnTo(int page)
     m_dots->setCurrent(page);
     renderButtons();
     OnboardingPageShell* shown = m_pages[static_cast<std::size_t>(page)];
-    if (m_reducesMotion || !isVisible()) {
+    shown->show();
+    m_slide->glideFrom(0, 1);
+    if (m_slide->state() == QAbstractAnimation::Stopped)
         showCurrentPage();
-    } else {
-        slide(0);
-        shown->show();
-        m_slide->start();
-    }
     shown->announceTexts(); // in sight it may have other ones
 }
 
-void OnboardingView::slide(double share)
+void OnboardingView::placePages()
 {
     const int width = m_region->width();
     const int direction = m_currentPage > m_previousPage ? 1 : -1;
-    const int way = static_cast<int>(std::lround(width * share)) * direction;
+    const int way = static_cast<int>(std::lround(width * m_slide->value())) * direction;
     const QSize size = m_region->size();
     m_pages[static_cast<std::size_t>(m_previousPage)]->setGeometry(QRect(QPoint(-way, 0), size));
     m_pages[static_cast<std::size_t>(m_currentPage)]->setGeometry(
@@ -205,7 +194,7 @@ bool OnboardingView::actOn(const QKeyEvent& event)
         auto* button = qobject_cast<QAbstractButton*>(focusWidget());
         if (!button || !button->isVisible())
             button = m_currentPage == pageCount - 1 ? m_start : m_next;
-        if (!event.isAutoRepeat())
+        if (!KeyRepeat::isRepeat(event))
             button->click();
         return true;
     }

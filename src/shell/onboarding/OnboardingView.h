@@ -4,8 +4,6 @@
 
 #include <vector>
 
-class QVariantAnimation;
-
 namespace orvanlite::platform {
 class FullDiskAccess;
 struct Platform;
@@ -13,6 +11,7 @@ struct Platform;
 
 namespace orvanlite {
 
+class Glide;
 class OnboardingPageShell;
 class PageDots;
 class PressButton;
@@ -43,11 +42,10 @@ private:
     void turnTo(int page);
     /// True for a key that the sheet has acted on.
     bool actOn(const QKeyEvent& event);
-    void slide(double share);
+    void placePages();
     void showCurrentPage();
     void renderButtons();
 
-    bool m_reducesMotion;
     int m_currentPage = 0;
     int m_previousPage = 0;
     QWidget* m_region;
@@ -56,7 +54,7 @@ private:
     PressButton* m_back = nullptr;
     PressButton* m_next = nullptr;
     PressButton* m_start = nullptr;
-    QVariantAnimation* m_slide;
+    Glide* m_slide;
 };
 
 } // namespace orvanlite

@@ -1,13 +1,12 @@
 #include "shell/onboarding/PageDots.h"
 
 #include "shell/toolkit/AppTheme.h"
+#include "shell/toolkit/Motion.h"
 
 #include <QPainter>
 #include <QVariantAnimation>
 
 #include <algorithm>
-#include <cmath>
-#include <numbers>
 #include <utility>
 
 namespace orvanlite {
@@ -20,26 +19,15 @@ constexpr double kDot = 6;
 constexpr double kCurrentDot = 18;
 constexpr double kGap = 7;
 
-constexpr double kResponse = 0.3; ///< seconds of one swing of the spring without damping
+constexpr double kResponse = 0.3;
 constexpr double kDampingFraction = 0.7;
 constexpr double kSeconds = 0.7; ///< after which the spring rests
 
-/// Where a spring that is let go at 0 stands on its way to 1.
-double spring(double seconds)
-{
-    const double frequency = 2 * std::numbers::pi / kResponse;
-    const double damped = frequency * std::sqrt(1 - kDampingFraction * kDampingFraction);
-    return 1 - std::exp(-kDampingFraction * frequency * seconds) *
-                   (std::cos(damped * seconds) +
-                    kDampingFraction * frequency / damped * std::sin(damped * seconds));
-}
-
 } // namespace
 
-PageDots::PageDots(int count, bool reducesMotion, QWidget* parent)
+PageDots::PageDots(int count, QWidget* parent)
     : QWidget(parent)
     , m_count(count)
-    , m_reducesMotion(reducesMotion)
     , m_animation(new QVariantAnimation(this))
 {
     setObjectName(u"pageDots"_s);
@@ -48,7 +36,7 @@ PageDots::PageDots(int count, bool reducesMotion, QWidget* parent)
     m_animation->setEndValue(kSeconds);
     m_animation->setDuration(static_cast<int>(1000 * kSeconds));
     connect(m_animation, &QVariantAnimation::valueChanged, this, [this](const QVariant& value) {
-        m_share = spring(value.toDouble());
+        m_share = springAt(value.toDouble(), kResponse, kDampingFraction);
         update();
     });
     connect(m_animation, &QVariantAnimation::finished, this, [this] {
@@ -68,7 +56,7 @@ void PageDots::setCurrent(int page)
     setAccessibleName(u"Page %1 of %2"_s.arg(page + 1).arg(m_count));
     m_animation->stop();
     m_share = 1;
-    if (!m_reducesMotion && isVisible() && m_previous != page)
+    if (!reducesMotion(this) && isVisible() && m_previous != page)
         m_animation->start();
     update();
 }

@@ -11,7 +11,7 @@ class PageDots final : public QWidget {
     Q_OBJECT
 
 public:
-    PageDots(int count, bool reducesMotion, QWidget* parent);
+    PageDots(int count, QWidget* parent);
 
     void setCurrent(int page);
 
@@ -22,7 +22,6 @@ protected:
 
 private:
     int m_count;
-    bool m_reducesMotion;
     int m_current = 0;
     int m_previous = 0;
     double m_share = 1; ///< how far the length has gone from the dot before to this one; springs beyond 1

@@ -1,9 +1,9 @@
 #include "shell/progress/ProgressHUDView.h"
 
-#include "platform/Appearance.h"
 #include "shell/progress/ProgressDecoration.h"
 #include "shell/progress/ProgressHUDModel.h"
 #include "shell/toolkit/AppTheme.h"
+#include "shell/toolkit/Motion.h"
 #include "shell/toolkit/TabularLabel.h"
 #include "shell/toolkit/ViewUpdater.h"
 
@@ -14,8 +14,6 @@
 #include <QTimerEvent>
 
 #include <algorithm>
-#include <cmath>
-#include <numbers>
 
 namespace orvanlite {
 
@@ -27,20 +25,11 @@ constexpr int kFrameMilliseconds = 16;
 constexpr int kMaxTextWidth = 320;
 constexpr int kSpacing = 16;
 constexpr double kSmallestScale = 0.88;
+constexpr double kAppearResponse = 0.38;
+constexpr double kAppearDamping = 0.72;
 constexpr double kAppearSeconds = 0.5; // the spring has settled by then
 /// Where the decoration stands when it does not move: the wave in full swing.
 constexpr double kStillSeconds = 3.25;
-
-/// The way of a spring from 0 to 1. Source: the damped harmonic oscillator; response is the period without damping.
-double springAt(double seconds)
-{
-    constexpr double kResponse = 0.38;
-    constexpr double kDamping = 0.72;
-    const double omega = 2 * std::numbers::pi / kResponse;
-    const double damped = omega * std::sqrt(1 - kDamping * kDamping);
-    const double swing = std::cos(damped * seconds) + kDamping * omega / damped * std::sin(damped * seconds);
-    return 1 - std::exp(-kDamping * omega * seconds) * swing;
-}
 
 /// Sizes in pixels, because the panel's size is fixed.
 QFont textFont(QFont font, int pixels, QFont::Weight weight = QFont::Normal)
@@ -60,7 +49,7 @@ public:
     void setTime(double seconds)
     {
         // There is no room for the spring's swing beyond the full size.
-        m_share = std::clamp(springAt(seconds), 0.0, 1.0);
+        m_share = std::clamp(springAt(seconds, kAppearResponse, kAppearDamping), 0.0, 1.0);
         update();
     }
 
@@ -85,11 +74,9 @@ private:
     double m_share = 0;
 };
 
-ProgressHUDView::ProgressHUDView(const ProgressHUDModel& model, platform::Appearance& appearance,
-                                 QWidget* parent)
+ProgressHUDView::ProgressHUDView(const ProgressHUDModel& model, QWidget* parent)
     : QWidget(parent)
     , m_model(model)
-    , m_appearance(appearance)
     , m_wave(new WaveBand(this))
     , m_label(new QLabel(this))
     , m_count(new TabularLabel(this))
@@ -104,7 +91,6 @@ ProgressHUDView::ProgressHUDView(const ProgressHUDModel& model, platform::Appear
     build();
     render();
     m_updates->watch(model.label, model.count, model.progress);
-    appearance.observe(this, [this] { followMotion(); });
 }
 
 void ProgressHUDView::build()
@@ -165,7 +151,7 @@ void ProgressHUDView::render()
 void ProgressHUDView::showEvent(QShowEvent* /*event*/)
 {
     m_shown.start();
-    if (!m_appearance.reducesMotion()) {
+    if (!reducesMotion(this)) {
         m_appearing = new AppearEffect(this);
         setGraphicsEffect(m_appearing); // which it then owns
     }
@@ -176,7 +162,7 @@ void ProgressHUDView::hideEvent(QHideEvent* /*event*/) { followMotion(); }
 
 void ProgressHUDView::followMotion()
 {
-    const bool moves = isVisible() && !m_appearance.reducesMotion();
+    const bool moves = isVisible() && !reducesMotion(this);
     if (moves) {
         m_timer.start(kFrameMilliseconds, Qt::PreciseTimer, this);
         return;
@@ -211,6 +197,8 @@ void ProgressHUDView::changeEvent(QEvent* event)
 {
     if (event->type() == QEvent::PaletteChange)
         m_background = QPixmap();
+    else if (event->type() == QEvent::StyleChange)
+        followMotion();
     QWidget::changeEvent(event);
 }
 

@@ -7,10 +7,6 @@
 
 class QLabel;
 
-namespace orvanlite::platform {
-class Appearance;
-}
-
 namespace orvanlite {
 
 class AppearEffect;
@@ -31,7 +27,7 @@ public:
     static constexpr int kCornerRadius = 24;
 
     /// The model and the appearance outlive the view.
-    ProgressHUDView(const ProgressHUDModel& model, platform::Appearance& appearance, QWidget* parent);
+    ProgressHUDView(const ProgressHUDModel& model, QWidget* parent);
 
     [[nodiscard]] bool isAnimating() const { return m_timer.isActive(); }
 
@@ -50,7 +46,6 @@ private:
     [[nodiscard]] QPixmap makeBackground() const;
 
     const ProgressHUDModel& m_model;
-    platform::Appearance& m_appearance;
     WaveBand* m_wave;
     QLabel* m_label;
     TabularLabel* m_count;

@@ -63,7 +63,6 @@ ProgressWindowManager& ProgressWindowManager::shared(const platform::Platform& p
 
 ProgressWindowManager::ProgressWindowManager(const platform::Platform& platform)
     : m_clock(platform.clock)
-    , m_appearance(platform.appearance)
 {}
 
 ProgressWindowManager::~ProgressWindowManager() { delete m_panel; }
@@ -119,7 +118,7 @@ void ProgressWindowManager::makePanel()
 void ProgressWindowManager::replaceView()
 {
     delete m_view;
-    m_view = new ProgressHUDView(m_hudModel, m_appearance, m_panel);
+    m_view = new ProgressHUDView(m_hudModel, m_panel);
     m_view->show();
 }
 

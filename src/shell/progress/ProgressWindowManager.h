@@ -9,7 +9,6 @@
 class QWidget;
 
 namespace orvanlite::platform {
-class Appearance;
 class Clock;
 struct Platform;
 } // namespace orvanlite::platform
@@ -44,7 +43,6 @@ private:
     void replaceView();
 
     platform::Clock& m_clock;
-    platform::Appearance& m_appearance;
     ProgressHUDModel m_hudModel;
     QPointer<QWidget> m_panel;
     QPointer<ProgressHUDView> m_view;

@@ -3,7 +3,10 @@
 #include "records/ReportFormat.h"
 #include "shell/toolkit/AppTheme.h"
 #include "shell/toolkit/Dialogs.h"
+#include "shell/toolkit/Divider.h"
+#include "shell/toolkit/FocusRing.h"
 #include "shell/toolkit/PressButton.h"
+#include "shell/toolkit/RelativeFont.h"
 #include "shell/toolkit/TintedLabel.h"
 
 #include <QAbstractButton>
@@ -31,13 +34,7 @@ constexpr int kRadioRing = 14;
 constexpr int kSegmentPaddingX = 14;
 constexpr int kSegmentPaddingY = 5;
 constexpr double kSegmentRadius = 5;
-constexpr int kFrame = 2; ///< of the ground around the segments
-
-QFont semibold(QFont font)
-{
-    font.setWeight(QFont::DemiBold);
-    return font;
-}
+constexpr int kFrame = 2; ///< of the background around the segments
 
 /// One part of the segmented choice.
 class SegmentButton final : public QAbstractButton {
@@ -53,7 +50,7 @@ public:
     }
     [[nodiscard]] QSize sizeHint() const override
     {
-        const QFontMetrics metrics(semibold(font())); // as wide as it is when it is picked
+        const QFontMetrics metrics(AppTheme::semibold(font())); // as wide as it is when it is picked
         return {metrics.horizontalAdvance(text()) + 2 * kSegmentPaddingX,
                 metrics.height() + 2 * kSegmentPaddingY};
     }
@@ -75,14 +72,12 @@ protected:
             painter.setBrush(AppTheme::withOpacity(AppTheme::primary(colours), isDown() ? 0.14 : 0.07));
             painter.drawRoundedRect(bounds, kSegmentRadius, kSegmentRadius);
         }
-        painter.setFont(isChecked() ? semibold(font()) : font());
+        painter.setFont(isChecked() ? AppTheme::semibold(font()) : font());
         painter.setPen(AppTheme::primary(colours));
         painter.drawText(rect(), Qt::AlignCenter, text());
-        if (hasFocus()) {
-            painter.setPen(QPen(AppTheme::accent(colours), 2));
-            painter.setBrush(Qt::NoBrush);
-            painter.drawRoundedRect(bounds.adjusted(0.5, 0.5, -0.5, -0.5), kSegmentRadius, kSegmentRadius);
-        }
+        if (hasFocus())
+            drawFocusRing(painter, bounds.adjusted(0.5, 0.5, -0.5, -0.5), kSegmentRadius,
+                          AppTheme::accent(colours));
     }
 };
 
@@ -127,11 +122,9 @@ protected:
         painter.setPen(ink);
         painter.drawText(rect().adjusted(static_cast<int>(ring.right()) + AppTheme::kSpace2, 0, 0, 0),
                          int(Qt::AlignLeft) | Qt::AlignVCenter, text());
-        if (hasFocus()) {
-            painter.setPen(QPen(AppTheme::accent(colours), 2));
-            painter.setBrush(Qt::NoBrush);
-            painter.drawRoundedRect(QRectF(rect()).adjusted(1, 1, -1, -1), kSegmentRadius, kSegmentRadius);
-        }
+        if (hasFocus())
+            drawFocusRing(painter, QRectF(rect()).adjusted(1, 1, -1, -1), kSegmentRadius,
+                          AppTheme::accent(colours));
     }
 
 private:
@@ -160,7 +153,7 @@ QVBoxLayout* headed(QWidget* part, const QString& heading, const QString& object
 {
     auto* label = new QLabel(heading, part);
     label->setObjectName(objectName);
-    label->setFont(semibold(label->font()));
+    label->setFont(AppTheme::semibold(label->font()));
     auto* column = new QVBoxLayout(part);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(AppTheme::kSpace2);
@@ -168,19 +161,9 @@ QVBoxLayout* headed(QWidget* part, const QString& heading, const QString& object
     return column;
 }
 
-QWidget* makeDivider(QWidget* parent)
-{
-    auto* line = new QWidget(parent);
-    line->setFixedHeight(1);
-    line->setBackgroundRole(QPalette::Mid);
-    line->setAutoFillBackground(true);
-    return line;
-}
-
 } // namespace
 
-ExportPicker::ExportPicker(ExportFormat& format, ExportSortOption& sortOption, bool reducesMotion,
-                           QWidget* parent)
+ExportPicker::ExportPicker(ExportFormat& format, ExportSortOption& sortOption, QWidget* parent)
     : QDialog(parent)
     , m_format(format)
     , m_sortOption(sortOption)
@@ -190,9 +173,7 @@ ExportPicker::ExportPicker(ExportFormat& format, ExportSortOption& sortOption, b
     makeSheet(this);
     auto* title = new QLabel(windowTitle(), this);
     title->setObjectName(u"exportTitle"_s);
-    QFont large = semibold(title->font());
-    large.setPointSizeF(large.pointSizeF() * 1.3);
-    title->setFont(large);
+    setRelativeFont(title, 1.3, QFont::DemiBold);
     title->setAlignment(Qt::AlignHCenter);
 
     auto* column = new QVBoxLayout(this);
@@ -205,13 +186,11 @@ ExportPicker::ExportPicker(ExportFormat& format, ExportSortOption& sortOption, b
     column->addWidget(makeSortOptions());
     m_caption = new TintedLabel({}, &AppTheme::secondary, this);
     m_caption->setObjectName(u"exportCaption"_s);
-    QFont small = m_caption->font();
-    small.setPointSizeF(small.pointSizeF() * 0.9);
-    m_caption->setFont(small);
+    setRelativeFont(m_caption, 0.9);
     m_caption->setWordWrap(true);
     column->addWidget(m_caption);
     column->addStretch(1);
-    column->addWidget(makeButtons(reducesMotion));
+    column->addWidget(makeButtons());
     render();
 }
 
@@ -272,7 +251,7 @@ QWidget* ExportPicker::makeSortOptions()
     return part;
 }
 
-QWidget* ExportPicker::makeButtons(bool reducesMotion)
+QWidget* ExportPicker::makeButtons()
 {
     auto* buttons = new QWidget(this);
     auto* cancel = new PressButton(u"Cancel"_s, {}, PressButton::Ground::bordered, buttons);
@@ -280,9 +259,7 @@ QWidget* ExportPicker::makeButtons(bool reducesMotion)
     m_export = new PressButton({}, {}, PressButton::Ground::bordered, buttons);
     m_export->setObjectName(u"exportConfirmButton"_s);
     m_export->setTint(&AppTheme::accent);
-    m_export->setFont(semibold(m_export->font()));
-    for (PressButton* button : {cancel, m_export})
-        button->setReducesMotion(reducesMotion);
+    m_export->setFont(AppTheme::semibold(m_export->font()));
     connect(cancel, &QAbstractButton::clicked, this, &QDialog::reject);
     connect(m_export, &QAbstractButton::clicked, this, &QDialog::accept);
     auto* row = new QHBoxLayout(buttons);
@@ -297,8 +274,7 @@ QWidget* ExportPicker::makeButtons(bool reducesMotion)
 void ExportPicker::render()
 {
     m_caption->setText(reportFormat(m_format).caption);
-    m_export->setText(u"Export as %1"_s.arg(rawValue(m_format)));
-    m_export->updateGeometry();
+    m_export->setLabel(u"Export as %1"_s.arg(rawValue(m_format)));
 }
 
 void ExportPicker::present()

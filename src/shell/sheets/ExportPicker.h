@@ -16,7 +16,7 @@ class ExportPicker final : public QDialog {
     Q_OBJECT
 
 public:
-    ExportPicker(ExportFormat& format, ExportSortOption& sortOption, bool reducesMotion, QWidget* parent);
+    ExportPicker(ExportFormat& format, ExportSortOption& sortOption, QWidget* parent);
 
     /// Opens it at the size of its content.
     void present();
@@ -27,7 +27,7 @@ protected:
 private:
     [[nodiscard]] QWidget* makeFormats();
     [[nodiscard]] QWidget* makeSortOptions();
-    [[nodiscard]] QWidget* makeButtons(bool reducesMotion);
+    [[nodiscard]] QWidget* makeButtons();
     void render();
 
     ExportFormat& m_format;

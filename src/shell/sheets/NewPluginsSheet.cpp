@@ -7,6 +7,7 @@
 #include "shell/toolkit/Dialogs.h"
 #include "shell/toolkit/FlowLayout.h"
 #include "shell/toolkit/PressButton.h"
+#include "shell/toolkit/RelativeFont.h"
 #include "shell/toolkit/TickList.h"
 #include "shell/toolkit/TintedLabel.h"
 #include "shell/toolkit/ViewUpdater.h"
@@ -46,13 +47,6 @@ TintedLabel* sign(const QString& iconKey, int size, TintedLabel::Colour colour, 
     return icon;
 }
 
-QFont semibold(QFont font, double scale = 1)
-{
-    font.setPointSizeF(font.pointSizeF() * scale);
-    font.setWeight(QFont::DemiBold);
-    return font;
-}
-
 QHBoxLayout* rowOf(QWidget* widget)
 {
     auto* row = new QHBoxLayout(widget);
@@ -64,7 +58,7 @@ QHBoxLayout* rowOf(QWidget* widget)
 } // namespace
 
 NewPluginsSheet::NewPluginsSheet(Observable<NewPlugins>& state, const ProfileManager& profiles,
-                                 bool reducesMotion, QWidget* parent)
+                                 QWidget* parent)
     : QDialog(parent)
     , m_state(state)
     , m_profiles(profiles)
@@ -90,7 +84,7 @@ NewPluginsSheet::NewPluginsSheet(Observable<NewPlugins>& state, const ProfileMan
     column->addWidget(m_profileList);
     column->addWidget(makeNote());
     column->addStretch(1);
-    column->addWidget(makeButtons(reducesMotion));
+    column->addWidget(makeButtons());
     connectControls();
     m_updates->watch(state, profiles.profiles);
     m_updates->schedule();
@@ -100,7 +94,7 @@ QWidget* NewPluginsSheet::makeTitle()
 {
     auto* title = new QWidget(this);
     QLabel* words = text(windowTitle(), &AppTheme::primary, u"newPluginsTitle"_s, title);
-    words->setFont(semibold(words->font(), 1.15));
+    setRelativeFont(words, 1.15, QFont::DemiBold);
     QHBoxLayout* row = rowOf(title);
     row->addWidget(sign(u"sparkles"_s, kTitleSign, &AppTheme::orange, title));
     row->addWidget(words, 1);
@@ -137,7 +131,7 @@ QWidget* NewPluginsSheet::makeProfilesHeading()
 {
     auto* heading = new QWidget(this);
     QLabel* words = text(u"Add to profiles:"_s, &AppTheme::primary, u"newPluginsProfilesHeading"_s, heading);
-    words->setFont(semibold(words->font()));
+    words->setFont(AppTheme::semibold(words->font()));
     m_allProfiles = new PressButton({}, {}, PressButton::Ground::accent, heading);
     m_allProfiles->setObjectName(u"newPluginsAllProfilesButton"_s);
     QHBoxLayout* row = rowOf(heading);
@@ -157,7 +151,7 @@ QWidget* NewPluginsSheet::makeNote()
     return note;
 }
 
-QWidget* NewPluginsSheet::makeButtons(bool reducesMotion)
+QWidget* NewPluginsSheet::makeButtons()
 {
     auto* buttons = new QWidget(this);
     m_skip = new PressButton(u"Skip"_s, {}, PressButton::Ground::bordered, buttons);
@@ -165,8 +159,6 @@ QWidget* NewPluginsSheet::makeButtons(bool reducesMotion)
     m_add = new PressButton({}, {}, PressButton::Ground::bordered, buttons);
     m_add->setObjectName(u"addNewPluginsButton"_s);
     m_add->setTint(&AppTheme::accent);
-    for (PressButton* button : {m_allProfiles, m_skip, m_add})
-        button->setReducesMotion(reducesMotion);
     QHBoxLayout* row = rowOf(buttons);
     row->addWidget(m_skip);
     row->addStretch(1);
@@ -224,10 +216,8 @@ void NewPluginsSheet::render()
         profiles.push_back(
             {each.id, each.name, {}, {}, state.selectedProfilesForNewPlugins.contains(each.id)});
     m_profileList->setRows(std::move(profiles));
-    m_allProfiles->setText(state.hasAllProfiles(m_profiles) ? u"Deselect All"_s : u"Select All"_s);
-    m_allProfiles->updateGeometry();
-    m_add->setText(state.addButtonText());
-    m_add->updateGeometry();
+    m_allProfiles->setLabel(state.hasAllProfiles(m_profiles) ? u"Deselect All"_s : u"Select All"_s);
+    m_add->setLabel(state.addButtonText());
     m_add->setEnabled(state.canAdd());
 }
 
@@ -243,8 +233,6 @@ void NewPluginsSheet::renderChips()
         chip->setLabel(m_state->chipText(formats[i]));
         const bool isOn = m_state->selectedNewPluginFormats.contains(formats[i]);
         chip->setState(isOn ? ChipState::active : ChipState::off);
-        // A click has turned it over by itself; what counts is the format.
-        chip->setChecked(isOn);
     }
 }
 

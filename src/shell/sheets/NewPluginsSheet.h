@@ -25,8 +25,7 @@ class NewPluginsSheet final : public QDialog {
     Q_OBJECT
 
 public:
-    NewPluginsSheet(Observable<NewPlugins>& state, const ProfileManager& profiles, bool reducesMotion,
-                    QWidget* parent);
+    NewPluginsSheet(Observable<NewPlugins>& state, const ProfileManager& profiles, QWidget* parent);
 
     /// Opens it at the size of its content.
     void present();
@@ -40,7 +39,7 @@ private:
     [[nodiscard]] QWidget* makeChips();
     [[nodiscard]] QWidget* makeProfilesHeading();
     [[nodiscard]] QWidget* makeNote();
-    [[nodiscard]] QWidget* makeButtons(bool reducesMotion);
+    [[nodiscard]] QWidget* makeButtons();
     [[nodiscard]] TickList* makeList(const QString& objectName, const QString& name, int largestHeight);
     void connectControls();
     void render();

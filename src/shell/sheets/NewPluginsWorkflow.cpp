@@ -1,7 +1,6 @@
 #include "shell/sheets/NewPluginsWorkflow.h"
 
 #include "operations/PluginManagerViewModel.h"
-#include "platform/Appearance.h"
 #include "profiles/ProfileManager.h"
 #include "shell/sheets/NewPluginsSheet.h"
 #include "shell/toolkit/AppTheme.h"
@@ -14,7 +13,7 @@ namespace orvanlite {
 using namespace Qt::StringLiterals;
 
 NewPluginsWorkflow::NewPluginsWorkflow(const PluginManagerViewModel& plugins, ProfileManager& profiles,
-                                       const platform::Appearance& appearance, QWidget* parent)
+                                       QWidget* parent)
     : QObject(parent)
     , m_plugins(plugins)
     , m_profiles(profiles)
@@ -23,8 +22,8 @@ NewPluginsWorkflow::NewPluginsWorkflow(const PluginManagerViewModel& plugins, Pr
                             u"Dismiss — these plugins won't be added to profiles. Applying a profile may "
                             "disable them."_s,
                             &AppTheme::orange};
-    m_banner = new Banner(look, appearance, parent);
-    m_sheet = new NewPluginsSheet(m_state, profiles, appearance.reducesMotion(), parent);
+    m_banner = new Banner(look, parent);
+    m_sheet = new NewPluginsSheet(m_state, profiles, parent);
     connect(m_banner, &Banner::actionClicked, this, &NewPluginsWorkflow::showSheet);
     connect(m_banner, &Banner::dismissClicked, this, &NewPluginsWorkflow::dismiss);
     connect(m_sheet, &NewPluginsSheet::addRequested, this, &NewPluginsWorkflow::addToProfiles);

@@ -5,10 +5,6 @@
 
 #include <QObject>
 
-namespace orvanlite::platform {
-class Appearance;
-}
-
 namespace orvanlite {
 
 class Banner;
@@ -22,8 +18,7 @@ class NewPluginsWorkflow final : public QObject {
     Q_OBJECT
 
 public:
-    NewPluginsWorkflow(const PluginManagerViewModel& plugins, ProfileManager& profiles,
-                       const platform::Appearance& appearance, QWidget* parent);
+    NewPluginsWorkflow(const PluginManagerViewModel& plugins, ProfileManager& profiles, QWidget* parent);
 
     /// For the top of the detail column.
     [[nodiscard]] Banner* banner() const { return m_banner; }

@@ -5,6 +5,7 @@
 #include "shell/toolkit/AppTheme.h"
 #include "shell/toolkit/Dialogs.h"
 #include "shell/toolkit/PressButton.h"
+#include "shell/toolkit/RelativeFont.h"
 #include "shell/toolkit/Spinner.h"
 #include "shell/toolkit/TintedLabel.h"
 #include "shell/toolkit/ViewUpdater.h"
@@ -28,13 +29,6 @@ constexpr int kSpinnerSize = 28;
 
 /// In the order of the pages.
 enum State { working, complete, problem, empty, choosing };
-
-QFont heading(QFont font)
-{
-    font.setPointSizeF(font.pointSizeF() * 1.15);
-    font.setWeight(QFont::DemiBold);
-    return font;
-}
 
 QLabel* text(const QString& words, TintedLabel::Colour colour, const QString& objectName, QWidget* parent)
 {
@@ -70,10 +64,9 @@ void stackInMiddle(QWidget* page, const std::vector<QWidget*>& widgets)
 
 } // namespace
 
-UADCleanupSheet::UADCleanupSheet(UADCleanupManager& cleanup, bool reducesMotion, QWidget* parent)
+UADCleanupSheet::UADCleanupSheet(UADCleanupManager& cleanup, QWidget* parent)
     : QDialog(parent)
     , m_cleanup(cleanup)
-    , m_reducesMotion(reducesMotion)
     , m_states(new QStackedWidget(this))
     , m_updates(new ViewUpdater([this] { render(); }, this))
 {
@@ -105,7 +98,6 @@ PressButton* UADCleanupSheet::makeButton(const QString& title, const QString& ic
 {
     auto* button = new PressButton(title, iconKey, PressButton::Ground::bordered, parent);
     button->setObjectName(objectName);
-    button->setReducesMotion(m_reducesMotion);
     return button;
 }
 
@@ -114,12 +106,8 @@ QWidget* UADCleanupSheet::makeHeader()
     auto* header = new QWidget(this);
     auto* title = new QLabel(u"UAD Demo Plugin Cleanup"_s, header);
     title->setObjectName(u"uadCleanupTitle"_s);
-    title->setFont(heading(title->font()));
-    auto* close = new PressButton({}, u"xmark.circle.fill"_s, PressButton::Ground::none, header);
-    close->setObjectName(u"closeCleanupButton"_s);
-    close->setAccessibleName(u"Close"_s);
-    close->setToolTip(u"Close"_s);
-    close->setTextColour(&AppTheme::secondary);
+    setRelativeFont(title, 1.15, QFont::DemiBold);
+    auto* close = makeIconButton(u"xmark.circle.fill"_s, u"Close"_s, u"closeCleanupButton"_s, header);
     connect(close, &QAbstractButton::clicked, this, &UADCleanupSheet::reject);
     auto* row = new QHBoxLayout(header);
     row->setContentsMargins(AppTheme::kSpace5, AppTheme::kSpace4, AppTheme::kSpace3, AppTheme::kSpace3);
@@ -134,9 +122,9 @@ QWidget* UADCleanupSheet::makeHeader()
 QWidget* UADCleanupSheet::makeWorking()
 {
     auto* page = new QWidget(this);
-    stackInMiddle(page, {new Spinner(kSpinnerSize, m_reducesMotion, page),
-                         text(u"Analyzing UAD plugin authorizations..."_s, &AppTheme::secondary,
-                              u"uadWorkingLabel"_s, page)});
+    stackInMiddle(page,
+                  {new Spinner(kSpinnerSize, page), text(u"Analyzing UAD plugin authorizations..."_s,
+                                                         &AppTheme::secondary, u"uadWorkingLabel"_s, page)});
     return page;
 }
 
@@ -144,7 +132,7 @@ QWidget* UADCleanupSheet::makeComplete()
 {
     auto* page = new QWidget(this);
     QLabel* title = text(u"Cleanup Complete!"_s, &AppTheme::primary, u"uadCompleteLabel"_s, page);
-    title->setFont(heading(title->font()));
+    setRelativeFont(title, 1.15, QFont::DemiBold);
     m_disabled = text({}, &AppTheme::primary, u"uadDisabledLabel"_s, page);
     PressButton* done = makeButton(u"Done"_s, {}, u"cleanupDoneButton"_s, page);
     connect(done, &QAbstractButton::clicked, this, &UADCleanupSheet::reject);
@@ -286,8 +274,7 @@ void UADCleanupSheet::renderChoice()
     m_counts->setText(u"%1 authorized · %2 already off"_s.arg(m_cleanup.authorizedPlugins->size())
                           .arg(m_cleanup.alreadyDisabledCount()));
     // On purpose always the plural.
-    m_disable->setText(u"Disable %1 Plugins"_s.arg(selected));
-    m_disable->updateGeometry();
+    m_disable->setLabel(u"Disable %1 Plugins"_s.arg(selected));
     m_disable->setEnabled(selected > 0);
 }
 

@@ -18,7 +18,7 @@ class UADCleanupSheet final : public QDialog {
     Q_OBJECT
 
 public:
-    UADCleanupSheet(UADCleanupManager& cleanup, bool reducesMotion, QWidget* parent);
+    UADCleanupSheet(UADCleanupManager& cleanup, QWidget* parent);
 
     void reject() override;
 
@@ -37,7 +37,6 @@ private:
     void renderChoice();
 
     UADCleanupManager& m_cleanup;
-    bool m_reducesMotion;
     QStackedWidget* m_states;
     QLabel* m_disabled = nullptr;
     QLabel* m_problem = nullptr;

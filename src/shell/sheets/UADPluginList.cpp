@@ -2,10 +2,8 @@
 
 #include "shell/toolkit/AppTheme.h"
 #include "shell/toolkit/Icons.h"
-#include "shell/toolkit/ThinScrollBar.h"
 #include "uad/UADCleanupManager.h"
 
-#include <QKeyEvent>
 #include <QPainter>
 #include <QStyledItemDelegate>
 
@@ -25,12 +23,6 @@ constexpr int kGap = 8;
 constexpr double kCaption = 0.88;
 constexpr double kCornerRadius = 6;
 
-QFont smaller(QFont font)
-{
-    font.setPointSizeF(font.pointSizeF() * kCaption);
-    return font;
-}
-
 /// What stands at the right end of an entry.
 QString remark(const UADPluginAuth& entry)
 {
@@ -39,8 +31,9 @@ QString remark(const UADPluginAuth& entry)
 
 class UADPluginRow final : public QStyledItemDelegate {
 public:
-    UADPluginRow(const UADPluginListModel& model, QObject* parent)
-        : QStyledItemDelegate(parent)
+    UADPluginRow(UADPluginList& list, const UADPluginListModel& model)
+        : QStyledItemDelegate(&list)
+        , m_list(list)
         , m_model(model)
     {}
 
@@ -59,13 +52,7 @@ public:
             paintEntry(*painter, option, row.entry);
         else
             paintHeading(*painter, option, row);
-        const auto* list = qobject_cast<const QAbstractItemView*>(option.widget);
-        if (list && list->hasFocus() && list->currentIndex() == index) {
-            painter->setPen(QPen(AppTheme::accent(option.palette), 1.5));
-            painter->setBrush(Qt::NoBrush);
-            painter->drawRoundedRect(QRectF(option.rect).adjusted(1, 1, -1, -1), kCornerRadius,
-                                     kCornerRadius);
-        }
+        m_list.paintFocus(*painter, option, index, kCornerRadius);
         painter->restore();
     }
 
@@ -79,9 +66,8 @@ private:
         const QRect rect = option.rect.adjusted(kPaddingX, kHeadingGap, -kPaddingX, 0);
         drawIcon(painter, QRectF(rect.left(), rect.center().y() - kIconSize / 2.0, kIconSize, kIconSize),
                  row.iconKey, colour);
-        QFont bold = option.font;
-        bold.setWeight(QFont::DemiBold);
-        write(painter, rect.adjusted(kIconSize + kGap, 0, 0, 0), bold, colour, row.heading);
+        drawLine(painter, rect.adjusted(kIconSize + kGap, 0, 0, 0), AppTheme::semibold(option.font), colour,
+                 row.heading);
     }
 
     static void paintEntry(QPainter& painter, const QStyleOptionViewItem& option, const UADPluginAuth& entry)
@@ -101,7 +87,7 @@ private:
         drawIcon(painter, QRectF(rect.left(), rect.center().y() - kIconSize / 2.0, kIconSize, kIconSize),
                  isOn ? u"checkmark.circle.fill"_s : u"circle"_s, sign);
 
-        const QFont caption = smaller(option.font);
+        const QFont caption = AppTheme::scaled(option.font, kCaption);
         const QString end = remark(entry);
         const int endWidth = QFontMetrics(caption).horizontalAdvance(end) + 1;
         QColor ink = secondary;
@@ -109,20 +95,12 @@ private:
             const bool isOwned = entry.status.state == UADPluginAuth::UADAuthState::authorized;
             ink = AppTheme::legible(isOwned ? AppTheme::green(colours) : AppTheme::orange(colours), colours);
         }
-        write(painter, rect, caption, ink, end, Qt::AlignRight);
-        write(painter, rect.adjusted(kIconSize + kGap, 0, -endWidth - kGap, 0), option.font,
-              entry.isAlreadyDisabled ? secondary : AppTheme::primary(colours), entry.name);
+        drawLine(painter, rect, caption, ink, end, Qt::AlignRight);
+        drawLine(painter, rect.adjusted(kIconSize + kGap, 0, -endWidth - kGap, 0), option.font,
+                 entry.isAlreadyDisabled ? secondary : AppTheme::primary(colours), entry.name);
     }
 
-    static void write(QPainter& painter, const QRect& rect, const QFont& font, const QColor& colour,
-                      const QString& text, Qt::Alignment side = Qt::AlignLeft)
-    {
-        painter.setFont(font);
-        painter.setPen(colour);
-        painter.drawText(rect, int(side | Qt::AlignVCenter) | Qt::TextSingleLine,
-                         QFontMetrics(font).elidedText(text, Qt::ElideRight, rect.width()));
-    }
-
+    const UADPluginList& m_list;
     const UADPluginListModel& m_model;
 };
 
@@ -202,43 +180,16 @@ Qt::ItemFlags UADPluginListModel::flags(const QModelIndex& index) const
 }
 
 UADPluginList::UADPluginList(UADPluginListModel& model, QWidget* parent)
-    : QListView(parent)
+    : CardView(parent)
     , m_model(model)
 {
     setObjectName(u"uadPluginList"_s);
     setAccessibleName(u"UAD demo plugins"_s);
     setModel(&model);
-    setItemDelegate(new UADPluginRow(model, this));
-    setSelectionMode(QAbstractItemView::NoSelection);
-    setEditTriggers(QAbstractItemView::NoEditTriggers);
-    setFrameShape(QFrame::NoFrame);
-    setMouseTracking(true);
-    setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
-    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    setVerticalScrollBar(new ThinScrollBar(Qt::Vertical, this));
-    viewport()->setAutoFillBackground(false);
-    connect(this, &QAbstractItemView::clicked, this, &UADPluginList::toggle);
+    setItemDelegate(new UADPluginRow(*this, model));
 }
 
-void UADPluginList::keyPressEvent(QKeyEvent* event)
-{
-    if (event->key() != Qt::Key_Space) {
-        QListView::keyPressEvent(event);
-        return;
-    }
-    if (!event->isAutoRepeat())
-        toggle(currentIndex());
-}
-
-void UADPluginList::focusInEvent(QFocusEvent* event)
-{
-    // The first row is a heading, which nobody came for.
-    if (!currentIndex().isValid() && m_model.rowCount() > 1)
-        selectionModel()->setCurrentIndex(m_model.index(1), QItemSelectionModel::NoUpdate);
-    QListView::focusInEvent(event);
-}
-
-void UADPluginList::toggle(const QModelIndex& index)
+void UADPluginList::activate(const QModelIndex& index)
 {
     if (index.flags() & Qt::ItemIsUserCheckable)
         Q_EMIT toggled(m_model.row(index.row()).entry.id);

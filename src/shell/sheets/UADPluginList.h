@@ -1,5 +1,6 @@
 #pragma once
 
+#include "shell/toolkit/CardView.h"
 #include "uad/UADPluginAuth.h"
 
 #include <QAbstractListModel>
@@ -43,7 +44,7 @@ private:
 };
 
 /// Shows them; a click anywhere on a row or the space bar chooses or leaves out.
-class UADPluginList final : public QListView {
+class UADPluginList final : public CardView<QListView> {
     Q_OBJECT
 
 public:
@@ -53,12 +54,11 @@ Q_SIGNALS:
     void toggled(const QUuid& id);
 
 protected:
-    void keyPressEvent(QKeyEvent* event) override;
-    void focusInEvent(QFocusEvent* event) override;
+    void activate(const QModelIndex& index) override;
+    /// The first row is a heading, which nobody came for.
+    [[nodiscard]] QModelIndex firstIndex() const override { return m_model.index(1); }
 
 private:
-    void toggle(const QModelIndex& index);
-
     UADPluginListModel& m_model;
 };
 

@@ -3,7 +3,6 @@
 #include "platform/Clock.h"
 #include "shell/toolkit/AppTheme.h"
 #include "shell/toolkit/Icons.h"
-#include "shell/toolkit/ThinScrollBar.h"
 #include "shell/toolkit/ToolTips.h"
 
 #include <QHelpEvent>
@@ -53,9 +52,8 @@ struct RowLayout {
     RowLayout(const QRect& row, const QFont& font, const QString& action, const QString& timeAgo)
         : name(AppTheme::scaled(font, AppTheme::kCaption))
         , small(AppTheme::scaled(font, AppTheme::kSmallCaption))
-        , strong(small)
+        , strong(AppTheme::semibold(small))
     {
-        strong.setWeight(QFont::DemiBold);
         const int upper = QFontMetrics(name).height();
         const int lower = QFontMetrics(small).height();
         const int top = row.top() + (row.height() - upper - kLineGap - lower) / 2;
@@ -108,26 +106,15 @@ public:
         const RowLayout places(option.rect, option.font, action, timeAgo);
         const ActionLook look = actionLook(entry.action, option.palette);
         const QColor secondary = AppTheme::textSecondary(option.palette);
-        const auto write = [painter](const QRect& rect, const QFont& font, const QColor& colour,
-                                     const QString& text, Qt::Alignment side = Qt::AlignLeft) {
-            painter->setFont(font);
-            painter->setPen(colour);
-            painter->drawText(rect, int(side | Qt::AlignVCenter) | Qt::TextSingleLine,
-                              QFontMetrics(font).elidedText(text, Qt::ElideRight, rect.width()));
-        };
         painter->save();
         painter->setRenderHint(QPainter::Antialiasing);
         drawIcon(*painter, places.icon, look.icon, look.colour);
-        write(places.nameRect, places.name, AppTheme::textPrimary(option.palette), entry.pluginName);
-        write(places.formatRect, places.small, secondary, entry.format);
-        write(places.actionRect, places.strong, look.colour, action, Qt::AlignRight);
-        write(places.timeRect, places.small, secondary, timeAgo, Qt::AlignRight);
-        if (m_list.showsFocus(index)) {
-            painter->setPen(QPen(AppTheme::accent(option.palette), 1.5));
-            painter->setBrush(Qt::NoBrush);
-            painter->drawRoundedRect(QRectF(option.rect).adjusted(1, 1, -1, -1), kCornerRadius,
-                                     kCornerRadius);
-        }
+        drawLine(*painter, places.nameRect, places.name, AppTheme::textPrimary(option.palette),
+                 entry.pluginName);
+        drawLine(*painter, places.formatRect, places.small, secondary, entry.format);
+        drawLine(*painter, places.actionRect, places.strong, look.colour, action, Qt::AlignRight);
+        drawLine(*painter, places.timeRect, places.small, secondary, timeAgo, Qt::AlignRight);
+        m_list.paintFocus(*painter, option, index, kCornerRadius);
         painter->restore();
     }
 
@@ -213,7 +200,7 @@ QVariant ActivityLogModel::data(const QModelIndex& index, int role) const
 }
 
 ActivityLogList::ActivityLogList(const platform::Clock& clock, QWidget* parent)
-    : QListView(parent)
+    : CardView(parent)
     , m_model(new ActivityLogModel(clock, this))
 {
     setObjectName(u"activityLogList"_s);
@@ -221,14 +208,7 @@ ActivityLogList::ActivityLogList(const platform::Clock& clock, QWidget* parent)
     setModel(m_model);
     setItemDelegate(new ActivityLogRow(*this, this));
     setUniformItemSizes(true);
-    setSelectionMode(QAbstractItemView::NoSelection);
-    setEditTriggers(QAbstractItemView::NoEditTriggers);
-    setFrameShape(QFrame::NoFrame);
-    setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
-    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    setVerticalScrollBar(new ThinScrollBar(Qt::Vertical, this));
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum);
-    viewport()->setAutoFillBackground(false);
 }
 
 void ActivityLogList::setEntries(const std::vector<ActivityLogEntry>& entries)
@@ -254,52 +234,5 @@ QSize ActivityLogList::sizeHint() const
 }
 
 QSize ActivityLogList::minimumSizeHint() const { return {0, rowHeight() * std::min(1, m_model->rowCount())}; }
-
-bool ActivityLogList::showsFocus(const QModelIndex& index) const
-{
-    return m_showsFocus && hasFocus() && currentIndex() == index;
-}
-
-void ActivityLogList::showKeyboardFocus(bool shows)
-{
-    m_showsFocus = shows;
-    viewport()->update();
-}
-
-void ActivityLogList::keyPressEvent(QKeyEvent* event)
-{
-    showKeyboardFocus(true);
-    QListView::keyPressEvent(event);
-    viewport()->update();
-}
-
-void ActivityLogList::mousePressEvent(QMouseEvent* event)
-{
-    showKeyboardFocus(false);
-    QListView::mousePressEvent(event);
-}
-
-void ActivityLogList::focusInEvent(QFocusEvent* event)
-{
-    QListView::focusInEvent(event);
-    if (!currentIndex().isValid() && event->reason() != Qt::MouseFocusReason)
-        setCurrentIndex(m_model->index(0, 0));
-    showKeyboardFocus(event->reason() != Qt::MouseFocusReason);
-}
-
-void ActivityLogList::focusOutEvent(QFocusEvent* event)
-{
-    QListView::focusOutEvent(event);
-    viewport()->update();
-}
-
-void ActivityLogList::changeEvent(QEvent* event)
-{
-    QListView::changeEvent(event);
-    if (event->type() == QEvent::FontChange) {
-        scheduleDelayedItemsLayout();
-        updateGeometry();
-    }
-}
 
 } // namespace orvanlite

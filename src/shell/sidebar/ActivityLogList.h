@@ -1,6 +1,7 @@
 #pragma once
 
 #include "records/ActivityLogEntry.h"
+#include "shell/toolkit/CardView.h"
 
 #include <QAbstractListModel>
 #include <QListView>
@@ -40,7 +41,7 @@ private:
 
 /// The activity log as a list that is as high as its rows where there is room, and scrolls otherwise. Only rows in
 /// view cost anything.
-class ActivityLogList final : public QListView {
+class ActivityLogList final : public CardView<QListView> {
     Q_OBJECT
 
 public:
@@ -48,24 +49,14 @@ public:
 
     void setEntries(const std::vector<ActivityLogEntry>& entries);
     [[nodiscard]] const ActivityLogModel& entries() const { return *m_model; }
-    [[nodiscard]] bool showsFocus(const QModelIndex& index) const;
 
     [[nodiscard]] QSize sizeHint() const override;
     [[nodiscard]] QSize minimumSizeHint() const override;
 
-protected:
-    void keyPressEvent(QKeyEvent* event) override;
-    void mousePressEvent(QMouseEvent* event) override;
-    void focusInEvent(QFocusEvent* event) override;
-    void focusOutEvent(QFocusEvent* event) override;
-    void changeEvent(QEvent* event) override;
-
 private:
     [[nodiscard]] int rowHeight() const;
-    void showKeyboardFocus(bool shows);
 
     ActivityLogModel* m_model;
-    bool m_showsFocus = true; ///< not after a click
 };
 
 } // namespace orvanlite

@@ -1,7 +1,5 @@
 #include "shell/sidebar/ActivityLogView.h"
 
-#include "platform/Appearance.h"
-#include "platform/Platform.h"
 #include "records/ActivityLogManager.h"
 #include "shell/sidebar/ActivityLogList.h"
 #include "shell/toolkit/AppTheme.h"
@@ -25,12 +23,12 @@ constexpr int kEmptyIconSize = 22;
 
 } // namespace
 
-ActivityLogView::ActivityLogView(ActivityLogManager& log, const platform::Platform& platform, QWidget* parent)
+ActivityLogView::ActivityLogView(ActivityLogManager& log, const platform::Clock& clock, QWidget* parent)
     : QWidget(parent)
     , m_log(log)
     , m_clear(new PressButton(u"Clear"_s, {}, PressButton::Ground::none, this))
     , m_empty(makeEmptyState())
-    , m_list(new ActivityLogList(platform.clock, this))
+    , m_list(new ActivityLogList(clock, this))
     , m_updates(new ViewUpdater([this] { render(); }, this))
 {
     setObjectName(u"activityLogView"_s);
@@ -38,14 +36,11 @@ ActivityLogView::ActivityLogView(ActivityLogManager& log, const platform::Platfo
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum);
     auto* title = new QLabel(u"Recent Activity"_s, this);
     title->setObjectName(u"activityLogTitle"_s);
-    QFont strong = title->font();
-    strong.setWeight(QFont::DemiBold);
-    title->setFont(strong);
+    title->setFont(AppTheme::semibold(title->font()));
     title->setWordWrap(true);
     m_clear->setObjectName(u"clearActivityButton"_s);
     m_clear->setAccessibleDescription(u"Clear activity log"_s);
     m_clear->setTextColour(&AppTheme::textSecondary);
-    m_clear->setReducesMotion(platform.appearance.reducesMotion());
 
     auto* header = new QHBoxLayout;
     header->setContentsMargins(AppTheme::kSpace2, 0, 0, 0);

@@ -10,7 +10,7 @@ class PressButton;
 class ViewUpdater;
 
 namespace platform {
-struct Platform;
+class Clock;
 }
 
 /// What the user did lately: the entries of the activity log, newest first, and a button that empties it.
@@ -18,7 +18,7 @@ class ActivityLogView final : public QWidget {
     Q_OBJECT
 
 public:
-    ActivityLogView(ActivityLogManager& log, const platform::Platform& platform, QWidget* parent);
+    ActivityLogView(ActivityLogManager& log, const platform::Clock& clock, QWidget* parent);
     /// Takes the focus when the log has been emptied.
     void setFocusHeir(QWidget* heir) { m_focusHeir = heir; }
 

@@ -20,7 +20,7 @@ constexpr double kCornerRadius = 7;
 
 } // namespace
 
-FilterBar::FilterBar(bool reducesMotion, QWidget* parent)
+FilterBar::FilterBar(QWidget* parent)
     : QWidget(parent)
     , m_summary(new ElidedLabel({}, this))
 {
@@ -29,12 +29,8 @@ FilterBar::FilterBar(bool reducesMotion, QWidget* parent)
         {}, [](const QPalette&) { return AppTheme::accentBlue(); }, this);
     icon->setIcon(u"line.3.horizontal.decrease.circle.fill"_s, kIconSize);
     m_summary->setObjectName(u"filterSummary"_s);
-    auto* clear = new PressButton({}, u"xmark.circle.fill"_s, PressButton::Ground::none, this);
-    clear->setObjectName(u"clearFiltersButton"_s);
-    clear->setToolTip(u"Clear all filters"_s);
-    clear->setAccessibleName(u"Clear all filters"_s);
-    clear->setTextColour(&AppTheme::secondary);
-    clear->setReducesMotion(reducesMotion);
+    auto* clear =
+        makeIconButton(u"xmark.circle.fill"_s, u"Clear all filters"_s, u"clearFiltersButton"_s, this);
     connect(clear, &QAbstractButton::clicked, this, &FilterBar::clearClicked);
 
     auto* row = new QHBoxLayout(this);

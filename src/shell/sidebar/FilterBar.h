@@ -11,7 +11,7 @@ class FilterBar final : public QWidget {
     Q_OBJECT
 
 public:
-    FilterBar(bool reducesMotion, QWidget* parent);
+    explicit FilterBar(QWidget* parent);
 
     void setSummary(const QString& summary);
 

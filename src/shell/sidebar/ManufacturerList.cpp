@@ -2,8 +2,6 @@
 
 #include "model/TextOrder.h"
 #include "operations/PluginManagerViewModel.h"
-#include "platform/Appearance.h"
-#include "platform/Platform.h"
 #include "platform/Workspace.h"
 #include "shell/sidebar/ManufacturerTable.h"
 #include "shell/toolkit/AppTheme.h"
@@ -57,7 +55,7 @@ protected:
 
 } // namespace
 
-ManufacturerList::ManufacturerList(PluginManagerViewModel& viewModel, const platform::Platform& platform,
+ManufacturerList::ManufacturerList(PluginManagerViewModel& viewModel, platform::Workspace& workspace,
                                    QWidget* parent)
     : QWidget(parent)
     , m_viewModel(viewModel)
@@ -67,7 +65,7 @@ ManufacturerList::ManufacturerList(PluginManagerViewModel& viewModel, const plat
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(AppTheme::kSpace1);
-    column->addWidget(makeSearchRow(platform.appearance.reducesMotion()));
+    column->addWidget(makeSearchRow());
     m_table = new ManufacturerTable(kGreatestListHeight, this);
     column->addWidget(m_table);
     m_empty = new TintedLabel(u"No manufacturers found"_s, &AppTheme::secondary, this);
@@ -78,15 +76,13 @@ ManufacturerList::ManufacturerList(PluginManagerViewModel& viewModel, const plat
 
     connect(m_table, &ManufacturerTable::nameActivated, this, &ManufacturerList::manufacturerClicked);
     connect(m_table, &ManufacturerTable::linkActivated, this,
-            [&workspace = platform.workspace](const QString& name) {
-                workspace.open(manufacturerWebsiteURL(name));
-            });
+            [&workspace](const QString& name) { workspace.open(manufacturerWebsiteURL(name)); });
     m_updates->watch(viewModel.allManufacturers, viewModel.selectedManufacturers,
                      viewModel.manufacturerSearchText);
     render();
 }
 
-QWidget* ManufacturerList::makeSearchRow(bool reducesMotion)
+QWidget* ManufacturerList::makeSearchRow()
 {
     auto* ground = new SearchGround(this);
     auto* icon = new TintedLabel({}, &AppTheme::secondary, ground);
@@ -101,12 +97,8 @@ QWidget* ManufacturerList::makeSearchRow(bool reducesMotion)
     seeThrough.setBrush(QPalette::Base, Qt::transparent);
     m_field->setPalette(seeThrough);
     m_field->installEventFilter(ground);
-    m_clear = new PressButton({}, u"xmark.circle.fill"_s, PressButton::Ground::none, ground);
-    m_clear->setObjectName(u"clearManufacturerSearchButton"_s);
-    m_clear->setToolTip(u"Clear search"_s);
-    m_clear->setAccessibleName(u"Clear search"_s);
-    m_clear->setTextColour(&AppTheme::secondary);
-    m_clear->setReducesMotion(reducesMotion);
+    m_clear =
+        makeIconButton(u"xmark.circle.fill"_s, u"Clear search"_s, u"clearManufacturerSearchButton"_s, ground);
 
     auto* row = new QHBoxLayout(ground);
     row->setContentsMargins(AppTheme::kSpace2, AppTheme::kSpace1 / 2, AppTheme::kSpace1 / 2,

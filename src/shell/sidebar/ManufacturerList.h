@@ -13,7 +13,7 @@ class PressButton;
 class ViewUpdater;
 
 namespace platform {
-struct Platform;
+class Workspace;
 }
 
 /// The makers to filter by, with a field that narrows them down. It changes no filter itself: it tells of the clicks.
@@ -21,13 +21,13 @@ class ManufacturerList final : public QWidget {
     Q_OBJECT
 
 public:
-    ManufacturerList(PluginManagerViewModel& viewModel, const platform::Platform& platform, QWidget* parent);
+    ManufacturerList(PluginManagerViewModel& viewModel, platform::Workspace& workspace, QWidget* parent);
 
 Q_SIGNALS:
     void manufacturerClicked(const QString& name);
 
 private:
-    [[nodiscard]] QWidget* makeSearchRow(bool reducesMotion);
+    [[nodiscard]] QWidget* makeSearchRow();
     void render();
 
     PluginManagerViewModel& m_viewModel;

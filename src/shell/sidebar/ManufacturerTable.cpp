@@ -2,7 +2,6 @@
 
 #include "shell/toolkit/AppTheme.h"
 #include "shell/toolkit/Icons.h"
-#include "shell/toolkit/ThinScrollBar.h"
 #include "shell/toolkit/ToolTips.h"
 
 #include <QHeaderView>
@@ -87,11 +86,7 @@ private:
             painter.setBrush(AppTheme::withOpacity(AppTheme::primary(option.palette), strength));
             painter.drawRoundedRect(ground, kCornerRadius, kCornerRadius);
         }
-        if (m_table.showsFocus(index)) {
-            painter.setPen(QPen(AppTheme::accent(option.palette), 1.5));
-            painter.setBrush(Qt::NoBrush);
-            painter.drawRoundedRect(ground, kCornerRadius, kCornerRadius);
-        }
+        m_table.paintFocus(painter, option, index, kCornerRadius);
     }
 
     static void paintName(QPainter& painter, const QStyleOptionViewItem& option, const QModelIndex& index)
@@ -102,10 +97,7 @@ private:
         drawIcon(painter, icon, isMarked ? u"checkmark.circle.fill"_s : u"circle"_s,
                  isMarked ? AppTheme::accent(option.palette) : AppTheme::secondary(option.palette));
         const QRect text = textRect(option.rect);
-        painter.setFont(option.font);
-        painter.setPen(AppTheme::primary(option.palette));
-        painter.drawText(text, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
-                         option.fontMetrics.elidedText(nameOf(index), Qt::ElideRight, text.width()));
+        drawLine(painter, text, option.font, AppTheme::primary(option.palette), nameOf(index));
     }
 
     void paintLink(QPainter& painter, const QStyleOptionViewItem& option, const QModelIndex& index) const
@@ -188,7 +180,7 @@ Qt::ItemFlags ManufacturerTableModel::flags(const QModelIndex& index) const
 }
 
 ManufacturerTable::ManufacturerTable(int greatestHeight, QWidget* parent)
-    : QTableView(parent)
+    : CardView(parent)
     , m_model(new ManufacturerTableModel(this))
     , m_greatestHeight(greatestHeight)
 {
@@ -196,22 +188,13 @@ ManufacturerTable::ManufacturerTable(int greatestHeight, QWidget* parent)
     setAccessibleName(u"Manufacturers"_s);
     setModel(m_model);
     setItemDelegate(new ManufacturerDelegate(*this, this));
-    setSelectionMode(QAbstractItemView::NoSelection); // the marks are the selection
-    setEditTriggers(QAbstractItemView::NoEditTriggers);
     setTabKeyNavigation(false);
     setShowGrid(false);
-    setFrameShape(QFrame::NoFrame);
-    setMouseTracking(true);
-    setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
-    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    setVerticalScrollBar(new ThinScrollBar(Qt::Vertical, this));
-    viewport()->setAutoFillBackground(false);
     horizontalHeader()->hide();
     horizontalHeader()->setMinimumSectionSize(kLinkWidth);
     horizontalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     verticalHeader()->hide();
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-    connect(this, &QAbstractItemView::clicked, this, &ManufacturerTable::activate);
     fitHeight();
 }
 
@@ -243,11 +226,6 @@ void ManufacturerTable::fitHeight()
 
 bool ManufacturerTable::isPressed(const QModelIndex& index) const { return m_pressed == index; }
 
-bool ManufacturerTable::showsFocus(const QModelIndex& index) const
-{
-    return m_showsFocus && hasFocus() && currentIndex() == index;
-}
-
 void ManufacturerTable::activate(const QModelIndex& index)
 {
     if (isLink(index))
@@ -258,38 +236,25 @@ void ManufacturerTable::activate(const QModelIndex& index)
 
 void ManufacturerTable::keyPressEvent(QKeyEvent* event)
 {
-    showKeyboardFocus(true);
-    const int key = event->key();
-    const bool isReturn = key == Qt::Key_Return || key == Qt::Key_Enter;
-    if (key != Qt::Key_Space && !isReturn) {
-        QTableView::keyPressEvent(event);
-        return;
-    }
-    // A key that is held down must not switch to and fro.
-    if (!event->isAutoRepeat() && (!isReturn || isLink(currentIndex())))
+    if (event->key() != Qt::Key_Return && event->key() != Qt::Key_Enter)
+        CardView::keyPressEvent(event);
+    else if (isLink(currentIndex()) && !KeyRepeat::isRepeat(*event))
         activate(currentIndex());
 }
 
 void ManufacturerTable::mousePressEvent(QMouseEvent* event)
 {
-    showKeyboardFocus(false);
     if (event->button() == Qt::LeftButton)
         m_pressed = indexAt(event->position().toPoint());
-    QTableView::mousePressEvent(event);
+    CardView::mousePressEvent(event);
     viewport()->update();
 }
 
 void ManufacturerTable::mouseReleaseEvent(QMouseEvent* event)
 {
     m_pressed = QModelIndex();
-    QTableView::mouseReleaseEvent(event);
+    CardView::mouseReleaseEvent(event);
     viewport()->update();
-}
-
-void ManufacturerTable::mouseDoubleClickEvent(QMouseEvent* event)
-{
-    // Two quick clicks on a row are two clicks.
-    mousePressEvent(event);
 }
 
 void ManufacturerTable::mouseMoveEvent(QMouseEvent* event)
@@ -301,7 +266,7 @@ void ManufacturerTable::mouseMoveEvent(QMouseEvent* event)
 void ManufacturerTable::leaveEvent(QEvent* event)
 {
     hover({});
-    QTableView::leaveEvent(event);
+    CardView::leaveEvent(event);
 }
 
 void ManufacturerTable::hover(const QModelIndex& index)
@@ -313,51 +278,25 @@ void ManufacturerTable::hover(const QModelIndex& index)
     viewport()->update();
 }
 
-void ManufacturerTable::showKeyboardFocus(bool shows)
-{
-    m_showsFocus = shows;
-    viewport()->update();
-}
-
-void ManufacturerTable::focusInEvent(QFocusEvent* event)
-{
-    QTableView::focusInEvent(event);
-    if (!currentIndex().isValid() && m_model->rowCount() > 0 && event->reason() != Qt::MouseFocusReason)
-        setCurrentIndex(m_model->index(0, 0));
-    showKeyboardFocus(event->reason() != Qt::MouseFocusReason);
-}
-
-void ManufacturerTable::focusOutEvent(QFocusEvent* event)
-{
-    QTableView::focusOutEvent(event);
-    viewport()->update();
-}
-
 void ManufacturerTable::changeEvent(QEvent* event)
 {
-    QTableView::changeEvent(event);
+    CardView::changeEvent(event);
     if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange)
         fitHeight();
 }
 
 void ManufacturerTable::resizeEvent(QResizeEvent* event)
 {
-    QTableView::resizeEvent(event);
+    CardView::resizeEvent(event);
     setColumnWidth(static_cast<int>(ManufacturerColumn::website), kLinkWidth);
     setColumnWidth(static_cast<int>(ManufacturerColumn::name), viewport()->width() - kLinkWidth);
 }
 
 void ManufacturerTable::scrollContentsBy(int dx, int dy)
 {
-    QTableView::scrollContentsBy(dx, dy);
+    CardView::scrollContentsBy(dx, dy);
     if (viewport()->underMouse())
         hover(indexAt(viewport()->mapFromGlobal(QCursor::pos())));
-}
-
-void ManufacturerTable::currentChanged(const QModelIndex& current, const QModelIndex& previous)
-{
-    QTableView::currentChanged(current, previous);
-    viewport()->update();
 }
 
 } // namespace orvanlite

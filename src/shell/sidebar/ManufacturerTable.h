@@ -1,5 +1,7 @@
 #pragma once
 
+#include "shell/toolkit/CardView.h"
+
 #include <QAbstractTableModel>
 #include <QSet>
 #include <QStringList>
@@ -37,7 +39,7 @@ private:
 ///
 /// Keys: up and down go through the rows, left and right between name and link; Space does what a click there does,
 /// Return opens the link.
-class ManufacturerTable final : public QTableView {
+class ManufacturerTable final : public CardView<QTableView> {
     Q_OBJECT
 
 public:
@@ -49,7 +51,6 @@ public:
     /// Where the pointer or the keyboard is, for the painting.
     [[nodiscard]] const QPersistentModelIndex& hovered() const { return m_hovered; }
     [[nodiscard]] bool isPressed(const QModelIndex& index) const;
-    [[nodiscard]] bool showsFocus(const QModelIndex& index) const;
 
 Q_SIGNALS:
     void nameActivated(const QString& name);
@@ -59,27 +60,21 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
-    void mouseDoubleClickEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void leaveEvent(QEvent* event) override;
-    void focusInEvent(QFocusEvent* event) override;
-    void focusOutEvent(QFocusEvent* event) override;
     void changeEvent(QEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void scrollContentsBy(int dx, int dy) override;
-    void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
+    void activate(const QModelIndex& index) override;
 
 private:
-    void activate(const QModelIndex& index);
     void hover(const QModelIndex& index);
-    void showKeyboardFocus(bool shows);
     void fitHeight();
 
     ManufacturerTableModel* m_model;
     int m_greatestHeight;
     QPersistentModelIndex m_hovered;
     QPersistentModelIndex m_pressed;
-    bool m_showsFocus = true; ///< not after a click
 };
 
 } // namespace orvanlite

@@ -1,7 +1,5 @@
 #include "shell/sidebar/MenuBarSection.h"
 
-#include "platform/Appearance.h"
-#include "platform/Platform.h"
 #include "shell/sidebar/MenuBarLoginItem.h"
 #include "shell/toolkit/AppTheme.h"
 #include "shell/toolkit/SwitchRow.h"
@@ -23,12 +21,10 @@ constexpr int kIconGap = 6;
 
 } // namespace
 
-MenuBarSection::MenuBarSection(MenuBarLoginItem& loginItem, const platform::Platform& platform,
-                               QWidget* parent)
+MenuBarSection::MenuBarSection(MenuBarLoginItem& loginItem, QWidget* parent)
     : QWidget(parent)
     , m_loginItem(loginItem)
-    , m_switch(new SwitchRow(u"Launch at Login"_s, u"Monitors for new plugins"_s,
-                             platform.appearance.reducesMotion(), this))
+    , m_switch(new SwitchRow(u"Launch at Login"_s, u"Monitors for new plugins"_s, this))
 {
     setObjectName(u"menuBarSection"_s);
     m_switch->setObjectName(u"launchAtLoginSwitch"_s);
@@ -37,9 +33,7 @@ MenuBarSection::MenuBarSection(MenuBarLoginItem& loginItem, const platform::Plat
     auto* title = new TintedLabel(u"Menu Bar"_s, &AppTheme::primary, this);
     title->setObjectName(u"menuBarTitle"_s);
     title->setMinimumWidth(1);
-    QFont strong;
-    strong.setWeight(QFont::DemiBold);
-    title->setFont(strong);
+    title->setFont(AppTheme::semibold({}));
 
     auto* header = new QHBoxLayout;
     header->setContentsMargins(kLeft, AppTheme::kSpace1, kLeft, AppTheme::kSpace1);

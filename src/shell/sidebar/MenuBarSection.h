@@ -2,10 +2,6 @@
 
 #include <QWidget>
 
-namespace orvanlite::platform {
-struct Platform;
-}
-
 namespace orvanlite {
 
 class MenuBarLoginItem;
@@ -16,7 +12,7 @@ class MenuBarSection final : public QWidget {
     Q_OBJECT
 
 public:
-    MenuBarSection(MenuBarLoginItem& loginItem, const platform::Platform& platform, QWidget* parent);
+    MenuBarSection(MenuBarLoginItem& loginItem, QWidget* parent);
 
     /// Puts the switch where the system says that it is.
     void refresh();

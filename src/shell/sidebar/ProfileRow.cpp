@@ -1,13 +1,11 @@
 #include "shell/sidebar/ProfileRow.h"
 
 #include "shell/toolkit/AppTheme.h"
-#include "shell/toolkit/ButtonKeys.h"
 #include "shell/toolkit/ElidedLabel.h"
 #include "shell/toolkit/PressButton.h"
+#include "shell/toolkit/RelativeFont.h"
 
-#include <QAccessibleWidget>
 #include <QHBoxLayout>
-#include <QKeyEvent>
 #include <QPainter>
 
 namespace orvanlite {
@@ -22,51 +20,6 @@ constexpr int kPaddingY = 5;
 constexpr double kCornerRadius = 7;
 constexpr double kStatusSize = 0.86;
 
-/// Reads a row as an item of a list that can be selected.
-class ProfileRowAccessible final : public QAccessibleWidget {
-public:
-    explicit ProfileRowAccessible(ProfileRow* row)
-        : QAccessibleWidget(row, QAccessible::ListItem)
-    {}
-    [[nodiscard]] QString text(QAccessible::Text kind) const override
-    {
-        switch (kind) {
-        case QAccessible::Name:
-            return row()->profile().name;
-        case QAccessible::Description:
-            return row()->status();
-        default:
-            return QAccessibleWidget::text(kind);
-        }
-    }
-    [[nodiscard]] QAccessible::State state() const override
-    {
-        QAccessible::State state = QAccessibleWidget::state();
-        state.selectable = true;
-        state.selected = row()->isActive();
-        return state;
-    }
-    [[nodiscard]] QStringList actionNames() const override { return {pressAction(), setFocusAction()}; }
-    void doAction(const QString& action) override
-    {
-        if (action == pressAction())
-            row()->click();
-        else
-            QAccessibleWidget::doAction(action);
-    }
-
-private:
-    [[nodiscard]] ProfileRow* row() const { return static_cast<ProfileRow*>(widget()); }
-};
-
-QAccessibleInterface* makeAccessible(const QString& className, QObject* object)
-{
-    if (className != QLatin1StringView(ProfileRow::staticMetaObject.className()))
-        return nullptr;
-    auto* row = qobject_cast<ProfileRow*>(object);
-    return row ? new ProfileRowAccessible(row) : nullptr;
-}
-
 QColor white(const QPalette& /*colours*/) { return Qt::white; }
 
 void setInk(QLabel* label, const QColor& colour)
@@ -79,25 +32,21 @@ void setInk(QLabel* label, const QColor& colour)
 
 } // namespace
 
-ProfileRow::ProfileRow(int number, bool reducesMotion, QWidget* parent)
-    : QAbstractButton(parent)
-    , m_reducesMotion(reducesMotion)
+ProfileRow::ProfileRow(int number, QWidget* parent)
+    : Control(parent)
     , m_name(new ElidedLabel({}, this))
     , m_status(new ElidedLabel({}, this))
 {
-    static const bool isInstalled = (QAccessible::installFactory(makeAccessible), true);
-    Q_UNUSED(isInstalled)
     const QString identity = u"profileRow%1"_s.arg(number);
     setObjectName(identity);
-    setFocusPolicy(Qt::StrongFocus);
-    setAttribute(Qt::WA_Hover);
+    setCheckable(true);
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     m_name->setObjectName(identity + u"Name"_s);
     m_status->setObjectName(identity + u"Status"_s);
     QFont medium = m_name->font();
     medium.setWeight(QFont::Medium);
     m_name->setFont(medium);
-    fitStatusFont();
+    setRelativeFont(m_status, kStatusSize);
     auto* texts = new QVBoxLayout;
     texts->setSpacing(1);
     texts->addWidget(m_name);
@@ -108,7 +57,8 @@ ProfileRow::ProfileRow(int number, bool reducesMotion, QWidget* parent)
     row->addLayout(texts, 1);
     const auto add = [&](const QString& icon, const QString& tip, const QString& name,
                          void (ProfileRow::*signal)()) {
-        PressButton* button = addButton(icon, tip, identity + name);
+        PressButton* button = makeIconButton(icon, tip, identity + name, this, PressButton::Ground::compact);
+        m_buttons.push_back(button);
         connect(button, &QAbstractButton::clicked, this, signal);
         row->addWidget(button);
     };
@@ -119,21 +69,11 @@ ProfileRow::ProfileRow(int number, bool reducesMotion, QWidget* parent)
     add(u"trash.circle.fill"_s, u"Delete profile"_s, u"Delete"_s, &ProfileRow::deleteClicked);
 }
 
-PressButton* ProfileRow::addButton(const QString& iconKey, const QString& toolTip, const QString& objectName)
-{
-    auto* button = new PressButton({}, iconKey, PressButton::Ground::compact, this);
-    button->setObjectName(objectName);
-    button->setToolTip(toolTip);
-    button->setAccessibleName(toolTip);
-    button->setReducesMotion(m_reducesMotion);
-    m_buttons.push_back(button);
-    return button;
-}
-
 void ProfileRow::showProfile(const PluginProfile& profile, const QString& status, bool isActive)
 {
-    const bool wasActive = std::exchange(m_isActive, isActive);
     m_profile = profile;
+    setLabel(profile.name);
+    setAccessibleDescription(status);
     m_name->setText(QString(profile.name).replace(u'\n', u' ')); // the row has one line for it
     m_status->setText(status);
     setInk(m_name, isActive ? QColor(Qt::white) : AppTheme::primary(palette()));
@@ -145,12 +85,7 @@ void ProfileRow::showProfile(const PluginProfile& profile, const QString& status
         button->setTextColour(isActive ? &white : &AppTheme::secondary);
         button->setPalette(isActive ? onTint : QPalette());
     }
-    if (wasActive != isActive) {
-        QAccessible::State changed;
-        changed.selected = true;
-        QAccessibleStateChangeEvent event(this, changed);
-        QAccessible::updateAccessibility(&event);
-    }
+    setChecked(isActive);
     update();
 }
 
@@ -160,58 +95,29 @@ QSize ProfileRow::sizeHint() const { return layout()->sizeHint(); }
 
 QSize ProfileRow::minimumSizeHint() const { return layout()->minimumSize(); }
 
-void ProfileRow::fitStatusFont()
+QRectF ProfileRow::bounds() const
 {
-    QFont small = font();
-    small.setPointSizeF(small.pointSizeF() * kStatusSize);
-    m_status->setFont(small);
+    return QRectF(rect()).adjusted(kBleedX + 0.5, 0.5, -kBleedX - 0.5, -0.5);
 }
 
-void ProfileRow::changeEvent(QEvent* event)
+void ProfileRow::paint(QPainter& painter) const
 {
-    QAbstractButton::changeEvent(event);
-    if (event->type() == QEvent::FontChange)
-        fitStatusFont(); // a size of its own does not follow
-}
-
-void ProfileRow::keyPressEvent(QKeyEvent* event)
-{
-    m_showsFocus = true;
-    if (!pressByReturn(*this, *event))
-        QAbstractButton::keyPressEvent(event);
-    update();
-}
-
-void ProfileRow::focusInEvent(QFocusEvent* event)
-{
-    m_showsFocus = event->reason() != Qt::MouseFocusReason;
-    QAbstractButton::focusInEvent(event);
-}
-
-void ProfileRow::paintEvent(QPaintEvent* /*event*/)
-{
-    QPainter painter(this);
-    painter.setRenderHint(QPainter::Antialiasing);
-    const QRectF bounds = QRectF(rect()).adjusted(kBleedX + 0.5, 0.5, -kBleedX - 0.5, -0.5);
-    painter.setPen(Qt::NoPen);
-    if (m_isActive) {
+    if (isChecked()) {
+        painter.setPen(Qt::NoPen);
         painter.setBrush(AppTheme::groundForWhite(AppTheme::accentBlue()));
-        painter.drawRoundedRect(bounds, kCornerRadius, kCornerRadius);
+        painter.drawRoundedRect(bounds(), kCornerRadius, kCornerRadius);
     }
-    if (underMouse() || isDown()) {
-        // The tint gets darker, never lighter: the text on it is white.
-        const QColor shade = m_isActive ? QColor(Qt::black) : AppTheme::primary(palette());
-        painter.setBrush(AppTheme::withOpacity(shade, isDown() ? 0.12 : 0.06));
-        painter.drawRoundedRect(bounds, kCornerRadius, kCornerRadius);
-    }
-    if (hasFocus() && m_showsFocus) {
-        painter.setPen(QPen(m_isActive ? QColor(Qt::white) : AppTheme::accent(palette()), 2));
-        painter.setBrush(Qt::NoBrush);
-        // Tint stays around a white frame, or it would be one with a white ground.
-        const double inset = m_isActive ? 3 : 1;
-        const double radius = m_isActive ? kCornerRadius - 2 : kCornerRadius;
-        painter.drawRoundedRect(bounds.adjusted(inset, inset, -inset, -inset), radius, radius);
-    }
+    // The tint gets darker, never lighter: the text on it is white.
+    paintHover(painter, bounds(), kCornerRadius,
+               isChecked() ? QColor(Qt::black) : AppTheme::primary(palette()), 0.06, 0.12);
+}
+
+Control::FocusRing ProfileRow::focusRing() const
+{
+    if (!isChecked())
+        return accentRing(bounds(), kCornerRadius);
+    // Tint stays around a white ring, or it would be one with a white background.
+    return {bounds().adjusted(3, 3, -3, -3), kCornerRadius - 2, Qt::white};
 }
 
 } // namespace orvanlite

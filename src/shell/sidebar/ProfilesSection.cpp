@@ -2,7 +2,6 @@
 
 #include "operations/Detach.h"
 #include "operations/PluginManagerViewModel.h"
-#include "platform/Appearance.h"
 #include "platform/Platform.h"
 #include "profiles/ProfileDocument.h"
 #include "profiles/ProfileManager.h"
@@ -12,6 +11,7 @@
 #include "shell/toolkit/AppTheme.h"
 #include "shell/toolkit/Dialogs.h"
 #include "shell/toolkit/FileOpenPanel.h"
+#include "shell/toolkit/RelativeFont.h"
 #include "shell/toolkit/TintedLabel.h"
 #include "shell/toolkit/ViewUpdater.h"
 
@@ -31,16 +31,11 @@ constexpr int kRowSpacing = 2;
 
 } // namespace
 
-ProfilesSection::ProfilesSection(PluginManagerViewModel& viewModel, ProfileManager& profileManager,
-                                 const platform::Platform& platform, SavePanel& savePanel,
-                                 OpenPanel& openPanel, QWidget* parent)
+ProfilesSection::ProfilesSection(const Services& services, QWidget* parent)
     : QWidget(parent)
-    , m_viewModel(viewModel)
-    , m_profileManager(profileManager)
-    , m_platform(platform)
-    , m_savePanel(savePanel)
-    , m_openPanel(openPanel)
-    , m_reducesMotion(platform.appearance.reducesMotion())
+    , m_services(services)
+    , m_viewModel(services.plugins)
+    , m_profileManager(services.profiles)
     , m_rowColumn(new QVBoxLayout)
     , m_none(new TintedLabel(u"No saved profiles"_s, &AppTheme::secondary, this))
     , m_save(makeButton(u"Save Current State"_s, u"plus.circle"_s, u"saveProfileButton"_s))
@@ -50,9 +45,7 @@ ProfilesSection::ProfilesSection(PluginManagerViewModel& viewModel, ProfileManag
 {
     setObjectName(u"profilesView"_s);
     m_none->setObjectName(u"noProfilesLabel"_s);
-    QFont small = m_none->font();
-    small.setPointSizeF(small.pointSizeF() * 0.9);
-    m_none->setFont(small);
+    setRelativeFont(m_none, 0.9);
     m_none->setContentsMargins(AppTheme::kSpace3, AppTheme::kSpace1, AppTheme::kSpace3, AppTheme::kSpace1);
     connect(m_save, &QAbstractButton::clicked, this, &ProfilesSection::saveCurrentState);
     connect(m_fromSelection, &QAbstractButton::clicked, this, &ProfilesSection::createFromSelection);
@@ -67,17 +60,16 @@ ProfilesSection::ProfilesSection(PluginManagerViewModel& viewModel, ProfileManag
                             static_cast<QWidget*>(m_fromSelection), static_cast<QWidget*>(m_import)})
         column->addWidget(widget);
     // The selection itself tells nobody of its changes; the marks, the rows and the bulk pane do.
-    m_updates->watch(profileManager.profiles, viewModel.plugins, viewModel.activeProfile,
-                     viewModel.selectedPlugins, viewModel.consolidatedBulkPlugins,
-                     viewModel.displayedPlugins);
+    m_updates->watch(m_profileManager.profiles, m_viewModel.plugins, m_viewModel.activeProfile,
+                     m_viewModel.selectedPlugins, m_viewModel.consolidatedBulkPlugins,
+                     m_viewModel.displayedPlugins);
     render();
 }
 
 SidebarItemButton* ProfilesSection::makeButton(const QString& label, const QString& iconKey,
                                                const QString& objectName)
 {
-    auto* button = new SidebarItemButton(label, iconKey, kIconSlot, SidebarItemButton::Hover::ground,
-                                         m_reducesMotion, this);
+    auto* button = new SidebarItemButton(label, iconKey, kIconSlot, SidebarItemButton::Hover::ground, this);
     button->setObjectName(objectName);
     return button;
 }
@@ -86,7 +78,7 @@ bool ProfilesSection::isBusy() const { return *m_viewModel.isRunningScript; }
 
 ProfileRow* ProfilesSection::addRow()
 {
-    auto* row = new ProfileRow(m_madeRows++, m_reducesMotion, this);
+    auto* row = new ProfileRow(m_madeRows++, this);
     // By itself the newest widget is the window's last one for Tab: this one goes before the buttons.
     QWidget* last = m_rows.empty() ? static_cast<QWidget*>(m_save)
                                    : m_rows.back()->findChildren<QAbstractButton*>().back();
@@ -193,8 +185,9 @@ void ProfilesSection::importDocument()
 {
     if (isBusy())
         return;
-    m_openPanel.ask({u"Import Profile"_s, u"Profile"_s, QStringView(ProfileDocument::kExtension).toString()},
-                    [this](const QString& path) { importProfile(m_profileManager, path); });
+    m_services.openPanel.ask(
+        {u"Import Profile"_s, u"Profile"_s, QStringView(ProfileDocument::kExtension).toString()},
+        [this](const QString& path) { importProfile(m_profileManager, path); });
 }
 
 void ProfilesSection::exportDocument(const PluginProfile& profile) const
@@ -202,10 +195,10 @@ void ProfilesSection::exportDocument(const PluginProfile& profile) const
     if (isBusy())
         return;
     const ProfileDocument document{profile};
-    m_savePanel.ask(
+    m_services.savePanel.ask(
         {u"Export profile"_s, document.defaultFileName(), u"Profile"_s,
          QStringView(ProfileDocument::kExtension).toString()},
-        [this, document](const QString& path) { exportProfile(m_platform.files, document, path); });
+        [this, document](const QString& path) { exportProfile(m_services.platform.files, document, path); });
 }
 
 void ProfilesSection::confirmApply(const PluginProfile& profile)

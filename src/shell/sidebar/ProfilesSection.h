@@ -1,6 +1,7 @@
 #pragma once
 
 #include "profiles/PluginProfile.h"
+#include "shell/toolkit/Services.h"
 
 #include <QWidget>
 
@@ -9,17 +10,9 @@
 class QLabel;
 class QVBoxLayout;
 
-namespace orvanlite::platform {
-struct Platform;
-}
-
 namespace orvanlite {
 
-class OpenPanel;
-class PluginManagerViewModel;
-class ProfileManager;
 class ProfileRow;
-class SavePanel;
 class SidebarItemButton;
 class ViewUpdater;
 
@@ -28,9 +21,7 @@ class ProfilesSection final : public QWidget {
     Q_OBJECT
 
 public:
-    ProfilesSection(PluginManagerViewModel& viewModel, ProfileManager& profileManager,
-                    const platform::Platform& platform, SavePanel& savePanel, OpenPanel& openPanel,
-                    QWidget* parent);
+    ProfilesSection(const Services& services, QWidget* parent);
 
 protected:
     void changeEvent(QEvent* event) override;
@@ -52,12 +43,9 @@ private:
     /// A screen reader's action does not come as input that could be kept away.
     [[nodiscard]] bool isBusy() const;
 
+    const Services m_services;
     PluginManagerViewModel& m_viewModel;
     ProfileManager& m_profileManager;
-    const platform::Platform& m_platform;
-    SavePanel& m_savePanel;
-    OpenPanel& m_openPanel;
-    bool m_reducesMotion;
     QVBoxLayout* m_rowColumn;
     std::vector<ProfileRow*> m_rows; ///< one for each profile, in their order
     int m_madeRows = 0;

@@ -20,14 +20,11 @@ constexpr double kCornerRadius = 8;
 /// White on a strong ground.
 class ActionButton final : public SidebarButton {
 public:
-    ActionButton(QColor (*tint)(const QPalette&), bool reducesMotion, QWidget* parent)
-        : SidebarButton({.iconSlot = 18, .paddingY = kPadding, .cornerRadius = kCornerRadius}, reducesMotion,
-                        parent)
+    ActionButton(QColor (*tint)(const QPalette&), QWidget* parent)
+        : SidebarButton({.iconSlot = 18, .paddingY = kPadding, .cornerRadius = kCornerRadius}, parent)
         , m_tint(tint)
     {
-        QFont strong;
-        strong.setWeight(QFont::DemiBold);
-        setFont(strong);
+        setFont(AppTheme::semibold({}));
     }
 
 protected:
@@ -40,7 +37,13 @@ protected:
         painter.drawRoundedRect(ground, kCornerRadius, kCornerRadius);
     }
     [[nodiscard]] QColor ink() const override { return Qt::white; }
-    [[nodiscard]] QColor ringInk() const override { return Qt::white; }
+    [[nodiscard]] QColor iconInk() const override { return ink(); }
+    [[nodiscard]] FocusRing focusRing() const override
+    {
+        FocusRing ring = SidebarButton::focusRing();
+        ring.colour = Qt::white;
+        return ring;
+    }
 
 private:
     QColor (*m_tint)(const QPalette&);
@@ -48,7 +51,7 @@ private:
 
 } // namespace
 
-SidebarActions::SidebarActions(bool reducesMotion, QWidget* parent)
+SidebarActions::SidebarActions(QWidget* parent)
     : QWidget(parent)
 {
     auto* column = new QVBoxLayout(this);
@@ -56,7 +59,7 @@ SidebarActions::SidebarActions(bool reducesMotion, QWidget* parent)
     column->setSpacing(kSpacing - 2); // a button has a pixel of air at either side
     const auto add = [&](BulkAction action, const QString& name, const QString& iconKey,
                          QColor (*tint)(const QPalette&)) {
-        auto* button = new ActionButton(tint, reducesMotion, this);
+        auto* button = new ActionButton(tint, this);
         button->setObjectName(name);
         button->setIconKey(iconKey);
         column->addWidget(button);

@@ -17,7 +17,7 @@ class SidebarActions final : public QWidget {
     Q_OBJECT
 
 public:
-    SidebarActions(bool reducesMotion, QWidget* parent);
+    explicit SidebarActions(QWidget* parent);
 
     /// Names the buttons by what they would act on.
     void setFilter(const PluginFilter& filter);

@@ -13,9 +13,8 @@ constexpr double kHoverScale = 1.02;
 } // namespace
 
 SidebarItemButton::SidebarItemButton(const QString& label, const QString& iconKey, int iconSlot, Hover hover,
-                                     bool reducesMotion, QWidget* parent)
-    : SidebarButton({.iconSlot = iconSlot, .hoverScale = hover == Hover::grows ? kHoverScale : 1},
-                    reducesMotion, parent)
+                                     QWidget* parent)
+    : SidebarButton({.iconSlot = iconSlot, .hoverScale = hover == Hover::grows ? kHoverScale : 1}, parent)
 {
     setLabel(label);
     setIconKey(iconKey);
@@ -31,14 +30,8 @@ void SidebarItemButton::paintGround(QPainter& painter, const QRectF& ground) con
 {
     liquidGlassConditional(painter, ground, isChecked(), AppTheme::accent(palette()), m_measures.cornerRadius,
                            palette());
-    if (!underMouse() && !isDown())
-        return;
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(AppTheme::withOpacity(AppTheme::primary(palette()), isDown() ? 0.1 : 0.06));
-    painter.drawRoundedRect(ground, m_measures.cornerRadius, m_measures.cornerRadius);
+    SidebarButton::paintGround(painter, ground);
 }
-
-QColor SidebarItemButton::ink() const { return AppTheme::primary(palette()); }
 
 QColor SidebarItemButton::iconInk() const
 {

@@ -16,14 +16,13 @@ public:
 
     /// `iconSlot` is the width of the icon's place.
     SidebarItemButton(const QString& label, const QString& iconKey, int iconSlot, Hover hover,
-                      bool reducesMotion, QWidget* parent);
+                      QWidget* parent);
 
     /// Chosen or not; also makes it a button that readers tell the state of.
     void setSelected(bool isSelected);
 
 protected:
     void paintGround(QPainter& painter, const QRectF& ground) const override;
-    [[nodiscard]] QColor ink() const override;
     [[nodiscard]] QColor iconInk() const override;
 };
 

@@ -1,5 +1,7 @@
 #include "shell/sidebar/SidebarScrollArea.h"
 
+#include "shell/toolkit/Divider.h"
+#include "shell/toolkit/Motion.h"
 #include "shell/toolkit/ThinScrollBar.h"
 
 #include <QApplication>
@@ -18,9 +20,7 @@ constexpr int kFocusMargin = 4;
 
 QWidget* makeEdge(QWidget* parent)
 {
-    auto* edge = new QWidget(parent);
-    edge->setBackgroundRole(QPalette::Mid);
-    edge->setAutoFillBackground(true);
+    QWidget* edge = makeDivider(parent);
     edge->setAttribute(Qt::WA_TransparentForMouseEvents);
     edge->hide();
     return edge;
@@ -29,13 +29,12 @@ QWidget* makeEdge(QWidget* parent)
 } // namespace
 
 SidebarScrollArea::SidebarScrollArea(QWidget* content, int leastHeight, bool isAsHighAsContent,
-                                     bool reducesMotion, QWidget* parent)
+                                     QWidget* parent)
     : QScrollArea(parent)
     , m_topEdge(makeEdge(this))
     , m_bottomEdge(makeEdge(this))
     , m_leastHeight(leastHeight)
     , m_isAsHighAsContent(isAsHighAsContent)
-    , m_reducesMotion(reducesMotion)
     , m_animation(new QVariantAnimation(this))
 {
     setFocusPolicy(Qt::NoFocus);
@@ -86,7 +85,7 @@ void SidebarScrollArea::scrollTo(QWidget* widget, bool isToTop)
     m_start = verticalScrollBar()->value();
     m_animation->stop();
     m_animation->start();
-    if (!m_reducesMotion)
+    if (!reducesMotion(this))
         return;
     this->widget()->layout()->activate(); // what has just opened has its height then
     m_animation->setCurrentTime(kScrollMilliseconds);

@@ -13,8 +13,7 @@ class SidebarScrollArea final : public QScrollArea {
 
 public:
     /// Asks for no more height than `height`; without one, for that of its content.
-    SidebarScrollArea(QWidget* content, int leastHeight, bool isAsHighAsContent, bool reducesMotion,
-                      QWidget* parent);
+    SidebarScrollArea(QWidget* content, int leastHeight, bool isAsHighAsContent, QWidget* parent);
 
     /// Scrolls until the widget, part of the content, is at the top, or as near to it as the content lets it.
     void scrollToTop(QWidget* widget);
@@ -40,7 +39,6 @@ private:
     QWidget* m_bottomEdge;
     int m_leastHeight;
     bool m_isAsHighAsContent;
-    bool m_reducesMotion;
     QWidget* m_target = nullptr;
     bool m_isToTop = true;
     int m_start = 0;

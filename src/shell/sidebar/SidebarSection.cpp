@@ -2,11 +2,10 @@
 
 #include "shell/sidebar/SidebarButton.h"
 #include "shell/toolkit/AppTheme.h"
+#include "shell/toolkit/Motion.h"
 
 #include <QApplication>
 #include <QHBoxLayout>
-#include <QPainter>
-#include <QVariantAnimation>
 
 #include <cmath>
 
@@ -24,26 +23,12 @@ constexpr int kButtonInset = 4; // in line with the grounds of the rows
 
 class SectionHeader final : public SidebarButton {
 public:
-    SectionHeader(bool reducesMotion, QWidget* parent)
-        : SidebarButton({.iconSlot = kChevronSlot, .iconSize = kChevronSize, .gap = 6}, reducesMotion, parent)
+    explicit SectionHeader(QWidget* parent)
+        : SidebarButton({.iconSlot = kChevronSlot, .iconSize = kChevronSize, .gap = 6}, parent)
     {
         setCheckable(true);
-        QFont strong;
-        strong.setWeight(QFont::DemiBold);
-        setFont(strong);
+        setFont(AppTheme::semibold({}));
     }
-
-protected:
-    void paintGround(QPainter& painter, const QRectF& ground) const override
-    {
-        if (!underMouse() && !isDown())
-            return;
-        painter.setPen(Qt::NoPen);
-        painter.setBrush(AppTheme::withOpacity(AppTheme::primary(palette()), isDown() ? 0.1 : 0.06));
-        painter.drawRoundedRect(ground, m_measures.cornerRadius, m_measures.cornerRadius);
-    }
-    [[nodiscard]] QColor ink() const override { return AppTheme::primary(palette()); }
-    [[nodiscard]] QColor iconInk() const override { return AppTheme::secondary(palette()); }
 };
 
 } // namespace
@@ -69,7 +54,6 @@ public:
         updateGeometry();
         place();
     }
-    [[nodiscard]] double extent() const { return m_extent; }
     void setShrinkable() { m_isShrinkable = true; }
 
     [[nodiscard]] QSize sizeHint() const override { return {minimumWidth(), shown(contentHeight())}; }
@@ -125,14 +109,12 @@ private:
     bool m_isShrinkable = false;
 };
 
-SidebarSection::SidebarSection(const QString& title, const QString& identity, bool reducesMotion,
-                               QWidget* parent)
+SidebarSection::SidebarSection(const QString& title, const QString& identity, QWidget* parent)
     : QWidget(parent)
-    , m_reducesMotion(reducesMotion)
-    , m_header(new SectionHeader(reducesMotion, this))
+    , m_header(new SectionHeader(this))
     , m_headerRow(new QHBoxLayout)
     , m_body(new SectionBody(this))
-    , m_animation(new QVariantAnimation(this))
+    , m_extent(new Glide(0, kOpenMilliseconds, this, [this] { showExtent(); }))
 {
     setObjectName(identity + u"Section"_s);
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum);
@@ -149,12 +131,6 @@ SidebarSection::SidebarSection(const QString& title, const QString& identity, bo
     column->addWidget(m_body);
     m_body->hide();
 
-    m_animation->setDuration(kOpenMilliseconds);
-    m_animation->setEasingCurve(QEasingCurve::InOutQuad);
-    connect(m_animation, &QVariantAnimation::valueChanged, this,
-            [this](const QVariant& value) { setExtent(value.toDouble()); });
-    // An opening that is turned round before its first step changes no value on its way back.
-    connect(m_animation, &QVariantAnimation::finished, this, [this] { setExtent(isOpen() ? 1 : 0); });
     connect(m_header, &QAbstractButton::clicked, this, [this] {
         setOpen(!isOpen(), true);
         if (isOpen())
@@ -180,27 +156,23 @@ QAbstractButton* SidebarSection::header() const { return m_header; }
 
 void SidebarSection::setOpen(bool isOpen, bool isAnimated)
 {
-    if (isOpen == this->isOpen() && (isAnimated || m_animation->state() == QAbstractAnimation::Stopped))
+    if (isOpen == this->isOpen() && (isAnimated || m_extent->state() == QAbstractAnimation::Stopped))
         return;
     // Before what has the focus goes from sight.
     if (!isOpen && m_body->isAncestorOf(QApplication::focusWidget()))
         m_header->setFocus();
     m_header->setChecked(isOpen);
     m_header->setIconKey(isOpen ? u"chevron.down"_s : u"chevron.right"_s);
-    m_animation->stop();
-    if (!isAnimated || m_reducesMotion || !isVisible()) {
-        setExtent(isOpen ? 1 : 0);
-        return;
-    }
-    m_animation->setStartValue(m_body->extent());
-    m_animation->setEndValue(isOpen ? 1.0 : 0.0);
-    m_animation->start();
+    if (isAnimated)
+        m_extent->glideTo(isOpen ? 1 : 0);
+    else
+        m_extent->jumpTo(isOpen ? 1 : 0);
 }
 
-void SidebarSection::setExtent(double extent)
+void SidebarSection::showExtent()
 {
-    m_body->setExtent(extent);
-    m_body->setVisible(extent > 0 || isOpen());
+    m_body->setExtent(m_extent->value());
+    m_body->setVisible(m_extent->value() > 0 || isOpen());
 }
 
 } // namespace orvanlite

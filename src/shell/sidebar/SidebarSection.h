@@ -4,10 +4,10 @@
 
 class QAbstractButton;
 class QHBoxLayout;
-class QVariantAnimation;
 
 namespace orvanlite {
 
+class Glide;
 class SidebarButton;
 class SectionBody;
 
@@ -17,7 +17,7 @@ class SidebarSection final : public QWidget {
 
 public:
     /// Its object name is `identity` + "Section", that of its header `identity` + "Header".
-    SidebarSection(const QString& title, const QString& identity, bool reducesMotion, QWidget* parent);
+    SidebarSection(const QString& title, const QString& identity, QWidget* parent);
 
     void setBody(QWidget* body);
     /// Where the room is short, the open body may become as low as its own minimum.
@@ -27,7 +27,7 @@ public:
     /// The number in the header; empty for none.
     void setCount(const QString& count);
 
-    /// Animated, it takes 0.2 s; never where the user has asked for less motion.
+    /// Animated, it takes 0.2 s.
     void setOpen(bool isOpen, bool isAnimated);
     [[nodiscard]] bool isOpen() const;
     [[nodiscard]] QAbstractButton* header() const;
@@ -37,13 +37,12 @@ Q_SIGNALS:
     void opened();
 
 private:
-    void setExtent(double extent);
+    void showExtent();
 
-    bool m_reducesMotion;
     SidebarButton* m_header;
     QHBoxLayout* m_headerRow;
     SectionBody* m_body;
-    QVariantAnimation* m_animation;
+    Glide* m_extent;
 };
 
 } // namespace orvanlite

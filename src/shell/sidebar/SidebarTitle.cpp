@@ -1,9 +1,8 @@
 #include "shell/sidebar/SidebarTitle.h"
 
-#include "platform/Appearance.h"
 #include "platform/Clock.h"
-#include "platform/Platform.h"
 #include "shell/toolkit/AppTheme.h"
+#include "shell/toolkit/Motion.h"
 
 #include <QPainter>
 #include <QTimerEvent>
@@ -23,16 +22,15 @@ constexpr double kTitleSize = 1.9;
 
 } // namespace
 
-SidebarTitle::SidebarTitle(const QString& text, const platform::Platform& platform, QWidget* parent)
+SidebarTitle::SidebarTitle(const QString& text, const platform::Clock& clock, QWidget* parent)
     : QLabel(text, parent)
-    , m_platform(platform)
+    , m_clock(clock)
 {
     setObjectName(u"sidebarTitle"_s);
     QFont large = font();
     large.setPointSizeF(large.pointSizeF() * kTitleSize);
     large.setWeight(QFont::Bold);
     setFont(large);
-    platform.appearance.observe(this, [this] { startOrStop(); });
 }
 
 QSize SidebarTitle::minimumSizeHint() const
@@ -48,7 +46,7 @@ bool SidebarTitle::isSeen() const
 
 void SidebarTitle::startOrStop()
 {
-    const bool turns = isSeen() && !m_platform.appearance.reducesMotion();
+    const bool turns = isSeen() && !reducesMotion(this);
     if (turns && !m_timer.isActive())
         m_timer.start(kFrameMilliseconds, this);
     else if (!turns)
@@ -88,6 +86,8 @@ void SidebarTitle::changeEvent(QEvent* event)
 {
     QLabel::changeEvent(event);
     m_mask = {};
+    if (event->type() == QEvent::StyleChange)
+        startOrStop();
 }
 
 void SidebarTitle::resizeEvent(QResizeEvent* event)
@@ -119,9 +119,7 @@ void SidebarTitle::paintEvent(QPaintEvent* /*event*/)
     if (m_mask.isNull() || m_mask.devicePixelRatio() != devicePixelRatioF())
         makeMask();
     const QSizeF size = m_mask.deviceIndependentSize();
-    const double turn = m_platform.appearance.reducesMotion()
-                            ? 0
-                            : std::fmod(m_platform.clock.now(), kTurnSeconds) / kTurnSeconds;
+    const double turn = reducesMotion(this) ? 0 : std::fmod(m_clock.now(), kTurnSeconds) / kTurnSeconds;
     QConicalGradient gradient(QRectF(QPointF(), size).center(), -360 * turn);
     const auto at = [&](double place, const QColor& colour) {
         gradient.setColorAt(place, AppTheme::legible(colour, palette()));

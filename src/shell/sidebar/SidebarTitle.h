@@ -4,7 +4,7 @@
 #include <QLabel>
 
 namespace orvanlite::platform {
-struct Platform;
+class Clock;
 }
 
 namespace orvanlite {
@@ -15,7 +15,7 @@ class SidebarTitle final : public QLabel {
     Q_OBJECT
 
 public:
-    SidebarTitle(const QString& text, const platform::Platform& platform, QWidget* parent);
+    SidebarTitle(const QString& text, const platform::Clock& clock, QWidget* parent);
 
     [[nodiscard]] bool isTurning() const { return m_timer.isActive(); }
     [[nodiscard]] QSize minimumSizeHint() const override;
@@ -34,7 +34,7 @@ private:
     void startOrStop();
     void makeMask();
 
-    const platform::Platform& m_platform;
+    const platform::Clock& m_clock;
     QBasicTimer m_timer;
     QPixmap m_mask;  ///< the text, drawn once
     QPixmap m_frame; ///< the same in the colours of the moment

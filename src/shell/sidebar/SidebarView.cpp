@@ -2,7 +2,6 @@
 
 #include "operations/Detach.h"
 #include "operations/PluginManagerViewModel.h"
-#include "platform/Appearance.h"
 #include "platform/Platform.h"
 #include "profiles/ProfileManager.h"
 #include "records/ActivityLogManager.h"
@@ -21,9 +20,11 @@
 #include "shell/sidebar/StatisticsView.h"
 #include "shell/toolkit/AppTheme.h"
 #include "shell/toolkit/Dialogs.h"
+#include "shell/toolkit/Divider.h"
 #include "shell/toolkit/Icons.h"
 #include "shell/toolkit/Presence.h"
 #include "shell/toolkit/PressButton.h"
+#include "shell/toolkit/RelativeFont.h"
 #include "shell/toolkit/Spinner.h"
 #include "shell/toolkit/TintedLabel.h"
 #include "shell/toolkit/ViewUpdater.h"
@@ -65,21 +66,12 @@ bool toggle(Observable<QSet<Member>>& set, const Member& member)
 
 } // namespace
 
-SidebarView::SidebarView(PluginManagerViewModel& viewModel, ActivityLogManager& activityLog,
-                         ProfileManager& profileManager, SavePanel& savePanel, OpenPanel& openPanel,
-                         const platform::Platform& platform, FormatAction enableAllForFormat,
-                         FormatAction disableAllForFormat, QWidget* parent)
+SidebarView::SidebarView(const Services& services, FormatAction actOnAllForFormat, QWidget* parent)
     : QWidget(parent)
-    , m_viewModel(viewModel)
-    , m_activityLog(activityLog)
-    , m_profileManager(profileManager)
-    , m_savePanel(savePanel)
-    , m_openPanel(openPanel)
-    , m_platform(platform)
-    , m_enableAllForFormat(std::move(enableAllForFormat))
-    , m_disableAllForFormat(std::move(disableAllForFormat))
-    , m_reducesMotion(platform.appearance.reducesMotion())
-    , m_loginItem(std::make_unique<MenuBarLoginItem>(platform))
+    , m_services(services)
+    , m_viewModel(services.plugins)
+    , m_actOnAllForFormat(std::move(actOnAllForFormat))
+    , m_loginItem(std::make_unique<MenuBarLoginItem>(services.platform))
     , m_updates(new ViewUpdater([this] { render(); }, this))
 {
     setObjectName(u"sidebarView"_s);
@@ -87,14 +79,14 @@ SidebarView::SidebarView(PluginManagerViewModel& viewModel, ActivityLogManager& 
     stack->setContentsMargins(0, 0, 0, 0);
     stack->setSpacing(0);
     stack->addWidget(makeTitle());
-    m_column = new SidebarScrollArea(makeColumn(), kLeastColumnHeight, false, m_reducesMotion, this);
+    m_column = new SidebarScrollArea(makeColumn(), kLeastColumnHeight, false, this);
     m_column->setObjectName(u"sidebarColumn"_s);
     for (SidebarSection* section :
          {m_profilesSection, m_actionsSection, m_formatsSection, m_manufacturersSection})
         connect(section, &SidebarSection::opened, m_column,
                 [this, section] { m_column->scrollIntoView(section); });
     stack->addWidget(m_column, 1);
-    auto* lower = new SidebarScrollArea(makeLowerSections(), kLeastLowerHeight, true, m_reducesMotion, this);
+    auto* lower = new SidebarScrollArea(makeLowerSections(), kLeastLowerHeight, true, this);
     lower->setObjectName(u"sidebarLowerSections"_s);
     stack->addWidget(lower);
     stack->addWidget(makeScanningRow());
@@ -105,17 +97,18 @@ SidebarView::SidebarView(PluginManagerViewModel& viewModel, ActivityLogManager& 
         if (m_actionsSection->isVisible())
             m_column->scrollToTop(m_actionsSection);
     });
-    viewModel.resetViewTrigger.observe(this, [this] { closeSections(); });
+    m_viewModel.resetViewTrigger.observe(this, [this] { closeSections(); });
     // Assigned behind every change of the catalogue's rows.
-    viewModel.allManufacturers.observe(this, [this] { m_areCountsDue = true; });
+    m_viewModel.allManufacturers.observe(this, [this] { m_areCountsDue = true; });
     // The selection itself tells nobody of its changes; the rows, the marks and the bulk pane do.
-    m_updates->watch(viewModel.plugins, viewModel.selectedFormats, viewModel.selectedManufacturers,
-                     viewModel.showAllPlugins, viewModel.activeProfile, viewModel.allManufacturers,
-                     viewModel.selectedPlugins, viewModel.consolidatedBulkPlugins, viewModel.displayedPlugins,
-                     viewModel.dbTotalCount, viewModel.dbEnabledCount, viewModel.dbDisabledCount,
-                     viewModel.isLoading, activityLog.entries, profileManager.profiles);
+    m_updates->watch(m_viewModel.plugins, m_viewModel.selectedFormats, m_viewModel.selectedManufacturers,
+                     m_viewModel.showAllPlugins, m_viewModel.activeProfile, m_viewModel.allManufacturers,
+                     m_viewModel.selectedPlugins, m_viewModel.consolidatedBulkPlugins,
+                     m_viewModel.displayedPlugins, m_viewModel.dbTotalCount, m_viewModel.dbEnabledCount,
+                     m_viewModel.dbDisabledCount, m_viewModel.isLoading, services.activityLog.entries,
+                     services.profiles.profiles);
     // A scan holds the event loop from its start to its end: what tells of it must be painted before.
-    viewModel.isLoading.observe(this, [this] { showBusyState(); });
+    m_viewModel.isLoading.observe(this, [this] { showBusyState(); });
     render();
 }
 
@@ -124,10 +117,10 @@ SidebarView::~SidebarView() = default;
 QWidget* SidebarView::makeTitle()
 {
     auto* block = new QWidget(this);
-    auto* title = new SidebarTitle(u"Orvanlite"_s, m_platform, block);
+    auto* title = new SidebarTitle(u"Orvanlite"_s, m_services.platform.clock, block);
     auto* caption = new TintedLabel(u"Audio Plugin Management"_s, &AppTheme::secondary, block);
     caption->setObjectName(u"sidebarCaption"_s);
-    caption->setFont(AppTheme::scaled(caption->font(), AppTheme::kCaption));
+    setRelativeFont(caption, AppTheme::kCaption);
     caption->setWordWrap(true);
     auto* column = new QVBoxLayout(block);
     column->setContentsMargins(AppTheme::kSpace5, AppTheme::kSpace5, AppTheme::kSpace5, AppTheme::kSpace5);
@@ -139,7 +132,7 @@ QWidget* SidebarView::makeTitle()
 
 SidebarSection* SidebarView::makeSection(const QString& title, const QString& identity, QWidget* parent)
 {
-    return new SidebarSection(title, identity, m_reducesMotion, parent);
+    return new SidebarSection(title, identity, parent);
 }
 
 QWidget* SidebarView::makeColumn()
@@ -150,22 +143,21 @@ QWidget* SidebarView::makeColumn()
     column->setSpacing(kColumnSpacing);
 
     m_allPlugins = new SidebarItemButton(u"All Plugins"_s, u"music.note.list"_s, kItemSlot,
-                                         SidebarItemButton::Hover::grows, m_reducesMotion, content);
+                                         SidebarItemButton::Hover::grows, content);
     m_allPlugins->setObjectName(u"allPluginsButton"_s);
     connect(m_allPlugins, &QAbstractButton::clicked, this, &SidebarView::clickAllPlugins);
     column->addWidget(m_allPlugins);
 
-    m_filterBar = new FilterBar(m_reducesMotion, content);
+    m_filterBar = new FilterBar(content);
     connect(m_filterBar, &FilterBar::clearClicked, this, &SidebarView::clearFilters);
     column->addWidget(m_filterBar);
 
     m_profilesSection = makeSection(u"Profiles"_s, u"profiles"_s, content);
-    m_profilesSection->setBody(new ProfilesSection(m_viewModel, m_profileManager, m_platform, m_savePanel,
-                                                   m_openPanel, m_profilesSection));
+    m_profilesSection->setBody(new ProfilesSection(m_services, m_profilesSection));
     column->addWidget(m_profilesSection);
 
     m_actionsSection = makeSection(u"Actions"_s, u"actions"_s, content);
-    m_actions = new SidebarActions(m_reducesMotion, content);
+    m_actions = new SidebarActions(content);
     connect(m_actions, &SidebarActions::requested, this, &SidebarView::confirm);
     m_actionsSection->setBody(m_actions);
     column->addWidget(m_actionsSection);
@@ -176,11 +168,8 @@ QWidget* SidebarView::makeColumn()
 
     addManufacturers(column);
 
-    m_divider = new QWidget(content);
+    m_divider = makeDivider(content);
     m_divider->setObjectName(u"sidebarDivider"_s);
-    m_divider->setFixedHeight(1);
-    m_divider->setBackgroundRole(QPalette::Mid);
-    m_divider->setAutoFillBackground(true);
     column->addWidget(m_divider);
     column->addStretch(1);
     return content;
@@ -194,7 +183,7 @@ QWidget* SidebarView::makeFormats()
     column->setSpacing(kRowSpacing);
     for (const PluginFormat format : allCases<PluginFormat>) {
         auto* row = new SidebarItemButton(rawValue(format), formatIcon(format), kItemSlot,
-                                          SidebarItemButton::Hover::ground, m_reducesMotion, rows);
+                                          SidebarItemButton::Hover::ground, rows);
         row->setObjectName(u"formatRow"_s + rawValue(format).remove(u' '));
         connect(row, &QAbstractButton::clicked, this, [this, format] { clickFormat(format); });
         column->addWidget(row);
@@ -210,19 +199,18 @@ void SidebarView::addManufacturers(QVBoxLayout* column)
     m_clearManufacturers = new PressButton(u"Clear"_s, {}, PressButton::Ground::none, m_manufacturersSection);
     m_clearManufacturers->setObjectName(u"clearManufacturersButton"_s);
     m_clearManufacturers->setAccessibleDescription(u"Manufacturers"_s);
-    m_clearManufacturers->setFont(AppTheme::scaled(m_clearManufacturers->font(), AppTheme::kCaption));
+    setRelativeFont(m_clearManufacturers, AppTheme::kCaption);
     m_clearManufacturers->setTextColour(&AppTheme::secondary);
-    m_clearManufacturers->setReducesMotion(m_reducesMotion);
     connect(m_clearManufacturers, &QAbstractButton::clicked, this, &SidebarView::clearManufacturers);
     m_manufacturersSection->addHeaderButton(m_clearManufacturers);
-    auto* list = new ManufacturerList(m_viewModel, m_platform, m_manufacturersSection);
+    auto* list = new ManufacturerList(m_viewModel, m_services.platform.workspace, m_manufacturersSection);
     connect(list, &ManufacturerList::manufacturerClicked, this, &SidebarView::clickManufacturer);
     list->setContentsMargins(kListInset, 0, kListInset, 0);
     m_manufacturersSection->setBody(list);
     column->addWidget(m_manufacturersSection);
 
     m_invert = new SidebarItemButton(u"Invert Selection"_s, u"arrow.triangle.2.circlepath"_s, kInvertSlot,
-                                     SidebarItemButton::Hover::ground, m_reducesMotion, content);
+                                     SidebarItemButton::Hover::ground, content);
     m_invert->setObjectName(u"invertSelectionButton"_s);
     connect(m_invert, &QAbstractButton::clicked, this, [this] { m_viewModel.invertSelection(); });
     column->addWidget(m_invert);
@@ -239,10 +227,10 @@ QWidget* SidebarView::makeLowerSections()
     m_statisticsSection->setBody(m_statistics);
     m_statisticsSection->setOpen(true, false); // the only one that starts open
     column->addWidget(m_statisticsSection);
-    m_menuBarSection = new MenuBarSection(*m_loginItem, m_platform, content);
+    m_menuBarSection = new MenuBarSection(*m_loginItem, content);
     column->addWidget(m_menuBarSection);
     m_recentSection = makeSection(u"Recent Activity"_s, u"recent"_s, content);
-    auto* log = new ActivityLogView(m_activityLog, m_platform, m_recentSection);
+    auto* log = new ActivityLogView(m_services.activityLog, m_services.platform.clock, m_recentSection);
     log->setContentsMargins(kListInset, 0, kListInset, 0);
     log->setFocusHeir(m_recentSection->header());
     m_recentSection->setBody(log);
@@ -260,7 +248,7 @@ QWidget* SidebarView::makeScanningRow()
     auto* row = new QHBoxLayout(m_scanning);
     row->setContentsMargins(AppTheme::kSpace5, AppTheme::kSpace1, AppTheme::kSpace5, AppTheme::kSpace2);
     row->setSpacing(AppTheme::kSpace2);
-    row->addWidget(new Spinner(kSpinnerSize, m_reducesMotion, m_scanning));
+    row->addWidget(new Spinner(kSpinnerSize, m_scanning));
     row->addWidget(text, 1);
     // Its place is kept while it is away: a scan must not move what is above.
     QSizePolicy policy = m_scanning->sizePolicy();
@@ -276,13 +264,13 @@ void SidebarView::render()
     m_allPlugins->setSelected(filter.formats.isEmpty() && *m_viewModel.showAllPlugins &&
                               !m_viewModel.activeProfile->has_value());
     m_filterBar->setSummary(filterSummary(filter));
-    m_profilesSection->setCount(QString::number(m_profileManager.profiles->size()));
+    m_profilesSection->setCount(QString::number(m_services.profiles.profiles->size()));
     m_actions->setFilter(filter);
     renderFormats(filter);
     renderPresence(filter);
     m_statistics->setCounts(*m_viewModel.dbTotalCount, *m_viewModel.dbEnabledCount,
                             *m_viewModel.dbDisabledCount);
-    const std::size_t entries = m_activityLog.entries->size();
+    const std::size_t entries = m_services.activityLog.entries->size();
     m_recentSection->setCount(entries > 0 ? QString::number(entries) : QString());
     m_scanning->setVisible(*m_viewModel.isLoading);
     m_menuBarSection->refresh();
@@ -434,7 +422,7 @@ void SidebarView::perform(BulkAction action)
     }
     const QSet<PluginFormat>& formats = *m_viewModel.selectedFormats;
     const auto only = formats.size() == 1 ? std::optional(*formats.begin()) : std::nullopt;
-    (action == BulkAction::enable ? m_enableAllForFormat : m_disableAllForFormat)(only);
+    m_actOnAllForFormat(action, only);
 }
 
 } // namespace orvanlite

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "model/PluginFormat.h"
+#include "shell/toolkit/Services.h"
 
 #include <QPointer>
 #include <QTimer>
@@ -14,23 +15,14 @@
 
 class QVBoxLayout;
 
-namespace orvanlite::platform {
-struct Platform;
-}
-
 namespace orvanlite {
 
-class ActivityLogManager;
 class FilterBar;
 enum class BulkAction;
-class OpenPanel;
 struct PluginFilter;
-class PluginManagerViewModel;
 class PressButton;
 class MenuBarLoginItem;
 class MenuBarSection;
-class ProfileManager;
-class SavePanel;
 class SidebarActions;
 class SidebarItemButton;
 class SidebarScrollArea;
@@ -44,13 +36,10 @@ class SidebarView final : public QWidget {
     Q_OBJECT
 
 public:
-    /// Starts an operation on all that the filters let through; with a format, only on what is of it.
-    using FormatAction = std::function<void(std::optional<PluginFormat>)>;
+    /// Enables or disables all that the filters let through; with a format, only what is of it.
+    using FormatAction = std::function<void(BulkAction, std::optional<PluginFormat>)>;
 
-    SidebarView(PluginManagerViewModel& viewModel, ActivityLogManager& activityLog,
-                ProfileManager& profileManager, SavePanel& savePanel, OpenPanel& openPanel,
-                const platform::Platform& platform, FormatAction enableAllForFormat,
-                FormatAction disableAllForFormat, QWidget* parent);
+    SidebarView(const Services& services, FormatAction actOnAllForFormat, QWidget* parent);
     ~SidebarView() override;
 
 private:
@@ -79,15 +68,9 @@ private:
     void confirm(BulkAction action);
     void perform(BulkAction action);
 
+    const Services m_services;
     PluginManagerViewModel& m_viewModel;
-    ActivityLogManager& m_activityLog;
-    ProfileManager& m_profileManager;
-    SavePanel& m_savePanel;
-    OpenPanel& m_openPanel;
-    const platform::Platform& m_platform;
-    FormatAction m_enableAllForFormat;
-    FormatAction m_disableAllForFormat;
-    bool m_reducesMotion;
+    FormatAction m_actOnAllForFormat;
     std::unique_ptr<MenuBarLoginItem> m_loginItem;
     bool m_areCountsDue = true; ///< the catalogue is another one than at the last look
     QTimer m_scrollDelay;

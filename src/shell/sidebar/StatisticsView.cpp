@@ -25,9 +25,7 @@ public:
         : TintedLabel(u"0"_s, colour, parent)
         , m_colour(colour)
     {
-        QFont strong;
-        strong.setWeight(QFont::DemiBold);
-        setFont(strong);
+        setFont(AppTheme::semibold({}));
         setContentsMargins(kCapsulePadding, 1, kCapsulePadding, 1);
     }
 

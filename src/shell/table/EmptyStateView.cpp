@@ -1,6 +1,7 @@
 #include "shell/table/EmptyStateView.h"
 
 #include "shell/toolkit/AppTheme.h"
+#include "shell/toolkit/RelativeFont.h"
 #include "shell/toolkit/TintedLabel.h"
 
 #include <QVBoxLayout>
@@ -24,14 +25,11 @@ EmptyStateView::EmptyStateView(QWidget* parent)
     icon->setIcon(u"music.note.list"_s, kIconSize);
     auto* heading = new QLabel(u"Select a category from the sidebar"_s, this);
     heading->setObjectName(u"emptyStateHeading"_s);
-    QFont large = heading->font();
-    large.setPointSizeF(large.pointSizeF() * kHeadingSize);
-    large.setWeight(QFont::DemiBold);
-    heading->setFont(large);
+    setRelativeFont(heading, kHeadingSize, QFont::DemiBold);
     auto* caption = new TintedLabel(u"Choose \"All Plugins\" or a specific format to view plugins."_s,
                                     &AppTheme::secondary, this);
     caption->setObjectName(u"emptyStateCaption"_s);
-    caption->setFont(AppTheme::scaled(caption->font(), AppTheme::kCaption));
+    setRelativeFont(caption, AppTheme::kCaption);
     for (QLabel* text : {heading, static_cast<QLabel*>(caption)}) {
         text->setAlignment(Qt::AlignCenter);
         text->setWordWrap(true);

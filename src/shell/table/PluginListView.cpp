@@ -2,7 +2,6 @@
 
 #include "operations/Detach.h"
 #include "operations/PluginManagerViewModel.h"
-#include "platform/Appearance.h"
 #include "platform/Platform.h"
 #include "platform/Workspace.h"
 #include "shell/table/PluginContextMenu.h"
@@ -12,6 +11,7 @@
 #include "shell/toolkit/AppTheme.h"
 #include "shell/toolkit/ManufacturerWebsites.h"
 #include "shell/toolkit/PressButton.h"
+#include "shell/toolkit/RelativeFont.h"
 #include "shell/toolkit/Spinner.h"
 #include "shell/toolkit/ViewUpdater.h"
 
@@ -38,7 +38,7 @@ QLabel* caption(const QString& name, double size, QWidget* parent)
 {
     auto* label = new QLabel(parent);
     label->setObjectName(name);
-    label->setFont(AppTheme::scaled(label->font(), size));
+    setRelativeFont(label, size);
     label->setForegroundRole(QPalette::PlaceholderText); // the palette's secondary text
     return label;
 }
@@ -51,7 +51,7 @@ PluginListView::PluginListView(PluginManagerViewModel& viewModel, const platform
     , m_viewModel(viewModel)
     , m_platform(platform)
     , m_model(new PluginTableModel(platform.clock, this))
-    , m_table(new PluginTableView(*m_model, platform.appearance.reducesMotion(), this))
+    , m_table(new PluginTableView(*m_model, this))
     , m_footer(new QWidget(this))
     , m_updates(new ViewUpdater([this] { render(); }, this))
 {
@@ -92,12 +92,11 @@ void PluginListView::buildFooter()
 {
     m_footer->setObjectName(u"tableFooter"_s);
     m_shown = caption(u"shownLabel"_s, AppTheme::kCaption, m_footer);
-    m_spinner = new Spinner(kSpinnerSize, m_platform.appearance.reducesMotion(), m_footer);
+    m_spinner = new Spinner(kSpinnerSize, m_footer);
     m_loadAll =
         new PressButton(u"Load All"_s, u"arrow.down.to.line"_s, PressButton::Ground::accent, m_footer);
     m_loadAll->setObjectName(u"loadAllButton"_s);
-    m_loadAll->setFont(AppTheme::scaled(m_loadAll->font(), AppTheme::kCaption));
-    m_loadAll->setReducesMotion(m_platform.appearance.reducesMotion());
+    setRelativeFont(m_loadAll, AppTheme::kCaption);
     m_hint = caption(u"keysHint"_s, AppTheme::kSmallCaption, m_footer);
     m_hint->setText(u"⌘↑ Top · ⌘↓ Bottom"_s);
     const auto native = [](Qt::Key key) {

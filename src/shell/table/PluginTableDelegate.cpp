@@ -3,6 +3,7 @@
 #include "shell/table/PluginTableModel.h"
 #include "shell/toolkit/AppTheme.h"
 #include "shell/toolkit/Icons.h"
+#include "shell/toolkit/Motion.h"
 #include "shell/toolkit/SwitchPainting.h"
 
 #include <QHeaderView>
@@ -20,6 +21,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int kRowHeight = 34;
+constexpr int kRowPadding = 12;
 constexpr int kCellPadding = 10;
 constexpr int kRowInset = 6;
 constexpr double kRowRadius = 6;
@@ -75,24 +77,18 @@ PreviewLook previewLook(PreviewState state, const QPalette& colours)
 QFont smallFont(const QFont& font) { return AppTheme::scaled(font, AppTheme::kCaption); }
 
 /// Strong, to be read in the faded colour of a plugin that stays off.
-QFont statusFont(const QFont& font)
-{
-    QFont strong = smallFont(font);
-    strong.setWeight(QFont::DemiBold);
-    return strong;
-}
+QFont statusFont(const QFont& font) { return AppTheme::semibold(font, AppTheme::kCaption); }
 
 } // namespace
 
-PluginTableDelegate::PluginTableDelegate(const PluginTableModel& model, bool reducesMotion, QObject* parent)
+PluginTableDelegate::PluginTableDelegate(const PluginTableModel& model, QObject* parent)
     : QStyledItemDelegate(parent)
     , m_model(model)
-    , m_reducesMotion(reducesMotion)
 {}
 
 void PluginTableDelegate::animateSwitch(const QUuid& id, bool isEnabled)
 {
-    if (m_reducesMotion)
+    if (reducesMotion(static_cast<const QWidget*>(parent())))
         return;
     const double from = m_switchPositions.value(id, isEnabled ? 0 : 1);
     m_switchPositions.insert(id, from);
@@ -110,6 +106,11 @@ void PluginTableDelegate::animateSwitch(const QUuid& id, bool isEnabled)
         Q_EMIT needsRepaint();
     });
     slide->start(QAbstractAnimation::DeleteWhenStopped);
+}
+
+int PluginTableDelegate::rowHeight(const QFontMetrics& metrics)
+{
+    return std::max(kRowHeight, metrics.height() + kRowPadding);
 }
 
 QRect PluginTableDelegate::switchRect(const QRect& cell)
@@ -328,8 +329,7 @@ void PluginTableDelegate::paintText(QPainter& painter, const QStyleOptionViewIte
 
 QSize PluginTableDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const
 {
-    const int height = std::max(kRowHeight, option.fontMetrics.height() + kCellPadding);
-    return {widthFor(cellOf(index), textOf(index), option.font), height};
+    return {widthFor(cellOf(index), textOf(index), option.font), rowHeight(option.fontMetrics)};
 }
 
 int PluginTableDelegate::widthFor(PluginCell cell, const QString& text, const QFont& font) const

@@ -18,7 +18,7 @@ class PluginTableDelegate final : public QStyledItemDelegate {
     Q_OBJECT
 
 public:
-    PluginTableDelegate(const PluginTableModel& model, bool reducesMotion, QObject* parent);
+    PluginTableDelegate(const PluginTableModel& model, QObject* parent);
 
     /// Slides the switch of the row to its new side.
     void animateSwitch(const QUuid& id, bool isEnabled);
@@ -26,6 +26,7 @@ public:
     /// Where the link of a maker's cell takes a click.
     [[nodiscard]] QRect linkRect(const QRect& cell, const QModelIndex& index, const QFont& font) const;
     /// Where the switch of a status cell takes a click.
+    [[nodiscard]] static int rowHeight(const QFontMetrics& metrics);
     [[nodiscard]] static QRect switchRect(const QRect& cell);
 
     /// What the column's usual texts need in that font.
@@ -58,7 +59,6 @@ private:
     void paintText(QPainter& painter, const QStyleOptionViewItem& option, const QModelIndex& index) const;
 
     const PluginTableModel& m_model;
-    bool m_reducesMotion;
     bool m_showsFocus = true;
     /// Running switches: 0 is off, 1 is on.
     QHash<QUuid, double> m_switchPositions;

@@ -2,6 +2,7 @@
 
 #include "shell/toolkit/AppTheme.h"
 #include "shell/toolkit/Icons.h"
+#include "shell/toolkit/KeyRepeat.h"
 
 #include <QAccessibleWidget>
 #include <QKeyEvent>
@@ -127,7 +128,7 @@ void PluginTableHeader::keyPressEvent(QKeyEvent* event)
     case Qt::Key_Space:
     case Qt::Key_Return:
     case Qt::Key_Enter:
-        if (!event->isAutoRepeat())
+        if (!KeyRepeat::isRepeat(*event))
             sortByPicked();
         break;
     default:

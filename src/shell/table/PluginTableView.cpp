@@ -3,6 +3,7 @@
 #include "shell/table/PluginTableDelegate.h"
 #include "shell/table/PluginTableHeader.h"
 #include "shell/table/PluginTableModel.h"
+#include "shell/toolkit/KeyRepeat.h"
 #include "shell/toolkit/ThinScrollBar.h"
 
 #include <QKeyEvent>
@@ -19,8 +20,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int kRowHeight = 34;
-
 /// Leaves the ground of the rows to the delegate.
 class BareRowStyle final : public QProxyStyle {
 public:
@@ -34,10 +33,10 @@ public:
 
 } // namespace
 
-PluginTableView::PluginTableView(PluginTableModel& model, bool reducesMotion, QWidget* parent)
+PluginTableView::PluginTableView(PluginTableModel& model, QWidget* parent)
     : QTableView(parent)
     , m_model(model)
-    , m_delegate(new PluginTableDelegate(model, reducesMotion, this))
+    , m_delegate(new PluginTableDelegate(model, this))
     , m_header(new PluginTableHeader(this))
 {
     setObjectName(u"pluginTable"_s);
@@ -65,7 +64,7 @@ PluginTableView::PluginTableView(PluginTableModel& model, bool reducesMotion, QW
     setHorizontalScrollBar(new ThinScrollBar(Qt::Horizontal, this));
     verticalHeader()->hide();
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-    verticalHeader()->setDefaultSectionSize(std::max(kRowHeight, fontMetrics().height() + 12));
+    verticalHeader()->setDefaultSectionSize(PluginTableDelegate::rowHeight(fontMetrics()));
     m_header->setStretchLastSection(false);
     for (std::size_t i = 0; i < kPluginColumns.size(); ++i) {
         m_shares[i] = kPluginColumns[i].share;
@@ -100,7 +99,7 @@ bool PluginTableView::actOnCurrentRow(const QKeyEvent& event)
     switch (event.key()) {
     case Qt::Key_Space:
         // A key that is held down must not move files to and fro.
-        if (!current.isValid() || event.isAutoRepeat())
+        if (!current.isValid() || KeyRepeat::isRepeat(event))
             return true;
         if (event.modifiers() & (Qt::ShiftModifier | Qt::ControlModifier)) {
             selectionModel()->select(current, QItemSelectionModel::Toggle | QItemSelectionModel::Rows);
@@ -112,7 +111,7 @@ bool PluginTableView::actOnCurrentRow(const QKeyEvent& event)
         return true;
     case Qt::Key_Return:
     case Qt::Key_Enter:
-        if (!event.isAutoRepeat() && current.column() == static_cast<int>(PluginColumn::manufacturer) &&
+        if (!KeyRepeat::isRepeat(event) && current.column() == static_cast<int>(PluginColumn::manufacturer) &&
             !current.data(PluginTableModel::IsFadedRole).toBool())
             Q_EMIT linkActivated(current);
         return true;
@@ -214,6 +213,13 @@ void PluginTableView::focusInEvent(QFocusEvent* event)
     m_isCurrentFromFocus = !hadCurrent && currentIndex().isValid();
     showKeyboardFocus(event->reason() != Qt::MouseFocusReason);
     viewport()->update();
+}
+
+void PluginTableView::changeEvent(QEvent* event)
+{
+    QTableView::changeEvent(event);
+    if (event->type() == QEvent::FontChange)
+        verticalHeader()->setDefaultSectionSize(PluginTableDelegate::rowHeight(fontMetrics()));
 }
 
 void PluginTableView::focusOutEvent(QFocusEvent* event)

@@ -16,7 +16,7 @@ class PluginTableView final : public QTableView {
     Q_OBJECT
 
 public:
-    PluginTableView(PluginTableModel& model, bool reducesMotion, QWidget* parent);
+    PluginTableView(PluginTableModel& model, QWidget* parent);
 
     [[nodiscard]] PluginTableHeader* header() const { return m_header; }
     /// Shows the columns of the table that the model is.
@@ -43,6 +43,7 @@ protected:
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
+    void changeEvent(QEvent* event) override;
     void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
 
 private:

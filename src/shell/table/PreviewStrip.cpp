@@ -1,14 +1,15 @@
 #include "shell/table/PreviewStrip.h"
 
-#include "operations/PluginManagerViewModel.h"
+#include "operations/ProfilePreview.h"
 #include "shell/toolkit/AppTheme.h"
+#include "shell/toolkit/Control.h"
 #include "shell/toolkit/ElidedLabel.h"
 #include "shell/toolkit/Icons.h"
 #include "shell/toolkit/PressButton.h"
+#include "shell/toolkit/RelativeFont.h"
 #include "shell/toolkit/TintedLabel.h"
 #include "shell/toolkit/ViewUpdater.h"
 
-#include <QAbstractButton>
 #include <QButtonGroup>
 #include <QHBoxLayout>
 #include <QPainter>
@@ -52,69 +53,57 @@ const std::array<Slice, 4>& slices()
     return all;
 }
 
-QFont demiBold(QFont font)
-{
-    font.setWeight(QFont::DemiBold);
-    return font;
-}
-
 /// One slice of the preview: semibold on a ground of its colour while it is shown.
-class PreviewTab final : public QAbstractButton {
+class PreviewTab final : public Control {
 public:
     PreviewTab(const Slice& slice, QWidget* parent)
-        : QAbstractButton(parent)
+        : Control(parent)
         , m_slice(slice)
     {
-        setText(slice.label);
+        setLabel(slice.label);
         setObjectName(u"previewTab"_s + slice.label);
         setCheckable(true);
-        setFocusPolicy(Qt::StrongFocus);
-        setAttribute(Qt::WA_Hover);
         setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     }
 
     [[nodiscard]] QSize sizeHint() const override
     {
-        const QFontMetrics metrics(demiBold(font())); // so that no neighbour moves when it is chosen
-        return {metrics.horizontalAdvance(text()) + kTabIconSize + kTabSpacing + 2 * kTabPaddingX,
+        const QFontMetrics metrics(
+            AppTheme::semibold(font())); // so that no neighbour moves when it is chosen
+        return {metrics.horizontalAdvance(label()) + kTabIconSize + kTabSpacing + 2 * kTabPaddingX,
                 std::max(metrics.height(), kTabIconSize) + 2 * kTabPaddingY};
     }
 
 protected:
-    void paintEvent(QPaintEvent* /*event*/) override
+    void paint(QPainter& painter) const override
     {
-        QPainter painter(this);
-        painter.setRenderHint(QPainter::Antialiasing);
         const QColor colour = m_slice.colour(palette());
-        const QRectF bounds = QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5);
         if (isChecked() || underMouse()) {
             painter.setPen(isChecked() ? QPen(AppTheme::withOpacity(colour, 0.4), 1) : QPen(Qt::NoPen));
             painter.setBrush(AppTheme::withOpacity(colour, isChecked() ? 0.2 : isDown() ? 0.14 : 0.08));
-            painter.drawRoundedRect(bounds, kTabRadius, kTabRadius);
+            painter.drawRoundedRect(bounds(), kTabRadius, kTabRadius);
         }
         const QColor ink = AppTheme::legible(colour, palette());
         const QRectF icon(kTabPaddingX, (height() - kTabIconSize) / 2.0, kTabIconSize, kTabIconSize);
         drawIcon(painter, icon, m_slice.iconKey, ink);
-        painter.setFont(isChecked() ? demiBold(font()) : font());
+        painter.setFont(isChecked() ? AppTheme::semibold(font()) : font());
         painter.setPen(isChecked() ? ink : AppTheme::primary(palette()));
         painter.drawText(QRectF(rect()).adjusted(icon.right() + kTabSpacing, 0, 0, 0),
-                         Qt::AlignLeft | Qt::AlignVCenter, text());
-        if (hasFocus()) {
-            painter.setPen(QPen(AppTheme::accent(palette()), 2));
-            painter.setBrush(Qt::NoBrush);
-            painter.drawRoundedRect(bounds.adjusted(0.5, 0.5, -0.5, -0.5), kTabRadius, kTabRadius);
-        }
+                         Qt::AlignLeft | Qt::AlignVCenter, label());
     }
+    [[nodiscard]] FocusRing focusRing() const override { return accentRing(rect(), kTabRadius); }
 
 private:
+    [[nodiscard]] QRectF bounds() const { return QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5); }
+
     const Slice& m_slice;
 };
 
 } // namespace
 
-PreviewStrip::PreviewStrip(PluginManagerViewModel& viewModel, bool reducesMotion, QWidget* parent)
+PreviewStrip::PreviewStrip(ProfilePreview& preview, QWidget* parent)
     : QWidget(parent)
-    , m_viewModel(viewModel)
+    , m_preview(preview)
     , m_title(new ElidedLabel({}, this))
     , m_close(new PressButton(u"Close Preview"_s, u"xmark.circle.fill"_s, PressButton::Ground::none, this))
     , m_tabs(new QButtonGroup(this))
@@ -125,11 +114,10 @@ PreviewStrip::PreviewStrip(PluginManagerViewModel& viewModel, bool reducesMotion
         {}, [](const QPalette& colours) { return AppTheme::legible(AppTheme::accentBlue(), colours); }, this);
     eye->setIcon(u"eye.fill"_s, kEyeSize);
     m_title->setObjectName(u"previewTitle"_s);
-    m_title->setFont(AppTheme::scaled(m_title->font(), AppTheme::kCaption));
+    setRelativeFont(m_title, AppTheme::kCaption);
     m_close->setObjectName(u"closePreviewButton"_s);
     m_close->setTextColour(&AppTheme::secondary);
-    m_close->setReducesMotion(reducesMotion);
-    connect(m_close, &QAbstractButton::clicked, this, [this] { m_viewModel.closeProfilePreview(); });
+    connect(m_close, &QAbstractButton::clicked, this, &PreviewStrip::closeClicked);
 
     auto* firstRow = new QHBoxLayout;
     firstRow->setSpacing(kSpacing);
@@ -143,7 +131,7 @@ PreviewStrip::PreviewStrip(PluginManagerViewModel& viewModel, bool reducesMotion
         m_tabs->addButton(tab);
         secondRow->addWidget(tab);
         connect(tab, &QAbstractButton::clicked, this,
-                [this, &slice] { m_viewModel.profileViewFilter = slice.value; });
+                [this, &slice] { m_preview.profileViewFilter = slice.value; });
     }
     secondRow->addStretch(1);
     auto* column = new QVBoxLayout(this);
@@ -152,17 +140,17 @@ PreviewStrip::PreviewStrip(PluginManagerViewModel& viewModel, bool reducesMotion
     column->addLayout(firstRow);
     column->addLayout(secondRow);
 
-    m_updates->watch(viewModel.activeProfile, viewModel.profileViewFilter);
+    m_updates->watch(preview.activeProfile, preview.profileViewFilter);
     render();
 }
 
 void PreviewStrip::render()
 {
-    const auto& profile = *m_viewModel.activeProfile;
+    const auto& profile = *m_preview.activeProfile;
     m_title->setText(profile ? u"Previewing profile: \"%1\""_s.arg(profile->name) : QString());
     const QList<QAbstractButton*> tabs = m_tabs->buttons();
     for (std::size_t i = 0; i < slices().size(); ++i) {
-        if (slices()[i].value == *m_viewModel.profileViewFilter)
+        if (slices()[i].value == *m_preview.profileViewFilter)
             tabs[static_cast<qsizetype>(i)]->setChecked(true);
     }
 }

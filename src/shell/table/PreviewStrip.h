@@ -7,8 +7,8 @@ class QButtonGroup;
 namespace orvanlite {
 
 class ElidedLabel;
-class PluginManagerViewModel;
 class PressButton;
+class ProfilePreview;
 class ViewUpdater;
 
 /// The strip above the table while a profile is under preview: which one it is, the slices of it to look at, and the
@@ -17,7 +17,10 @@ class PreviewStrip final : public QWidget {
     Q_OBJECT
 
 public:
-    PreviewStrip(PluginManagerViewModel& viewModel, bool reducesMotion, QWidget* parent);
+    PreviewStrip(ProfilePreview& preview, QWidget* parent);
+
+Q_SIGNALS:
+    void closeClicked();
 
 protected:
     void paintEvent(QPaintEvent* event) override;
@@ -25,7 +28,7 @@ protected:
 private:
     void render();
 
-    PluginManagerViewModel& m_viewModel;
+    ProfilePreview& m_preview;
     ElidedLabel* m_title;
     PressButton* m_close;
     QButtonGroup* m_tabs;

@@ -3,6 +3,7 @@
 #include "shell/toolkit/AppTheme.h"
 #include "shell/toolkit/Icons.h"
 #include "shell/toolkit/PressButton.h"
+#include "shell/toolkit/RelativeFont.h"
 #include "shell/toolkit/ViewUpdater.h"
 
 #include <QEvent>
@@ -45,7 +46,7 @@ SearchBar::SearchBar(Observable<QString>& searchText, QWidget* parent)
     m_field->installEventFilter(this);
     m_clear->setObjectName(u"clearSearchButton"_s);
     m_clear->setAccessibleName(u"Clear search"_s);
-    m_clear->setFont(AppTheme::scaled(m_clear->font(), AppTheme::kCaption));
+    setRelativeFont(m_clear, AppTheme::kCaption);
 
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(kPaddingX + kIconSlot + kSpacing, kPaddingY, kPaddingX, kPaddingY);

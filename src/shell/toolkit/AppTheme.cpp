@@ -1,5 +1,7 @@
 #include "shell/toolkit/AppTheme.h"
 
+#include "shell/toolkit/FocusRing.h"
+
 #include <QPainter>
 
 #include <cmath>
@@ -124,10 +126,23 @@ QColor groundForWhite(const QColor& colour, double opacity)
     return Qt::black;
 }
 
+QColor blended(const QColor& from, const QColor& to, double share)
+{
+    QColor colour = mixed(from, to, share);
+    colour.setAlphaF(static_cast<float>(from.alphaF() + share * (to.alphaF() - from.alphaF())));
+    return colour;
+}
+
 QFont scaled(QFont font, double factor)
 {
     font.setPointSizeF(font.pointSizeF() * factor);
     return font;
+}
+
+QFont semibold(QFont font, double factor)
+{
+    font.setWeight(QFont::DemiBold);
+    return factor == 1 ? font : scaled(font, factor);
 }
 
 QColor defaultAccent(bool dark) { return dark ? QColor(10, 132, 255) : QColor(0, 122, 255); }
@@ -157,6 +172,23 @@ QPalette palette(bool dark, const QColor& accent)
 }
 
 } // namespace AppTheme
+
+void drawLine(QPainter& painter, const QRect& rect, const QFont& font, const QColor& colour,
+              const QString& text, Qt::Alignment side)
+{
+    painter.setFont(font);
+    painter.setPen(colour);
+    painter.drawText(rect, int(side | Qt::AlignVCenter) | Qt::TextSingleLine,
+                     QFontMetrics(font).elidedText(text, Qt::ElideRight, rect.width()));
+}
+
+void drawFocusRing(QPainter& painter, const QRectF& rect, double cornerRadius, const QColor& colour,
+                   double width)
+{
+    painter.setPen(QPen(colour, width));
+    painter.setBrush(Qt::NoBrush);
+    painter.drawRoundedRect(rect, cornerRadius, cornerRadius);
+}
 
 namespace {
 

@@ -5,6 +5,7 @@
 #include <QPalette>
 
 class QPainter;
+class QRect;
 class QRectF;
 
 namespace orvanlite {
@@ -54,8 +55,12 @@ namespace AppTheme {
 /// The colour as a ground for white text of that opacity: moved as far to black as that needs for at least 4.5 to 1.
 [[nodiscard]] QColor groundForWhite(const QColor& colour, double opacity = 1);
 
+/// The colour at that share of the way from one to the other, with its opacity.
+[[nodiscard]] QColor blended(const QColor& from, const QColor& to, double share);
+
 /// The font at another size, times that factor.
 [[nodiscard]] QFont scaled(QFont font, double factor);
+[[nodiscard]] QFont semibold(QFont font, double factor = 1);
 /// Sizes of captions beside the text that they go with.
 inline constexpr double kCaption = 0.92;
 inline constexpr double kSmallCaption = 0.82;
@@ -73,6 +78,10 @@ inline constexpr int kSpace4 = 16;
 inline constexpr int kSpace5 = 20;
 
 } // namespace AppTheme
+
+/// Writes one line into the rectangle, with an ellipsis where it is too long.
+void drawLine(QPainter& painter, const QRect& rect, const QFont& font, const QColor& colour,
+              const QString& text, Qt::Alignment side = Qt::AlignLeft);
 
 /// A translucent rounded surface with a thin border.
 void liquidGlassCard(QPainter& painter, const QRectF& rect, double cornerRadius, const QPalette& palette);

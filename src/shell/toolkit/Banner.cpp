@@ -1,17 +1,17 @@
 #include "shell/toolkit/Banner.h"
 
-#include "platform/Appearance.h"
 #include "shell/toolkit/Announce.h"
 #include "shell/toolkit/AppTheme.h"
+#include "shell/toolkit/Control.h"
 #include "shell/toolkit/ElidedLabel.h"
 #include "shell/toolkit/Icons.h"
+#include "shell/toolkit/Motion.h"
+#include "shell/toolkit/RelativeFont.h"
 #include "shell/toolkit/TintedLabel.h"
 
-#include <QAbstractButton>
 #include <QEvent>
 #include <QGraphicsOpacityEffect>
 #include <QPainter>
-#include <QVariantAnimation>
 
 #include <algorithm>
 
@@ -36,40 +36,24 @@ constexpr double kSmall = 0.88;
 constexpr double kNotesOpacity = 0.8;
 constexpr double kCrossOpacity = 0.7;
 
-QFont small(QFont font)
-{
-    font.setPointSizeF(font.pointSizeF() * kSmall);
-    return font;
-}
-
-QFont semibold(QFont font)
-{
-    font.setWeight(QFont::DemiBold);
-    return font;
-}
-
 /// A white pill with a text.
-class PillButton final : public QAbstractButton {
+class PillButton final : public Control {
 public:
     PillButton(const QString& text, QWidget* parent)
-        : QAbstractButton(parent)
+        : Control(parent)
     {
-        setText(text);
-        setFont(semibold(small(parent->font())));
-        setFocusPolicy(Qt::StrongFocus);
-        setAttribute(Qt::WA_Hover);
+        setLabel(text);
+        setRelativeFont(this, kSmall, QFont::DemiBold);
     }
     [[nodiscard]] QSize sizeHint() const override
     {
-        const int text = fontMetrics().horizontalAdvance(this->text()) + 1;
+        const int text = fontMetrics().horizontalAdvance(label()) + 1;
         return {text + 2 * (kPillPaddingX + kRing), fontMetrics().height() + 2 * (kPillPaddingY + kRing)};
     }
 
 protected:
-    void paintEvent(QPaintEvent* /*event*/) override
+    void paint(QPainter& painter) const override
     {
-        QPainter painter(this);
-        painter.setRenderHint(QPainter::Antialiasing);
         const QRectF pill = QRectF(rect()).adjusted(kRing, kRing, -kRing, -kRing);
         painter.setPen(Qt::NoPen);
         if (underMouse() && !isDown()) {
@@ -80,27 +64,24 @@ protected:
         painter.setBrush(QColor(Qt::white));
         painter.drawRoundedRect(pill, pill.height() / 2, pill.height() / 2);
         painter.setPen(isDown() ? AppTheme::actionText().darker(140) : AppTheme::actionText());
-        painter.drawText(rect(), int(Qt::AlignCenter) | Qt::TextShowMnemonic, text());
-        if (hasFocus()) {
-            painter.setPen(QPen(Qt::white, 1.5));
-            painter.setBrush(Qt::NoBrush);
-            const QRectF ring = QRectF(rect()).adjusted(0.75, 0.75, -0.75, -0.75);
-            painter.drawRoundedRect(ring, ring.height() / 2, ring.height() / 2);
-        }
+        painter.drawText(rect(), Qt::AlignCenter, label());
+    }
+    [[nodiscard]] FocusRing focusRing() const override
+    {
+        const QRectF ring = QRectF(rect()).adjusted(0.75, 0.75, -0.75, -0.75);
+        return {ring, ring.height() / 2, Qt::white, 1.5};
     }
 };
 
 /// A bare white cross.
-class CrossButton final : public QAbstractButton {
+class CrossButton final : public Control {
 public:
     CrossButton(const QString& tip, QWidget* parent)
-        : QAbstractButton(parent)
+        : Control(parent)
     {
         setToolTip(tip);
         setAccessibleName(u"Dismiss"_s);
         setAccessibleDescription(tip);
-        setFocusPolicy(Qt::StrongFocus);
-        setAttribute(Qt::WA_Hover);
     }
     [[nodiscard]] QSize sizeHint() const override
     {
@@ -109,33 +90,26 @@ public:
     }
 
 protected:
-    void paintEvent(QPaintEvent* /*event*/) override
+    void paint(QPainter& painter) const override
     {
-        QPainter painter(this);
-        painter.setRenderHint(QPainter::Antialiasing);
         const QRectF bounds = rect();
-        if (underMouse() || isDown()) {
-            painter.setPen(Qt::NoPen);
-            painter.setBrush(AppTheme::withOpacity(Qt::white, isDown() ? 0.3 : 0.16));
-            painter.drawEllipse(bounds);
-        }
+        paintHover(painter, bounds, bounds.height() / 2, Qt::white, 0.16, 0.3);
         drawIcon(painter, bounds.adjusted(kCrossPadding, kCrossPadding, -kCrossPadding, -kCrossPadding),
                  u"xmark"_s, AppTheme::withOpacity(Qt::white, underMouse() ? 1 : kCrossOpacity));
-        if (hasFocus()) {
-            painter.setPen(QPen(Qt::white, 1.5));
-            painter.setBrush(Qt::NoBrush);
-            painter.drawEllipse(bounds.adjusted(1, 1, -1, -1));
-        }
+    }
+    [[nodiscard]] FocusRing focusRing() const override
+    {
+        const QRectF ring = QRectF(rect()).adjusted(1, 1, -1, -1);
+        return {ring, ring.height() / 2, Qt::white, 1.5};
     }
 };
 
 } // namespace
 
-Banner::Banner(const Look& look, const platform::Appearance& appearance, QWidget* parent)
+Banner::Banner(const Look& look, QWidget* parent)
     : QWidget(parent)
     , m_tint(look.tint)
-    , m_appearance(appearance)
-    , m_slide(new QVariantAnimation(this))
+    , m_progress(new Glide(0, kSlideMilliseconds, this, [this] { showProgress(); }))
 {
     setObjectName(look.objectName);
     const auto white = [](const QPalette&) { return QColor(Qt::white); };
@@ -146,10 +120,10 @@ Banner::Banner(const Look& look, const platform::Appearance& appearance, QWidget
     m_title->setObjectName(look.objectName + u"Title"_s);
     m_title->setTextFormat(Qt::PlainText);
     m_title->setWordWrap(true);
-    m_title->setFont(semibold(font()));
+    m_title->setFont(AppTheme::semibold(font()));
     m_notes = new ElidedLabel({}, this);
     m_notes->setObjectName(look.objectName + u"Notes"_s);
-    m_notes->setFont(small(font()));
+    setRelativeFont(m_notes, kSmall);
     QPalette faint;
     faint.setColor(QPalette::WindowText, AppTheme::withOpacity(Qt::white, kNotesOpacity));
     m_notes->setPalette(faint);
@@ -168,11 +142,7 @@ Banner::Banner(const Look& look, const platform::Appearance& appearance, QWidget
     QSizePolicy policy(QSizePolicy::Preferred, QSizePolicy::Preferred);
     policy.setHeightForWidth(true);
     setSizePolicy(policy);
-    m_slide->setDuration(kSlideMilliseconds);
-    m_slide->setEasingCurve(QEasingCurve::InOutQuad);
-    connect(m_slide, &QVariantAnimation::valueChanged, this,
-            [this](const QVariant& value) { setProgress(value.toDouble()); });
-    connect(m_slide, &QVariantAnimation::finished, this, [this] { setVisible(m_isShown); });
+    connect(m_progress, &QAbstractAnimation::finished, this, [this] { setVisible(m_isShown); });
     hide();
 }
 
@@ -193,24 +163,18 @@ void Banner::setShown(bool isShown)
     if (m_isShown == isShown)
         return;
     m_isShown = isShown;
-    m_slide->stop();
-    if (m_appearance.reducesMotion() || !window()->isVisible()) {
-        setProgress(isShown ? 1 : 0);
-        setVisible(isShown);
-    } else {
-        m_slide->setStartValue(m_progress);
-        m_slide->setEndValue(isShown ? 1.0 : 0.0);
-        setProgress(m_progress);
+    if (window()->isVisible())
         setVisible(true);
-        m_slide->start();
-    }
+    m_progress->glideTo(isShown ? 1 : 0);
+    if (m_progress->state() == QAbstractAnimation::Stopped)
+        setVisible(isShown);
     if (isShown)
         announce(this, accessibleName());
 }
 
-void Banner::setProgress(double progress)
+void Banner::showProgress()
 {
-    m_progress = progress;
+    const double progress = m_progress->value();
     const bool isMoving = progress > 0 && progress < 1;
     if (isMoving && !graphicsEffect())
         setGraphicsEffect(new QGraphicsOpacityEffect(this));
@@ -271,7 +235,7 @@ void Banner::place()
 
 int Banner::heightForWidth(int width) const
 {
-    return static_cast<int>(arrange(width).height * m_progress + 0.5);
+    return static_cast<int>(arrange(width).height * m_progress->value() + 0.5);
 }
 
 QSize Banner::sizeHint() const

@@ -4,15 +4,11 @@
 
 class QAbstractButton;
 class QLabel;
-class QVariantAnimation;
-
-namespace orvanlite::platform {
-class Appearance;
-}
 
 namespace orvanlite {
 
 class ElidedLabel;
+class Glide;
 
 /// A tinted row over the whole width: icon, title, notes below it on one line, a button, and a small one that
 /// dismisses. It slides in from the top edge and out again; what lies below makes room. In a narrow window the
@@ -29,11 +25,11 @@ public:
         QColor (*tint)(const QPalette&) = nullptr;
     };
 
-    Banner(const Look& look, const platform::Appearance& appearance, QWidget* parent);
+    Banner(const Look& look, QWidget* parent);
 
     /// Without notes there is no second line.
     void setTexts(const QString& title, const QString& notes);
-    /// Takes 0.3 s, or no time where the user has asked for less motion. Going, it takes no clicks any more.
+    /// Takes 0.3 s. Going, it takes no clicks any more.
     void setShown(bool isShown);
     [[nodiscard]] bool isShown() const { return m_isShown; }
 
@@ -62,17 +58,15 @@ private:
     };
     [[nodiscard]] Places arrange(int width) const;
     void place();
-    void setProgress(double progress);
+    void showProgress();
 
     QColor (*m_tint)(const QPalette&);
-    const platform::Appearance& m_appearance;
     QLabel* m_icon;
     QLabel* m_title;
     ElidedLabel* m_notes;
     QAbstractButton* m_action;
     QAbstractButton* m_dismiss;
-    QVariantAnimation* m_slide;
-    double m_progress = 0; ///< from away to there
+    Glide* m_progress; ///< from away to there
     bool m_isShown = false;
 };
 

@@ -1,10 +1,11 @@
 #include "shell/toolkit/ChipButton.h"
 
 #include "shell/toolkit/AppTheme.h"
+#include "shell/toolkit/Motion.h"
+#include "shell/toolkit/RelativeFont.h"
 
 #include <QKeyEvent>
 #include <QPainter>
-#include <QVariantAnimation>
 
 #include <cmath>
 #include <utility>
@@ -48,31 +49,22 @@ QString description(ChipState state)
     return u"off"_s;
 }
 
-QColor between(const QColor& from, const QColor& to, double share)
-{
-    const auto part = [share](float f, float t) { return static_cast<float>(f + share * (t - f)); };
-    return QColor::fromRgbF(part(from.redF(), to.redF()), part(from.greenF(), to.greenF()),
-                            part(from.blueF(), to.blueF()), part(from.alphaF(), to.alphaF()));
-}
-
 } // namespace
 
 ChipButton::ChipButton(Kind kind, QWidget* parent)
-    : QAbstractButton(parent)
+    : Control(parent)
     , m_kind(kind)
+    , m_progress(new Glide(1, kStateMilliseconds, this))
 {
     setCheckable(true);
-    setFocusPolicy(Qt::StrongFocus);
-    setAttribute(Qt::WA_Hover);
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
-    setFont(fontFor(kind, parent->font()));
+    setRelativeFont(this, measuresOf(kind).fontScale);
     setAccessibleDescription(description(m_state));
 }
 
 QFont ChipButton::fontFor(Kind kind, QFont surroundings)
 {
-    surroundings.setPointSizeF(surroundings.pointSizeF() * measuresOf(kind).fontScale);
-    return surroundings;
+    return AppTheme::scaled(std::move(surroundings), measuresOf(kind).fontScale);
 }
 
 QSize ChipButton::sizeFor(Kind kind, const QString& text, const QFont& chipFont)
@@ -85,15 +77,6 @@ QSize ChipButton::sizeFor(Kind kind, const QString& text, const QFont& chipFont)
             2 * m.paddingY + static_cast<int>(std::ceil(metrics.height()))};
 }
 
-void ChipButton::setLabel(const QString& label)
-{
-    if (label == m_label)
-        return;
-    m_label = label;
-    setText(QString(label).replace(u'&', u"&&"_s));
-    updateGeometry();
-}
-
 void ChipButton::setState(ChipState state, bool isAnimated)
 {
     if (state == m_state)
@@ -101,26 +84,10 @@ void ChipButton::setState(ChipState state, bool isAnimated)
     m_earlierState = std::exchange(m_state, state);
     setChecked(state != ChipState::off);
     setAccessibleDescription(description(state));
-    if (!isAnimated || !isVisible()) {
-        if (m_animation)
-            m_animation->stop();
-        m_progress = 1;
-        update();
-        return;
-    }
-    if (!m_animation) {
-        m_animation = new QVariantAnimation(this);
-        m_animation->setDuration(kStateMilliseconds);
-        m_animation->setEasingCurve(QEasingCurve::InOutQuad);
-        m_animation->setStartValue(0.0);
-        m_animation->setEndValue(1.0);
-        connect(m_animation, &QVariantAnimation::valueChanged, this, [this](const QVariant& value) {
-            m_progress = value.toDouble();
-            update();
-        });
-    }
-    m_animation->stop();
-    m_animation->start();
+    if (isAnimated)
+        m_progress->glideFrom(0, 1);
+    else
+        m_progress->jumpTo(1);
 }
 
 ChipButton::Colours ChipButton::coloursOf(ChipState state) const
@@ -138,33 +105,25 @@ ChipButton::Colours ChipButton::coloursOf(ChipState state) const
             AppTheme::withOpacity(AppTheme::secondary(palette()), measuresOf(m_kind).offOpacity)};
 }
 
-void ChipButton::paintEvent(QPaintEvent* /*event*/)
+void ChipButton::paint(QPainter& painter) const
 {
     const Measures& m = measuresOf(m_kind);
     const Colours from = coloursOf(m_earlierState);
     const Colours to = coloursOf(m_state);
-    QPainter painter(this);
-    painter.setRenderHint(QPainter::Antialiasing);
     liquidGlassCard(painter, rect(), m.cornerRadius, palette());
-    if (underMouse() || isDown()) {
-        painter.setPen(Qt::NoPen);
-        painter.setBrush(AppTheme::withOpacity(AppTheme::primary(palette()), isDown() ? 0.12 : 0.06));
-        painter.drawRoundedRect(rect(), m.cornerRadius, m.cornerRadius);
-    }
+    paintHover(painter, rect(), m.cornerRadius, AppTheme::primary(palette()), 0.06, 0.12);
     painter.setPen(Qt::NoPen);
-    painter.setBrush(between(from.dot, to.dot, m_progress));
+    painter.setBrush(AppTheme::blended(from.dot, to.dot, m_progress->value()));
     painter.drawEllipse(QRectF(m.paddingX, (height() - m.dot) / 2.0, m.dot, m.dot));
 
     const int textStart = m.paddingX + m.dot + m.gap;
     const QRect place(textStart, 0, width() - textStart - m.paddingX, height());
-    painter.setPen(between(from.text, to.text, m_progress));
-    painter.drawText(place, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
-                     fontMetrics().elidedText(m_label, Qt::ElideRight, place.width()));
-    if (hasFocus()) {
-        painter.setPen(QPen(AppTheme::accent(palette()), 2));
-        painter.setBrush(Qt::NoBrush);
-        painter.drawRoundedRect(QRectF(rect()).adjusted(1, 1, -1, -1), m.cornerRadius, m.cornerRadius);
-    }
+    drawLine(painter, place, font(), AppTheme::blended(from.text, to.text, m_progress->value()), label());
+}
+
+Control::FocusRing ChipButton::focusRing() const
+{
+    return accentRing(rect(), measuresOf(m_kind).cornerRadius);
 }
 
 void ChipButton::keyPressEvent(QKeyEvent* event)
@@ -173,7 +132,7 @@ void ChipButton::keyPressEvent(QKeyEvent* event)
     if (event->key() == Qt::Key_Up || event->key() == Qt::Key_Down)
         event->ignore();
     else
-        QAbstractButton::keyPressEvent(event);
+        Control::keyPressEvent(event);
 }
 
 } // namespace orvanlite

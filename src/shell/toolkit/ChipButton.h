@@ -1,8 +1,6 @@
 #pragma once
 
-#include <QAbstractButton>
-
-class QVariantAnimation;
+#include "shell/toolkit/Control.h"
 
 namespace orvanlite {
 
@@ -11,7 +9,7 @@ enum class ChipState { active, partlyActive, off };
 
 /// A dot and a text that switch a format or one of its variants. It never switches itself: its owner sets the state
 /// after the change of what it stands for.
-class ChipButton final : public QAbstractButton {
+class ChipButton final : public Control {
     Q_OBJECT
 
 public:
@@ -22,14 +20,11 @@ public:
 
     ChipButton(Kind kind, QWidget* parent);
 
-    /// The text as it is seen; an ampersand in it makes no shortcut.
-    void setLabel(const QString& label);
-    [[nodiscard]] const QString& label() const { return m_label; }
     /// Animated, it takes 0.25 s; only where it is seen and the state differs.
     void setState(ChipState state, bool isAnimated = false);
     [[nodiscard]] ChipState state() const { return m_state; }
 
-    [[nodiscard]] QSize sizeHint() const override { return sizeFor(m_kind, m_label, font()); }
+    [[nodiscard]] QSize sizeHint() const override { return sizeFor(m_kind, label(), font()); }
     [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
     /// The size of a chip of this text in the font of its surroundings, known before it exists.
     [[nodiscard]] static QSize sizeFor(Kind kind, const QString& text, const QFont& chipFont);
@@ -37,10 +32,9 @@ public:
     [[nodiscard]] static QFont fontFor(Kind kind, QFont surroundings);
 
 protected:
-    void paintEvent(QPaintEvent* event) override;
+    void paint(QPainter& painter) const override;
+    [[nodiscard]] FocusRing focusRing() const override;
     void keyPressEvent(QKeyEvent* event) override;
-    /// On purpose nothing: see the class.
-    void nextCheckState() override {}
 
 private:
     struct Colours {
@@ -50,11 +44,9 @@ private:
     [[nodiscard]] Colours coloursOf(ChipState state) const;
 
     Kind m_kind;
-    QString m_label;
     ChipState m_state = ChipState::off;
     ChipState m_earlierState = ChipState::off;
-    double m_progress = 1; ///< from the earlier state to the present one
-    QVariantAnimation* m_animation = nullptr;
+    Glide* m_progress; ///< from the earlier state to the present one
 };
 
 } // namespace orvanlite

@@ -4,6 +4,7 @@
 #include "shell/toolkit/Icons.h"
 
 #include <QDialogButtonBox>
+#include <QEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
@@ -22,6 +23,38 @@ constexpr int kTextQuestionWidth = 250;
 constexpr int kMessageWidth = 320;
 constexpr int kHeadingWidth = 220;
 constexpr int kSignSize = 40;
+
+/// The button that does what is asked about: red where nothing brings it back.
+class ActionButton final : public QPushButton {
+public:
+    ActionButton(const QString& text, bool isDestructive, QWidget* parent)
+        : QPushButton(text, parent)
+        , m_isDestructive(isDestructive)
+    {
+        applyColour();
+    }
+
+protected:
+    void changeEvent(QEvent* event) override
+    {
+        QPushButton::changeEvent(event);
+        if (event->type() == QEvent::PaletteChange)
+            applyColour();
+    }
+
+private:
+    void applyColour()
+    {
+        const QColor red = AppTheme::legible(AppTheme::red(palette()), palette());
+        if (!m_isDestructive || palette().color(QPalette::ButtonText) == red)
+            return;
+        QPalette own; // only this one colour: all others go on following the application's palette
+        own.setColor(QPalette::ButtonText, red);
+        setPalette(own);
+    }
+
+    bool m_isDestructive;
+};
 
 void openOver(QDialog* dialog, const QString& objectName, const QString& title)
 {
@@ -49,9 +82,7 @@ void dress(QMessageBox* box, Tone tone)
         if (label->objectName() == u"qt_msgbox_label"_s) {
             if (box->informativeText().isEmpty())
                 label->setMinimumWidth(kHeadingWidth);
-            QFont heading = label->font();
-            heading.setWeight(QFont::DemiBold);
-            label->setFont(heading);
+            label->setFont(AppTheme::semibold(label->font()));
         }
     }
 }
@@ -71,13 +102,8 @@ QMessageBox* ask(QWidget* context, const Question& question, std::function<void(
                                 context->window());
     box->setInformativeText(question.message);
     dress(box, Tone::warning);
-    QPushButton* action = box->addButton(
-        question.action, QMessageBox::AcceptRole); // of one role, so that it stands in one place
-    if (question.isDestructive) {
-        QPalette red = action->palette();
-        red.setColor(QPalette::ButtonText, AppTheme::legible(AppTheme::red(red), red));
-        action->setPalette(red);
-    }
+    auto* action = new ActionButton(question.action, question.isDestructive, box);
+    box->addButton(action, QMessageBox::AcceptRole); // of one role, so that it stands in one place
     QAbstractButton* cancel = box->button(QMessageBox::Cancel);
     action->setObjectName(u"confirmButton"_s);
     cancel->setObjectName(u"cancelButton"_s);
@@ -107,9 +133,7 @@ QDialog* askForText(QWidget* context, const TextQuestion& question, std::functio
 {
     auto* dialog = new QDialog(context->window());
     auto* title = new QLabel(question.title, dialog);
-    QFont heading = title->font();
-    heading.setWeight(QFont::DemiBold);
-    title->setFont(heading);
+    title->setFont(AppTheme::semibold(title->font()));
     auto* message = new QLabel(question.message, dialog);
     message->setTextFormat(Qt::PlainText);
     message->setWordWrap(true);

@@ -40,9 +40,7 @@ void fill(QWidget* strip, const NoticeContent& content)
         auto* action = new TintedLabel(
             content.action,
             [tint](const QPalette& colours) { return AppTheme::legible(tint(colours), colours); }, strip);
-        QFont bold = action->font();
-        bold.setWeight(QFont::DemiBold);
-        action->setFont(bold);
+        action->setFont(AppTheme::semibold(action->font()));
         row->addWidget(action);
     }
     policy.setVerticalPolicy(QSizePolicy::Preferred);
@@ -65,7 +63,7 @@ void NoticeStrip::paintEvent(QPaintEvent* /*event*/)
 }
 
 NoticeButton::NoticeButton(const NoticeContent& content, QWidget* parent)
-    : QAbstractButton(parent)
+    : Control(parent)
     , m_tint(content.tint)
 {
     fill(this, content);
@@ -73,8 +71,6 @@ NoticeButton::NoticeButton(const NoticeContent& content, QWidget* parent)
         label->setAttribute(Qt::WA_TransparentForMouseEvents);
     setAccessibleName(content.action);
     setAccessibleDescription(content.text);
-    setFocusPolicy(Qt::StrongFocus);
-    setAttribute(Qt::WA_Hover);
     setCursor(Qt::PointingHandCursor);
 }
 
@@ -82,21 +78,12 @@ QSize NoticeButton::sizeHint() const { return layout()->sizeHint(); }
 
 QSize NoticeButton::minimumSizeHint() const { return layout()->minimumSize(); }
 
-void NoticeButton::paintEvent(QPaintEvent* /*event*/)
+void NoticeButton::paint(QPainter& painter) const
 {
-    QPainter painter(this);
-    painter.setRenderHint(QPainter::Antialiasing);
     liquidGlassTinted(painter, rect(), m_tint(palette()), kCornerRadius, palette());
-    if (underMouse() || isDown()) {
-        painter.setPen(Qt::NoPen);
-        painter.setBrush(AppTheme::withOpacity(m_tint(palette()), isDown() ? 0.16 : 0.08));
-        painter.drawRoundedRect(rect(), kCornerRadius, kCornerRadius);
-    }
-    if (hasFocus()) {
-        painter.setPen(QPen(AppTheme::accent(palette()), 2));
-        painter.setBrush(Qt::NoBrush);
-        painter.drawRoundedRect(QRectF(rect()).adjusted(1, 1, -1, -1), kCornerRadius, kCornerRadius);
-    }
+    paintHover(painter, rect(), kCornerRadius, m_tint(palette()), 0.08, 0.16);
 }
+
+Control::FocusRing NoticeButton::focusRing() const { return accentRing(rect(), kCornerRadius); }
 
 } // namespace orvanlite

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QAbstractButton>
+#include "shell/toolkit/Control.h"
 
 namespace orvanlite {
 
@@ -28,7 +28,7 @@ private:
 };
 
 /// The same, one button as a whole: named by what it does, described by the notice.
-class NoticeButton final : public QAbstractButton {
+class NoticeButton final : public Control {
     Q_OBJECT
 
 public:
@@ -38,7 +38,8 @@ public:
     [[nodiscard]] QSize minimumSizeHint() const override;
 
 protected:
-    void paintEvent(QPaintEvent* event) override;
+    void paint(QPainter& painter) const override;
+    [[nodiscard]] FocusRing focusRing() const override;
 
 private:
     QColor (*m_tint)(const QPalette&);

@@ -1,13 +1,9 @@
 #include "shell/toolkit/PressButton.h"
 
 #include "shell/toolkit/AppTheme.h"
-#include "shell/toolkit/ButtonKeys.h"
 #include "shell/toolkit/Icons.h"
 
-#include <QFocusEvent>
 #include <QPainter>
-#include <QStyleOptionFocusRect>
-#include <QVariantAnimation>
 
 namespace orvanlite {
 
@@ -21,29 +17,17 @@ constexpr int kCompactPaddingX = 3;
 constexpr int kPaddingY = 5;
 constexpr int kSmallPaddingY = 3;
 constexpr double kCornerRadius = 4;
-constexpr double kPressedScale = 0.96;
-constexpr int kPressMilliseconds = 150;
 
 } // namespace
 
 PressButton::PressButton(const QString& text, const QString& iconKey, Ground ground, QWidget* parent)
-    : QAbstractButton(parent)
+    : Control(parent)
     , m_iconKey(iconKey)
     , m_ground(ground)
-    , m_animation(new QVariantAnimation(this))
 {
-    setText(text);
-    setFocusPolicy(Qt::StrongFocus);
-    setAttribute(Qt::WA_Hover);
+    setLabel(text);
+    setScaling();
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
-    m_animation->setDuration(kPressMilliseconds);
-    m_animation->setEasingCurve(QEasingCurve::InOutQuad);
-    connect(m_animation, &QVariantAnimation::valueChanged, this, [this](const QVariant& value) {
-        m_scale = value.toDouble();
-        update();
-    });
-    connect(this, &QAbstractButton::pressed, this, [this] { animateTo(kPressedScale); });
-    connect(this, &QAbstractButton::released, this, [this] { animateTo(1); });
 }
 
 void PressButton::setTextColour(QColor (*colour)(const QPalette&))
@@ -58,19 +42,6 @@ void PressButton::setTint(QColor (*tint)(const QPalette&))
     update();
 }
 
-void PressButton::animateTo(double scale)
-{
-    m_animation->stop();
-    if (m_reducesMotion || !isVisible()) {
-        m_scale = scale;
-        update();
-        return;
-    }
-    m_animation->setStartValue(m_scale);
-    m_animation->setEndValue(scale);
-    m_animation->start();
-}
-
 int PressButton::paddingX() const { return m_ground == Ground::compact ? kCompactPaddingX : kPaddingX; }
 
 int PressButton::iconExtent() const { return m_ground == Ground::compact ? kCompactIconSize : kIconSize; }
@@ -79,29 +50,10 @@ QSize PressButton::sizeHint() const
 {
     const QFontMetrics metrics = fontMetrics();
     const int paddingY = m_ground == Ground::accent ? kSmallPaddingY : kPaddingY;
-    int width = text().isEmpty() ? 0 : metrics.horizontalAdvance(text());
+    int width = metrics.horizontalAdvance(label());
     if (!m_iconKey.isEmpty())
         width += iconExtent() + (width > 0 ? kIconGap : 0);
     return {width + 2 * paddingX(), std::max(metrics.height(), iconExtent()) + 2 * paddingY};
-}
-
-bool PressButton::event(QEvent* event)
-{
-    if (event->type() == QEvent::FontChange || event->type() == QEvent::LanguageChange)
-        updateGeometry();
-    return QAbstractButton::event(event);
-}
-
-void PressButton::focusInEvent(QFocusEvent* event)
-{
-    m_showsFocus = event->reason() != Qt::MouseFocusReason;
-    QAbstractButton::focusInEvent(event);
-}
-
-void PressButton::keyPressEvent(QKeyEvent* event)
-{
-    if (!pressByReturn(*this, *event))
-        QAbstractButton::keyPressEvent(event);
 }
 
 QColor PressButton::labelColour() const
@@ -134,35 +86,33 @@ void PressButton::paintGround(QPainter& painter) const
     painter.drawRoundedRect(bounds, kCornerRadius, kCornerRadius);
 }
 
-void PressButton::paintEvent(QPaintEvent* /*event*/)
+void PressButton::paint(QPainter& painter) const
 {
-    QPainter painter(this);
-    painter.setRenderHint(QPainter::Antialiasing);
-    const QRectF bounds = rect();
-    const QPalette& colours = palette();
-
     paintGround(painter);
-    painter.save();
-    painter.translate(bounds.center());
-    painter.scale(m_scale, m_scale);
-    painter.translate(-bounds.center());
+    applyScale(painter, QRectF(rect()).center());
     const QColor colour = labelColour();
-    QRectF label = bounds.adjusted(paddingX(), 0, -paddingX(), 0);
+    QRectF place = QRectF(rect()).adjusted(paddingX(), 0, -paddingX(), 0);
     if (!m_iconKey.isEmpty()) {
         const int extent = iconExtent();
-        const QRectF icon(label.left(), label.center().y() - extent / 2.0, extent, extent);
+        const QRectF icon(place.left(), place.center().y() - extent / 2.0, extent, extent);
         drawIcon(painter, icon, m_iconKey, colour);
-        label.setLeft(icon.right() + kIconGap);
+        place.setLeft(icon.right() + kIconGap);
     }
     painter.setPen(colour);
-    painter.drawText(label, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextShowMnemonic, text());
-    painter.restore();
+    painter.drawText(place, Qt::AlignLeft | Qt::AlignVCenter, label());
+}
 
-    if (hasFocus() && m_showsFocus) {
-        painter.setPen(QPen(AppTheme::accent(colours), 2));
-        painter.setBrush(Qt::NoBrush);
-        painter.drawRoundedRect(bounds.adjusted(1, 1, -1, -1), kCornerRadius, kCornerRadius);
-    }
+Control::FocusRing PressButton::focusRing() const { return accentRing(rect(), kCornerRadius); }
+
+PressButton* makeIconButton(const QString& iconKey, const QString& meaning, const QString& objectName,
+                            QWidget* parent, PressButton::Ground ground)
+{
+    auto* button = new PressButton({}, iconKey, ground, parent);
+    button->setObjectName(objectName);
+    button->setToolTip(meaning);
+    button->setAccessibleName(meaning);
+    button->setTextColour(&AppTheme::secondary);
+    return button;
 }
 
 } // namespace orvanlite

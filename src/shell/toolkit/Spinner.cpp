@@ -1,6 +1,7 @@
 #include "shell/toolkit/Spinner.h"
 
 #include "shell/toolkit/AppTheme.h"
+#include "shell/toolkit/Motion.h"
 
 #include <QPainter>
 #include <QTimerEvent>
@@ -14,21 +15,31 @@ constexpr int kStepMilliseconds = 110;
 
 } // namespace
 
-Spinner::Spinner(int size, bool reducesMotion, QWidget* parent)
+Spinner::Spinner(int size, QWidget* parent)
     : QWidget(parent)
-    , m_reducesMotion(reducesMotion)
 {
     setFixedSize(size, size);
     setAttribute(Qt::WA_TransparentForMouseEvents);
 }
 
-void Spinner::showEvent(QShowEvent* /*event*/)
+void Spinner::startOrStop()
 {
-    if (!m_reducesMotion)
+    if (isVisible() && !reducesMotion(this))
         m_timer.start(kStepMilliseconds, this);
+    else
+        m_timer.stop();
 }
 
-void Spinner::hideEvent(QHideEvent* /*event*/) { m_timer.stop(); }
+void Spinner::showEvent(QShowEvent* /*event*/) { startOrStop(); }
+
+void Spinner::hideEvent(QHideEvent* /*event*/) { startOrStop(); }
+
+void Spinner::changeEvent(QEvent* event)
+{
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::StyleChange)
+        startOrStop();
+}
 
 void Spinner::timerEvent(QTimerEvent* event)
 {

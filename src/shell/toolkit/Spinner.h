@@ -12,16 +12,18 @@ class Spinner final : public QWidget {
 
 public:
     /// `size` is its width and height in logical pixels.
-    Spinner(int size, bool reducesMotion, QWidget* parent);
+    Spinner(int size, QWidget* parent);
 
 protected:
     void showEvent(QShowEvent* event) override;
     void hideEvent(QHideEvent* event) override;
+    void changeEvent(QEvent* event) override;
     void timerEvent(QTimerEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    bool m_reducesMotion;
+    void startOrStop();
+
     int m_step = 0;
     QBasicTimer m_timer;
 };

@@ -11,20 +11,13 @@ namespace {
 constexpr double kKnobSize = 16;
 constexpr double kKnobTravel = 8; ///< to either side of the middle
 
-QColor mix(const QColor& from, const QColor& to, double share)
-{
-    const auto part = [share](float a, float b) { return a + static_cast<float>(share) * (b - a); };
-    return QColor::fromRgbF(part(from.redF(), to.redF()), part(from.greenF(), to.greenF()),
-                            part(from.blueF(), to.blueF()), part(from.alphaF(), to.alphaF()));
-}
-
 } // namespace
 
 void drawSwitch(QPainter& painter, const QRectF& track, double position, const QPalette& palette)
 {
     const QColor off = AppTheme::withOpacity(AppTheme::secondary(palette), 0.3);
     painter.setPen(Qt::NoPen);
-    painter.setBrush(mix(off, AppTheme::switchOn(), position));
+    painter.setBrush(AppTheme::blended(off, AppTheme::switchOn(), position));
     painter.drawRoundedRect(track, track.height() / 2, track.height() / 2);
 
     const QPointF middle = track.center() + QPointF(kKnobTravel * (2 * position - 1), 0);

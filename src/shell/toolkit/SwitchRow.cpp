@@ -1,11 +1,10 @@
 #include "shell/toolkit/SwitchRow.h"
 
 #include "shell/toolkit/AppTheme.h"
+#include "shell/toolkit/Motion.h"
 #include "shell/toolkit/SwitchPainting.h"
 
-#include <QFocusEvent>
 #include <QPainter>
-#include <QVariantAnimation>
 
 #include <algorithm>
 
@@ -40,27 +39,18 @@ int longestWord(const QFontMetrics& metrics, const QString& text)
 
 } // namespace
 
-SwitchRow::SwitchRow(const QString& text, const QString& smallText, bool reducesMotion, QWidget* parent)
-    : QAbstractButton(parent)
+SwitchRow::SwitchRow(const QString& text, const QString& smallText, QWidget* parent)
+    : Control(parent)
     , m_smallText(smallText)
-    , m_reducesMotion(reducesMotion)
-    , m_slide(new QVariantAnimation(this))
+    , m_position(new Glide(0, kSwitchMilliseconds, this))
 {
-    setText(text);
+    setLabel(text);
     setAccessibleDescription(smallText);
     setCheckable(true);
-    setFocusPolicy(Qt::StrongFocus);
-    setAttribute(Qt::WA_Hover);
     // Fixed, it would never get the height of wrapped texts.
     QSizePolicy policy(QSizePolicy::Expanding, QSizePolicy::Minimum);
     policy.setHeightForWidth(true);
     setSizePolicy(policy);
-    m_slide->setDuration(kSwitchMilliseconds);
-    m_slide->setEasingCurve(QEasingCurve::InOutQuad);
-    connect(m_slide, &QVariantAnimation::valueChanged, this, [this](const QVariant& value) {
-        m_position = value.toDouble();
-        update();
-    });
 }
 
 void SwitchRow::setOn(bool isOn)
@@ -68,32 +58,19 @@ void SwitchRow::setOn(bool isOn)
     if (isOn == isChecked())
         return;
     setChecked(isOn);
-    m_slide->stop();
-    if (m_reducesMotion || !isVisible()) {
-        m_position = isOn ? 1 : 0;
-        update();
-        return;
-    }
-    m_slide->setStartValue(m_position);
-    m_slide->setEndValue(isOn ? 1.0 : 0.0);
-    m_slide->start();
+    m_position->glideTo(isOn ? 1 : 0);
 }
 
-QFont SwitchRow::smallFont() const
-{
-    QFont small = font();
-    small.setPointSizeF(small.pointSizeF() * kSmallScale);
-    return small;
-}
+QFont SwitchRow::smallFont() const { return AppTheme::scaled(font(), kSmallScale); }
 
 QSize SwitchRow::textHeights(int width) const
 {
-    return {wrappedHeight(font(), width, text()), wrappedHeight(smallFont(), width, m_smallText)};
+    return {wrappedHeight(font(), width, label()), wrappedHeight(smallFont(), width, m_smallText)};
 }
 
 QSize SwitchRow::sizeHint() const
 {
-    const int width = 1 + std::max(fontMetrics().horizontalAdvance(text()),
+    const int width = 1 + std::max(fontMetrics().horizontalAdvance(label()),
                                    QFontMetrics(smallFont()).horizontalAdvance(m_smallText));
     return {kBesideText + width, heightForWidth(kBesideText + width)};
 }
@@ -101,7 +78,7 @@ QSize SwitchRow::sizeHint() const
 QSize SwitchRow::minimumSizeHint() const
 {
     const int width =
-        std::max(longestWord(fontMetrics(), text()), longestWord(QFontMetrics(smallFont()), m_smallText));
+        std::max(longestWord(fontMetrics(), label()), longestWord(QFontMetrics(smallFont()), m_smallText));
     return {kBesideText + width, heightForWidth(QWIDGETSIZE_MAX)};
 }
 
@@ -111,55 +88,27 @@ int SwitchRow::heightForWidth(int width) const
     return std::max(heights.width() + kTextGap + heights.height(), kSwitchSize.height()) + 2 * kPaddingY;
 }
 
-bool SwitchRow::event(QEvent* event)
+void SwitchRow::paint(QPainter& painter) const
 {
-    if (event->type() == QEvent::FontChange)
-        updateGeometry();
-    return QAbstractButton::event(event);
-}
-
-void SwitchRow::focusInEvent(QFocusEvent* event)
-{
-    // A window that comes to the front changes nothing.
-    if (event->reason() != Qt::ActiveWindowFocusReason && event->reason() != Qt::PopupFocusReason)
-        m_showsFocus = event->reason() != Qt::MouseFocusReason;
-    QAbstractButton::focusInEvent(event);
-}
-
-void SwitchRow::keyPressEvent(QKeyEvent* event)
-{
-    m_showsFocus = true;
-    update();
-    QAbstractButton::keyPressEvent(event);
-}
-
-void SwitchRow::paintEvent(QPaintEvent* /*event*/)
-{
-    QPainter painter(this);
-    painter.setRenderHint(QPainter::Antialiasing);
-    const QRectF ground = QRectF(rect()).adjusted(kBleed, 0, -kBleed, 0);
-    if (underMouse() || isDown()) {
-        painter.setPen(Qt::NoPen);
-        painter.setBrush(AppTheme::withOpacity(AppTheme::primary(palette()), isDown() ? 0.1 : 0.06));
-        painter.drawRoundedRect(ground, kCornerRadius, kCornerRadius);
-    }
+    paintHover(painter, QRectF(rect()).adjusted(kBleed, 0, -kBleed, 0), kCornerRadius,
+               AppTheme::primary(palette()), 0.06, 0.1);
     const int textWidth = std::max(width() - kBesideText, 1);
     const QSize heights = textHeights(textWidth);
     const int top = (height() - heights.width() - kTextGap - heights.height()) / 2;
     painter.setPen(AppTheme::primary(palette()));
-    painter.drawText(QRect(kTextLeft, top, textWidth, heights.width()), kWrapped, text());
+    painter.drawText(QRect(kTextLeft, top, textWidth, heights.width()), kWrapped, label());
     painter.setFont(smallFont());
     painter.setPen(AppTheme::secondary(palette()));
     painter.drawText(QRect(kTextLeft, top + heights.width() + kTextGap, textWidth, heights.height()),
                      kWrapped, m_smallText);
     const QRectF track(QPointF(width() - kRight - kSwitchSize.width(), (height() - kSwitchSize.height()) / 2),
                        kSwitchSize);
-    drawSwitch(painter, track, m_position, palette());
-    if (hasFocus() && m_showsFocus) {
-        painter.setPen(QPen(AppTheme::accent(palette()), 2));
-        painter.setBrush(Qt::NoBrush);
-        painter.drawRoundedRect(ground.adjusted(1, 1, -1, -1), kCornerRadius, kCornerRadius);
-    }
+    drawSwitch(painter, track, m_position->value(), palette());
+}
+
+Control::FocusRing SwitchRow::focusRing() const
+{
+    return accentRing(QRectF(rect()).adjusted(kBleed, 0, -kBleed, 0), kCornerRadius);
 }
 
 } // namespace orvanlite

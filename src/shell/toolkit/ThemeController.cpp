@@ -10,24 +10,33 @@
 #include <QStyleFactory>
 #include <QStyleOption>
 
+#include <utility>
+
 namespace orvanlite {
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
-/// The plain style with the buttons of dialogs as our own sheets have them.
+bool systemDrawsWidgets() { return QGuiApplication::platformName() == u"cocoa"_s; }
+
+} // namespace
+
+/// The system's style, or the plain one with the buttons of dialogs as our own sheets have them. Without motion where
+/// the user has asked for less.
 class ApplicationStyle final : public QProxyStyle {
 public:
     ApplicationStyle()
-        : QProxyStyle(QStyleFactory::create(u"Fusion"_s))
+        : QProxyStyle(systemDrawsWidgets() ? nullptr : QStyleFactory::create(u"Fusion"_s))
     {}
+
+    const platform::Appearance* appearance = nullptr;
 
     /// A field's edge: this style's own cannot be seen on a dark window.
     void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                        const QWidget* widget) const override
     {
-        if (element != PE_FrameLineEdit) {
+        if (element != PE_FrameLineEdit || systemDrawsWidgets()) {
             QProxyStyle::drawPrimitive(element, option, painter, widget);
             return;
         }
@@ -44,6 +53,10 @@ public:
     int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
                   QStyleHintReturn* returned) const override
     {
+        if (hint == SH_Widget_Animation_Duration && appearance && appearance->reducesMotion())
+            return 0;
+        if (systemDrawsWidgets())
+            return QProxyStyle::styleHint(hint, option, widget, returned);
         if (hint == SH_DialogButtonBox_ButtonsHaveIcons)
             return 0;
         if (hint == SH_DialogButtonLayout)
@@ -52,24 +65,38 @@ public:
     }
 };
 
-bool systemDrawsWidgets() { return QGuiApplication::platformName() == u"cocoa"_s; }
-
-} // namespace
-
 ThemeController::ThemeController(platform::Appearance& appearance, QObject* parent)
     : QObject(parent)
     , m_appearance(appearance)
     , m_startedDark(AppTheme::isDark(QApplication::palette()))
 {
-    if (systemDrawsWidgets())
-        return;
-    QApplication::setStyle(new ApplicationStyle);
+    m_style = new ApplicationStyle;
+    m_style->appearance = &appearance;
+    QApplication::setStyle(m_style);
     apply();
-    appearance.observe(this, [this] { apply(); });
+    appearance.observe(this, [this, reducedBefore = appearance.reducesMotion()]() mutable {
+        apply();
+        const bool reduces = m_appearance.reducesMotion();
+        if (reduces == std::exchange(reducedBefore, reduces))
+            return;
+        // What moves by itself starts or stops.
+        for (QWidget* widget : QApplication::allWidgets()) {
+            QEvent changed(QEvent::StyleChange);
+            QCoreApplication::sendEvent(widget, &changed);
+        }
+    });
+}
+
+ThemeController::~ThemeController()
+{
+    if (m_style)
+        m_style->appearance = nullptr;
 }
 
 void ThemeController::apply()
 {
+    if (systemDrawsWidgets())
+        return;
     // Where the system does not say, the palette that the application started with does.
     const bool dark = m_appearance.isDark().value_or(m_startedDark);
     QColor accent = AppTheme::defaultAccent(dark);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QObject>
+#include <QPointer>
 
 namespace orvanlite::platform {
 class Appearance;
@@ -8,16 +9,20 @@ class Appearance;
 
 namespace orvanlite {
 
-/// Keeps the application's palette in step with the user's choice of light or dark and of an accent colour. On a
-/// system that draws the widgets itself nothing is overridden.
+class ApplicationStyle;
+
+/// Keeps the application's palette in step with the user's choice of light or dark and of an accent colour, and lets
+/// the style answer how much motion there is. On a system that draws the widgets itself no colour is overridden.
 class ThemeController final : public QObject {
 public:
     explicit ThemeController(platform::Appearance& appearance, QObject* parent = nullptr);
+    ~ThemeController() override;
 
 private:
     void apply();
 
     platform::Appearance& m_appearance;
+    QPointer<ApplicationStyle> m_style;
     bool m_startedDark;
 };
 

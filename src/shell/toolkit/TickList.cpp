@@ -2,9 +2,7 @@
 
 #include "shell/toolkit/AppTheme.h"
 #include "shell/toolkit/Icons.h"
-#include "shell/toolkit/ThinScrollBar.h"
 
-#include <QKeyEvent>
 #include <QPainter>
 #include <QStyledItemDelegate>
 
@@ -26,12 +24,6 @@ constexpr double kBadgeTint = 0.1;
 constexpr double kRowRadius = 5;
 constexpr double kCardRadius = 8;
 constexpr int kCardPadding = 4;
-
-QFont smaller(QFont font)
-{
-    font.setPointSizeF(font.pointSizeF() * kCaption);
-    return font;
-}
 
 /// The box grows with the text.
 int iconSize(const QFont& font) { return std::max(kSmallestIcon, QFontMetrics(font).ascent()); }
@@ -65,11 +57,7 @@ public:
             painter->drawRoundedRect(option.rect, kRowRadius, kRowRadius);
         }
         paintRow(*painter, option, m_model.row(index.row()));
-        if (m_list.showsFocus(index)) {
-            painter->setPen(QPen(AppTheme::accent(option.palette), 1.5));
-            painter->setBrush(Qt::NoBrush);
-            painter->drawRoundedRect(QRectF(option.rect).adjusted(1, 1, -1, -1), kRowRadius, kRowRadius);
-        }
+        m_list.paintFocus(*painter, option, index, kRowRadius);
         painter->restore();
     }
 
@@ -85,7 +73,7 @@ private:
                  row.isTicked ? u"checkmark.square.fill"_s : u"square"_s,
                  row.isTicked ? AppTheme::accent(colours) : secondary);
         rect.setLeft(rect.left() + icon + kGap);
-        const QFont caption = smaller(option.font);
+        const QFont caption = AppTheme::scaled(option.font, kCaption);
         const QFontMetrics metrics(caption);
         const auto takeFromRight = [&](int width) {
             const QRect taken(rect.right() - width, rect.top(), width + 1, rect.height());
@@ -96,7 +84,7 @@ private:
             // Both are as wide as the wider one, so that the badges stand in one line.
             const int width =
                 std::max(metrics.horizontalAdvance(u"Disabled"_s), metrics.horizontalAdvance(row.remark));
-            write(painter, takeFromRight(width + 1), caption, secondary, row.remark, Qt::AlignRight);
+            drawLine(painter, takeFromRight(width + 1), caption, secondary, row.remark, Qt::AlignRight);
         }
         if (!row.badge.isEmpty()) {
             const QRect place = takeFromRight(metrics.horizontalAdvance(row.badge) + 1 + 2 * kBadgePaddingX);
@@ -106,20 +94,11 @@ private:
             painter.setPen(Qt::NoPen);
             painter.setBrush(AppTheme::withOpacity(AppTheme::accent(colours), kBadgeTint));
             painter.drawRoundedRect(badge, kRowRadius - 1, kRowRadius - 1);
-            write(painter, place, caption, AppTheme::legible(AppTheme::accent(colours), colours), row.badge,
-                  Qt::AlignHCenter);
+            drawLine(painter, place, caption, AppTheme::legible(AppTheme::accent(colours), colours),
+                     row.badge, Qt::AlignHCenter);
         }
-        write(painter, rect, option.font, row.isTicked ? AppTheme::primary(colours) : secondary, row.name,
-              Qt::AlignLeft);
-    }
-
-    static void write(QPainter& painter, const QRect& rect, const QFont& font, const QColor& colour,
-                      const QString& text, Qt::Alignment side)
-    {
-        painter.setFont(font);
-        painter.setPen(colour);
-        painter.drawText(rect, int(side | Qt::AlignVCenter) | Qt::TextSingleLine,
-                         QFontMetrics(font).elidedText(text, Qt::ElideRight, rect.width()));
+        drawLine(painter, rect, option.font, row.isTicked ? AppTheme::primary(colours) : secondary, row.name,
+                 Qt::AlignLeft);
     }
 
     const TickListModel& m_model;
@@ -178,25 +157,15 @@ Qt::ItemFlags TickListModel::flags(const QModelIndex& /*index*/) const
 }
 
 TickList::TickList(int largestHeight, QWidget* parent)
-    : QListView(parent)
+    : CardView(parent)
     , m_largestHeight(largestHeight)
 {
     setModel(&m_model);
     setItemDelegate(new TickRowDelegate(m_model, this));
     setUniformItemSizes(true);
-    setSelectionMode(QAbstractItemView::NoSelection);
-    setEditTriggers(QAbstractItemView::NoEditTriggers);
-    setFrameShape(QFrame::NoFrame);
     setViewportMargins(kCardPadding, kCardPadding, kCardPadding, kCardPadding);
-    setMouseTracking(true);
-    setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
-    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    setVerticalScrollBar(new ThinScrollBar(Qt::Vertical, this));
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Maximum);
     setAutoFillBackground(false);
-    viewport()->setAutoFillBackground(false);
-    connect(this, &QAbstractItemView::clicked, this,
-            [this](const QModelIndex& index) { Q_EMIT toggled(index.row()); });
 }
 
 void TickList::setRows(std::vector<TickRow> rows)
@@ -224,51 +193,7 @@ bool TickList::event(QEvent* event)
         liquidGlassCard(painter, rect(), kCardRadius, palette());
         return true;
     }
-    if (event->type() == QEvent::FontChange) {
-        scheduleDelayedItemsLayout();
-        updateGeometry();
-    }
     return QListView::event(event);
-}
-
-bool TickList::showsFocus(const QModelIndex& index) const
-{
-    return m_showsFocus && hasFocus() && currentIndex() == index;
-}
-
-void TickList::showKeyboardFocus(bool shows)
-{
-    m_showsFocus = shows;
-    viewport()->update();
-}
-
-void TickList::keyPressEvent(QKeyEvent* event)
-{
-    showKeyboardFocus(true);
-    if (event->key() != Qt::Key_Space)
-        QListView::keyPressEvent(event);
-    else if (currentIndex().isValid() && !event->isAutoRepeat())
-        Q_EMIT toggled(currentIndex().row());
-}
-
-void TickList::mousePressEvent(QMouseEvent* event)
-{
-    showKeyboardFocus(false);
-    QListView::mousePressEvent(event);
-}
-
-void TickList::focusInEvent(QFocusEvent* event)
-{
-    QListView::focusInEvent(event);
-    if (!currentIndex().isValid() && event->reason() != Qt::MouseFocusReason)
-        setCurrentIndex(m_model.index(0));
-    showKeyboardFocus(event->reason() != Qt::MouseFocusReason);
-}
-
-void TickList::focusOutEvent(QFocusEvent* event)
-{
-    QListView::focusOutEvent(event);
-    viewport()->update();
 }
 
 } // namespace orvanlite

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "shell/toolkit/CardView.h"
+
 #include <QAbstractListModel>
 #include <QListView>
 #include <QUuid>
@@ -39,15 +41,13 @@ private:
 
 /// Check rows on a card that is as high as they are up to a limit, and scrolls then. A click anywhere on a row or the
 /// space bar asks for its change; the owner sets the rows anew.
-class TickList final : public QListView {
+class TickList final : public CardView<QListView> {
     Q_OBJECT
 
 public:
     TickList(int largestHeight, QWidget* parent);
 
     void setRows(std::vector<TickRow> rows);
-    [[nodiscard]] bool showsFocus(const QModelIndex& index) const;
-
     [[nodiscard]] QSize sizeHint() const override;
     [[nodiscard]] QSize minimumSizeHint() const override;
 
@@ -56,18 +56,13 @@ Q_SIGNALS:
 
 protected:
     bool event(QEvent* event) override;
-    void keyPressEvent(QKeyEvent* event) override;
-    void mousePressEvent(QMouseEvent* event) override;
-    void focusInEvent(QFocusEvent* event) override;
-    void focusOutEvent(QFocusEvent* event) override;
+    void activate(const QModelIndex& index) override { Q_EMIT toggled(index.row()); }
 
 private:
     [[nodiscard]] int heightOf(int rows) const;
-    void showKeyboardFocus(bool shows);
 
     const int m_largestHeight;
     TickListModel m_model;
-    bool m_showsFocus = true; ///< not after a click
 };
 
 } // namespace orvanlite

@@ -38,7 +38,7 @@ Banner* makeUpdateBanner(UpdateChecker& checker, const platform::Platform& platf
 {
     const Banner::Look look{u"updateBanner"_s, u"arrow.down.circle.fill"_s, u"Download"_s, u"Dismiss"_s,
                             &tint};
-    auto* banner = new Banner(look, platform.appearance, parent);
+    auto* banner = new Banner(look, parent);
     const auto render = [&checker, banner] {
         // What goes away keeps its texts.
         if (*checker.updateAvailable)

@@ -1,0 +1,16 @@
+#include "shell/toolkit/Divider.h"
+
+#include <QWidget>
+
+namespace orvanlite {
+
+QWidget* makeDivider(QWidget* parent)
+{
+    auto* line = new QWidget(parent);
+    line->setFixedHeight(1);
+    line->setBackgroundRole(QPalette::Mid);
+    line->setAutoFillBackground(true);
+    return line;
+}
+
+} // namespace orvanlite
