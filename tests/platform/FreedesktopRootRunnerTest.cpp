@@ -335,6 +335,16 @@ chmod +x '@/Library' && '@/Library')sh";
         commands.append("mv " + a + ' ' + quoted(path));
         commands.append("script " + batch({{kVst3 + "file.vst3", kDisabled + "b"}, {path, kDisabled + "c"}}));
     }
+    // Names that end sooner for the system than in the text. "#" is a NUL.
+    const PluginPaths pluginPaths(surroundings(root, ::geteuid()));
+    for (QByteArray path : {"..#/..#/..#/canary/x", "..#", ".#/x", "x#y/x", "A.vst3#", "#"}) {
+        path = kVst3 + path.replace('#', '\0');
+        EXPECT_FALSE(pluginPaths.holds(in(root, path).toStdString())) << path.constData();
+        commands.append("script " + batch({{kVst3 + "A.vst3", path}}));
+        commands.append("script " + batch({{path, kDisabled + "A.vst3"}}));
+    }
+    commands.append("script " +
+                    batch({{kVst3 + "A.vst3", kDisabled + "A.vst3"}}, QByteArray("@/canary") + '\0'));
     const QByteArray good = batch({{kVst3 + "A.vst3", kDisabled + "A.vst3"}});
     for (const QByteArray& script :
          {QByteArray(), QByteArray("#!/bin/sh"), good + '\n', '\n' + good, good + "\ntouch '@/canary'",

@@ -46,7 +46,7 @@ struct Batch {
 };
 
 /// Both read exactly what the application writes, space by space, and nothing else of the shell's language. Words are
-/// in single quotes, an apostrophe in them as `'"'"'`.
+/// in single quotes, an apostrophe in them as `'"'"'`, and have no NUL.
 /// Errors: nothing for any other text.
 [[nodiscard]] std::optional<Command> parseCommand(std::string_view text);
 [[nodiscard]] std::optional<Batch> parseBatch(std::string_view text);

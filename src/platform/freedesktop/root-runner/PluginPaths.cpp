@@ -18,9 +18,12 @@ const Components kAvid{"Library", "Application Support", "Avid", "Audio"};
 const Components kWaves{"Applications", "Waves"};
 const std::string kDisabled = "Disabled";
 
-/// Nothing for a text that is not absolute or has an empty, `.` or `..` component.
+/// Nothing for a text that is not absolute, has an empty, `.` or `..` component, or has a NUL: for the system `..` and a
+/// NUL is `..`.
 std::optional<Components> split(std::string_view path)
 {
+    if (path.find('\0') != std::string_view::npos)
+        return std::nullopt;
     Components components;
     while (!path.empty()) {
         if (path.front() != '/')
