@@ -477,6 +477,9 @@ TEST_F(RootRunnerTest, MovesToAnotherFileSystem)
         return Entry{Descriptor(::open(folder.toUtf8().constData(), O_PATH | O_DIRECTORY)), name};
     };
     const QString folder = root.at(u"/Library/Audio/Plug-Ins/VST3");
+    // A name that another user could have guessed, in the time when it was the process's number.
+    const QString foreign = u".orvanlite-"_s + QString::number(::getpid());
+    QDir(volume.path()).mkpath(foreign + u"/theirs"_s);
     moveTree(entryIn(folder, "A.vst3"), entryIn(volume.path(), "A.vst3"));
     EXPECT_FALSE(QFile::exists(source));
     struct stat status {};
@@ -492,8 +495,42 @@ TEST_F(RootRunnerTest, MovesToAnotherFileSystem)
     EXPECT_THROW(moveTree(entryIn(folder, "locked"), entryIn(volume.path(), "A.vst3")), Failure)
         << "not empty";
     EXPECT_EQ(QDir(volume.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
-              QStringList{u"A.vst3"_s});
+              (QStringList{foreign, u"A.vst3"_s}));
+    EXPECT_TRUE(QFile::exists(volume.filePath(foreign + u"/theirs"_s)));
     EXPECT_TRUE(root.exists(u"/Library/Audio/Plug-Ins/VST3/Vendor/B.vst3/code"));
+}
+
+TEST_F(RootRunnerTest, CopiesOnlyIntoAFolderOfItsOwn)
+{
+    const struct {
+        const char* name;
+        mode_t mode;
+        bool isTaken;
+        QString content;
+        uid_t owner = ::geteuid();
+    } rows[] = {
+        {"ours", 0700, true, {}},
+        {"inherits a group", 02700, true, {}},
+        {"group", 0710, false, {}},
+        {"everybody", 0701, false, {}},
+        {"not empty", 0700, false, u"/x"_s},
+        {"another user's", 0700, false, {}, kNobody},
+    };
+    const Descriptor parent(::open(root.path().toUtf8().constData(), O_PATH | O_DIRECTORY));
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        const QString folder = u'/' + QString::fromUtf8(row.name);
+        root.addFolder(folder + row.content);
+        if (::chown(root.at(folder).toUtf8().constData(), row.owner, static_cast<gid_t>(-1)) != 0)
+            continue; // only root can
+        ::chmod(root.at(folder).toUtf8().constData(), row.mode);
+        if (row.isTaken)
+            EXPECT_NO_THROW(static_cast<void>(openNewFolder(parent, row.name)));
+        else
+            EXPECT_THROW(static_cast<void>(openNewFolder(parent, row.name)), Failure);
+    }
+    QFile::link(u"ours"_s, root.at(u"/link"));
+    EXPECT_THROW(static_cast<void>(openNewFolder(parent, "link")), Failure);
 }
 
 TEST_F(RootRunnerTest, DeletesTwentyThousand)
