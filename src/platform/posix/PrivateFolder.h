@@ -10,9 +10,10 @@ class FileManager;
 /// Errors: none; requirePrivateFolder() finds out.
 void makePrivateFolder(const QString& path);
 
-/// Makes sure that the path is a real folder of the effective user with mode 0700. Nobody else but root can then read,
-/// replace or even name what is in it, as the names of scripts cannot be guessed.
-/// Errors: FileError with the folder's path.
+/// Makes sure that the path is a real folder of the effective user with mode 0700, and that nobody else but root can put
+/// another one in its place. Nobody else can then read, replace or even name what is in it, as the names of scripts
+/// cannot be guessed.
+/// Errors: FileError with the path of the folder that is not as it should be.
 void requirePrivateFolder(const QString& path);
 
 /// Removes scripts of batches and their counters from the folder when neither has changed for an hour: an earlier run
