@@ -119,7 +119,8 @@ protected:
     [[nodiscard]] static Surroundings surroundings(const TempRoot& of, uid_t user)
     {
         const std::string path = of.path().toStdString();
-        return {path, path + "/Users/tester", path + "/root", user, ::getegid()};
+        // The user database may end a home folder with a slash.
+        return {path, path + "/Users/tester/", path + "/root", user, ::getegid()};
     }
 
     /// In a child, as the user `own` on behalf of the user `caller`.

@@ -43,9 +43,12 @@ std::optional<Components> split(std::string_view path)
 PluginPaths::PluginPaths(const Surroundings& surroundings)
     : m_bases{{surroundings.root, 0, kPlugIns}, {surroundings.root, 0, kAvid}, {surroundings.root, 0, kWaves}}
 {
-    if (const auto home = split(surroundings.home); home && !home->empty()) {
-        m_bases.push_back({surroundings.home, surroundings.user, kPlugIns});
-        m_bases.push_back({surroundings.home, surroundings.user, kAvid});
+    std::string home = surroundings.home;
+    while (home.ends_with('/'))
+        home.pop_back();
+    if (!home.empty() && split(home)) {
+        m_bases.push_back({home, surroundings.user, kPlugIns});
+        m_bases.push_back({home, surroundings.user, kAvid});
     }
 }
 
