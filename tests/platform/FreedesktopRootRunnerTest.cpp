@@ -1,8 +1,10 @@
 #include "platform/freedesktop/root-runner/Actions.h"
+#include "platform/freedesktop/root-runner/CallingUser.h"
 #include "platform/freedesktop/root-runner/Trees.h"
 #include "support/TempRoot.h"
 
 #include <fcntl.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -16,6 +18,7 @@
 #include <QProcessEnvironment>
 #include <QTemporaryFile>
 
+#include <csignal>
 #include <functional>
 #include <map>
 
@@ -77,6 +80,7 @@ protected:
     TempRoot root;
     QTemporaryFile errors;
     QByteArray lastError;
+    bool isConfined = false; ///< by what the child inherits
 
     void SetUp() override { ASSERT_TRUE(errors.open()); }
 
@@ -123,6 +127,18 @@ protected:
         return {path, path + "/Users/tester/", path + "/root", user, ::getegid()};
     }
 
+    static void confine()
+    {
+        ::umask(0777);
+        for (const auto& [resource, soft] :
+             {std::pair{RLIMIT_FSIZE, rlim_t{0}}, {RLIMIT_NOFILE, rlim_t{20}}}) {
+            rlimit limit{};
+            ::getrlimit(resource, &limit);
+            limit.rlim_cur = soft;
+            ::setrlimit(resource, &limit);
+        }
+    }
+
     /// In a child, as the user `own` on behalf of the user `caller`.
     int runAs(const TempRoot& where, const QByteArray& command, uid_t own, uid_t caller)
     {
@@ -130,9 +146,13 @@ protected:
         errors.resize(0);
         const pid_t child = ::fork();
         if (child == 0) {
-            ::umask(022);
+            if (isConfined)
+                confine();
             const bool isOther = own == ::geteuid() || ::setuid(own) == 0;
             ::dup2(errors.handle(), STDERR_FILENO);
+            leaveInheritance();
+            for (const int signal : {SIGPIPE, SIGXFSZ, SIGXCPU, SIGALRM, SIGVTALRM, SIGPROF})
+                ::raise(signal);
             ::_exit(isOther ? run({input.constData(), std::size_t(input.size())}, surroundings(where, caller))
                             : 99);
         }
@@ -458,6 +478,17 @@ TEST_F(RootRunnerTest, ReadsAndCountsWithTheRightsOfTheCaller)
     // A home folder that is another user's.
     EXPECT_EQ(runAs(root, "rm -rf '@/Users/tester/Library/Audio/Plug-Ins/CLAP/U.clap'", 0, 4711), 1);
     EXPECT_TRUE(root.exists(u"/Users/tester/Library/Audio/Plug-Ins/CLAP/U.clap"));
+}
+
+TEST_F(RootRunnerTest, IsNotBoundByWhatItInherits)
+{
+    fill(root);
+    isConfined = true;
+    root.addFolder(u"/Library/Audio/Plug-Ins/VST3/deep"_s + QString(u"/d"_s).repeated(300));
+    EXPECT_EQ(runHere(root, "rm -rf " + quoted(kVst3 + "deep")), 0) << lastError.constData();
+    addScript(root, batch({{kVst3 + "A.vst3", "@/Library/Audio/Plug-Ins/Disabled/new/A.vst3"}}));
+    EXPECT_EQ(runHere(root, kRunBatch), 0) << lastError.constData();
+    EXPECT_EQ(root.content(u"/counter"), "1");
 }
 
 TEST_F(RootRunnerTest, MovesToAnotherFileSystem)

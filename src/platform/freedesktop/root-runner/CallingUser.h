@@ -8,6 +8,10 @@ namespace orvanlite::root_runner {
 /// rights, whoever runs us. A user that the system does not know has no home folder.
 [[nodiscard]] Surroundings surroundingsOfCaller();
 
+/// Whoever starts us chooses what we inherit: open files, environment, umask, limits, timers. None of it may stop a
+/// command half-way. The caller is asked for before.
+void leaveInheritance();
+
 /// Takes the rights of the calling user for its lifetime, if we have others. Ends the process if that fails.
 class AsCallingUser {
 public:
