@@ -312,6 +312,12 @@ TEST_F(ServicesTest, AreBuiltTogether)
     EXPECT_TRUE(root.exists(left)) << "the helper agent has no batches";
     EXPECT_NE(makePlatformServices(layout, Elevation::ask), nullptr);
     EXPECT_FALSE(root.exists(left));
+    root.addFile(left);
+    ::utimensat(AT_FDCWD, root.at(left).toUtf8().constData(), longAgo.data(), 0);
+    SystemLayout ofSession = layout;
+    ofSession.temporary = root.at(u"/run/Orvanlite/tmp");
+    EXPECT_NE(makePlatformServices(ofSession, Elevation::ask), nullptr);
+    EXPECT_FALSE(root.exists(left)) << "of a run before, without the session's folder";
     QDir().rmdir(layout.temporary);
     const auto services = makePlatformServices(layout, Elevation::none);
     const Platform platform = services->platform();

@@ -47,8 +47,12 @@ public:
         , m_userNotifications(m_bus)
     {
         makePrivateFolder(m_layout.temporary);
-        if (elevation == Elevation::ask) // only who may ask for rights has batches of its own
-            removeOldBatchFiles(m_files, m_layout.temporary);
+        if (elevation != Elevation::ask)
+            return; // only who may ask for rights has batches of its own
+        removeOldBatchFiles(m_files, m_layout.temporary);
+        // Where they were in a session without a runtime folder, or in one that takes no programs.
+        if (!m_layout.cache.isEmpty())
+            removeOldBatchFiles(m_files, m_layout.cache + u"/Orvanlite/tmp"_s);
     }
 
     [[nodiscard]] Platform platform() override
