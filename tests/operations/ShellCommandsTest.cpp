@@ -2,7 +2,6 @@
 
 #include "HostileTree.h"
 #include "platform/AdministratorScript.h"
-#include "platform/SystemLayout.h"
 #include "support/TempRoot.h"
 
 #include <QProcess>
