@@ -2,8 +2,6 @@
 
 #include "HostileTree.h"
 #include "platform/AdministratorScript.h"
-#include "platform/SystemLayout.h"
-#include "platform/freedesktop/root-runner/Commands.h"
 #include "support/TempRoot.h"
 
 #include <QProcess>
@@ -43,43 +41,6 @@ n=$((n+1)) && printf '%d' $n > '/it'"'"'s/progress.txt')sh"));
     EXPECT_EQ(
         batchAppleScript(u"/t/it's.sh"_s),
         u"do shell script \"chmod +x '/t/it'\"'\"'s.sh' && '/t/it'\"'\"'s.sh'\" with administrator privileges"_s);
-}
-
-TEST(ShellCommandsTest, TheRootRunnerReadsEveryText)
-{
-    using namespace root_runner;
-    const auto at = [](const QString& folder, const QString& name) { return folder + u'/' + name; };
-    std::vector<BatchItem> items;
-    AudioPlugins plugins;
-    Removal removal;
-    Batch batch{{}, "/run/it's/progress.txt"};
-    const QStringList names = hostileNames();
-    for (const QString& name : names) {
-        SCOPED_TRACE(qPrintable(name));
-        const QString source = at(u"/Library/Audio"_s, name);
-        const QString destination = at(u"/Library/O'Neil"_s, name);
-        const Move move{source.toStdString(), destination.toStdString(), true};
-        for (const bool flushes : {false, true}) {
-            for (const bool makesFolder : {false, true}) {
-                const QString text =
-                    moveCommand(source, destination,
-                                makesFolder ? ParentFolder::create : ParentFolder::mustExist) +
-                    (flushes ? audioUnitCacheFlush({}) : QString());
-                const SingleMove wanted{{move.source, move.destination, makesFolder}, flushes};
-                EXPECT_EQ(parseCommand(text.toStdString()), Command(wanted));
-            }
-        }
-        items.push_back(item(source, destination));
-        batch.moves.push_back(move);
-        plugins.emplace_back().currentPath = source;
-        removal.paths.push_back(move.source);
-    }
-    EXPECT_EQ(parseBatch(batchScript(items, u"/run/it's/progress.txt"_s).toStdString()), batch);
-    EXPECT_EQ(parseCommand(deletionCommand(plugins).toStdString()), Command(removal));
-    EXPECT_EQ(parseCommand(deletionCommand({}).toStdString()), Command(Removal()));
-    const auto call = platform::parseAdministratorScript(batchAppleScript(u"/run/batch.sh"_s));
-    ASSERT_TRUE(std::holds_alternative<QString>(call));
-    EXPECT_EQ(parseCommand(std::get<QString>(call).toStdString()), Command(ScriptCall{"/run/batch.sh"}));
 }
 
 TEST(ShellCommandsTest, BatchMovesHostileNamesAndNothingElse)

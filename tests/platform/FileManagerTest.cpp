@@ -242,18 +242,52 @@ TEST_F(FileManagerTest, PrivateFilesNeedAPrivateFolder)
     EXPECT_EQ(codeOf(root.at(u"/none")), ENOENT);
     EXPECT_EQ(codeOf(root.at(u"/file")), ENOTDIR);
     EXPECT_EQ(codeOf(root.at(u"/link")), ENOTDIR) << "who owns the link can change it";
-    for (const mode_t mode : {0755, 0710, 0701, 01700, 0500}) {
+    for (const mode_t mode : {0755, 0710, 0701, 0500}) {
         ::chmod(folder.toUtf8().constData(), mode);
         makePrivateFolder(folder);
         EXPECT_EQ(codeOf(folder), EPERM) << mode;
     }
-    ::chmod(folder.toUtf8().constData(), 0700);
+    ::chmod(folder.toUtf8().constData(), 02700); // as below a folder that hands its group on
     EXPECT_EQ(codeOf(folder), 0);
     if (::chown(folder.toUtf8().constData(), 4711, getegid()) == 0) { // as only root can
         EXPECT_EQ(codeOf(folder), EPERM);
     }
     EXPECT_EQ(root.names(u"/private"), QStringList{u"x"_s}) << "otherwise nothing is written";
     EXPECT_EQ(root.names(u"/real"), QStringList());
+}
+
+TEST_F(FileManagerTest, PrivateFoldersCannotBeReplacedByOthers)
+{
+    constexpr uid_t kOther = 4711;
+    const QByteArray way = root.at(u"/way").toUtf8();
+    makePrivateFolder(root.at(u"/way/private"));
+    QFile::link(u"way"_s, root.at(u"/link"));
+    const struct {
+        mode_t mode;
+        uid_t owner;
+        gid_t group;
+        bool isSafe;
+    } rows[] = {
+        {0755, geteuid(), getegid(), true}, {0777, geteuid(), getegid(), false},
+        {01777, geteuid(), kOther, true},   {0775, geteuid(), kOther, false},
+        {0775, geteuid(), geteuid(), true}, {0700, kOther, kOther, false},
+        {01777, kOther, kOther, false},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(testing::Message() << std::oct << row.mode << ' ' << row.owner);
+        if (::chown(way.constData(), row.owner, row.group) != 0)
+            continue; // only root can
+        ::chmod(way.constData(), row.mode);
+        const std::pair wanted = row.isSafe ? std::pair(0, QString()) : std::pair(EPERM, root.at(u"/way"));
+        for (const QString& folder : {root.at(u"/way/private"), root.at(u"/link/private")})
+            EXPECT_EQ(errorOf([&] { requirePrivateFolder(folder); }), wanted);
+    }
+    ::chown(way.constData(), geteuid(), getegid());
+    ::chmod(way.constData(), 0755);
+    EXPECT_EQ(errorOf([&] { requirePrivateFolder(root.at(u"/link/private")); }).first, 0);
+    if (::lchown(root.at(u"/link").toUtf8().constData(), kOther, kOther) == 0) { // the same
+        EXPECT_EQ(errorOf([&] { requirePrivateFolder(root.at(u"/link/private")); }).first, EPERM);
+    }
 }
 
 TEST_F(FileManagerTest, OldFilesOfBatchesAreRemoved)

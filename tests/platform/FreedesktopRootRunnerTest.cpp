@@ -1,8 +1,10 @@
 #include "platform/freedesktop/root-runner/Actions.h"
+#include "platform/freedesktop/root-runner/CallingUser.h"
 #include "platform/freedesktop/root-runner/Trees.h"
 #include "support/TempRoot.h"
 
 #include <fcntl.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -16,6 +18,7 @@
 #include <QProcessEnvironment>
 #include <QTemporaryFile>
 
+#include <csignal>
 #include <functional>
 #include <map>
 
@@ -77,6 +80,7 @@ protected:
     TempRoot root;
     QTemporaryFile errors;
     QByteArray lastError;
+    bool isConfined = false; ///< by what the child inherits
 
     void SetUp() override { ASSERT_TRUE(errors.open()); }
 
@@ -119,7 +123,20 @@ protected:
     [[nodiscard]] static Surroundings surroundings(const TempRoot& of, uid_t user)
     {
         const std::string path = of.path().toStdString();
-        return {path, path + "/Users/tester", path + "/root", user, ::getegid()};
+        // The user database may end a home folder with a slash.
+        return {path, path + "/Users/tester/", path + "/root", user, ::getegid()};
+    }
+
+    static void confine()
+    {
+        ::umask(0777);
+        for (const auto& [resource, soft] :
+             {std::pair{RLIMIT_FSIZE, rlim_t{0}}, {RLIMIT_NOFILE, rlim_t{20}}}) {
+            rlimit limit{};
+            ::getrlimit(resource, &limit);
+            limit.rlim_cur = soft;
+            ::setrlimit(resource, &limit);
+        }
     }
 
     /// In a child, as the user `own` on behalf of the user `caller`.
@@ -129,9 +146,13 @@ protected:
         errors.resize(0);
         const pid_t child = ::fork();
         if (child == 0) {
-            ::umask(022);
+            if (isConfined)
+                confine();
             const bool isOther = own == ::geteuid() || ::setuid(own) == 0;
             ::dup2(errors.handle(), STDERR_FILENO);
+            dropInheritedState();
+            for (const int signal : {SIGPIPE, SIGXFSZ, SIGXCPU, SIGALRM, SIGVTALRM, SIGPROF})
+                ::raise(signal);
             ::_exit(isOther ? run({input.constData(), std::size_t(input.size())}, surroundings(where, caller))
                             : 99);
         }
@@ -335,6 +356,16 @@ chmod +x '@/Library' && '@/Library')sh";
         commands.append("mv " + a + ' ' + quoted(path));
         commands.append("script " + batch({{kVst3 + "file.vst3", kDisabled + "b"}, {path, kDisabled + "c"}}));
     }
+    // Names that end sooner for the system than in the text. "#" is a NUL.
+    const PluginPaths pluginPaths(surroundings(root, ::geteuid()));
+    for (QByteArray path : {"..#/..#/..#/canary/x", "..#", ".#/x", "x#y/x", "A.vst3#", "#"}) {
+        path = kVst3 + path.replace('#', '\0');
+        EXPECT_FALSE(pluginPaths.holds(in(root, path).toStdString())) << path.constData();
+        commands.append("script " + batch({{kVst3 + "A.vst3", path}}));
+        commands.append("script " + batch({{path, kDisabled + "A.vst3"}}));
+    }
+    commands.append("script " +
+                    batch({{kVst3 + "A.vst3", kDisabled + "A.vst3"}}, QByteArray("@/canary") + '\0'));
     const QByteArray good = batch({{kVst3 + "A.vst3", kDisabled + "A.vst3"}});
     for (const QByteArray& script :
          {QByteArray(), QByteArray("#!/bin/sh"), good + '\n', '\n' + good, good + "\ntouch '@/canary'",
@@ -449,6 +480,17 @@ TEST_F(RootRunnerTest, ReadsAndCountsWithTheRightsOfTheCaller)
     EXPECT_TRUE(root.exists(u"/Users/tester/Library/Audio/Plug-Ins/CLAP/U.clap"));
 }
 
+TEST_F(RootRunnerTest, IsNotBoundByWhatItInherits)
+{
+    fill(root);
+    isConfined = true;
+    root.addFolder(u"/Library/Audio/Plug-Ins/VST3/deep"_s + QString(u"/d"_s).repeated(300));
+    EXPECT_EQ(runHere(root, "rm -rf " + quoted(kVst3 + "deep")), 0) << lastError.constData();
+    addScript(root, batch({{kVst3 + "A.vst3", "@/Library/Audio/Plug-Ins/Disabled/new/A.vst3"}}));
+    EXPECT_EQ(runHere(root, kRunBatch), 0) << lastError.constData();
+    EXPECT_EQ(root.content(u"/counter"), "1");
+}
+
 TEST_F(RootRunnerTest, MovesToAnotherFileSystem)
 {
     const QTemporaryDir volume(u"/dev/shm/orvanlite-XXXXXX"_s);
@@ -467,6 +509,9 @@ TEST_F(RootRunnerTest, MovesToAnotherFileSystem)
         return Entry{Descriptor(::open(folder.toUtf8().constData(), O_PATH | O_DIRECTORY)), name};
     };
     const QString folder = root.at(u"/Library/Audio/Plug-Ins/VST3");
+    // A name that another user could have guessed, in the time when it was the process's number.
+    const QString foreign = u".orvanlite-"_s + QString::number(::getpid());
+    QDir(volume.path()).mkpath(foreign + u"/theirs"_s);
     moveTree(entryIn(folder, "A.vst3"), entryIn(volume.path(), "A.vst3"));
     EXPECT_FALSE(QFile::exists(source));
     struct stat status {};
@@ -482,8 +527,42 @@ TEST_F(RootRunnerTest, MovesToAnotherFileSystem)
     EXPECT_THROW(moveTree(entryIn(folder, "locked"), entryIn(volume.path(), "A.vst3")), Failure)
         << "not empty";
     EXPECT_EQ(QDir(volume.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
-              QStringList{u"A.vst3"_s});
+              (QStringList{foreign, u"A.vst3"_s}));
+    EXPECT_TRUE(QFile::exists(volume.filePath(foreign + u"/theirs"_s)));
     EXPECT_TRUE(root.exists(u"/Library/Audio/Plug-Ins/VST3/Vendor/B.vst3/code"));
+}
+
+TEST_F(RootRunnerTest, CopiesOnlyIntoAFolderOfItsOwn)
+{
+    const struct {
+        const char* name;
+        mode_t mode;
+        bool isTaken;
+        QString content;
+        uid_t owner = ::geteuid();
+    } rows[] = {
+        {"ours", 0700, true, {}},
+        {"inherits a group", 02700, true, {}},
+        {"group", 0710, false, {}},
+        {"everybody", 0701, false, {}},
+        {"not empty", 0700, false, u"/x"_s},
+        {"another user's", 0700, false, {}, kNobody},
+    };
+    const Descriptor parent(::open(root.path().toUtf8().constData(), O_PATH | O_DIRECTORY));
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        const QString folder = u'/' + QString::fromUtf8(row.name);
+        root.addFolder(folder + row.content);
+        if (::chown(root.at(folder).toUtf8().constData(), row.owner, static_cast<gid_t>(-1)) != 0)
+            continue; // only root can
+        ::chmod(root.at(folder).toUtf8().constData(), row.mode);
+        if (row.isTaken)
+            EXPECT_NO_THROW(static_cast<void>(openNewFolder(parent, row.name)));
+        else
+            EXPECT_THROW(static_cast<void>(openNewFolder(parent, row.name)), Failure);
+    }
+    QFile::link(u"ours"_s, root.at(u"/link"));
+    EXPECT_THROW(static_cast<void>(openNewFolder(parent, "link")), Failure);
 }
 
 TEST_F(RootRunnerTest, DeletesTwentyThousand)

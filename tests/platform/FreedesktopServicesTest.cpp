@@ -1,4 +1,5 @@
 #include "platform/Appearance.h"
+#include "platform/OnlyProcess.h"
 #include "platform/freedesktop/FreedesktopDefaults.h"
 #include "platform/freedesktop/FreedesktopDiskAccess.h"
 #include "platform/freedesktop/FreedesktopLoginItemService.h"
@@ -9,6 +10,7 @@
 
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <gtest/gtest.h>
@@ -312,6 +314,12 @@ TEST_F(ServicesTest, AreBuiltTogether)
     EXPECT_TRUE(root.exists(left)) << "the helper agent has no batches";
     EXPECT_NE(makePlatformServices(layout, Elevation::ask), nullptr);
     EXPECT_FALSE(root.exists(left));
+    root.addFile(left);
+    ::utimensat(AT_FDCWD, root.at(left).toUtf8().constData(), longAgo.data(), 0);
+    SystemLayout ofSession = layout;
+    ofSession.temporary = root.at(u"/run/Orvanlite/tmp");
+    EXPECT_NE(makePlatformServices(ofSession, Elevation::ask), nullptr);
+    EXPECT_FALSE(root.exists(left)) << "of a run before, without the session's folder";
     QDir().rmdir(layout.temporary);
     const auto services = makePlatformServices(layout, Elevation::none);
     const Platform platform = services->platform();
@@ -323,6 +331,27 @@ TEST_F(ServicesTest, AreBuiltTogether)
               QFileInfo(QCoreApplication::applicationFilePath()).canonicalPath());
     runTask(platform.clock.sleepFor(std::chrono::milliseconds(-5)));
     runTask(platform.clock.sleepFor(std::chrono::milliseconds(5)));
+}
+
+TEST_F(ServicesTest, OneProcessHoldsALock)
+{
+    const QString lock = root.at(u"/lock");
+    const auto isOnlyOne = [](const QString& file, uid_t user) {
+        const pid_t child = ::fork();
+        if (child == 0)
+            ::_exit((user == ::geteuid() || ::setuid(user) == 0) && becomeOnlyProcess(file) ? 1 : 0);
+        int status = 0;
+        ::waitpid(child, &status, 0);
+        return WEXITSTATUS(status) == 1;
+    };
+    ::chmod(root.path().toUtf8().constData(), 0755);
+    const uid_t other = ::geteuid() == 0 ? 4711 : ::geteuid(); // only root can become another
+    EXPECT_TRUE(isOnlyOne(lock, ::geteuid()));
+    EXPECT_TRUE(isOnlyOne(lock, other)) << "the one before has ended";
+    EXPECT_TRUE(becomeOnlyProcess(lock));
+    EXPECT_FALSE(isOnlyOne(lock, ::geteuid()));
+    EXPECT_FALSE(isOnlyOne(lock, other));
+    EXPECT_TRUE(isOnlyOne(root.at(u"/none/lock"), other)) << "better two than none";
 }
 
 TEST_F(ServicesTest, MainBundleReadsItsOwnFolder)

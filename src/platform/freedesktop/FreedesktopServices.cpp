@@ -47,8 +47,12 @@ public:
         , m_userNotifications(m_bus)
     {
         makePrivateFolder(m_layout.temporary);
-        if (elevation == Elevation::ask) // the agent starts no batches
-            removeOldBatchFiles(m_files, m_layout.temporary);
+        if (elevation != Elevation::ask)
+            return; // the helper starts no batches
+        removeOldBatchFiles(m_files, m_layout.temporary);
+        // Used in sessions without a runtime folder, or with one that is mounted noexec.
+        if (!m_layout.cache.isEmpty())
+            removeOldBatchFiles(m_files, m_layout.cache + u"/Orvanlite/tmp"_s);
     }
 
     [[nodiscard]] Platform platform() override

@@ -1,12 +1,16 @@
 #include "platform/freedesktop/root-runner/CallingUser.h"
 
+#include <fcntl.h>
 #include <grp.h>
 #include <pwd.h>
+#include <sys/resource.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <charconv>
+#include <csignal>
 #include <cstdlib>
 #include <cstring>
 
@@ -15,6 +19,7 @@ namespace orvanlite::root_runner {
 namespace {
 
 constexpr std::size_t kLongestText = 256U << 20U;
+constexpr rlim_t kOpenFiles = 8192; ///< two for each level of the deepest tree that a path can name
 
 uid_t callingUser()
 {
@@ -43,6 +48,29 @@ Surroundings surroundingsOfCaller()
     if (const passwd* own = ::getpwuid(::geteuid()))
         surroundings.rootHome = own->pw_dir;
     return surroundings;
+}
+
+void dropInheritedState()
+{
+    for (int standard = 0; standard < 3; ++standard) {
+        if (::fcntl(standard, F_GETFD) < 0 && ::open("/dev/null", O_RDWR) != standard)
+            std::abort();
+    }
+    ::closefrom(3);
+    ::clearenv();
+    ::umask(S_IWGRP | S_IWOTH);
+    for (const auto& [resource, wanted] :
+         {std::pair{RLIMIT_FSIZE, RLIM_INFINITY}, {RLIMIT_CPU, RLIM_INFINITY}, {RLIMIT_NOFILE, kOpenFiles}}) {
+        rlimit limit{};
+        ::getrlimit(resource, &limit);
+        const rlimit raised{wanted, std::max(wanted, limit.rlim_max)};
+        limit.rlim_cur = std::min(wanted, limit.rlim_max);
+        if (::setrlimit(resource, &raised) != 0 && ::setrlimit(resource, &limit) != 0)
+            std::abort();
+    }
+    // SIGPIPE: a window that is closed in the middle of a batch closes our standard error; the batch goes on.
+    for (const int signal : {SIGPIPE, SIGXFSZ, SIGXCPU, SIGALRM, SIGVTALRM, SIGPROF})
+        std::signal(signal, SIG_IGN);
 }
 
 AsCallingUser::AsCallingUser(const Surroundings& surroundings)

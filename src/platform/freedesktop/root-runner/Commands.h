@@ -47,7 +47,7 @@ struct Batch {
 };
 
 /// Both accept exactly what the application writes, character by character, and no other shell syntax. Words
-/// are single-quoted, with apostrophes as `'"'"'`.
+/// are single-quoted, with apostrophes as `'"'"'`, and have no NUL.
 /// Errors: empty for any other text.
 [[nodiscard]] std::optional<Command> parseCommand(std::string_view text);
 [[nodiscard]] std::optional<Batch> parseBatch(std::string_view text);

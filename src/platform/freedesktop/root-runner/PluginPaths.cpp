@@ -18,9 +18,12 @@ const Components kAvid{"Library", "Application Support", "Avid", "Audio"};
 const Components kWaves{"Applications", "Waves"};
 const std::string kDisabled = "Disabled";
 
-/// Empty for a path that is not absolute or has an empty, `.` or `..` component.
+/// Empty for a path that is not absolute, has an empty, `.` or `..` component, or has a NUL: system calls end at it, and
+/// would read `..` and a NUL as `..`.
 std::optional<Components> split(std::string_view path)
 {
+    if (path.find('\0') != std::string_view::npos)
+        return std::nullopt;
     Components components;
     while (!path.empty()) {
         if (path.front() != '/')
@@ -40,9 +43,12 @@ std::optional<Components> split(std::string_view path)
 PluginPaths::PluginPaths(const Surroundings& surroundings)
     : m_bases{{surroundings.root, 0, kPlugIns}, {surroundings.root, 0, kAvid}, {surroundings.root, 0, kWaves}}
 {
-    if (const auto home = split(surroundings.home); home && !home->empty()) {
-        m_bases.push_back({surroundings.home, surroundings.user, kPlugIns});
-        m_bases.push_back({surroundings.home, surroundings.user, kAvid});
+    std::string home = surroundings.home;
+    while (home.ends_with('/'))
+        home.pop_back();
+    if (!home.empty() && split(home)) {
+        m_bases.push_back({home, surroundings.user, kPlugIns});
+        m_bases.push_back({home, surroundings.user, kAvid});
     }
 }
 

@@ -2,12 +2,13 @@
 
 #include <dirent.h>
 #include <fcntl.h>
+#include <sys/random.h>
 #include <unistd.h>
 
 #include <array>
 #include <cerrno>
 #include <climits>
-#include <cstdio>
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <string_view>
@@ -156,6 +157,30 @@ void removePartialCopy(const Entry& copy) noexcept
     }
 }
 
+/// The user may be able to write to the destination's folder, so the copy is made in one that only we can enter.
+void copyTo(const Entry& source, const Entry& destination)
+{
+    std::uint64_t number = 0;
+    checked(static_cast<int>(::getrandom(&number, sizeof number, 0)));
+    // Hidden, so that no scan finds the copy unfinished.
+    const std::string name = ".orvanlite-" + std::to_string(number);
+    checked(::mkdirat(destination.folder.number(), name.c_str(), S_IRWXU));
+    Entry copy{{}, source.name};
+    std::optional<Failure> failure;
+    try {
+        copy.folder = openNewFolder(destination.folder, name);
+        copyTree(source, copy);
+        checked(::renameat(copy.folder.number(), copy.name.c_str(), destination.folder.number(),
+                           destination.name.c_str()));
+    } catch (const Failure& caught) {
+        failure = caught;
+        removePartialCopy(copy);
+    }
+    ::unlinkat(destination.folder.number(), name.c_str(), AT_REMOVEDIR);
+    if (failure)
+        throw *failure;
+}
+
 } // namespace
 
 void removeTree(const Descriptor& folder, const std::string& name)
@@ -171,26 +196,24 @@ void removeTree(const Descriptor& folder, const std::string& name)
 
 void removeVisibleEntries(const Descriptor& folder) { removeEntries(folder, false); }
 
+Descriptor openNewFolder(const Descriptor& parent, const std::string& name)
+{
+    Descriptor folder = openForReading(parent, name, O_DIRECTORY);
+    struct stat status {};
+    checked(::fstat(folder.number(), &status));
+    if (status.st_uid != ::geteuid() || (status.st_mode & 0777) != S_IRWXU || !namesIn(folder).empty())
+        throw Failure{EPERM, "Other users have access to the copy"};
+    return folder;
+}
+
 void moveTree(const Entry& source, const Entry& destination)
 {
-    const auto rename = [&](const Descriptor& folder, const std::string& name) {
-        return ::renameat(folder.number(), name.c_str(), destination.folder.number(),
-                          destination.name.c_str());
-    };
-    if (rename(source.folder, source.name) == 0)
+    if (::renameat(source.folder.number(), source.name.c_str(), destination.folder.number(),
+                   destination.name.c_str()) == 0)
         return;
     if (errno != EXDEV)
         fail(errno);
-    // Hidden, so that no scan finds a partial copy.
-    Entry copy{openForReading(destination.folder, ".", O_DIRECTORY),
-               ".orvanlite-" + std::to_string(::getpid())};
-    try {
-        copyTree(source, copy);
-        checked(rename(copy.folder, copy.name));
-    } catch (const Failure&) {
-        removePartialCopy(copy);
-        throw;
-    }
+    copyTo(source, destination);
     removeTree(source.folder, source.name);
 }
 

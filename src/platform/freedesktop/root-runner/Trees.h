@@ -11,6 +11,10 @@ void removeTree(const Descriptor& folder, const std::string& name);
 /// Removes the contents of a folder except names with a leading dot, like `rm -rf folder/*`.
 void removeVisibleEntries(const Descriptor& folder);
 
+/// Opens a folder that was just created with mode 0700. Others may have replaced it since.
+/// Errors: Failure if it is not empty and ours alone.
+[[nodiscard]] Descriptor openNewFolder(const Descriptor& parent, const std::string& name);
+
 /// Moves, replacing a file or an empty folder like rename(). On another file system the copy keeps mode,
 /// owner and times and appears only when complete.
 /// Errors: Failure.
