@@ -99,7 +99,7 @@ static_assert(
             const PluginColumnRow& row = kPluginColumns[i];
             const bool isHidden = !row.isShown(true);
             const bool isShownBehindHidden = i > 0 && !isHidden && !kPluginColumns[i - 1].isShown(true);
-            if (static_cast<std::size_t>(row.column) != i || !row.text || isShownBehindHidden)
+            if (static_cast<std::size_t>(row.column) != i || isShownBehindHidden)
                 return false;
             share += row.share;
             previewShare += row.previewShare;
