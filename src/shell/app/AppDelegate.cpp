@@ -42,7 +42,7 @@ void AppDelegate::applicationDidFinishLaunching()
     m_window = std::make_unique<MainWindow>(m_platform.defaults.standard());
     buildMenuBar(*m_window, m_platform.mainBundle, [this] { checkForUpdates(); });
     m_window->center(kWindowSize);
-    // After the centring: a frame that was saved earlier wins.
+    // After centring, so that a saved frame takes precedence.
     m_window->setFrameAutosaveName(u"Orvanlite"_s);
     m_window->setWindowTitle(u"Orvanlite"_s);
     m_window->setCentralWidget(new ContentView(m_platform, m_shared));
@@ -54,7 +54,7 @@ void AppDelegate::applicationDidFinishLaunching()
 void AppDelegate::bringToFront()
 {
     if (!m_window)
-        return; // comes to the front by itself in a moment
+        return; // still launching: the window is raised once it is created
     m_window->setWindowState(m_window->windowState() & ~Qt::WindowMinimized);
     m_window->show();
     m_window->raise();
@@ -70,7 +70,7 @@ QCoro::Task<> askForUpdates(UpdateChecker* checker, QPointer<QWidget> window, QS
 {
     co_await checker->checkForUpdates();
     if (*checker->updateAvailable || !window)
-        co_return; // the banner is the answer
+        co_return; // the banner shows the update
     tell(window, Tone::information, u"upToDateAlert"_s, u"You're up to date!"_s,
          u"Orvanlite v%1 is the latest version."_s.arg(version));
 }

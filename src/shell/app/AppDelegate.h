@@ -24,15 +24,16 @@ public:
     AppDelegate(const platform::Platform& platform, const SharedObjects& shared);
     ~AppDelegate() override;
 
-    /// To be called once, when the event loop runs.
+    /// Call once, when the event loop is running.
     void applicationDidFinishLaunching();
 
-    /// Shows the window over all others, also when it is minimised or hidden. A sheet that is open gets the focus.
+    /// Brings the window to the front, even if minimised or hidden. An open sheet gets the focus.
     void bringToFront();
 
-    /// Asks for a newer version. If there is one the banner says so, otherwise an alert says that there is none.
+    /// Checks for updates. The banner shows an available one; otherwise an alert says that the app is up to
+    /// date.
     void checkForUpdates();
-    /// Starts the clean-up of UAD demos. On purpose no menu entry is bound to it.
+    /// Starts the clean-up of UAD demos. On purpose not bound to a menu entry.
     void cleanUpUADDemos();
 
     /// Null until launch has finished.

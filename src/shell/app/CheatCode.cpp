@@ -24,7 +24,7 @@ QCoro::Task<> disarmLater(QPointer<CheatCode> code, platform::Clock* clock)
         code->disarmCheatCode();
 }
 
-/// One character as a reader counts them, and a letter or a digit.
+/// Whether the text is a single grapheme that is a letter or digit.
 bool isLetterOrNumber(const QString& text)
 {
     QTextBoundaryFinder characters(QTextBoundaryFinder::Grapheme, text);
@@ -47,7 +47,7 @@ void CheatCode::armCheatCode()
     m_typed.clear();
     if (!std::exchange(m_isArmed, true))
         QCoreApplication::instance()->installEventFilter(this);
-    // On purpose: an earlier timer is not called off, and may end this window before its time.
+    // On purpose: an earlier timer is not cancelled and may end this period early.
     detach(disarmLater(this, &m_clock));
 }
 
@@ -70,7 +70,7 @@ bool CheatCode::completes(const QString& text)
 
 bool CheatCode::eventFilter(QObject* watched, QEvent* event)
 {
-    // One key comes by several times: for its window, the focused widget and the parents of that.
+    // Every key press is seen several times: for the window, the focused widget and its parents.
     if (event->type() != QEvent::KeyPress || !watched->isWindowType() ||
         !completes(static_cast<QKeyEvent*>(event)->text().toLower()))
         return false;

@@ -11,8 +11,8 @@ class Clock;
 
 namespace orvanlite {
 
-/// Listens for a hidden sequence of keys, in all windows of the application, for a short while after it was armed.
-/// Keys also reach the focused control; only the one that completes the sequence is swallowed.
+/// Detects a hidden key sequence in any window of the application, for a short time after being armed. Keys
+/// still reach the focused control; only the one that completes the sequence is swallowed.
 class CheatCode final : public QObject {
 public:
     static constexpr QStringView uadCheatCode = u"qeqeqeqe";
@@ -20,19 +20,19 @@ public:
     /// `matched` runs each time the sequence is complete, after disarmCheatCode().
     CheatCode(platform::Clock& clock, std::function<void()> matched, QObject* parent);
 
-    /// Listens from now on, for 10 seconds at most: less when it was armed shortly before.
+    /// Listens for at most 10 seconds; less if it was armed shortly before.
     void armCheatCode();
     void disarmCheatCode();
 
     [[nodiscard]] bool cheatCodeArmed() const { return m_isArmed; }
-    /// The last letters and digits that were typed while it was armed.
+    /// The most recent letters and digits typed while armed.
     [[nodiscard]] QString cheatCodeBuffer() const { return m_typed.join(QString()); }
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    /// Whether the text of a key completes the sequence.
+    /// Appends the text of a key; returns whether it completes the sequence.
     [[nodiscard]] bool completes(const QString& text);
 
     platform::Clock& m_clock;

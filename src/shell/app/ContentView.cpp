@@ -60,7 +60,7 @@ QString bulkWarningMessage(const BulkConfirmation& confirmation)
     return u"You are about to %1 %2 plugins. Are you sure you want to continue?"_s.arg(verb).arg(count);
 }
 
-/// Of all scans only this one leads to the question about what is new.
+/// Only the first scan offers to review new plugins.
 QCoro::Task<> scanAtStart(PluginManagerViewModel* viewModel, QPointer<NewPluginsWorkflow> newPlugins)
 {
     co_await viewModel->scanForPlugins();
@@ -115,14 +115,14 @@ SidebarSplitter* ContentView::makeColumns()
         detach(action == BulkAction::enable ? enableAllForFormat(viewModel, format)
                                             : disableAllForFormat(viewModel, format));
     };
-    auto* sidebar = new SidebarView(m_services, act, this); // first, in the order of Tab
+    auto* sidebar = new SidebarView(m_services, act, this); // before the detail column in tab order
     return new SidebarSplitter(sidebar, makeDetailColumn(), this);
 }
 
 QWidget* ContentView::makeDetailColumn()
 {
     auto* detail = new QWidget(this);
-    // In the order of Tab.
+    // Creation order is tab order.
     Banner* updateBanner =
         makeUpdateBanner(m_updateChecker, m_services.platform, &QApplication::quit, detail);
     m_newPlugins = new NewPluginsWorkflow(*m_pluginManager, *m_profileManager, detail);
@@ -144,7 +144,7 @@ QWidget* ContentView::makeDetailColumn()
 
 ContentView::~ContentView()
 {
-    // The views read the view model until they are gone.
+    // The views access the view model until they are destroyed.
     delete m_columns;
 }
 
@@ -156,7 +156,7 @@ void ContentView::paintEvent(QPaintEvent* /*event*/)
     gradient.setColorAt(1, AppTheme::withOpacity(AppTheme::primary(palette()), 0.02));
     painter.fillRect(rect(), gradient);
     if (!std::exchange(m_hasAppeared, true)) {
-        // Behind the first paint, so that the window stands before a scan takes the thread.
+        // After the first paint, so that the window is visible before a scan occupies the thread.
         QTimer::singleShot(0, this, &ContentView::appear);
     }
 }
@@ -185,7 +185,7 @@ void ContentView::showOnboarding()
 {
     auto* sheet = new OnboardingView(m_services.platform, m_diskAccess, window());
     sheet->setAttribute(Qt::WA_DeleteOnClose);
-    // However it is left, it has been seen.
+    // Counts as completed however it is closed.
     connect(sheet, &QDialog::finished, this,
             [this] { m_services.platform.defaults.standard().setValue(u"onboardingComplete"_s, true); });
     sheet->open();
@@ -211,7 +211,7 @@ void ContentView::showBulkWarning()
     const Question question{u"bulkWarning"_s, bulkWarningTitle(*m_bulkConfirmation),
                             bulkWarningMessage(*m_bulkConfirmation),
                             deletes ? u"Delete Permanently"_s : u"Continue"_s, true};
-    // Only what was in the list when the question was asked, whatever is selected by the time of the answer.
+    // Acts only on the plugins listed when the question was asked, even if the selection changes meanwhile.
     QMessageBox* warning =
         ask(this, question,
             [this, action = m_bulkConfirmation->pendingAction.value_or(BulkAction::enable),

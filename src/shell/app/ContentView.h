@@ -24,8 +24,8 @@ class ViewUpdater;
 struct BulkConfirmation;
 struct SharedObjects;
 
-/// The root view of the main window. It owns the view model, starts the first scan when it has been seen, and raises
-/// the dialogs of the whole application.
+/// The root view of the main window. It owns the view model, starts the first scan after the first paint and
+/// shows the application-wide dialogs.
 class ContentView final : public QWidget {
     Q_OBJECT
 
@@ -38,8 +38,8 @@ public:
     [[nodiscard]] ProfileManager& profileManager() { return *m_profileManager; }
     [[nodiscard]] CheatCode& cheatCode() { return *m_cheatCode; }
 
-    /// Raises the "Error" alert with the view model's last failure. On purpose nothing sets it by itself: a failure
-    /// shows in what it left undone, and does not stop the user.
+    /// Shows the "Error" alert with the view model's last failure. On purpose never set automatically: a
+    /// failed operation shows in the plugins it did not change, and does not interrupt the user.
     Observable<bool> showingError{false};
 
 protected:
@@ -47,7 +47,7 @@ protected:
     void showEvent(QShowEvent* event) override;
 
 private:
-    /// The banners over the main pane.
+    /// The banners above the main pane.
     [[nodiscard]] QWidget* makeDetailColumn();
     [[nodiscard]] SidebarSplitter* makeColumns();
     void appear();
@@ -68,7 +68,7 @@ private:
     UADCleanupManager& m_uadCleanup;
     UpdateChecker& m_updateChecker;
     platform::FullDiskAccess& m_diskAccess;
-    const bool m_showingOnboarding; ///< as it was when the view was made
+    const bool m_showingOnboarding; ///< value at construction
     std::unique_ptr<BulkConfirmation> m_bulkConfirmation;
     std::unique_ptr<InputGate> m_inputGate;
     CheatCode* m_cheatCode;

@@ -52,10 +52,10 @@ void DragHandle::mouseMoveEvent(QMouseEvent* event)
 {
     if (!m_start)
         return;
-    const QPointF way = event->globalPosition() - *m_start;
-    m_isDragging = m_isDragging || std::hypot(way.x(), way.y()) >= kShortestDrag;
+    const QPointF translation = event->globalPosition() - *m_start;
+    m_isDragging = m_isDragging || std::hypot(translation.x(), translation.y()) >= kShortestDrag;
     if (m_isDragging)
-        Q_EMIT dragged(way.y());
+        Q_EMIT dragged(translation.y());
 }
 
 void DragHandle::mouseReleaseEvent(QMouseEvent* /*event*/)

@@ -6,7 +6,7 @@
 
 namespace orvanlite {
 
-/// The band between table and bulk pane that is dragged to resize the pane; by keyboard, Up and Down do it.
+/// The band between table and bulk pane, dragged to resize the pane; Up and Down do the same.
 class DragHandle final : public QWidget {
     Q_OBJECT
 
@@ -14,7 +14,8 @@ public:
     explicit DragHandle(QWidget* parent);
 
 Q_SIGNALS:
-    /// At every move of a drag: how far the pointer is below its start, in logical pixels.
+    /// Emitted on every move of a drag, with the vertical distance from its start in logical pixels; positive
+    /// is down.
     void dragged(double translation);
 
 protected:

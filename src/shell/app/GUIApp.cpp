@@ -20,7 +20,7 @@ using namespace Qt::StringLiterals;
 
 int runGui(int& argc, char** argv, const platform::SystemLayout& layout)
 {
-    // First of all: whatever is read or created below belongs to the instance that already runs.
+    // Before anything is read or created: an instance that already runs owns that data.
     if (!platform::becomeOnlyInstance(layout))
         return EXIT_SUCCESS;
     QApplication application(argc, argv);

@@ -6,8 +6,8 @@ struct SystemLayout;
 
 namespace orvanlite {
 
-/// Opens the application and runs it until its window is closed. Returns the exit status. Where the application already
-/// runs, its window comes to the front instead; std::runtime_error when it does not.
+/// Runs the application until its window is closed; returns the exit status. If it is already running, its
+/// window is brought to the front instead; throws std::runtime_error if that fails.
 int runGui(int& argc, char** argv, const platform::SystemLayout& layout);
 
 } // namespace orvanlite

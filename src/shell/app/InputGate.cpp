@@ -36,7 +36,8 @@ bool InputGate::eventFilter(QObject* /*watched*/, QEvent* event)
         const auto* key = static_cast<QKeyEvent*>(event);
         return !key->matches(QKeySequence::Close) && !key->matches(QKeySequence::Quit);
     }
-    // Releases pass: what was held when the gate closed must be let go. Nothing can have been pressed since.
+    // Mouse releases pass, so that a button held when the gate closed is released. No other button can be
+    // down.
     case QEvent::MouseButtonPress:
     case QEvent::MouseButtonDblClick:
     case QEvent::MouseMove:

@@ -6,9 +6,9 @@
 
 namespace orvanlite {
 
-/// Keeps the user's input from all windows while it is closed, so that nothing can be started a second time. The
-/// windows go on painting and look as before: disabling them would grey them, move the focus and be announced by a
-/// screen reader. Closing the window and quitting still work.
+/// Blocks user input to all windows while closed, so that no second operation can be started. The windows
+/// keep painting and look unchanged: disabling them would grey them out, move the focus and be announced by
+/// screen readers. Closing the window and quitting still work.
 class InputGate final : public QObject {
 public:
     /// Closed while `isClosed` is true.

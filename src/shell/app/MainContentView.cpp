@@ -48,7 +48,7 @@ MainContentView::MainContentView(const Services& services, BulkConfirmation& con
     setObjectName(u"mainContentView"_s);
     auto* toolRow = new QWidget(this);
     buildToolRow(toolRow);
-    m_preview = new PreviewStrip(m_viewModel, this); // before the table also for Tab
+    m_preview = new PreviewStrip(m_viewModel, this); // before the table in tab order
     connect(m_preview, &PreviewStrip::closeClicked, this, [this] { m_viewModel.closeProfilePreview(); });
     auto* tables = new QWidget(m_body);
     m_list = new PluginListView(m_viewModel, services.platform, tables);
@@ -72,7 +72,7 @@ MainContentView::MainContentView(const Services& services, BulkConfirmation& con
     m_body->addWidget(m_emptyState);
     m_body->addWidget(tables);
 
-    // The selection itself tells nobody of its changes; these do, each time that it has changed.
+    // `persistedSelections` is not observable; these values change whenever it does.
     m_updates->watch(m_viewModel.selectedPlugins, m_viewModel.consolidatedBulkPlugins,
                      m_viewModel.displayedPlugins, m_viewModel.showAllPlugins, m_viewModel.activeProfile);
     render();
@@ -108,14 +108,14 @@ void MainContentView::buildToolRow(QWidget* row)
     connect(exportButton, &QAbstractButton::clicked, this, &MainContentView::showExportPicker);
     for (PressButton* action : {scan, exportButton}) {
         action->setTextColour([](const QPalette&) { return AppTheme::actionText(); });
-        action->setFont(
-            AppTheme::semibold(action->font())); // helps a colour that is weak on a light background
+        // Compensates for the low contrast of the colour on a light background.
+        action->setFont(AppTheme::semibold(action->font()));
     }
 }
 
 void MainContentView::reset()
 {
-    // On purpose twice, here and behind the closure: the button resets whoever listens to it.
+    // On purpose twice, here and in the callback: the reset does not depend on the callback.
     m_viewModel.resetView();
     m_onResetTapped();
     m_list->startOver();
@@ -131,7 +131,7 @@ void MainContentView::showExportPicker()
 
 void MainContentView::exportPlugins()
 {
-    // On purpose all plugins, whatever is searched for, filtered and selected.
+    // On purpose all plugins, regardless of search, filters and selection.
     PDFExporter::exportPlugins(*m_viewModel.plugins, m_exportFormat, m_exportSortOption, m_services.savePanel,
                                m_services.platform);
 }
@@ -145,7 +145,7 @@ void MainContentView::render()
     const auto holdsFocus = [focus](const QWidget* view) {
         return focus && (focus == view || view->isAncestorOf(focus));
     };
-    // Before what has the focus goes from sight.
+    // Move the focus before its view is hidden.
     if (!hasPreview && holdsFocus(m_preview))
         m_reset->setFocus();
     if (!showsTable && holdsFocus(m_body))
@@ -160,8 +160,8 @@ void MainContentView::render()
 
 void MainContentView::resizeBulkPane(double translation)
 {
-    // On purpose: the way counts from the start of the drag while the height is the changed one already, so that the
-    // pane runs ahead of the pointer.
+    // On purpose: the translation counts from the start of the drag but is applied to the height already
+    // changed, so the pane moves faster than the pointer.
     m_bulkPaneHeight = std::clamp(m_bulkPaneHeight - translation, kSmallestPane, kLargestPane);
     m_bulkActions->setPaneHeight(m_bulkPaneHeight);
 }

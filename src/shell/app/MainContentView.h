@@ -21,8 +21,8 @@ class PreviewStrip;
 class ViewUpdater;
 struct BulkConfirmation;
 
-/// The detail column: the tool row over one of three bodies. These are the empty state, the plugin table, and the
-/// table over the bulk pane while anything is selected.
+/// The detail column: the tool row above one of three bodies: the empty state, the plugin table, or the table
+/// with the bulk pane while plugins are selected.
 class MainContentView final : public QWidget {
     Q_OBJECT
 
@@ -30,7 +30,7 @@ public:
     MainContentView(const Services& services, BulkConfirmation& confirmation,
                     std::function<void()> onResetTapped, QWidget* parent);
 
-    /// Height of the bulk pane's list, from 80 to 500.
+    /// Height of the bulk pane's list in logical pixels, 80 to 500.
     [[nodiscard]] double bulkPaneHeight() const { return m_bulkPaneHeight; }
 
 private:

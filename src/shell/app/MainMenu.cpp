@@ -17,7 +17,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// A system with a menu bar of its own also brings the entries that hide applications.
+/// A system with a global menu bar also provides the entries that hide applications.
 bool systemHasApplicationMenu() { return QGuiApplication::platformName() == u"cocoa"_s; }
 
 QAction* addEntry(QMenu* menu, const QString& title, const QKeySequence& key, const QString& objectName)
@@ -45,7 +45,7 @@ void addHidingEntries(QMenu* menu, QMainWindow& window)
     QAction* hide = addEntry(menu, u"Hide Orvanlite"_s, QKeySequence(u"Ctrl+H"_s), u"hideAction"_s);
     QObject::connect(hide, &QAction::triggered, &window, &QWidget::showMinimized);
     QAction* others = addEntry(menu, u"Hide Others"_s, QKeySequence(u"Ctrl+Alt+H"_s), u"hideOthersAction"_s);
-    others->setEnabled(false); // no application may hide another one's windows here
+    others->setEnabled(false); // other windows cannot be hidden on this system
     QAction* show = addEntry(menu, u"Show All"_s, {}, u"showAllAction"_s);
     QObject::connect(show, &QAction::triggered, &window, [&window] {
         window.setWindowState(window.windowState() & ~Qt::WindowMinimized);
@@ -77,11 +77,11 @@ void addApplicationMenu(QMenuBar* bar, QMainWindow& window, const platform::Main
 
 struct EditEntry {
     QString title;
-    const char* slot; ///< of whatever control has the focus
+    const char* slot; ///< of the focused control
     QString key;
 };
 
-/// The control with the focus takes the action if it knows it, as along a responder chain.
+/// Invokes the slot on the focused control if it has one, like a responder chain.
 void sendToFocus(const char* slot)
 {
     QWidget* focus = QApplication::focusWidget();

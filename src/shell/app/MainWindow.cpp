@@ -14,10 +14,10 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int kSaveDelayMilliseconds = 400;
-/// At a text of the usual height: table, bulk pane and its notices have room for all they say.
+/// Minimum size at the default text height: fits the table, the bulk pane and its notices.
 constexpr QSize kSmallestSize(720, 560);
 constexpr int kUsualTextHeight = 17;
-/// What a window manager usually puts above a window; its real height is known only once the window is shown.
+/// Typical height of a title bar; the real one is known only once the window is shown.
 constexpr int kTitleBar = 32;
 
 } // namespace

@@ -9,16 +9,16 @@ class Defaults;
 
 namespace orvanlite {
 
-/// The one window of the application. It keeps its frame in the user's defaults under an autosave name.
+/// The main window. Saves its frame in the user defaults under an autosave name.
 class MainWindow final : public QMainWindow {
     Q_OBJECT
 
 public:
     explicit MainWindow(platform::Defaults& defaults);
 
-    /// Takes the frame that was saved under the name, if there is one, and saves every later one there.
+    /// Restores the frame saved under this name, if any, and saves all later frames there.
     void setFrameAutosaveName(const QString& name);
-    /// Takes this size, or as much of it as the screen has, in the middle of the screen.
+    /// Resizes to this size, limited to the screen, and centres the window on the screen.
     void center(const QSize& wanted);
 
 protected:

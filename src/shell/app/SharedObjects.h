@@ -12,8 +12,7 @@ class PluginDatabase;
 class UADCleanupManager;
 class UpdateChecker;
 
-/// The objects of which a process has one, handed to the root view. In the application they are the shared ones,
-/// in a test its own.
+/// Per-process singletons, passed to the root view. Tests pass their own instances.
 struct SharedObjects {
     PluginDatabase& database;
     ActivityLogManager& activityLog;

@@ -4,7 +4,7 @@
 
 namespace orvanlite {
 
-/// What stands in the table's place while no category is chosen.
+/// Shown instead of the table while no category is selected.
 class EmptyStateView final : public QWidget {
     Q_OBJECT
 

@@ -82,7 +82,7 @@ constexpr std::array<PluginColumnRow, kPluginColumnCount> kPluginColumns{{
      .usualText = u"10.10.10",
      .text = [](Plugin plugin, PreviewState, Date) { return plugin.versionValue(); }},
     {.column = PluginColumn::lastUsed,
-     .title = u"Last Used(Est.)", // on purpose without a space
+     .title = u"Last Used(Est.)", // On purpose: without a space
      .sortKey = PluginSortKey::lastUsedValue,
      .cell = PluginCell::caption,
      .share = 0.13,

@@ -22,7 +22,7 @@ namespace {
 
 constexpr int kIconSize = 16;
 
-/// An entry; a "&" of a maker's name is no mnemonic.
+/// Adds an entry. A "&" in a manufacturer's name does not create a mnemonic.
 QAction* addEntry(QMenu* menu, QString title, const QString& icon, const QString& objectName)
 {
     const QColor colour = AppTheme::primary(menu->palette());
@@ -35,11 +35,11 @@ QAction* addEntry(QMenu* menu, QString title, const QString& icon, const QString
 void addPluginEntries(QMenu* menu, PluginManagerViewModel& viewModel, platform::Workspace& workspace,
                       const AudioPlugin& plugin)
 {
-    const QString maker = plugin.manufacturer.isEmpty() ? u"Manufacturer"_s : plugin.manufacturer;
+    const QString manufacturer = plugin.manufacturer.isEmpty() ? u"Manufacturer"_s : plugin.manufacturer;
     QAction* visit =
-        addEntry(menu, u"Visit "_s + maker + u" Website"_s, u"safari"_s, u"visitWebsiteAction"_s);
-    QObject::connect(visit, &QAction::triggered, menu, [&workspace, maker = plugin.manufacturer] {
-        workspace.open(manufacturerWebsiteURL(maker));
+        addEntry(menu, u"Visit "_s + manufacturer + u" Website"_s, u"safari"_s, u"visitWebsiteAction"_s);
+    QObject::connect(visit, &QAction::triggered, menu, [&workspace, manufacturer = plugin.manufacturer] {
+        workspace.open(manufacturerWebsiteURL(manufacturer));
     });
     const QString query = plugin.name + u' ' + plugin.manufacturer + u" update latest version"_s;
     QAction* search = addEntry(menu, u"Search for Updates"_s, u"magnifyingglass"_s, u"searchUpdatesAction"_s);

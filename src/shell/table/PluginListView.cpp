@@ -27,10 +27,10 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// From this number of plugins on the list is long enough for the hint on its keys.
+/// Minimum number of plugins for the hint about keyboard navigation.
 constexpr int kHintCount = 101;
 
-/// Brings the first column in line with the footer and the tool row.
+/// Aligns the first column with the footer and the tool row.
 constexpr int kTableInset = 10;
 constexpr int kSpinnerSize = 12;
 
@@ -39,7 +39,7 @@ QLabel* caption(const QString& name, double size, QWidget* parent)
     auto* label = new QLabel(parent);
     label->setObjectName(name);
     setRelativeFont(label, size);
-    label->setForegroundRole(QPalette::PlaceholderText); // the palette's secondary text
+    label->setForegroundRole(QPalette::PlaceholderText); // used as the secondary text colour
     return label;
 }
 
@@ -84,7 +84,7 @@ void PluginListView::focusTable() { m_table->setFocus(); }
 
 void PluginListView::startOver()
 {
-    m_updates->flush(); // or the rows of before would come back to their place
+    m_updates->flush(); // a pending render would restore the scroll position
     m_table->startOver();
 }
 
@@ -102,7 +102,7 @@ void PluginListView::buildFooter()
     const auto native = [](Qt::Key key) {
         return QKeySequence(Qt::CTRL | key).toString(QKeySequence::NativeText);
     };
-    m_hint->setToolTip(native(Qt::Key_Up) + u", "_s + native(Qt::Key_Down)); // other keyboards have no ⌘
+    m_hint->setToolTip(native(Qt::Key_Up) + u", "_s + native(Qt::Key_Down)); // for keyboards without a ⌘ key
 
     auto* row = new QHBoxLayout(m_footer);
     row->setContentsMargins(AppTheme::kSpace5, AppTheme::kSpace1, AppTheme::kSpace5, AppTheme::kSpace1);
@@ -112,7 +112,7 @@ void PluginListView::buildFooter()
     row->addStretch(1);
     row->addWidget(m_loadAll);
     row->addWidget(m_hint);
-    // The row keeps its height when the button makes way for the hint.
+    // Keeps the height when the hint replaces the button.
     m_footer->setMinimumHeight(m_loadAll->sizeHint().height() + 2 * AppTheme::kSpace1);
     connect(m_loadAll, &QAbstractButton::clicked, this, [this] { m_viewModel.loadAllPages(); });
 }
@@ -130,7 +130,7 @@ void PluginListView::connectTable()
     connect(m_table, &QWidget::customContextMenuRequested, this, &PluginListView::showContextMenu);
     m_viewModel.selectedPlugins.observe(this, [this] { selectionChanged(); });
     connect(m_model, &PluginTableModel::toggleRequested, this, [this](const AudioPlugin& plugin) {
-        // A screen reader's action does not come as input that could be kept away.
+        // Accessibility actions bypass InputGate.
         if (!*m_viewModel.isRunningScript)
             detach(m_viewModel.togglePlugin(plugin));
     });
@@ -186,7 +186,7 @@ bool PluginListView::isOtherList()
 
 void PluginListView::renderRows()
 {
-    // Where the view stands. Ids are new after a scan; the place where a plugin belongs stays the same.
+    // Remember the current row and scroll position. A scan creates new ids, but original paths are stable.
     const QModelIndex current = m_table->currentIndex();
     const QString currentPath = current.isValid() ? m_model->plugin(current.row()).originalPath : QString();
     const int column = current.column();
@@ -197,23 +197,23 @@ void PluginListView::renderRows()
     const bool isSamePage = isSameFirstPage(m_viewModel.filteredPlugins());
 
     m_model->setPlugins(m_viewModel.filteredPlugins());
-    // A reload has cut the list to its first page: the rows that were in view come back at once.
+    // A reload truncates the list to its first page: load the rows that were visible again.
     while (isSamePage && isPaged() && m_model->rowCount() < wantedRows && m_viewModel.hasMorePages()) {
         m_viewModel.loadMoreIfNeeded();
         m_model->setPlugins(m_viewModel.filteredPlugins());
     }
     const int row = currentPath.isEmpty() ? -1 : m_model->rowOf(currentPath);
     if (row >= 0 && row != m_table->currentIndex().row()) {
-        m_table->setAutoScroll(false); // the view stays where it is, wherever that row is now
+        m_table->setAutoScroll(false); // do not scroll to the new position of the row
         m_table->selectionModel()->setCurrentIndex(m_model->index(row, column),
                                                    QItemSelectionModel::NoUpdate);
         m_table->setAutoScroll(true);
     }
     m_table->keepACurrentRow();
     if (isOtherList()) {
-        scrollBar.setValue(0); // another search or sort is read from its first row on
+        scrollBar.setValue(0); // a new search or sort order starts at the top
     } else if (scrollBar.value() != scroll) {
-        m_table->doItemsLayout(); // the scroll bar must know of the new rows
+        m_table->doItemsLayout(); // updates the scroll range
         scrollBar.setValue(scroll);
     }
 }
@@ -253,7 +253,7 @@ void PluginListView::renderFooter()
     const bool hasMore = m_viewModel.hasMorePages();
     m_spinner->setVisible(hasMore);
     if (!hasMore && m_loadAll->hasFocus())
-        m_table->setFocus(); // before the button goes, and the focus to wherever comes next
+        m_table->setFocus(); // before hiding the button moves the focus elsewhere
     m_empty->setVisible(m_model->rowCount() == 0 && m_hasScanned);
     m_loadAll->setVisible(hasMore);
     m_hint->setVisible(!hasMore && *m_viewModel.totalPluginCount >= kHintCount);
@@ -285,14 +285,15 @@ void PluginListView::takeOverSelection()
 
 void PluginListView::selectionChanged()
 {
-    // A preview's marks are its own: they join with the first change behind it.
+    // Rows selected in a preview are added with the first change after it.
     if (*m_viewModel.activeProfile)
         return;
     const QSet<QUuid> now = *m_viewModel.selectedPlugins;
     const QSet<QUuid> before = std::exchange(m_previousSelectedPlugins, now);
     if (now == before)
         return;
-    // On purpose: what is unmarked stays selected. Only the bulk pane takes out of the selection.
+    // On purpose: deselected rows stay in the persisted selection. Only the bulk pane removes plugins from
+    // it.
     m_viewModel.collectSelection(now - before);
 }
 

@@ -26,8 +26,8 @@ class PressButton;
 class Spinner;
 class ViewUpdater;
 
-/// The plugin table over its footer, bound to the view model: rows, sort and selection both ways, the next page
-/// when the last row comes into view.
+/// The plugin table with its footer. Keeps rows, sort order and selection in sync with the view model and
+/// loads the next page when the last row becomes visible.
 class PluginListView final : public QWidget {
     Q_OBJECT
 
@@ -35,14 +35,14 @@ public:
     PluginListView(PluginManagerViewModel& viewModel, const platform::Platform& platform, QWidget* parent);
 
     void focusTable();
-    /// Back to the first row, with none current.
+    /// Scrolls to the top and clears the current row.
     void startOver();
 
 private:
     void buildFooter();
     void connectTable();
     void render();
-    /// Plain table or preview.
+    /// Switches between the plain table and a preview.
     void renderMode();
     void renderRows();
     void renderSort();
@@ -50,17 +50,17 @@ private:
     void renderFooter();
     void sortBy(int column);
     void takeOverSelection();
-    /// What the table marks has changed, by whomever: new marks join the selection.
+    /// Adds rows newly selected in the table or elsewhere to the persisted selection.
     void selectionChanged();
     void showContextMenu(const QPoint& position);
     void loadMoreAtLastRow();
-    /// Whether the list grows by pages: the changes under a preview are all there.
+    /// Whether the list is loaded in pages: the changes of a preview are loaded completely.
     [[nodiscard]] bool isPaged() const;
     [[nodiscard]] bool isSameFirstPage(const AudioPlugins& rows) const;
-    /// Whether the filters, the sort or the preview have changed since the last call.
+    /// Whether filters, sort order or preview have changed since the last call.
     [[nodiscard]] bool isOtherList();
 
-    /// Filter, sort, id of the profile under preview and the preview's tab.
+    /// Filter, sort order, id of the previewed profile, and tab of the preview.
     using ShownList = std::tuple<PluginFilter, PluginSortOrder, std::optional<QUuid>, QString>;
 
     PluginManagerViewModel& m_viewModel;

@@ -44,20 +44,19 @@ PreviewState previewOf(const QModelIndex& index)
     return static_cast<PreviewState>(index.data(PluginTableModel::PreviewRole).toInt());
 }
 
-/// The profile under preview would move this row's plugin.
+/// Whether the previewed profile would change the state of the plugin.
 bool isChanged(const QModelIndex& index)
 {
     const PreviewState state = previewOf(index);
     return state == PreviewState::willEnable || state == PreviewState::willDisable;
 }
 
-/// Orange as text.
 QColor changedText(const QPalette& colours) { return AppTheme::legible(AppTheme::orange(colours), colours); }
 
-/// Colours of a row's parts under a preview.
+/// Colours of the status badge in a preview.
 struct PreviewLook {
-    QColor ink;    ///< of the sign and its text
-    QColor ground; ///< behind the status
+    QColor foreground; ///< icon and text
+    QColor background;
 };
 
 PreviewLook previewLook(PreviewState state, const QPalette& colours)
@@ -76,7 +75,7 @@ PreviewLook previewLook(PreviewState state, const QPalette& colours)
 
 QFont smallFont(const QFont& font) { return AppTheme::scaled(font, AppTheme::kCaption); }
 
-/// Strong, to be read in the faded colour of a plugin that stays off.
+/// Semibold, so that it is legible in the faded colour of a plugin that stays disabled.
 QFont statusFont(const QFont& font) { return AppTheme::semibold(font, AppTheme::kCaption); }
 
 } // namespace
@@ -126,7 +125,7 @@ QRect PluginTableDelegate::linkRect(const QRect& cell, const QModelIndex& index,
         return {};
     const QFontMetrics metrics(font);
     QRect rect = contentRect(cell);
-    // One more: the advance is rounded, and a text that is a fraction too wide would be cut.
+    // One extra pixel: the advance is rounded, and a text that is a fraction too wide would be elided.
     const int wanted = metrics.horizontalAdvance(textOf(index)) + 1 + kLinkSpacing + kLinkIconSize;
     rect.setWidth(std::min(rect.width(), wanted));
     const int height = metrics.height() + 2 * kBadgePaddingY;
@@ -169,7 +168,7 @@ void PluginTableDelegate::paintGround(QPainter& painter, const QStyleOptionViewI
     const auto* table = qobject_cast<const QTableView*>(option.widget);
     if (!table)
         return;
-    // One rounded rectangle for the whole row, of which each cell shows its part.
+    // One rounded rectangle spans the whole row; each cell paints its part.
     const QHeaderView& header = *table->horizontalHeader();
     const QRectF row(kRowInset - header.offset(), option.rect.top() + 1,
                      std::max(header.length(), table->viewport()->width()) - 2 * kRowInset,
@@ -188,7 +187,7 @@ void PluginTableDelegate::paintGround(QPainter& painter, const QStyleOptionViewI
         painter.setBrush(Qt::NoBrush);
         painter.drawRoundedRect(row.adjusted(0.75, 0.75, -0.75, -0.75), kRowRadius, kRowRadius);
         if (table->currentIndex() == index && cellOf(index) == PluginCell::link) {
-            // Return opens the link: show which cell would act.
+            // Return opens the link: show which cell it applies to.
             const QRectF link = QRectF(linkRect(option.rect, index, option.font)).adjusted(-4, 0, 4, 0);
             if (link.isValid())
                 painter.drawRoundedRect(link, 4, 4);
@@ -211,15 +210,15 @@ void PluginTableDelegate::paintPreviewStatus(QPainter& painter, const QStyleOpti
     badge.setTop(option.rect.center().y() - height / 2 + 0.5);
     badge.setHeight(height);
     painter.setPen(Qt::NoPen);
-    painter.setBrush(look.ground);
+    painter.setBrush(look.background);
     painter.drawRoundedRect(badge, 4, 4);
     const QRectF icon(badge.left() + kStatusPaddingX, badge.center().y() - kBadgeIconSize / 2.0,
                       kBadgeIconSize, kBadgeIconSize);
-    drawIcon(painter, icon, index.data(PluginTableModel::IconRole).toString(), look.ink);
+    drawIcon(painter, icon, index.data(PluginTableModel::IconRole).toString(), look.foreground);
     QRectF label = badge.adjusted(0, 0, -kStatusPaddingX + 1, 0);
     label.setLeft(icon.right() + kLinkSpacing);
     painter.setFont(font);
-    painter.setPen(look.ink);
+    painter.setPen(look.foreground);
     painter.drawText(label, Qt::AlignLeft | Qt::AlignVCenter,
                      metrics.elidedText(text, Qt::ElideRight, static_cast<int>(label.width())));
 }
@@ -243,11 +242,11 @@ void PluginTableDelegate::paintLink(QPainter& painter, const QStyleOptionViewIte
     const bool isHovered = m_hoveredLink == index;
     QFont font = option.font;
     font.setUnderline(isHovered);
-    // On the ground of a marked row the accent colour could not be read.
-    const bool isMarked = option.state & QStyle::State_Selected;
+    // The accent colour is illegible on the background of a selected row.
+    const bool isSelected = option.state & QStyle::State_Selected;
     const QColor colour =
-        isHovered && !isMarked ? AppTheme::accent(option.palette) : AppTheme::primary(option.palette);
-    // As high as the cell, so that the text stands on one line with its neighbours.
+        isHovered && !isSelected ? AppTheme::accent(option.palette) : AppTheme::primary(option.palette);
+    // As high as the cell, so that the text aligns with its neighbours.
     const QRect label(link.left(), option.rect.top(), link.width() - kLinkSpacing - kLinkIconSize,
                       option.rect.height());
     painter.setFont(font);
@@ -359,7 +358,7 @@ int PluginTableDelegate::leastWidth(const PluginColumnRow& column, const QFont& 
 bool PluginTableDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view,
                                     const QStyleOptionViewItem& option, const QModelIndex& index)
 {
-    // The tooltip of a maker speaks of its link, which may end before the cell does.
+    // The tooltip of a manufacturer cell describes its link, which may be narrower than the cell.
     if (index.isValid() && cellOf(index) == PluginCell::link &&
         !linkRect(option.rect, index, view->font()).contains(event->pos())) {
         QToolTip::hideText();

@@ -12,24 +12,24 @@ class PluginTableModel;
 enum class PluginCell;
 struct PluginColumnRow;
 
-/// Draws the cells of the plugin table: the switch, the maker's link, the format's badge and plain texts, on the
-/// rounded ground of the row.
+/// Draws the cells of the plugin table (switch, manufacturer link, format badge and plain text) on the
+/// rounded background of the row.
 class PluginTableDelegate final : public QStyledItemDelegate {
     Q_OBJECT
 
 public:
     PluginTableDelegate(const PluginTableModel& model, QObject* parent);
 
-    /// Slides the switch of the row to its new side.
+    /// Animates the switch of the row to its new state.
     void animateSwitch(const QUuid& id, bool isEnabled);
 
-    /// Where the link of a maker's cell takes a click.
+    /// Clickable area of the link in a manufacturer cell.
     [[nodiscard]] QRect linkRect(const QRect& cell, const QModelIndex& index, const QFont& font) const;
-    /// Where the switch of a status cell takes a click.
     [[nodiscard]] static int rowHeight(const QFontMetrics& metrics);
+    /// Clickable area of the switch in a status cell.
     [[nodiscard]] static QRect switchRect(const QRect& cell);
 
-    /// What the column's usual texts need in that font.
+    /// Minimum width for the usual text of the column in this font.
     [[nodiscard]] int leastWidth(const PluginColumnRow& column, const QFont& font) const;
 
     void setHoveredLink(const QModelIndex& index) { m_hoveredLink = index; }
@@ -60,7 +60,7 @@ private:
 
     const PluginTableModel& m_model;
     bool m_showsFocus = true;
-    /// Running switches: 0 is off, 1 is on.
+    /// Positions of switches being animated: 0 is off, 1 is on.
     QHash<QUuid, double> m_switchPositions;
     QPersistentModelIndex m_hoveredLink;
 };

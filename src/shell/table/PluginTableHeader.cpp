@@ -19,7 +19,7 @@ constexpr int kPadding = 10;
 constexpr int kArrowSize = 12;
 constexpr int kArrowGap = 4;
 
-/// What a screen reader finds: the picked title, which can be pressed.
+/// Exposes the focused title to screen readers, as a button that can be pressed.
 class HeaderAccessible final : public QAccessibleWidget {
 public:
     explicit HeaderAccessible(PluginTableHeader* header)
@@ -51,7 +51,7 @@ PluginTableHeader::PluginTableHeader(QWidget* parent)
     setObjectName(u"pluginTableHeader"_s);
     setSectionsClickable(true);
     setHighlightSections(false);
-    setSortIndicatorShown(false); // drawn here
+    setSortIndicatorShown(false); // drawn in paintSection()
     setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     setMinimumSectionSize(64);
     setFocusPolicy(Qt::StrongFocus);
@@ -104,9 +104,9 @@ void PluginTableHeader::paintSection(QPainter* painter, const QRect& rect, int l
     if (isSorted) {
         const QString arrow =
             sortIndicatorOrder() == Qt::AscendingOrder ? u"chevron.up"_s : u"chevron.down"_s;
-        const QRectF place(label.left() + metrics.horizontalAdvance(shown) + kArrowGap,
-                           rect.center().y() - kArrowSize / 2.0, kArrowSize, kArrowSize);
-        drawIcon(*painter, place, arrow, colour);
+        const QRectF arrowRect(label.left() + metrics.horizontalAdvance(shown) + kArrowGap,
+                               rect.center().y() - kArrowSize / 2.0, kArrowSize, kArrowSize);
+        drawIcon(*painter, arrowRect, arrow, colour);
     }
     if (hasFocus() && m_picked == logicalIndex) {
         painter->setRenderHint(QPainter::Antialiasing);
@@ -132,7 +132,7 @@ void PluginTableHeader::keyPressEvent(QKeyEvent* event)
             sortByPicked();
         break;
     default:
-        // Not the base class: it would move a cell that a header does not have.
+        // The base class would move a current cell, which a header does not have.
         event->ignore();
     }
 }
@@ -141,7 +141,7 @@ void PluginTableHeader::sortByPicked() { Q_EMIT sortRequested(m_picked); }
 
 void PluginTableHeader::pick(int column)
 {
-    // Hidden columns are the last ones.
+    // Hidden columns come last.
     m_picked = std::clamp(column, 0, std::max(0, count() - hiddenSectionCount() - 1));
     viewport()->update();
     announce();
@@ -155,7 +155,7 @@ void PluginTableHeader::announce()
     QString name = u"Sort by "_s + title;
     if (sortIndicatorSection() == m_picked)
         name += sortIndicatorOrder() == Qt::AscendingOrder ? u", ascending"_s : u", descending"_s;
-    setAccessibleName(name); // tells a screen reader of the change
+    setAccessibleName(name); // screen readers announce the change
 }
 
 void PluginTableHeader::focusInEvent(QFocusEvent* event)

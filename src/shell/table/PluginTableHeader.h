@@ -4,7 +4,8 @@
 
 namespace orvanlite {
 
-/// The table's header. A click on a title sorts by it; by keyboard, Left and Right pick a title and Space sorts.
+/// The table header. A click on a title sorts by it; Left and Right move the keyboard focus between titles
+/// and Space sorts.
 class PluginTableHeader final : public QHeaderView {
     Q_OBJECT
 
@@ -13,13 +14,13 @@ public:
 
     [[nodiscard]] QSize sizeHint() const override;
 
-    /// What the title needs when the table is sorted by it.
+    /// Minimum width of the title, including the sort indicator.
     [[nodiscard]] int leastWidth(int column) const;
-    /// Sorts by the title that the keys have picked.
+    /// Sorts by the title with the keyboard focus.
     void sortByPicked();
 
 Q_SIGNALS:
-    /// The user wants this column as the sort; a second time turns the direction round.
+    /// The user requests sorting by this column; repeating it reverses the direction.
     void sortRequested(int column);
 
 protected:

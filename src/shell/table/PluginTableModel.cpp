@@ -19,7 +19,7 @@ QString previewIcon(PreviewState state)
     return keys[static_cast<std::size_t>(state)];
 }
 
-/// Few enough to be freed between two frames.
+/// Small enough to be freed within a frame.
 constexpr std::size_t kFreedAtOnce = 4000;
 
 } // namespace
@@ -98,7 +98,7 @@ void PluginTableModel::changeInPlace(const AudioPlugins& plugins, std::size_t co
         const bool switched = row.isEnabled != plugins[i].isEnabled;
         row = plugins[i];
         const int number = static_cast<int>(i);
-        // No list of roles: a screen reader hears of the check state and its text too.
+        // No list of roles, so that screen readers are notified of the check state as well as the text.
         Q_EMIT dataChanged(index(number, 0), index(number, kPluginColumnCount - 1));
         if (switched)
             Q_EMIT stateChanged(row.id, row.isEnabled);
@@ -157,7 +157,7 @@ QVariant PluginTableModel::toolTip(const AudioPlugin& plugin, const PluginColumn
     switch (column.cell) {
     case PluginCell::status:
         return {};
-    case PluginCell::title: // which may be cut
+    case PluginCell::title: // may be elided
         return plainToolTip(text(plugin, column) + u'\n' + description(plugin, column));
     default:
         return plainToolTip(description(plugin, column));

@@ -15,7 +15,7 @@ class Clock;
 
 namespace orvanlite {
 
-/// Frees rows that are shown no longer bit by bit: at once, 100,000 of them would hold up the letter that was typed.
+/// Frees discarded rows in batches. Freeing 100,000 at once would stall typing.
 class PluginLeftovers final {
 public:
     PluginLeftovers();
@@ -28,25 +28,25 @@ private:
     QTimer m_timer;
 };
 
-/// The rows of the plugin table. It holds them and answers for them; it asks nothing of the catalogue.
+/// The rows of the plugin table. Holds copies; does not query the catalogue.
 class PluginTableModel final : public QAbstractTableModel {
     Q_OBJECT
 
 public:
     enum Role {
-        IsFadedRole = Qt::UserRole, ///< bool: the cell says that something is unknown
+        IsFadedRole = Qt::UserRole, ///< bool: the value of the cell is unknown
         IconRole,                   ///< key of the icon in front of the text
         PreviewRole,                ///< int of PreviewState: none in the plain table
     };
 
     explicit PluginTableModel(const platform::Clock& clock, QObject* parent = nullptr);
 
-    /// Takes new rows. The same ids in the same order change in place; a longer or shorter list with the same head
-    /// inserts or removes rows at the end; any other list resets the model.
+    /// Replaces the rows. Rows with the same ids in the same order are updated in place; a longer or shorter
+    /// list with the same beginning inserts or removes rows at the end; any other list resets the model.
     void setPlugins(const AudioPlugins& plugins);
 
-    /// Shows what a profile that holds these keys as enabled would change, or the plain table again. The status
-    /// cells tell of it then and are no switches, and a maker is no link.
+    /// Shows the changes of a profile with these enabled keys, or the plain table if nullopt. In a preview
+    /// the status cells describe the change instead of being switches, and manufacturers are not links.
     void setPreview(const std::optional<QSet<QString>>& enabledKeys);
     [[nodiscard]] bool isPreview() const { return m_previewKeys.has_value(); }
     [[nodiscard]] PreviewState previewState(const AudioPlugin& plugin) const;
@@ -56,20 +56,21 @@ public:
     {
         return m_plugins[static_cast<std::size_t>(row)];
     }
-    /// Row of the plugin that belongs at this path, or -1.
+    /// Row of the plugin with this original path, or -1.
     [[nodiscard]] int rowOf(const QString& originalPath) const;
 
     [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
     [[nodiscard]] int columnCount(const QModelIndex& parent = {}) const override;
     [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
-    /// Setting the check state of a status cell asks for the toggle; the row changes when that has succeeded.
+    /// Setting the check state of a status cell emits toggleRequested(); the row changes once the toggle has
+    /// succeeded.
     bool setData(const QModelIndex& index, const QVariant& value, int role) override;
     [[nodiscard]] QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
     [[nodiscard]] Qt::ItemFlags flags(const QModelIndex& index) const override;
 
 Q_SIGNALS:
     void toggleRequested(const orvanlite::AudioPlugin& plugin);
-    /// A row's switch has changed its side in place.
+    /// A row was enabled or disabled by an update in place.
     void stateChanged(const QUuid& id, bool isEnabled);
 
 private:

@@ -20,7 +20,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Leaves the ground of the rows to the delegate.
+/// Leaves the row background to the delegate.
 class BareRowStyle final : public QProxyStyle {
 public:
     void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
@@ -56,8 +56,8 @@ PluginTableView::PluginTableView(PluginTableModel& model, QWidget* parent)
     setMouseTracking(true);
     setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
-    setVerticalScrollBarPolicy(
-        Qt::ScrollBarAlwaysOn); // seen only when needed, and the columns stay where they are
+    // Painted only when needed, but always reserved so that the columns keep their width.
+    setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
     setCornerWidget(new QWidget(this));
     setCornerButtonEnabled(false);
     setVerticalScrollBar(new ThinScrollBar(Qt::Vertical, this));
@@ -98,7 +98,7 @@ bool PluginTableView::actOnCurrentRow(const QKeyEvent& event)
     const QModelIndex current = currentIndex();
     switch (event.key()) {
     case Qt::Key_Space:
-        // A key that is held down must not move files to and fro.
+        // Key repeat must not move files back and forth.
         if (!current.isValid() || KeyRepeat::isRepeat(event))
             return true;
         if (event.modifiers() & (Qt::ShiftModifier | Qt::ControlModifier)) {
@@ -137,7 +137,7 @@ bool PluginTableView::moveCurrentRow(const QKeyEvent& event)
         return true;
     }
     if (event.modifiers() & Qt::AltModifier) {
-        // Goes along the rows and marks none.
+        // Moves the current row without selecting it.
         if (last >= 0) {
             const int target = std::clamp(m_isCurrentFromFocus ? row : row + (isUp ? -1 : 1), 0, last);
             m_isCurrentFromFocus = false;
@@ -147,7 +147,7 @@ bool PluginTableView::moveCurrentRow(const QKeyEvent& event)
         return true;
     }
     if (m_isCurrentFromFocus) {
-        // The first key picks the row that bears the ring, or that one could not be picked alone.
+        // The first key press selects the row with the focus ring; otherwise it could not be selected alone.
         goToRow(row, Qt::NoModifier);
         return true;
     }
@@ -166,7 +166,7 @@ void PluginTableView::goToRow(int row, Qt::KeyboardModifiers modifiers)
         selectionModel()->select(span, QItemSelectionModel::Select);
         selectionModel()->setCurrentIndex(target, QItemSelectionModel::NoUpdate);
     } else {
-        // Not setCurrentIndex() of the view: it would look at the Control key that is held and toggle the mark.
+        // Not the setCurrentIndex() of the view: with Control held it would toggle the selection.
         selectionModel()->setCurrentIndex(target,
                                           QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
     }
@@ -177,7 +177,7 @@ void PluginTableView::scrollTo(const QModelIndex& index, ScrollHint hint)
 {
     const int left = horizontalScrollBar()->value();
     QTableView::scrollTo(index, hint);
-    // Rows are brought into sight, cells only for keys that go by cells: a click moves no table sideways.
+    // Scroll vertically only, except for keys that move between cells: a click must not scroll sideways.
     if (!m_goesByCells)
         horizontalScrollBar()->setValue(left);
 }
@@ -192,7 +192,7 @@ void PluginTableView::keepACurrentRow()
 
 void PluginTableView::startOver()
 {
-    // The view keeps its place across a reload; a reset is meant to lose it.
+    // Reloads preserve the scroll position and the current row; a reset discards them.
     selectionModel()->clearCurrentIndex();
     verticalScrollBar()->setValue(0);
     horizontalScrollBar()->setValue(0);
@@ -232,7 +232,7 @@ void PluginTableView::currentChanged(const QModelIndex& current, const QModelInd
 {
     QTableView::currentChanged(current, previous);
     m_isCurrentFromFocus = false;
-    viewport()->update(); // the mark of the current row runs through all its cells
+    viewport()->update(); // the focus ring spans all cells of the row
 }
 
 void PluginTableView::mousePressEvent(QMouseEvent* event)
@@ -244,7 +244,7 @@ void PluginTableView::mousePressEvent(QMouseEvent* event)
 
 void PluginTableView::mouseDoubleClickEvent(QMouseEvent* event)
 {
-    // Two quick clicks on a switch are two clicks.
+    // A double click on a switch counts as two clicks.
     mousePressEvent(event);
 }
 
@@ -298,7 +298,7 @@ void PluginTableView::layoutColumns()
     std::array<int, kPluginColumnCount> least{};
     for (int column = 0; column < kPluginColumnCount; ++column)
         least[static_cast<std::size_t>(column)] = isShown(column) ? leastWidth(column) : 0;
-    // A window that is too narrow for that scrolls sideways.
+    // If the window is too narrow, the table scrolls horizontally.
     const int width = std::max(viewport()->width(), std::accumulate(least.begin(), least.end(), 0));
     std::array<int, kPluginColumnCount> widths{};
     int spare = width;
@@ -306,13 +306,14 @@ void PluginTableView::layoutColumns()
         widths[column] = std::max(least[column], static_cast<int>(width * shares()[column]));
         spare -= widths[column];
     }
-    // What a column got beyond its share is taken from the two that hold long texts; what is left over is theirs.
+    // Width that columns get beyond their shares is taken from the two with long texts; spare width goes to
+    // them.
     auto& name = widths[static_cast<std::size_t>(PluginColumn::name)];
-    auto& maker = widths[static_cast<std::size_t>(PluginColumn::manufacturer)];
-    const int leastMaker = least[static_cast<std::size_t>(PluginColumn::manufacturer)];
-    const int forMaker = std::max(leastMaker - maker, spare * 2 / 5);
-    maker += forMaker;
-    name += spare - forMaker;
+    auto& manufacturer = widths[static_cast<std::size_t>(PluginColumn::manufacturer)];
+    const int leastManufacturer = least[static_cast<std::size_t>(PluginColumn::manufacturer)];
+    const int forManufacturer = std::max(leastManufacturer - manufacturer, spare * 2 / 5);
+    manufacturer += forManufacturer;
+    name += spare - forManufacturer;
     for (int column = 0; column < kPluginColumnCount; ++column) {
         if (isShown(column))
             m_header->resizeSection(column, widths[static_cast<std::size_t>(column)]);
@@ -332,8 +333,8 @@ void PluginTableView::takeOverShares()
 void PluginTableView::resizeEvent(QResizeEvent* event)
 {
     QTableView::resizeEvent(event);
-    // What comes up in the window, as the bulk pane does, must not cover the row that has just been picked. A window
-    // that its user makes smaller may.
+    // Anything that shrinks the table within the window, such as the bulk pane, must not hide the row just
+    // selected. Shrinking the window may.
     const QSize windowSize = window()->size();
     if (windowSize == m_windowSize)
         keepCurrentRowInSight(event->oldSize().height(), event->size().height());

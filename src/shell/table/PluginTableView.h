@@ -11,7 +11,7 @@ namespace orvanlite {
 class PluginTableDelegate;
 class PluginTableHeader;
 
-/// The plugin table as a widget: keys, links under the pointer, and the place of the view across reloads.
+/// The plugin table widget: keyboard handling, link hovering and the scroll position across reloads.
 class PluginTableView final : public QTableView {
     Q_OBJECT
 
@@ -19,13 +19,13 @@ public:
     PluginTableView(PluginTableModel& model, QWidget* parent);
 
     [[nodiscard]] PluginTableHeader* header() const { return m_header; }
-    /// Shows the columns of the table that the model is.
+    /// Shows the columns of the current mode, plain table or preview.
     void showModelColumns();
-    /// Whether the last row can be seen.
+    /// Whether the last row is visible.
     [[nodiscard]] bool showsLastRow() const;
-    /// Back to the first row, with none current.
+    /// Scrolls to the top left and clears the current row.
     void startOver();
-    /// After new rows: a table with the focus shows where the keys are.
+    /// Call after new rows: makes the first row current if the table has the focus but no current row.
     void keepACurrentRow();
     void scrollTo(const QModelIndex& index, ScrollHint hint = EnsureVisible) override;
 
@@ -49,14 +49,15 @@ protected:
 private:
     void hoverLink(const QModelIndex& index);
     void followPointer(const QPoint& position);
-    /// The current row is marked for those who move it by keys, not after a click.
+    /// Shows the focus ring of the current row for keyboard navigation and hides it after a click.
     void showKeyboardFocus(bool shows);
-    /// Gives each column its share of the width, and at least what its title and cells need.
+    /// Sizes each column by its share of the width, but at least to its minimum width.
     void layoutColumns();
     [[nodiscard]] int leastWidth(int column) const;
-    /// The user has dragged a column: its share stays when the window changes.
+    /// Stores the shares after the user has resized a column, so that they persist when the window is
+    /// resized.
     void takeOverShares();
-    /// What a key on the current row means; false for all that is left to the table.
+    /// Handles keys that act on the current row; false for keys left to the table.
     bool actOnCurrentRow(const QKeyEvent& event);
     bool moveCurrentRow(const QKeyEvent& event);
     void goToRow(int row, Qt::KeyboardModifiers modifiers);
@@ -66,14 +67,13 @@ private:
     PluginTableDelegate* m_delegate;
     PluginTableHeader* m_header;
     QPersistentModelIndex m_hovered;
-    /// Share of the width by column.
     using Shares = std::array<double, kPluginColumnCount>;
     [[nodiscard]] Shares& shares() { return m_model.isPreview() ? m_previewShares : m_shares; }
 
     Shares m_shares{};
     Shares m_previewShares{};
     bool m_isLayingOut = false;
-    /// The current row came with the focus: nobody has gone to it yet.
+    /// The current row was set by focusing the table, not by the user.
     bool m_isCurrentFromFocus = false;
     bool m_goesByCells = false;
     QSize m_windowSize;

@@ -37,7 +37,7 @@ constexpr int kTabIconSize = 14;
 constexpr double kTabRadius = 6;
 
 struct Slice {
-    QString value; ///< of the view model's `profileViewFilter`
+    QString value; ///< value of `profileViewFilter`
     QString label;
     QString iconKey;
     QColor (*colour)(const QPalette&);
@@ -53,7 +53,7 @@ const std::array<Slice, 4>& slices()
     return all;
 }
 
-/// One slice of the preview: semibold on a ground of its colour while it is shown.
+/// A tab of the preview; semibold on a background of its colour while selected.
 class PreviewTab final : public Control {
 public:
     PreviewTab(const Slice& slice, QWidget* parent)
@@ -68,8 +68,8 @@ public:
 
     [[nodiscard]] QSize sizeHint() const override
     {
-        const QFontMetrics metrics(
-            AppTheme::semibold(font())); // so that no neighbour moves when it is chosen
+        // The wider font, so that selecting a tab moves no other.
+        const QFontMetrics metrics(AppTheme::semibold(font()));
         return {metrics.horizontalAdvance(label()) + kTabIconSize + kTabSpacing + 2 * kTabPaddingX,
                 std::max(metrics.height(), kTabIconSize) + 2 * kTabPaddingY};
     }
@@ -83,11 +83,11 @@ protected:
             painter.setBrush(AppTheme::withOpacity(colour, isChecked() ? 0.2 : isDown() ? 0.14 : 0.08));
             painter.drawRoundedRect(bounds(), kTabRadius, kTabRadius);
         }
-        const QColor ink = AppTheme::legible(colour, palette());
+        const QColor foreground = AppTheme::legible(colour, palette());
         const QRectF icon(kTabPaddingX, (height() - kTabIconSize) / 2.0, kTabIconSize, kTabIconSize);
-        drawIcon(painter, icon, m_slice.iconKey, ink);
+        drawIcon(painter, icon, m_slice.iconKey, foreground);
         painter.setFont(isChecked() ? AppTheme::semibold(font()) : font());
-        painter.setPen(isChecked() ? ink : AppTheme::primary(palette()));
+        painter.setPen(isChecked() ? foreground : AppTheme::primary(palette()));
         painter.drawText(QRectF(rect()).adjusted(icon.right() + kTabSpacing, 0, 0, 0),
                          Qt::AlignLeft | Qt::AlignVCenter, label());
     }

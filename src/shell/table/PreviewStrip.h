@@ -11,8 +11,8 @@ class PressButton;
 class ProfilePreview;
 class ViewUpdater;
 
-/// The strip above the table while a profile is under preview: which one it is, the slices of it to look at, and the
-/// way out.
+/// The strip above the table during a preview: the name of the profile, tabs for parts of it, and a button
+/// that closes the preview.
 class PreviewStrip final : public QWidget {
     Q_OBJECT
 

@@ -39,7 +39,7 @@ SearchBar::SearchBar(Observable<QString>& searchText, QWidget* parent)
     m_field->setAccessibleName(u"Search plugins"_s);
     m_field->setPlaceholderText(u"Search plugins..."_s);
     m_field->setFrame(false);
-    // Only this one colour is the field's own: all others go on following the application's palette.
+    // Set a single role; all others keep following the application palette.
     QPalette seeThrough;
     seeThrough.setBrush(QPalette::Base, Qt::transparent);
     m_field->setPalette(seeThrough);
@@ -53,7 +53,7 @@ SearchBar::SearchBar(Observable<QString>& searchText, QWidget* parent)
     row->setSpacing(kSpacing);
     row->addWidget(m_field, 1);
     row->addWidget(m_clear);
-    // The button is higher than the text: it must not make the field grow when it comes.
+    // The button is taller than the text and must not change the height of the field when it appears.
     m_clear->setFixedHeight(m_field->sizeHint().height());
 
     connect(m_field, &QLineEdit::textEdited, this, [this](const QString& text) { m_searchText = text; });

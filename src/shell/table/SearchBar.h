@@ -11,7 +11,8 @@ namespace orvanlite {
 class PressButton;
 class ViewUpdater;
 
-/// The search field: an icon, the text, and a "Clear" button while there is text. Bound to `searchText` both ways.
+/// The search field: an icon, the text, and a "Clear" button while there is text. Two-way binding to
+/// `searchText`.
 class SearchBar final : public QWidget {
     Q_OBJECT
 

@@ -6,8 +6,8 @@ class QWidget;
 
 namespace orvanlite {
 
-/// Has a screen reader say the text, which becomes the widget's accessible name: for what changes in sight without the
-/// focus being there.
+/// Sets the accessible name to the text and has screen readers speak it. For visible changes that do not move
+/// the focus.
 void announce(QWidget* widget, const QString& text);
 
 } // namespace orvanlite

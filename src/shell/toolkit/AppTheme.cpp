@@ -12,7 +12,7 @@ namespace AppTheme {
 
 namespace {
 
-/// How strongly a tint may colour the ground under text of its own colour.
+/// Strongest tint of a background that carries text of the same colour.
 constexpr double kStrongestTint = 0.28;
 constexpr double kLegibleContrast = 4.5;
 
@@ -103,13 +103,13 @@ QColor gray(const QPalette& palette)
 QColor legible(const QColor& colour, const QPalette& palette)
 {
     const QColor end = isDark(palette) ? Qt::white : Qt::black;
-    // Cards lie on the window's own shade: together a tenth of the way to its text.
+    // A card is the window colour mixed with about a tenth of the text colour.
     const QColor card = mixed(palette.color(QPalette::Active, QPalette::Window), primary(palette), 0.1);
-    const double ground = luminance(mixed(card, colour, kStrongestTint)) + 0.05;
+    const double background = luminance(mixed(card, colour, kStrongestTint)) + 0.05;
     for (double share = 0; share < 1; share += 0.05) {
         const QColor text = mixed(colour, end, share);
-        const double ink = luminance(text) + 0.05;
-        if (std::max(ground, ink) / std::min(ground, ink) >= kLegibleContrast)
+        const double foreground = luminance(text) + 0.05;
+        if (std::max(background, foreground) / std::min(background, foreground) >= kLegibleContrast)
             return text;
     }
     return end;
@@ -118,10 +118,10 @@ QColor legible(const QColor& colour, const QPalette& palette)
 QColor groundForWhite(const QColor& colour, double opacity)
 {
     for (double share = 0; share < 1; share += 0.05) {
-        const QColor ground = mixed(colour, Qt::black, share);
-        const double ink = luminance(mixed(ground, Qt::white, opacity)) + 0.05;
-        if (ink / (luminance(ground) + 0.05) >= kLegibleContrast)
-            return ground;
+        const QColor background = mixed(colour, Qt::black, share);
+        const double foreground = luminance(mixed(background, Qt::white, opacity)) + 0.05;
+        if (foreground / (luminance(background) + 0.05) >= kLegibleContrast)
+            return background;
     }
     return Qt::black;
 }
@@ -156,19 +156,19 @@ QPalette palette(bool dark, const QColor& accent)
     const QColor button = dark ? QColor(52, 52, 57) : QColor(255, 255, 255);
     const QColor faded = withOpacity(text, 0.4);
 
-    QPalette made(text, button, button.lighter(dark ? 130 : 105), window.darker(dark ? 160 : 130),
-                  window.darker(115), text, Qt::white, base, window);
-    made.setColor(QPalette::AlternateBase, alternate);
-    made.setColor(QPalette::Mid, dark ? window.lighter(200) : window.darker(118)); // dividers
-    made.setColor(QPalette::Highlight, accent);
-    made.setColor(QPalette::HighlightedText, Qt::white);
-    made.setColor(QPalette::PlaceholderText, withOpacity(text, dark ? 0.64 : 0.68));
-    made.setColor(QPalette::ToolTipBase, button);
-    made.setColor(QPalette::ToolTipText, text);
-    made.setColor(QPalette::Link, accent);
+    QPalette result(text, button, button.lighter(dark ? 130 : 105), window.darker(dark ? 160 : 130),
+                    window.darker(115), text, Qt::white, base, window);
+    result.setColor(QPalette::AlternateBase, alternate);
+    result.setColor(QPalette::Mid, dark ? window.lighter(200) : window.darker(118)); // dividers
+    result.setColor(QPalette::Highlight, accent);
+    result.setColor(QPalette::HighlightedText, Qt::white);
+    result.setColor(QPalette::PlaceholderText, withOpacity(text, dark ? 0.64 : 0.68));
+    result.setColor(QPalette::ToolTipBase, button);
+    result.setColor(QPalette::ToolTipText, text);
+    result.setColor(QPalette::Link, accent);
     for (const QPalette::ColorRole role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
-        made.setColor(QPalette::Disabled, role, faded);
-    return made;
+        result.setColor(QPalette::Disabled, role, faded);
+    return result;
 }
 
 } // namespace AppTheme

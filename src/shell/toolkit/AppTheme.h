@@ -10,14 +10,14 @@ class QRectF;
 
 namespace orvanlite {
 
-/// The colours of all views. What depends on light and dark is derived from the palette that is passed.
+/// Colours, fonts and spacing of all views. Light and dark variants are derived from the palette argument.
 namespace AppTheme {
 
-/// Text and signs of full strength.
+/// Text and icons at full strength.
 [[nodiscard]] QColor primary(const QPalette& palette);
-/// Text and signs of lesser weight; at least 4.5 to 1 on the window's ground.
+/// De-emphasised text and icons; contrast of at least 4.5:1 on the window background.
 [[nodiscard]] QColor secondary(const QPalette& palette);
-/// The colour with its opacity multiplied.
+/// Multiplies the opacity of the colour.
 [[nodiscard]] QColor withOpacity(QColor colour, double opacity);
 [[nodiscard]] bool isDark(const QPalette& palette);
 /// The user's accent colour.
@@ -44,33 +44,34 @@ namespace AppTheme {
 /// Plain text buttons of the tool row.
 [[nodiscard]] QColor actionText();
 
-/// Signs and tints. For text in one of them, see legible().
+/// For icons and tints. For text in one of these colours see legible().
 [[nodiscard]] QColor green(const QPalette& palette);
 [[nodiscard]] QColor orange(const QPalette& palette);
 [[nodiscard]] QColor red(const QPalette& palette);
 [[nodiscard]] QColor blue(const QPalette& palette);
 [[nodiscard]] QColor gray(const QPalette& palette);
-/// The colour, moved as far to black or white as text in it needs for at least 4.5 to 1 on a card of the same tint.
+/// The colour, moved towards black or white until text in it has a contrast of 4.5:1 on a card tinted with
+/// the same colour.
 [[nodiscard]] QColor legible(const QColor& colour, const QPalette& palette);
-/// The colour as a ground for white text of that opacity: moved as far to black as that needs for at least 4.5 to 1.
+/// The colour as a background for white text of the given opacity: darkened until the contrast is 4.5:1.
 [[nodiscard]] QColor groundForWhite(const QColor& colour, double opacity = 1);
 
-/// The colour at that share of the way from one to the other, with its opacity.
+/// Linear interpolation, including opacity; share 0 is `from`, 1 is `to`.
 [[nodiscard]] QColor blended(const QColor& from, const QColor& to, double share);
 
-/// The font at another size, times that factor.
+/// The font with its size multiplied by the factor.
 [[nodiscard]] QFont scaled(QFont font, double factor);
 [[nodiscard]] QFont semibold(QFont font, double factor = 1);
-/// Sizes of captions beside the text that they go with.
+/// Size factors of captions relative to the text beside them.
 inline constexpr double kCaption = 0.92;
 inline constexpr double kSmallCaption = 0.82;
 
-/// The palette of the application in light or dark.
+/// The application palette for light or dark appearance.
 [[nodiscard]] QPalette palette(bool dark, const QColor& accent);
-/// The accent of systems that name none.
+/// Accent colour for systems that do not provide one.
 [[nodiscard]] QColor defaultAccent(bool dark);
 
-/// The one spacing scale, in logical pixels.
+/// Spacing scale, in logical pixels.
 inline constexpr int kSpace1 = 4;
 inline constexpr int kSpace2 = 8;
 inline constexpr int kSpace3 = 12;
@@ -79,7 +80,7 @@ inline constexpr int kSpace5 = 20;
 
 } // namespace AppTheme
 
-/// Writes one line into the rectangle, with an ellipsis where it is too long.
+/// Draws a single line of text, elided at the right if it does not fit.
 void drawLine(QPainter& painter, const QRect& rect, const QFont& font, const QColor& colour,
               const QString& text, Qt::Alignment side = Qt::AlignLeft);
 
@@ -88,7 +89,7 @@ void liquidGlassCard(QPainter& painter, const QRectF& rect, double cornerRadius,
 /// The same, tinted.
 void liquidGlassTinted(QPainter& painter, const QRectF& rect, const QColor& tint, double cornerRadius,
                        const QPalette& palette);
-/// Tinted while active, otherwise nothing.
+/// Draws the tinted surface if active, otherwise nothing.
 void liquidGlassConditional(QPainter& painter, const QRectF& rect, bool isActive, const QColor& tint,
                             double cornerRadius, const QPalette& palette);
 

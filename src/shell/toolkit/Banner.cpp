@@ -27,16 +27,15 @@ constexpr int kPaddingY = 10;
 constexpr int kIconSize = 22;
 constexpr int kPillPaddingX = 12;
 constexpr int kPillPaddingY = 5;
-constexpr int kRing = 3; ///< room around the pill for the focus
+constexpr int kRing = 3; ///< margin for the focus ring
 constexpr int kCrossSize = 12;
 constexpr int kCrossPadding = 6;
-constexpr int kRoomyTitle = 24; ///< characters; with less room the button goes below
+constexpr int kRoomyTitle = 24; ///< average characters; below this the button wraps
 constexpr int kSlideMilliseconds = 300;
 constexpr double kSmall = 0.88;
 constexpr double kNotesOpacity = 0.8;
 constexpr double kCrossOpacity = 0.7;
 
-/// A white pill with a text.
 class PillButton final : public Control {
 public:
     PillButton(const QString& text, QWidget* parent)
@@ -73,7 +72,6 @@ protected:
     }
 };
 
-/// A bare white cross.
 class CrossButton final : public Control {
 public:
     CrossButton(const QString& tip, QWidget* parent)
@@ -148,7 +146,7 @@ Banner::Banner(const Look& look, QWidget* parent)
 
 void Banner::setTexts(const QString& title, const QString& notes)
 {
-    const QString line = notes.simplified(); // one line, whatever comes
+    const QString line = notes.simplified(); // a single line
     m_title->setText(title);
     m_notes->setText(line);
     m_notes->setVisible(!line.isEmpty());
@@ -199,17 +197,17 @@ Banner::Places Banner::arrange(int width) const
     const int notesHeight = m_notes->isHidden() ? 0 : m_notes->sizeHint().height();
     const int rowHeight = std::max(
         {kIconSize, titleHeight + notesHeight, dismiss.height(), isNarrow ? 0 : action.height() - 2 * kRing});
-    // In several lines the signs stand beside the first one.
-    const int signsHeight = isNarrow ? std::max(dismiss.height(), kIconSize) : rowHeight;
+    // If the action button wraps, the icons align with the first line.
+    const int iconsHeight = isNarrow ? std::max(dismiss.height(), kIconSize) : rowHeight;
     const auto centred = [](int left, QSize size, int height) {
         return QRect(QPoint(left, kPaddingY + (height - size.height()) / 2), size);
     };
     Places places;
-    places.icon = centred(kPaddingX, {kIconSize, kIconSize}, signsHeight);
+    places.icon = centred(kPaddingX, {kIconSize, kIconSize}, iconsHeight);
     places.title = centred(textLeft, {textWidth, titleHeight + notesHeight}, rowHeight);
     places.title.setHeight(titleHeight);
     places.notes = QRect(textLeft, places.title.bottom() + 1, textWidth, notesHeight);
-    places.dismiss = centred(beforeDismiss + kSpacing, dismiss, signsHeight);
+    places.dismiss = centred(beforeDismiss + kSpacing, dismiss, iconsHeight);
     places.action = isNarrow
                         ? QRect(QPoint(textLeft - kRing, kPaddingY + rowHeight + kSpacing - kRing), action)
                         : centred(beforeAction + kSpacing, action, rowHeight);
@@ -224,7 +222,7 @@ Banner::Places Banner::arrange(int width) const
 void Banner::place()
 {
     const Places places = arrange(width());
-    // Going, it leaves over the top edge.
+    // Slides out over the top edge.
     const int above = height() - places.height;
     m_icon->setGeometry(places.icon.translated(0, above));
     m_title->setGeometry(places.title.translated(0, above));

@@ -10,9 +10,9 @@ namespace orvanlite {
 class ElidedLabel;
 class Glide;
 
-/// A tinted row over the whole width: icon, title, notes below it on one line, a button, and a small one that
-/// dismisses. It slides in from the top edge and out again; what lies below makes room. In a narrow window the
-/// button goes below the title. Hidden until it is shown.
+/// A tinted full-width row with an icon, a title, one line of notes, an action button and a dismiss button.
+/// Slides in and out at the top edge; the content below moves accordingly. In a narrow window the action
+/// button wraps below the title. Initially hidden.
 class Banner final : public QWidget {
     Q_OBJECT
 
@@ -20,16 +20,16 @@ public:
     struct Look {
         QString objectName;
         QString iconKey;
-        QString action;     ///< the button's text
-        QString dismissTip; ///< what dismissing means
+        QString action;     ///< button label
+        QString dismissTip; ///< tooltip of the dismiss button
         QColor (*tint)(const QPalette&) = nullptr;
     };
 
     Banner(const Look& look, QWidget* parent);
 
-    /// Without notes there is no second line.
+    /// Empty notes hide the second line.
     void setTexts(const QString& title, const QString& notes);
-    /// Takes 0.3 s. Going, it takes no clicks any more.
+    /// Animated over 0.3 s. The buttons ignore clicks while the banner slides out.
     void setShown(bool isShown);
     [[nodiscard]] bool isShown() const { return m_isShown; }
 
@@ -66,7 +66,7 @@ private:
     ElidedLabel* m_notes;
     QAbstractButton* m_action;
     QAbstractButton* m_dismiss;
-    Glide* m_progress; ///< from away to there
+    Glide* m_progress; ///< 0 is hidden, 1 is fully shown
     bool m_isShown = false;
 };
 

@@ -12,13 +12,13 @@
 
 namespace orvanlite {
 
-/// What our lists of rows share, on top of QListView or QTableView: nothing selected but a current row, whose focus ring
-/// is for the keyboard, and a click anywhere on a row or the space bar that acts on it. Two quick clicks are two clicks,
-/// a held key acts once.
+/// Common behaviour of our row lists, on top of QListView or QTableView. Rows are not selectable; the current
+/// row shows a focus ring for keyboard users only. A click anywhere on a row or Space activates it. A double
+/// click counts as two clicks, and key repeat is ignored.
 template <typename View>
 class CardView : public View {
 public:
-    /// For the painting.
+    /// Whether delegates should draw the focus ring on this row.
     [[nodiscard]] bool showsFocus(const QModelIndex& index) const
     {
         return m_showsFocus && this->hasFocus() && this->currentIndex() == index;
@@ -48,7 +48,7 @@ protected:
     }
 
     virtual void activate(const QModelIndex& /*index*/) {}
-    /// Current when the keyboard comes for the first time.
+    /// The row that becomes current when the list first gets the keyboard focus.
     [[nodiscard]] virtual QModelIndex firstIndex() const { return this->model()->index(0, 0); }
 
     void keyPressEvent(QKeyEvent* event) override

@@ -25,7 +25,7 @@ struct Measures {
     int gap;
     double cornerRadius;
     double fontScale;
-    double offOpacity; ///< of the text, on top of the secondary colour
+    double offOpacity; ///< of the text, multiplied with that of the secondary colour
 };
 
 constexpr Measures kFormat{7, 8, 4, 5, 5, 0.92, 0.6};
@@ -71,7 +71,7 @@ QSize ChipButton::sizeFor(Kind kind, const QString& text, const QFont& chipFont)
 {
     const Measures& m = measuresOf(kind);
     const QFontMetricsF metrics(chipFont);
-    // One pixel more than the text is wide: text that just fits would be cut all the same.
+    // One extra pixel: text that fits exactly would still be elided.
     const int textWidth = static_cast<int>(std::ceil(metrics.horizontalAdvance(text))) + 1;
     return {2 * m.paddingX + m.dot + m.gap + textWidth,
             2 * m.paddingY + static_cast<int>(std::ceil(metrics.height()))};
@@ -117,8 +117,8 @@ void ChipButton::paint(QPainter& painter) const
     painter.drawEllipse(QRectF(m.paddingX, (height() - m.dot) / 2.0, m.dot, m.dot));
 
     const int textStart = m.paddingX + m.dot + m.gap;
-    const QRect place(textStart, 0, width() - textStart - m.paddingX, height());
-    drawLine(painter, place, font(), AppTheme::blended(from.text, to.text, m_progress->value()), label());
+    const QRect textRect(textStart, 0, width() - textStart - m.paddingX, height());
+    drawLine(painter, textRect, font(), AppTheme::blended(from.text, to.text, m_progress->value()), label());
 }
 
 Control::FocusRing ChipButton::focusRing() const
@@ -128,7 +128,7 @@ Control::FocusRing ChipButton::focusRing() const
 
 void ChipButton::keyPressEvent(QKeyEvent* event)
 {
-    // Up and Down belong to the rows around the chips.
+    // Up and Down navigate the surrounding rows.
     if (event->key() == Qt::Key_Up || event->key() == Qt::Key_Down)
         event->ignore();
     else

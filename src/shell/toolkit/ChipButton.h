@@ -4,31 +4,31 @@
 
 namespace orvanlite {
 
-/// How much of what a chip stands for takes part in an action.
+/// Whether the format or variant of a chip takes part in an action, possibly for some of the plugins only.
 enum class ChipState { active, partlyActive, off };
 
-/// A dot and a text that switch a format or one of its variants. It never switches itself: its owner sets the state
-/// after the change of what it stands for.
+/// A dot and a label that toggle a format or one of its variants. Clicks do not change the state; the owner
+/// sets it once the change has been carried out.
 class ChipButton final : public Control {
     Q_OBJECT
 
 public:
     enum class Kind {
-        format,  ///< of three states
-        variant, ///< smaller, of two
+        format,  ///< three states
+        variant, ///< smaller, two states
     };
 
     ChipButton(Kind kind, QWidget* parent);
 
-    /// Animated, it takes 0.25 s; only where it is seen and the state differs.
+    /// The animation takes 0.25 s and is skipped while the chip is hidden.
     void setState(ChipState state, bool isAnimated = false);
     [[nodiscard]] ChipState state() const { return m_state; }
 
     [[nodiscard]] QSize sizeHint() const override { return sizeFor(m_kind, label(), font()); }
     [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
-    /// The size of a chip of this text in the font of its surroundings, known before it exists.
+    /// Size of a chip with this text, for layout before it exists. `chipFont` is the result of fontFor().
     [[nodiscard]] static QSize sizeFor(Kind kind, const QString& text, const QFont& chipFont);
-    /// The font of a chip in surroundings of this font.
+    /// Font of a chip whose parent has the given font.
     [[nodiscard]] static QFont fontFor(Kind kind, QFont surroundings);
 
 protected:
@@ -46,7 +46,7 @@ private:
     Kind m_kind;
     ChipState m_state = ChipState::off;
     ChipState m_earlierState = ChipState::off;
-    Glide* m_progress; ///< from the earlier state to the present one
+    Glide* m_progress; ///< from the previous state to the current one
 };
 
 } // namespace orvanlite

@@ -20,7 +20,8 @@ constexpr double kPressedScale = 0.96;
 constexpr int kPressMilliseconds = 150;
 constexpr int kHoverMilliseconds = 200;
 
-/// Qt's own interface toggles a checkable button without a click, so that nothing happens.
+/// Qt's default interface toggles a checkable button without emitting clicked(), so the action would have no
+/// effect.
 class ControlAccessible final : public QAccessibleWidget {
 public:
     explicit ControlAccessible(Control* control)

@@ -7,21 +7,21 @@ namespace orvanlite {
 
 class Glide;
 
-/// Base of all our buttons: the label, the focus ring, Return and Space, hover, the press animation, and what
-/// assistive technology hears and does.
+/// Base class of all our buttons: label, focus ring, Return and Space, hover, press animation and
+/// accessibility.
 ///
-/// A click, either key and the accessible action are the same. A held key presses once. The focus ring is for the
-/// keyboard: it goes with a click.
+/// A click, Return, Space and the accessible action are equivalent. Key repeat is ignored. The focus ring is
+/// shown for keyboard focus only and hidden on a click.
 class Control : public QAbstractButton {
     Q_OBJECT
 
 public:
-    /// The visible text, and the name for assistive technology unless there is another one. An ampersand in it makes
-    /// no shortcut.
+    /// The visible text, and the accessible name unless another one is set. An ampersand does not create a
+    /// mnemonic.
     void setLabel(const QString& label);
     [[nodiscard]] const QString& label() const { return m_label; }
 
-    /// As the interface for assistive technology reports it: a button, a check box or a radio button.
+    /// Role reported to assistive technology, by default button, check box or radio button.
     [[nodiscard]] virtual QAccessible::Role accessibleRole() const;
 
 protected:
@@ -35,25 +35,25 @@ protected:
         double width = 2;
     };
     [[nodiscard]] virtual FocusRing focusRing() const = 0;
-    /// The usual one: inside these bounds, in the accent colour.
+    /// The default focus ring: inside the bounds, in the accent colour.
     [[nodiscard]] FocusRing accentRing(const QRectF& bounds, double cornerRadius) const;
-    /// Fills the shape at one opacity under the pointer, at another while pressed.
+    /// Fills the shape while hovered or pressed, with the respective opacity.
     void paintHover(QPainter& painter, const QRectF& shape, double cornerRadius, const QColor& colour,
                     double hovered, double pressed) const;
 
-    /// Shrinks a little while it is pressed, and under the pointer takes the scale that is passed.
+    /// Enables the press animation, and scaling by `hovered` under the pointer.
     void setScaling(double hovered = 1);
-    /// Scales what is painted next around the centre.
+    /// Scales subsequent painting around the centre.
     void applyScale(QPainter& painter, const QPointF& centre) const;
-    /// Without a focus ring until a key is pressed: for what has the focus of a new window that nobody gave it.
+    /// Hides the focus ring until a key is pressed, for the control that gets the focus by default when a
+    /// window opens.
     void hideInitialFocusRing() { m_showsFocus = false; }
 
     void paintEvent(QPaintEvent* event) override;
     bool event(QEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
-    /// A click changes the state of one of several exclusive buttons only. All others show what their owner made of the
-    /// click.
+    /// Only exclusive buttons change their state on a click. The state of all others is set by their owner.
     void nextCheckState() override;
 
 private:

@@ -22,9 +22,9 @@ namespace {
 constexpr int kTextQuestionWidth = 250;
 constexpr int kMessageWidth = 320;
 constexpr int kHeadingWidth = 220;
-constexpr int kSignSize = 40;
+constexpr int kIconSize = 40;
 
-/// The button that does what is asked about: red where nothing brings it back.
+/// The confirming button; red if the action is destructive.
 class ActionButton final : public QPushButton {
 public:
     ActionButton(const QString& text, bool isDestructive, QWidget* parent)
@@ -48,7 +48,7 @@ private:
         const QColor red = AppTheme::legible(AppTheme::red(palette()), palette());
         if (!m_isDestructive || palette().color(QPalette::ButtonText) == red)
             return;
-        QPalette own; // only this one colour: all others go on following the application's palette
+        QPalette own; // sets a single role; all others keep following the application palette
         own.setColor(QPalette::ButtonText, red);
         setPalette(own);
     }
@@ -65,14 +65,14 @@ void openOver(QDialog* dialog, const QString& objectName, const QString& title)
     dialog->open();
 }
 
-/// Our own sign, a heading, and lines that are long enough to read well. The texts hold the names that people gave to
-/// things: nothing in them is markup.
+/// Sets our icon, a heading and a readable line length. The texts contain user-defined names, so they are
+/// plain text.
 void dress(QMessageBox* box, Tone tone)
 {
     const bool warns = tone == Tone::warning;
     const QColor colour = warns ? AppTheme::orange(box->palette()) : AppTheme::accent(box->palette());
     box->setIconPixmap(iconPixmap(warns ? u"exclamationmark.triangle.fill"_s : u"info.circle.fill"_s,
-                                  kSignSize, colour, box->devicePixelRatioF()));
+                                  kIconSize, colour, box->devicePixelRatioF()));
     box->setTextFormat(Qt::PlainText);
     for (QLabel* label : box->findChildren<QLabel*>()) {
         if (label->objectName() == u"qt_msgbox_informativelabel"_s) {
@@ -103,7 +103,7 @@ QMessageBox* ask(QWidget* context, const Question& question, std::function<void(
     box->setInformativeText(question.message);
     dress(box, Tone::warning);
     auto* action = new ActionButton(question.action, question.isDestructive, box);
-    box->addButton(action, QMessageBox::AcceptRole); // of one role, so that it stands in one place
+    box->addButton(action, QMessageBox::AcceptRole); // one role, so that its position never changes
     QAbstractButton* cancel = box->button(QMessageBox::Cancel);
     action->setObjectName(u"confirmButton"_s);
     cancel->setObjectName(u"cancelButton"_s);

@@ -4,7 +4,7 @@ class QWidget;
 
 namespace orvanlite {
 
-/// A line of one pixel between two parts, horizontal unless it is given another size.
+/// A one-pixel line between two parts, horizontal unless resized.
 [[nodiscard]] QWidget* makeDivider(QWidget* parent);
 
 } // namespace orvanlite

@@ -31,7 +31,7 @@ bool ElidedLabel::event(QEvent* event)
         return QLabel::event(event);
     const QString tip = shownText() == text() ? toolTip() : plainToolTip(text());
     if (tip.isEmpty())
-        return false; // whatever stands around it may have one
+        return false; // a parent may have a tooltip
     QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), tip, this);
     return true;
 }

@@ -4,7 +4,7 @@
 
 namespace orvanlite {
 
-/// A plain text of one line that ends in an ellipsis where the room is short; the whole of it is in the tooltip then.
+/// A single line of plain text, elided if it does not fit; the tooltip then shows the full text.
 class ElidedLabel final : public QLabel {
     Q_OBJECT
 

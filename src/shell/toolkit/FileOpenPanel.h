@@ -8,10 +8,10 @@ class QWidget;
 
 namespace orvanlite {
 
-/// What may be opened.
+/// The kind of file that may be opened.
 struct OpenRequest {
     QString title;
-    QString typeName; ///< of such files, e.g. "Profile"
+    QString typeName; ///< display name of the file type, e.g. "Profile"
     QString suffix;   ///< without the dot
 };
 
@@ -23,11 +23,11 @@ public:
     OpenPanel& operator=(const OpenPanel&) = delete;
     virtual ~OpenPanel() = default;
 
-    /// Does not wait. `chosen` gets the path, later and once; nothing is called when the user chooses none.
+    /// Returns immediately. `chosen` runs once with the path, or not at all if the user cancels.
     virtual void ask(const OpenRequest& request, std::function<void(const QString& path)> chosen) = 0;
 };
 
-/// The system's open panel over the window of `context`. It opens in the folder that was opened from last.
+/// The system's open panel over the window of `context`. It starts in the folder of the last opened file.
 class FileOpenPanel final : public OpenPanel {
 public:
     FileOpenPanel(QWidget& context, QString folder);

@@ -15,7 +15,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// A dot inside a name, as in "Mix 1.2", begins no suffix.
+/// A dot inside a name, as in "Mix 1.2", does not start a suffix.
 QString withSuffix(const QString& name, const QString& suffix)
 {
     const QString ending = u'.' + suffix;
@@ -39,9 +39,9 @@ void FileSavePanel::ask(const SaveRequest& request, std::function<void(const QSt
     panel->setNameFilter(u"%1 (*.%2)"_s.arg(request.typeName, request.suffix));
     panel->setDefaultSuffix(request.suffix);
     QString proposed = request.fileName;
-    proposed.replace(u'/', u'-'); // not a folder
+    proposed.replace(u'/', u'-'); // a slash would be read as a folder
     panel->selectFile(withSuffix(proposed, request.suffix));
-    // The panel's own question would hold up the event loop.
+    // The panel's own overwrite prompt would block the event loop.
     panel->setOption(QFileDialog::DontConfirmOverwrite);
     QObject::connect(panel, &QFileDialog::fileSelected, &m_context,
                      [this, request, chosen = std::move(chosen)](const QString& selected) {

@@ -6,7 +6,7 @@ class QWidget;
 
 namespace orvanlite {
 
-/// The system's save panel over the window of `context`. It opens in the folder that was saved to last.
+/// The system's save panel over the window of `context`. It starts in the folder of the last saved file.
 class FileSavePanel final : public SavePanel {
 public:
     FileSavePanel(QWidget& context, QString folder);

@@ -18,17 +18,17 @@ FlowLayout::~FlowLayout() { qDeleteAll(m_items); }
 FlowLayout::Arrangement FlowLayout::arrange(const std::vector<QSize>& sizes, int width, int spacing,
                                             int lineSpacing)
 {
-    Arrangement made;
-    made.places.reserve(sizes.size());
+    Arrangement result;
+    result.places.reserve(sizes.size());
     int x = 0;
     int y = 0;
     std::size_t lineStart = 0;
     int lineHeight = 0;
     const auto endLine = [&] {
-        for (std::size_t i = lineStart; i < made.places.size(); ++i)
-            made.places[i].moveTop(y + (lineHeight - made.places[i].height()) / 2);
-        lineStart = made.places.size();
-        made.height = y + lineHeight;
+        for (std::size_t i = lineStart; i < result.places.size(); ++i)
+            result.places[i].moveTop(y + (lineHeight - result.places[i].height()) / 2);
+        lineStart = result.places.size();
+        result.height = y + lineHeight;
     };
     for (const QSize& size : sizes) {
         const int itemWidth = std::min(size.width(), std::max(width, 1));
@@ -38,12 +38,12 @@ FlowLayout::Arrangement FlowLayout::arrange(const std::vector<QSize>& sizes, int
             y += lineHeight + lineSpacing;
             lineHeight = 0;
         }
-        made.places.emplace_back(x, y, itemWidth, size.height());
+        result.places.emplace_back(x, y, itemWidth, size.height());
         lineHeight = std::max(lineHeight, size.height());
         x += itemWidth + spacing;
     }
     endLine();
-    return made;
+    return result;
 }
 
 QLayoutItem* FlowLayout::itemAt(int index) const

@@ -7,17 +7,18 @@
 
 namespace orvanlite {
 
-/// Lays its items in a line and starts another one where they do not fit, as words do.
+/// Lays out items in lines, wrapping like words.
 class FlowLayout final : public QLayout {
 public:
     FlowLayout(QWidget* parent, int spacing, int lineSpacing);
     ~FlowLayout() override;
 
     struct Arrangement {
-        std::vector<QRect> places; ///< in the order of the sizes, from (0, 0) on
+        std::vector<QRect> places; ///< in the order of the sizes, origin (0, 0)
         int height = 0;            ///< 0 without items
     };
-    /// Items of one line are centred on it. An item wider than `width` gets a line of its own and is cut to it.
+    /// Items are vertically centred within their line. An item wider than `width` gets its own line and is
+    /// clipped to it.
     [[nodiscard]] static Arrangement arrange(const std::vector<QSize>& sizes, int width, int spacing,
                                              int lineSpacing);
 

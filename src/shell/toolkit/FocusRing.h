@@ -8,8 +8,8 @@ class QRectF;
 
 namespace orvanlite {
 
-/// Whether the focus ring is visible after the focus came for this reason. A window that comes to the front changes
-/// nothing.
+/// Whether the focus ring is visible after a focus change for this reason. Activating a window keeps the
+/// previous state.
 [[nodiscard]] inline bool showsFocusAfter(Qt::FocusReason reason, bool before)
 {
     if (reason == Qt::ActiveWindowFocusReason || reason == Qt::PopupFocusReason)

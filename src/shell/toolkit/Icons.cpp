@@ -6,8 +6,8 @@
 
 #include <cmath>
 
-/// Registers the icons: in a static library they are not there by themselves. Outside any namespace, as the macro
-/// wants it.
+/// Resources in a static library are not registered automatically. Outside any namespace, as Q_INIT_RESOURCE
+/// requires.
 static void registerIcons() { Q_INIT_RESOURCE(resources); }
 
 namespace orvanlite {

@@ -10,14 +10,14 @@ class QRectF;
 
 namespace orvanlite {
 
-/// Draws one of our own icons, named by its symbol's key (e.g. "magnifyingglass"), in one colour. Sharp at every
-/// scale: it is drawn from the vector file and kept per size and colour.
+/// Draws one of our icons, named by its symbol key (e.g. "magnifyingglass"), in one colour. Rendered from the
+/// vector file and cached per size and colour, so it is sharp at every scale.
 void drawIcon(QPainter& painter, const QRectF& rect, const QString& key, const QColor& colour);
 
-/// The same as an image of its own, `size` logical pixels wide and high.
+/// The same as a pixmap; `size` is its width and height in logical pixels.
 [[nodiscard]] QPixmap iconPixmap(const QString& key, int size, const QColor& colour, double devicePixelRatio);
 
-/// Icon key of a format's badge.
+/// Icon key of the format's badge.
 [[nodiscard]] QString formatIcon(PluginFormat format);
 
 } // namespace orvanlite

@@ -8,7 +8,7 @@ namespace orvanlite {
 
 namespace {
 
-/// No finger lifts and presses a key that fast.
+/// Nobody releases and presses a key again faster than this.
 constexpr quint64 kSameInstantMilliseconds = 5;
 /// A shorter press does not start repeating.
 constexpr quint64 kHeldMilliseconds = 20;
@@ -17,7 +17,7 @@ struct {
     int key = 0;
     quint64 pressTime = 0;
     quint64 releaseTime = 0;
-    bool isRepeat = false; ///< the last press
+    bool isRepeat = false; ///< of the last press
 } state;
 
 } // namespace
@@ -26,7 +26,8 @@ KeyRepeat::KeyRepeat()
 {
     const auto install = [this] { QCoreApplication::instance()->installEventFilter(this); };
     install();
-    // Before the filters that were installed since: the accessibility bridge replaces keys by copies without a time.
+    // Reinstalled to run before filters added since: the accessibility bridge replaces key events by copies
+    // without a timestamp.
     connect(qGuiApp, &QGuiApplication::focusWindowChanged, this, install);
 }
 
@@ -43,7 +44,7 @@ void KeyRepeat::note(const QEvent& event)
         return;
     }
     if (time != 0 && time == state.pressTime && key.key() == state.key)
-        return; // the same event on its way through the widgets
+        return; // the same event, propagating through the widgets
     const bool wasHeld = state.isRepeat || state.releaseTime >= state.pressTime + kHeldMilliseconds;
     state.isRepeat = key.isAutoRepeat() || (time != 0 && key.key() == state.key && wasHeld &&
                                             time <= state.releaseTime + kSameInstantMilliseconds);

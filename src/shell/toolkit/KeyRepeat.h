@@ -6,15 +6,15 @@ class QKeyEvent;
 
 namespace orvanlite {
 
-/// Tells a held key from one that is pressed again, also where the system's flag is wrong: on X11 a repeat comes as a
-/// release and a press of the same instant, and is flagged only if both are in the queue already.
+/// Distinguishes a held key from repeated presses, even where the auto-repeat flag is wrong: on X11 a repeat
+/// arrives as a release and a press with the same time, flagged only if both are already in the queue.
 class KeyRepeat final : public QObject {
 public:
     KeyRepeat();
 
-    /// Whether the press comes from a key that is held down. An action takes no such press.
+    /// Whether the press comes from a held key. Actions ignore such presses.
     [[nodiscard]] static bool isRepeat(const QKeyEvent& press);
-    /// For filters that keep keys from reaching this one.
+    /// For event filters that swallow keys before they reach this one.
     static void note(const QEvent& event);
 
 protected:

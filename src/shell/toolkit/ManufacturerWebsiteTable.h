@@ -6,14 +6,14 @@
 
 namespace orvanlite {
 
-/// A maker's own site, found by a part of its name.
+/// A manufacturer's website, looked up by part of the manufacturer's name.
 struct ManufacturerWebsite {
-    QStringView key; ///< lower-case; a maker may have several, for its spellings
+    QStringView key; ///< lower case; a manufacturer may have several, for different spellings
     QStringView url;
 };
 
-/// The first row whose key is part of the name counts: a longer key stands before a shorter one that it contains,
-/// e.g. "wavesfactory" before "waves".
+/// The first row whose key is contained in the name wins, so a longer key comes before a shorter one that it
+/// contains, e.g. "wavesfactory" before "waves".
 inline constexpr std::array<ManufacturerWebsite, 194> kManufacturerWebsites{{
     // clang-format off
     {u"wavesfactory", u"https://www.wavesfactory.com"},

@@ -12,7 +12,7 @@ namespace {
 
 constexpr QStringView kSearchEngine = u"https://duckduckgo.com";
 
-/// What may stand in a URL's query unencoded, beyond letters and digits.
+/// Characters allowed unencoded in a URL's query, besides letters and digits.
 /// Source: RFC 3986, section 3.4 (unreserved, sub-delims, ":", "@", "/" and "?").
 constexpr char kAllowedInQuery[] = "-._~!$&'()*+,;=:@/?";
 
@@ -20,7 +20,7 @@ constexpr char kAllowedInQuery[] = "-._~!$&'()*+,;=:@/?";
 
 QUrl webSearchURL(const QString& query)
 {
-    // Half a character cannot be encoded: then there is nothing to search for.
+    // An unpaired surrogate cannot be encoded; search for nothing then.
     const QByteArray encoded =
         query.isValidUtf16() ? QUrl::toPercentEncoding(query, kAllowedInQuery) : QByteArray();
     return QUrl(kSearchEngine.toString() + u"/?q="_s + QString::fromLatin1(encoded), QUrl::StrictMode);

@@ -5,7 +5,7 @@
 
 namespace orvanlite {
 
-/// The maker's own site where a known key is part of the name, in any letter case, and otherwise a web search for its
+/// The manufacturer's website if the name contains a known key, ignoring case; otherwise a web search for its
 /// plugins.
 [[nodiscard]] QUrl manufacturerWebsiteURL(const QString& manufacturer);
 

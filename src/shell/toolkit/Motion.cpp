@@ -12,7 +12,7 @@ namespace orvanlite {
 
 bool reducesMotion(const QWidget* widget)
 {
-    // Not the widget's own style: one that changes a detail of it knows nothing of the user's choice.
+    // Not widget->style(): a style set on a single widget does not know the motion preference.
     return QApplication::style()->styleHint(QStyle::SH_Widget_Animation_Duration, nullptr, widget) == 0;
 }
 
@@ -37,7 +37,7 @@ Glide::Glide(double start, int milliseconds, QWidget* widget, std::function<void
     setEasingCurve(QEasingCurve::InOutQuad);
     connect(this, &QVariantAnimation::valueChanged, this,
             [this](const QVariant& now) { set(now.toDouble()); });
-    // Reversed before its first step, it has no value to report on its way back.
+    // valueChanged may not be emitted if the animation is reversed before its first step.
     connect(this, &QAbstractAnimation::finished, this, [this] { set(endValue().toDouble()); });
 }
 

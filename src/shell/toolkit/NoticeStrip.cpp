@@ -26,7 +26,8 @@ void fill(QWidget* strip, const NoticeContent& content)
     auto* text = new QLabel(content.text, strip);
     text->setObjectName(content.objectName + u"Text"_s);
     text->setWordWrap(true);
-    // Its height follows from its width alone. By itself it would ask for room for the narrowest column.
+    // The height depends on the width alone. By default the label would reserve the height of its narrowest
+    // width.
     QSizePolicy policy(QSizePolicy::Preferred, QSizePolicy::Ignored);
     policy.setHeightForWidth(true);
     text->setSizePolicy(policy);

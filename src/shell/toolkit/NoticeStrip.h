@@ -4,12 +4,12 @@
 
 namespace orvanlite {
 
-/// What a strip shows, from left to right.
+/// Content of a strip, from left to right.
 struct NoticeContent {
     QString objectName;
     QString iconKey;
-    QString text;   ///< may hold simple HTML; breaks into lines where it has to
-    QString action; ///< what a click does; empty where there is nothing to click
+    QString text;   ///< may contain simple HTML; wraps
+    QString action; ///< label of the click action; empty if not clickable
     QColor (*tint)(const QPalette&) = nullptr;
 };
 
@@ -27,7 +27,7 @@ private:
     QColor (*m_tint)(const QPalette&);
 };
 
-/// The same, one button as a whole: named by what it does, described by the notice.
+/// A notice strip that is a single button. Its accessible name is the action, its description the notice.
 class NoticeButton final : public Control {
     Q_OBJECT
 

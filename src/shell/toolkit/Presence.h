@@ -4,8 +4,8 @@ class QWidget;
 
 namespace orvanlite {
 
-/// Shows or hides a part of a window. Before a part that has the focus goes from sight, the focus goes to the heir, also
-/// while a dialog of the window is in front.
+/// Shows or hides a part of a window. If the part has the focus when it is hidden, the focus moves to `heir`,
+/// even while a dialog is in front of the window.
 void present(QWidget* part, bool isPresent, QWidget* heir);
 
 } // namespace orvanlite

@@ -10,7 +10,7 @@ namespace orvanlite {
 namespace {
 
 constexpr int kIconSize = 14;
-constexpr int kCompactIconSize = 18; // what stands inside a circle is half of it
+constexpr int kCompactIconSize = 18; // glyphs inside a circle are half this size
 constexpr int kIconGap = 3;
 constexpr int kPaddingX = 8;
 constexpr int kCompactPaddingX = 3;
@@ -91,15 +91,15 @@ void PressButton::paint(QPainter& painter) const
     paintGround(painter);
     applyScale(painter, QRectF(rect()).center());
     const QColor colour = labelColour();
-    QRectF place = QRectF(rect()).adjusted(paddingX(), 0, -paddingX(), 0);
+    QRectF textRect = QRectF(rect()).adjusted(paddingX(), 0, -paddingX(), 0);
     if (!m_iconKey.isEmpty()) {
         const int extent = iconExtent();
-        const QRectF icon(place.left(), place.center().y() - extent / 2.0, extent, extent);
+        const QRectF icon(textRect.left(), textRect.center().y() - extent / 2.0, extent, extent);
         drawIcon(painter, icon, m_iconKey, colour);
-        place.setLeft(icon.right() + kIconGap);
+        textRect.setLeft(icon.right() + kIconGap);
     }
     painter.setPen(colour);
-    painter.drawText(place, Qt::AlignLeft | Qt::AlignVCenter, label());
+    painter.drawText(textRect, Qt::AlignLeft | Qt::AlignVCenter, label());
 }
 
 Control::FocusRing PressButton::focusRing() const { return accentRing(rect(), kCornerRadius); }

@@ -4,24 +4,25 @@
 
 namespace orvanlite {
 
-/// A button of an icon, a text or both. A background shows under the pointer; its label shrinks while it is pressed.
+/// A button with an icon, a text or both. A background appears under the pointer; the label shrinks while
+/// pressed.
 class PressButton final : public Control {
     Q_OBJECT
 
 public:
     enum class Ground {
-        none,     ///< bare text; a light background under the pointer only
-        compact,  ///< like none, with little room around: for several in a row
-        accent,   ///< on the accent colour at opacity 0.1
-        bordered, ///< a framed background in the tint, if one is set
+        none,     ///< no background; a light one under the pointer
+        compact,  ///< like none, with less padding: for several in a row
+        accent,   ///< accent colour at opacity 0.1
+        bordered, ///< bordered background in the tint, if one is set
     };
 
     /// `iconKey` may be empty.
     PressButton(const QString& text, const QString& iconKey, Ground ground, QWidget* parent);
 
-    /// The colour of text and icon, from the palette: primary, unless set here.
+    /// Colour of text and icon, derived from the palette; primary by default.
     void setTextColour(QColor (*colour)(const QPalette&));
-    /// The colour of a bordered button, from the palette, e.g. &AppTheme::green.
+    /// Colour of a bordered button, derived from the palette, e.g. &AppTheme::green.
     void setTint(QColor (*tint)(const QPalette&));
 
     [[nodiscard]] QSize sizeHint() const override;
@@ -43,7 +44,7 @@ private:
     QColor (*m_tint)(const QPalette&) = nullptr;
 };
 
-/// A button of an icon alone in the secondary colour, with its meaning as tooltip and name.
+/// An icon-only button in the secondary colour; `meaning` is its tooltip and accessible name.
 [[nodiscard]] PressButton* makeIconButton(const QString& iconKey, const QString& meaning,
                                           const QString& objectName, QWidget* parent,
                                           PressButton::Ground ground = PressButton::Ground::none);

@@ -10,7 +10,7 @@ namespace orvanlite {
 
 namespace {
 
-/// A size of its own cuts a widget off from later changes of its parent's font.
+/// Setting a font size stops a widget from inheriting later changes of its parent's font.
 class FontFollower final : public QObject {
 public:
     FontFollower(QWidget* widget, double factor, QFont::Weight weight)

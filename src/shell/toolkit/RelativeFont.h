@@ -6,7 +6,8 @@ class QWidget;
 
 namespace orvanlite {
 
-/// Gives the widget the font of its parent at another size and weight, and follows when that font changes.
+/// Sets the font of the parent, scaled and with the given weight, and keeps it in sync with later changes of
+/// the parent.
 void setRelativeFont(QWidget* widget, double factor, QFont::Weight weight = QFont::Normal);
 
 } // namespace orvanlite

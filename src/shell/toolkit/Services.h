@@ -12,7 +12,8 @@ class PluginManagerViewModel;
 class ProfileManager;
 class SavePanel;
 
-/// What the larger views of the main window need. The root view builds it; they pass on only what a part of them needs.
+/// Dependencies of the larger views of the main window. Created by the root view; smaller views get only what
+/// they need.
 struct Services {
     const platform::Platform& platform;
     PluginManagerViewModel& plugins;

@@ -56,7 +56,7 @@ void Spinner::paintEvent(QPaintEvent* /*event*/)
     const double radius = width() / 2.0;
     painter.translate(radius, radius);
     for (int spoke = 0; spoke < kSpokes; ++spoke) {
-        // The leading spoke is the strongest, the others fade behind it.
+        // The leading spoke is the most opaque; the others fade out behind it.
         const int behind = (m_step - spoke + kSpokes) % kSpokes;
         const double opacity = 0.75 - 0.08 * behind;
         painter.setPen(QPen(AppTheme::withOpacity(AppTheme::primary(palette()), opacity), radius / 4.5,

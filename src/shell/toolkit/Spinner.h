@@ -5,13 +5,13 @@
 
 namespace orvanlite {
 
-/// A small turning ring of spokes: something is going on. It turns only while it is seen, and stands still where
-/// the user has asked for less motion.
+/// A small busy indicator of rotating spokes. It is animated only while visible, and not if the user has
+/// asked for reduced motion.
 class Spinner final : public QWidget {
     Q_OBJECT
 
 public:
-    /// `size` is its width and height in logical pixels.
+    /// `size` is the width and height in logical pixels.
     Spinner(int size, QWidget* parent);
 
 protected:

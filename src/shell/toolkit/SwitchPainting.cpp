@@ -9,7 +9,7 @@ namespace orvanlite {
 namespace {
 
 constexpr double kKnobSize = 16;
-constexpr double kKnobTravel = 8; ///< to either side of the middle
+constexpr double kKnobTravel = 8; ///< from the centre to either side
 
 } // namespace
 

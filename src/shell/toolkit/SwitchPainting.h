@@ -9,10 +9,10 @@ class QRectF;
 namespace orvanlite {
 
 inline constexpr QSize kSwitchSize(36, 20);
-/// How long its knob takes from side to side.
+/// Duration of the knob animation.
 inline constexpr int kSwitchMilliseconds = 180;
 
-/// Draws a switch into the place of its track. Its position is 0 for off, 1 for on, and between them while it slides.
+/// Draws a switch that fills the track rectangle. Position 0 is off, 1 is on.
 void drawSwitch(QPainter& painter, const QRectF& track, double position, const QPalette& palette);
 
 } // namespace orvanlite

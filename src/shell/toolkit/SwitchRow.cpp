@@ -15,7 +15,7 @@ namespace {
 constexpr int kTextGap = 1;
 constexpr double kCornerRadius = 7;
 constexpr double kSmallScale = 0.86;
-// In line with the texts and grounds of the other rows of the sidebar.
+// Aligned with the texts and backgrounds of the other sidebar rows.
 constexpr int kBleed = 4;
 constexpr int kTextLeft = 32;
 constexpr int kRight = 12;
@@ -47,7 +47,7 @@ SwitchRow::SwitchRow(const QString& text, const QString& smallText, QWidget* par
     setLabel(text);
     setAccessibleDescription(smallText);
     setCheckable(true);
-    // Fixed, it would never get the height of wrapped texts.
+    // A fixed vertical policy would ignore the height of wrapped texts.
     QSizePolicy policy(QSizePolicy::Expanding, QSizePolicy::Minimum);
     policy.setHeightForWidth(true);
     setSizePolicy(policy);

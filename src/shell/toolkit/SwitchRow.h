@@ -4,15 +4,15 @@
 
 namespace orvanlite {
 
-/// A row with a text, a small text under it, and a switch at its end. Both texts wrap where the room is short. It takes
-/// a click and the space bar anywhere.
+/// A row with a text, a smaller text below it and a switch at the end. Both texts wrap. Clicking anywhere on
+/// the row or pressing Space emits clicked(); the owner sets the state.
 class SwitchRow final : public Control {
     Q_OBJECT
 
 public:
     SwitchRow(const QString& text, const QString& smallText, QWidget* parent);
 
-    /// Without telling anybody; slides while it is seen.
+    /// Does not emit clicked(). Animated while visible.
     void setOn(bool isOn);
 
     [[nodiscard]] QSize sizeHint() const override;

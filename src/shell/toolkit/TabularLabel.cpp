@@ -19,7 +19,7 @@ int digitWidth(const QFontMetrics& metrics)
     return widest;
 }
 
-/// Calls the function with every single digit and every run of other characters, and the width each takes.
+/// Calls the function with every single digit and every run of other characters, and its width.
 template <typename Function>
 void forEachPiece(const QString& text, const QFontMetrics& metrics, Function function)
 {

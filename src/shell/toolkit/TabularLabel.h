@@ -4,8 +4,8 @@
 
 namespace orvanlite {
 
-/// A line of text whose digits are all equally wide, also in fonts whose own digits are not: a number that counts
-/// up does not push its surroundings about.
+/// A line of text with tabular figures, even in fonts without them, so that a counter does not shift its
+/// neighbours.
 class TabularLabel final : public QLabel {
     Q_OBJECT
 

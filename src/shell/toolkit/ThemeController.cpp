@@ -22,8 +22,8 @@ bool systemDrawsWidgets() { return QGuiApplication::platformName() == u"cocoa"_s
 
 } // namespace
 
-/// The system's style, or the plain one with the buttons of dialogs as our own sheets have them. Without motion where
-/// the user has asked for less.
+/// The system's style, or Fusion with the button layout of our sheets. Animations are disabled if the user
+/// has asked for reduced motion.
 class ApplicationStyle final : public QProxyStyle {
 public:
     ApplicationStyle()
@@ -32,7 +32,7 @@ public:
 
     const platform::Appearance* appearance = nullptr;
 
-    /// A field's edge: this style's own cannot be seen on a dark window.
+    /// Draws the border of line edits: that of Fusion is invisible on a dark window.
     void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                        const QWidget* widget) const override
     {
@@ -60,7 +60,7 @@ public:
         if (hint == SH_DialogButtonBox_ButtonsHaveIcons)
             return 0;
         if (hint == SH_DialogButtonLayout)
-            return QDialogButtonBox::GnomeLayout; // what is asked for stands at the end, in every dialog
+            return QDialogButtonBox::GnomeLayout; // the action button comes last in every dialog
         return QProxyStyle::styleHint(hint, option, widget, returned);
     }
 };
@@ -79,7 +79,7 @@ ThemeController::ThemeController(platform::Appearance& appearance, QObject* pare
         const bool reduces = m_appearance.reducesMotion();
         if (reduces == std::exchange(reducedBefore, reduces))
             return;
-        // What moves by itself starts or stops.
+        // Running animations start or stop.
         for (QWidget* widget : QApplication::allWidgets()) {
             QEvent changed(QEvent::StyleChange);
             QCoreApplication::sendEvent(widget, &changed);
@@ -97,7 +97,7 @@ void ThemeController::apply()
 {
     if (systemDrawsWidgets())
         return;
-    // Where the system does not say, the palette that the application started with does.
+    // If the system does not report an appearance, keep the one the application started with.
     const bool dark = m_appearance.isDark().value_or(m_startedDark);
     QColor accent = AppTheme::defaultAccent(dark);
     if (const auto chosen = m_appearance.accentColour()) {

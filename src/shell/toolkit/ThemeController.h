@@ -11,8 +11,8 @@ namespace orvanlite {
 
 class ApplicationStyle;
 
-/// Keeps the application's palette in step with the user's choice of light or dark and of an accent colour, and lets
-/// the style answer how much motion there is. On a system that draws the widgets itself no colour is overridden.
+/// Keeps the application's palette in sync with the user's appearance and accent colour, and makes the style
+/// report the motion preference. Where the system draws the widgets itself, no colour is overridden.
 class ThemeController final : public QObject {
 public:
     explicit ThemeController(platform::Appearance& appearance, QObject* parent = nullptr);

@@ -4,7 +4,7 @@
 
 namespace orvanlite {
 
-/// A slim scroll bar without arrows: a rounded handle on nothing, stronger under the pointer.
+/// A slim scroll bar without arrows: a rounded handle without a track, more opaque under the pointer.
 class ThinScrollBar final : public QScrollBar {
     Q_OBJECT
 
@@ -25,7 +25,7 @@ private:
     [[nodiscard]] QRect handleRect() const;
     [[nodiscard]] int along(const QPoint& point) const;
 
-    /// Where in the handle it is held; -1 while it is not.
+    /// Offset of the pointer within the dragged handle; -1 while not dragging.
     int m_grip = -1;
 };
 

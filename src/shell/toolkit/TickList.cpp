@@ -25,7 +25,7 @@ constexpr double kRowRadius = 5;
 constexpr double kCardRadius = 8;
 constexpr int kCardPadding = 4;
 
-/// The box grows with the text.
+/// The check box scales with the text.
 int iconSize(const QFont& font) { return std::max(kSmallestIcon, QFontMetrics(font).ascent()); }
 
 int rowHeight(const QFont& font)
@@ -62,7 +62,7 @@ public:
     }
 
 private:
-    /// From the right: remark, badge; the name has what is left.
+    /// Laid out from the right: remark, badge; the name gets the remaining width.
     static void paintRow(QPainter& painter, const QStyleOptionViewItem& option, const TickRow& row)
     {
         const QPalette& colours = option.palette;
@@ -81,20 +81,21 @@ private:
             return taken;
         };
         if (!row.remark.isEmpty()) {
-            // Both are as wide as the wider one, so that the badges stand in one line.
+            // At least as wide as the longest standard remark, so that the badges align.
             const int width =
                 std::max(metrics.horizontalAdvance(u"Disabled"_s), metrics.horizontalAdvance(row.remark));
             drawLine(painter, takeFromRight(width + 1), caption, secondary, row.remark, Qt::AlignRight);
         }
         if (!row.badge.isEmpty()) {
-            const QRect place = takeFromRight(metrics.horizontalAdvance(row.badge) + 1 + 2 * kBadgePaddingX);
-            QRectF badge(place);
+            const QRect badgeArea =
+                takeFromRight(metrics.horizontalAdvance(row.badge) + 1 + 2 * kBadgePaddingX);
+            QRectF badge(badgeArea);
             badge.setHeight(metrics.height() + 2);
-            badge.moveCenter(QRectF(place).center());
+            badge.moveCenter(QRectF(badgeArea).center());
             painter.setPen(Qt::NoPen);
             painter.setBrush(AppTheme::withOpacity(AppTheme::accent(colours), kBadgeTint));
             painter.drawRoundedRect(badge, kRowRadius - 1, kRowRadius - 1);
-            drawLine(painter, place, caption, AppTheme::legible(AppTheme::accent(colours), colours),
+            drawLine(painter, badgeArea, caption, AppTheme::legible(AppTheme::accent(colours), colours),
                      row.badge, Qt::AlignHCenter);
         }
         drawLine(painter, rect, option.font, row.isTicked ? AppTheme::primary(colours) : secondary, row.name,
@@ -188,7 +189,7 @@ QSize TickList::minimumSizeHint() const { return {0, std::min(sizeHint().height(
 
 bool TickList::event(QEvent* event)
 {
-    if (event->type() == QEvent::Paint) { // of the frame, not of the rows
+    if (event->type() == QEvent::Paint) { // paints the frame; rows are painted by the viewport
         QPainter painter(this);
         liquidGlassCard(painter, rect(), kCardRadius, palette());
         return true;

@@ -10,7 +10,7 @@
 
 namespace orvanlite {
 
-/// A line with a check box.
+/// A row with a check box.
 struct TickRow {
     QUuid id;
     QString name;
@@ -27,7 +27,7 @@ class TickListModel final : public QAbstractListModel {
 public:
     using QAbstractListModel::QAbstractListModel;
 
-    /// The same ids in the same order change in place; any others reset the model.
+    /// Rows with the same ids in the same order are updated in place; anything else resets the model.
     void setRows(std::vector<TickRow> rows);
     [[nodiscard]] const TickRow& row(int number) const { return m_rows[static_cast<std::size_t>(number)]; }
 
@@ -39,8 +39,8 @@ private:
     std::vector<TickRow> m_rows;
 };
 
-/// Check rows on a card that is as high as they are up to a limit, and scrolls then. A click anywhere on a row or the
-/// space bar asks for its change; the owner sets the rows anew.
+/// Rows with check boxes on a card that grows up to a maximum height and then scrolls. A click anywhere on a
+/// row or Space only requests the toggle; the owner then calls setRows().
 class TickList final : public CardView<QListView> {
     Q_OBJECT
 

@@ -12,7 +12,7 @@ TintedLabel::TintedLabel(const QString& text, Colour colour, QWidget* parent)
     : QLabel(text, parent)
     , m_colour(std::move(colour))
 {
-    setForegroundRole(QPalette::WindowText); // in a button it would be another one
+    setForegroundRole(QPalette::WindowText); // inside a button it would be ButtonText
     apply();
 }
 
@@ -38,7 +38,7 @@ void TintedLabel::apply()
         setPixmap(iconPixmap(m_iconKey, m_iconSize, colour, devicePixelRatioF()));
     if (palette().color(QPalette::WindowText) == colour)
         return;
-    // Only this one colour is the label's own: all others go on following the application's palette.
+    // Set a single role; all others keep following the application palette.
     QPalette own;
     own.setColor(QPalette::WindowText, colour);
     setPalette(own);

@@ -6,13 +6,13 @@
 
 namespace orvanlite {
 
-/// A text or one of our icons in a colour that is asked anew whenever light and dark change.
+/// A text or icon whose colour is re-evaluated when the palette changes.
 class TintedLabel : public QLabel {
 public:
     using Colour = std::function<QColor(const QPalette&)>;
 
     TintedLabel(const QString& text, Colour colour, QWidget* parent);
-    /// Shows the icon in place of a text. It is decoration: readers do not see it.
+    /// Shows the icon instead of text. Decorative: hidden from screen readers.
     void setIcon(const QString& key, int size);
 
 protected:

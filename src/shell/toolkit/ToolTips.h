@@ -4,7 +4,7 @@
 
 namespace orvanlite {
 
-/// The text as a tooltip shows it letter by letter: names that people gave to things may look like markup.
+/// The text escaped for use as a tooltip: user-defined names may look like markup.
 [[nodiscard]] QString plainToolTip(const QString& text);
 
 } // namespace orvanlite

@@ -8,12 +8,12 @@
 
 namespace orvanlite {
 
-/// Turns all notifications of one turn of the event loop into one call of a view's render function.
+/// Coalesces all notifications of one event loop iteration into a single call of a view's render function.
 class ViewUpdater final : public QObject {
 public:
     explicit ViewUpdater(std::function<void()> render, QObject* parent = nullptr);
 
-    /// Renders once, in the next turn, after any of these has been assigned.
+    /// Renders once in the next iteration after any of these has been assigned.
     template <typename... Values>
     void watch(const Observable<Values>&... values)
     {
@@ -21,7 +21,7 @@ public:
     }
 
     void schedule();
-    /// Renders now if a call is due.
+    /// Renders now if a call is pending.
     void flush();
 
 private:

@@ -40,7 +40,7 @@ Banner* makeUpdateBanner(UpdateChecker& checker, const platform::Platform& platf
                             &tint};
     auto* banner = new Banner(look, parent);
     const auto render = [&checker, banner] {
-        // What goes away keeps its texts.
+        // Keeps the texts while sliding out.
         if (*checker.updateAvailable)
             banner->setTexts(u"Update Available — v"_s + *checker.latestVersion, *checker.updateReleaseNotes);
         banner->setShown(*checker.updateAvailable);

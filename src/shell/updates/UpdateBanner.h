@@ -13,9 +13,9 @@ namespace orvanlite {
 class Banner;
 class UpdateChecker;
 
-/// The banner of a newer version, there while one is available. "Download" opens its place with the user's browser
-/// and calls `quit` half a second later, so that the new version does not meet a running one; a text that is no URL
-/// does nothing. Dismissed, it stays away for this run.
+/// The banner shown while an update is available. "Download" opens the download URL in the browser and calls
+/// `quit` half a second later, so that the new version does not start while this one is running; an invalid
+/// URL is ignored. Dismissing hides it until the next check that finds an update.
 [[nodiscard]] Banner* makeUpdateBanner(UpdateChecker& checker, const platform::Platform& platform,
                                        std::function<void()> quit, QWidget* parent);
 

@@ -27,12 +27,12 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Errors below this one come from the connection, those above from an answer of the server.
+/// Lower error codes come from the connection, higher ones from the server response.
 constexpr auto kFirstContentError = QNetworkReply::ContentAccessDenied;
 
 constexpr int kFirstErrorStatus = 400;
 
-/// Far beyond any answer of the service, in bytes.
+/// Well above the size of any valid answer, in bytes.
 constexpr qint64 kLongestAnswer = 1 << 20;
 constexpr qint64 kLongestMachineId = 1'024;
 const QString kStoredMachine = u"machineIdentifier"_s;
@@ -46,20 +46,21 @@ struct DeleteLater {
     void operator()(QObject* object) const { object->deleteLater(); }
 };
 
-/// Whether an HTTP answer has come in whole, of whatever status.
+/// Whether an HTTP response has been received completely, with any status.
 bool isAnswered(const QNetworkReply& reply)
 {
     const QNetworkReply::NetworkError error = reply.error();
     const int status = reply.attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
     const bool connectionFailed = error != QNetworkReply::NoError && error < kFirstContentError;
-    // A body that breaks off or cannot be unpacked bears the error of an odd status, without one.
+    // A truncated or undecodable body is reported with the error of an unknown status, but with a status
+    // below 400.
     const bool isBroken = error == QNetworkReply::ProtocolFailure ||
                           (error == QNetworkReply::UnknownContentError && status < kFirstErrorStatus);
     return status > 0 && !connectionFailed && !isBroken && reply.bytesAvailable() <= kLongestAnswer;
 }
 
-/// Ends a request that takes too long as a whole, or whose answer has no end: the transfer's own time-out counts
-/// silence only.
+/// Limits the total duration of a request and the size of its answer: the transfer timeout of Qt only covers
+/// inactivity.
 void limit(QNetworkReply* reply, std::chrono::milliseconds timeOut)
 {
     QTimer::singleShot(timeOut, reply, &QNetworkReply::abort);
@@ -69,25 +70,25 @@ void limit(QNetworkReply* reply, std::chrono::milliseconds timeOut)
     });
 }
 
-/// As the host of a parsed URL is written, whatever letters the configuration has.
+/// Normalised like the host of a parsed URL, so that the case in the configuration does not matter.
 QStringList normalisedHosts(const QStringList& hosts)
 {
-    QStringList made;
+    QStringList normalised;
     for (const QString& host : hosts)
-        made.append(QUrl(u"https://"_s + host).host());
-    made.removeAll(QString()); // what is no host: a link without one would be trusted
-    return made;
+        normalised.append(QUrl(u"https://"_s + host).host());
+    normalised.removeAll(QString()); // invalid hosts: an empty one would match URLs without a host
+    return normalised;
 }
 
-/// A random value in place of a machine's identifier, made at the first need.
+/// A random substitute for the machine identifier, created on first use.
 QByteArray storedMachine(platform::Defaults& defaults)
 {
     const QByteArray stored = defaults.value(kStoredMachine).toString().toUtf8();
     if (!stored.isEmpty())
         return stored;
-    const QString made = QUuid::createUuid().toString(QUuid::WithoutBraces);
-    defaults.setValue(kStoredMachine, made);
-    return made.toUtf8();
+    const QString created = QUuid::createUuid().toString(QUuid::WithoutBraces);
+    defaults.setValue(kStoredMachine, created);
+    return created.toUtf8();
 }
 
 } // namespace
@@ -124,11 +125,11 @@ QCoro::Task<> UpdateChecker::checkForUpdates()
 {
     QNetworkRequest request(QUrl(m_service.baseUrl + u"/check-update"_s));
     request.setHeader(QNetworkRequest::ContentTypeHeader, u"application/json"_s);
-    // The machine's identifier goes to the service and to nobody that it names.
+    // The request contains the machine's identifier, so redirects must not leave the service.
     request.setAttribute(QNetworkRequest::RedirectPolicyAttribute, QNetworkRequest::SameOriginRedirectPolicy);
     if (!m_network)
         m_network = new QNetworkAccessManager(QCoreApplication::instance());
-    // The coroutine goes on within the reply's own signal, so the reply must outlive it.
+    // The coroutine resumes inside the reply's signal, so the reply must outlive it.
     const std::unique_ptr<QNetworkReply, DeleteLater> reply(m_network->post(request, requestBody()));
     limit(reply.get(), m_service.timeOut);
     co_await reply.get();
@@ -143,7 +144,7 @@ void UpdateChecker::takeOver(const QByteArray& answer)
         return;
     try {
         const JsonObject object(*json);
-        // All are read before any is taken over: an answer counts as a whole.
+        // Read everything before assigning anything: a partly valid answer must not be applied.
         const bool isAvailable = object.has("update_available") && object.boolean("update_available");
         const QString version = optionalText(object, "latest_version");
         const QString url = trustedDownloadUrl(optionalText(object, "download_url"));
@@ -153,13 +154,14 @@ void UpdateChecker::takeOver(const QByteArray& answer)
         updateDownloadURL = url;
         updateReleaseNotes = notes;
     } catch (const JsonError&) {
-        // Not an answer of this service: nothing is known of updates.
+        // Not a valid answer of the service; keep the current state.
     }
 }
 
 QString UpdateChecker::trustedDownloadUrl(const QString& url) const
 {
-    // The parsed host alone counts: names in a user part, a path or a longer host say nothing.
+    // Compare the parsed host only: a trusted name in the user info, the path or a longer host proves
+    // nothing.
     const QUrl parsed(url, QUrl::StrictMode);
     return parsed.isValid() && !parsed.isRelative() && m_service.trustedHosts.contains(parsed.host())
                ? url
@@ -174,7 +176,8 @@ QString hardwareId(const platform::Platform& platform)
         machine = QSysInfo::machineUniqueId();
     if (machine.trimmed().isEmpty())
         machine = storedMachine(platform.defaults.standard());
-    // Keyed with the application's name, so that nobody can match it with what others send of the machine.
+    // Keyed with the application name, so that it cannot be correlated with identifiers sent by other
+    // software.
     return QString::fromLatin1(QMessageAuthenticationCode::hash(
                                    machine.trimmed(), "com.yourcompany.Orvanlite", QCryptographicHash::Sha256)
                                    .toHex());

@@ -18,25 +18,25 @@ struct Platform;
 
 namespace orvanlite {
 
-/// Where updates are asked for and where they may come from: settings of a build.
+/// Update server and trusted download hosts; configured at build time.
 struct UpdateService {
     QString baseUrl; ///< without a trailing slash
     QString defaultDownloadUrl;
     QStringList trustedHosts;
     std::chrono::milliseconds timeOut{15'000};
 
-    /// Of this build, from the settings ORV_UPDATE_BASE_URL, ORV_UPDATE_DOWNLOAD_URL and ORV_UPDATE_TRUSTED_HOSTS.
-    /// Unless these are set, hosts that cannot exist.
+    /// The configuration of this build: ORV_UPDATE_BASE_URL, ORV_UPDATE_DOWNLOAD_URL and
+    /// ORV_UPDATE_TRUSTED_HOSTS. The defaults are hosts that cannot exist.
     [[nodiscard]] static UpdateService ofThisBuild();
 };
 
-/// Asks the service whether there is a newer version. The verdict is the service's: no versions are compared here.
+/// Asks the service for a newer version. The service decides; versions are not compared here.
 ///
-/// Errors:  without an answer that can be read everything stays as it is, in silence. The HTTP status is not looked at.
-/// Effects: assigns the four values, which are kept for this run only.
+/// Errors:  without a valid answer nothing changes, silently. The HTTP status is ignored.
+/// Effects: sets the four values, which are not persisted.
 class UpdateChecker final {
 public:
-    /// The one of the process.
+    /// The instance of this process.
     static UpdateChecker& shared(const platform::Platform& platform);
 
     UpdateChecker(const platform::Platform& platform, UpdateService service);
@@ -45,11 +45,11 @@ public:
 
     Observable<bool> updateAvailable{false};
     Observable<QString> latestVersion;
-    /// On a trusted host, whatever the service says.
+    /// The service's URL if its host is trusted, otherwise the default download URL.
     Observable<QString> updateDownloadURL;
     Observable<QString> updateReleaseNotes;
 
-    /// Two of these may overlap: the later answer wins.
+    /// Calls may overlap; the last answer wins.
     QCoro::Task<> checkForUpdates();
 
 private:
@@ -59,11 +59,11 @@ private:
 
     const platform::Platform& m_platform;
     const UpdateService m_service;
-    QPointer<QNetworkAccessManager> m_network; ///< the application's: it must not outlive it
+    QPointer<QNetworkAccessManager> m_network; ///< child of the application object, which it must not outlive
 };
 
-/// A text that is the same at each run on this machine and different on every other; the machine's own identifier
-/// cannot be found from it.
+/// An identifier that is stable on this machine and differs between machines; the machine's own identifier
+/// cannot be derived from it.
 [[nodiscard]] QString hardwareId(const platform::Platform& platform);
 
 } // namespace orvanlite
