@@ -27,79 +27,70 @@ QByteArray withComponent(const QString& name, const QString& identifier = u"com.
 
 TEST(BundleMetadataTest, Manufacturer)
 {
-    struct Row {
-        const char* name;
-        QString wanted;
-        QByteArray plist;
-        QString extension = u"vst3"_s;
-        QByteArray clapJson = {};
-    };
-    const auto clap = [](const char* name, const QString& wanted, const QByteArray& json,
-                         const QByteArray& plist = {}) {
-        return Row{name, wanted, plist, u"clap"_s, json};
-    };
     const QByteArray acmeJson = R"({"plugin": {"vendor": "Acme"}})";
+    const QByteArray deep = QByteArray("[").repeated(100'000) + QByteArray("]").repeated(100'000);
     QByteArray wide;
     for (int i = 0; i < 50'000; ++i)
         wide += ", \"" + QByteArray::number(i) + "\": 0.5";
-    const Row rows[] = {
-        {"component", u"Maker"_s, withComponent(u"Maker: Foo"_s)},
-        {"component in a binary list", u"Maker"_s, binaryInfoPlist({{u"x"_s, u"\u00E9"_s}}, u"Maker: Foo"_s)},
-        {"component of Waves", u"Waves Audio"_s, withComponent(u"Waves: Foo"_s)},
-        {"component of waves in lower case", u"waves"_s, withComponent(u"waves: Foo"_s)},
-        {"blanks and tabs", u"Ma ker"_s, withComponent(u" \tMa ker\t : Foo"_s)},
-        {"other white space stays", u"\nMaker\u00A0"_s, withComponent(u"\nMaker\u00A0: Foo"_s)},
-        {"only blanks are an answer", u""_s, withComponent(u"  :Foo"_s)},
-        {"first colon", u"Maker"_s, withComponent(u"Maker:Foo:Bar"_s)},
-        {"no colon", u"Other"_s, withComponent(u"Foo"_s)},
-        {"nothing before the colon", u"Other"_s, withComponent(u":Foo"_s)},
-        {"nothing behind the colon", u"Other"_s, withComponent(u"Maker:"_s)},
-        {"empty name", u"Other"_s, withComponent(u""_s)},
-        {"identifier", u"Acme"_s, withIdentifier(u"com.acme.reverb"_s)},
-        {"identifier with a capital", u"ACMe"_s, withIdentifier(u"com.ACMe.reverb"_s)},
-        {"empty pieces", u"Acme"_s, withIdentifier(u"..com..acme."_s)},
-        {"generic piece", u"Vst3"_s, withIdentifier(u"com.vst3.x"_s)},
-        {"AIR", u"AIR Music Technology"_s, withIdentifier(u"com.WIZOO.foo"_s)},
-        {"Waves", u"Waves Audio"_s, withIdentifier(u"com.Waves.foo"_s)},
-        {"Waves Audio", u"Waves Audio"_s, withIdentifier(u"com.wavesaudio.foo"_s)},
-        {"u-he", u"u-he"_s, withIdentifier(u"com.U-HE.foo"_s)},
-        {"sharp s", u"SS-a"_s, withIdentifier(u"com.\u00DF-a.x"_s)},
-        {"beyond the basic plane", u"\U00010400a"_s, withIdentifier(u"com.\U00010428a.x"_s)},
-        {"one piece", u""_s, withIdentifier(u"acme"_s)},
-        {"dots only", u""_s, withIdentifier(u"..."_s)},
-        {"damaged list", u""_s, "<plist><dict>"},
-        clap("CLAP", u"Acme"_s, acmeJson),
-        clap("CLAP with one piece", u"Acme"_s, acmeJson, withIdentifier(u"foo"_s)),
-        clap("CLAP with an identifier", u"Other"_s, acmeJson, withIdentifier(u"com.other"_s)),
-        clap("CLAP without a file", u""_s, {}),
-        {"not a CLAP", u""_s, {}, u"vst3"_s, acmeJson},
-        clap("damaged", u""_s, acmeJson.chopped(1)),
-        clap("root is a list", u""_s, "[" + acmeJson + "]"),
-        clap("vendor is a number", u""_s, R"({"plugin": {"vendor": 1}})"),
-        clap("vendor in a list", u""_s, R"({"plugin": ["vendor", "x"]})"),
-        clap("vendor is deeper", u""_s, R"({"plugin": {"vendor": {"vendor": "x"}}})"),
-        clap("vendor of another", u""_s, R"({"plugin": {}, "other": {"vendor": "x"}})"),
-        clap("last of equal keys", u"B"_s, R"({"plugin": {"vendor": "A", "vendor": "B"}})"),
-        clap("last vendor is none", u""_s, R"({"plugin": {"vendor": "A", "vendor": null}})"),
-        clap("last plugin is none", u""_s, R"({"plugin": {"vendor": "A"}, "plugin": {}})"),
-        clap("with marks", u"\uFEFFA"_s, "\xEF\xBB\xBF{\"plugin\": {\"vendor\": \"\xEF\xBB\xBF\u0041\"}}"),
-        clap("with more behind it", u""_s, acmeJson + "{}"),
-        clap("deep and wide", u"Acme"_s,
-             acmeJson.chopped(1) + ", \"x\": " + QByteArray("[").repeated(100'000) +
-                 QByteArray("]").repeated(100'000) + wide + "}"),
-        clap("too large to be one", u""_s, acmeJson + QByteArray(4 << 20, ' ')),
-        {"list too large to be one", u""_s, withIdentifier(u"com.acme.x"_s) + QByteArray(4 << 20, ' ')},
+    // What is expected, the property list and the clap.json; a bundle with the latter is a CLAP.
+    const std::tuple<const char*, QString, QByteArray, QByteArray> rows[] = {
+        {"component", u"Maker"_s, withComponent(u"Maker: Foo"_s), {}},
+        {"binary list", u"Maker"_s, binaryInfoPlist({{u"x"_s, u"\u00E9"_s}}, u"Maker: Foo"_s), {}},
+        {"component of Waves", u"Waves Audio"_s, withComponent(u"Waves: Foo"_s), {}},
+        {"component of waves in lower case", u"waves"_s, withComponent(u"waves: Foo"_s), {}},
+        {"spaces and tabs", u"Ma ker"_s, withComponent(u" \tMa ker\t : Foo"_s), {}},
+        {"other whitespace stays", u"\nMaker\u00A0"_s, withComponent(u"\nMaker\u00A0: Foo"_s), {}},
+        {"only spaces are an answer", u""_s, withComponent(u"  :Foo"_s), {}},
+        {"first colon", u"Maker"_s, withComponent(u"Maker:Foo:Bar"_s), {}},
+        {"no colon", u"Other"_s, withComponent(u"Foo"_s), {}},
+        {"nothing before the colon", u"Other"_s, withComponent(u":Foo"_s), {}},
+        {"nothing behind the colon", u"Other"_s, withComponent(u"Maker:"_s), {}},
+        {"empty name", u"Other"_s, withComponent(u""_s), {}},
+        {"identifier", u"Acme"_s, withIdentifier(u"com.acme.reverb"_s), {}},
+        {"identifier with a capital", u"ACMe"_s, withIdentifier(u"com.ACMe.reverb"_s), {}},
+        {"empty pieces", u"Acme"_s, withIdentifier(u"..com..acme."_s), {}},
+        {"generic piece", u"Vst3"_s, withIdentifier(u"com.vst3.x"_s), {}},
+        {"AIR", u"AIR Music Technology"_s, withIdentifier(u"com.WIZOO.foo"_s), {}},
+        {"Waves", u"Waves Audio"_s, withIdentifier(u"com.Waves.foo"_s), {}},
+        {"Waves Audio", u"Waves Audio"_s, withIdentifier(u"com.wavesaudio.foo"_s), {}},
+        {"u-he", u"u-he"_s, withIdentifier(u"com.U-HE.foo"_s), {}},
+        {"sharp s", u"SS-a"_s, withIdentifier(u"com.\u00DF-a.x"_s), {}},
+        {"beyond the basic plane", u"\U00010400a"_s, withIdentifier(u"com.\U00010428a.x"_s), {}},
+        {"one piece", u""_s, withIdentifier(u"acme"_s), {}},
+        {"dots only", u""_s, withIdentifier(u"..."_s), {}},
+        {"damaged list", u""_s, "<plist><dict>", {}},
+        {"list over the size limit", u""_s, withIdentifier(u"com.acme.x"_s) + QByteArray(4 << 20, ' '), {}},
+        {"CLAP", u"Acme"_s, {}, acmeJson},
+        {"CLAP with one piece", u"Acme"_s, withIdentifier(u"foo"_s), acmeJson},
+        {"CLAP with an identifier", u"Other"_s, withIdentifier(u"com.other"_s), acmeJson},
+        {"damaged", u""_s, {}, acmeJson.chopped(1)},
+        {"root is a list", u""_s, {}, "[" + acmeJson + "]"},
+        {"manufacturer is a number", u""_s, {}, R"({"plugin": {"vendor": 1}})"},
+        {"manufacturer in a list", u""_s, {}, R"({"plugin": ["vendor", "x"]})"},
+        {"manufacturer is deeper", u""_s, {}, R"({"plugin": {"vendor": {"vendor": "x"}}})"},
+        {"manufacturer of another", u""_s, {}, R"({"plugin": {}, "other": {"vendor": "x"}})"},
+        {"last of equal keys", u"B"_s, {}, R"({"plugin": {"vendor": "A", "vendor": "B"}})"},
+        {"last manufacturer is null", u""_s, {}, R"({"plugin": {"vendor": "A", "vendor": null}})"},
+        {"last plugin is empty", u""_s, {}, R"({"plugin": {"vendor": "A"}, "plugin": {}})"},
+        {"marks", u"\uFEFFA"_s, {}, "\xEF\xBB\xBF{\"plugin\": {\"vendor\": \"\xEF\xBB\xBF\u0041\"}}"},
+        {"trailing text", u""_s, {}, acmeJson + "{}"},
+        {"deep and wide", u"Acme"_s, {}, acmeJson.chopped(1) + ", \"x\": " + deep + wide + "}"},
+        {"CLAP over the size limit", u""_s, {}, acmeJson + QByteArray(4 << 20, ' ')},
     };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
-        TempRoot root;
-        const platform::FreedesktopFileManager files;
-        const QString bundle = u"/Foo."_s + row.extension;
-        root.addBundle(bundle, row.plist);
-        if (!row.clapJson.isEmpty())
-            root.addFile(bundle + u"/clap.json"_s, row.clapJson);
-        EXPECT_EQ(BundleMetadata(files, root.at(bundle)).extractManufacturer(), row.wanted);
+    TempRoot root;
+    const platform::FreedesktopFileManager files;
+    int number = 0;
+    for (const auto& [name, wanted, plist, json] : rows) {
+        SCOPED_TRACE(name);
+        const QString bundle = u"/%1.%2"_s.arg(++number).arg(json.isEmpty() ? u"vst3"_s : u"clap"_s);
+        root.addBundle(bundle, plist);
+        if (!json.isEmpty())
+            root.addFile(bundle + u"/clap.json"_s, json);
+        EXPECT_EQ(BundleMetadata(files, root.at(bundle)).extractManufacturer(), wanted);
     }
+    root.addBundle(u"/Other.vst3");
+    root.addFile(u"/Other.vst3/clap.json", acmeJson);
+    EXPECT_EQ(BundleMetadata(files, root.at(u"/Other.vst3")).extractManufacturer(), u""_s) << "not a CLAP";
 }
 
 TEST(BundleMetadataTest, InfoTextsAreTextsOrAbsent)

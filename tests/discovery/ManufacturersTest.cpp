@@ -8,20 +8,11 @@ namespace {
 using namespace Qt::StringLiterals;
 using enum PluginFormat;
 
-struct Entry {
-    QString name;
-    PluginFormat format;
-    QString maker;
-    QString wanted;
-};
-
 TEST(Manufacturers, CrossReference)
 {
-    struct Row {
-        const char* name;
-        std::vector<Entry> entries;
-    };
-    const Row rows[] = {
+    using Entry =
+        std::tuple<QString, PluginFormat, QString, QString>; // the last is the expected manufacturer
+    const std::tuple<const char*, std::vector<Entry>> rows[] = {
         {"nothing", {}},
         {"an Audio Unit outranks, names match in lower case",
          {{u"Foo"_s, au, u"Acme"_s, u"Acme"_s}, {u"foo"_s, vst3, u"Other"_s, u"Acme"_s}}},
@@ -35,7 +26,7 @@ TEST(Manufacturers, CrossReference)
          {{u"Foo"_s, au, u"YourCompany"_s, u"A"_s}, {u"Foo"_s, aax, u"A"_s, u"A"_s}}},
         {"the first of the others wins",
          {{u"Foo"_s, vst3, u"A"_s, u"A"_s}, {u"Foo"_s, clap, u"B"_s, u"A"_s}}},
-        {"an empty maker is generic",
+        {"an empty manufacturer is generic",
          {{u"Foo"_s, vst3, u""_s, u"Acme"_s}, {u"Foo"_s, clap, u"Acme"_s, u"Acme"_s}}},
         {"generic without a better copy stays",
          {{u"Foo"_s, vst3, u"Synth"_s, u"Synth"_s}, {u"Bar"_s, vst3, u""_s, u""_s}}},
@@ -51,19 +42,15 @@ TEST(Manufacturers, CrossReference)
         {"accents and other scripts in lower case",
          {{u"\u00C4\u0416"_s, au, u"Acme"_s, u"Acme"_s}, {u"\u00E4\u0436"_s, clap, u""_s, u"Acme"_s}}},
     };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
-        AudioPlugins plugins;
-        for (const Entry& entry : row.entries) {
-            AudioPlugin& plugin = plugins.emplace_back();
-            plugin.name = entry.name;
-            plugin.format = entry.format;
-            plugin.manufacturer = entry.maker;
-        }
+    for (const auto& [title, entries] : rows) {
+        SCOPED_TRACE(title);
+        AudioPlugins plugins(entries.size());
+        for (std::size_t i = 0; i < entries.size(); ++i)
+            std::tie(plugins[i].name, plugins[i].format, plugins[i].manufacturer, std::ignore) = entries[i];
         const AudioPlugins found = crossReferenceManufacturers(plugins);
         ASSERT_EQ(found.size(), plugins.size());
         for (std::size_t i = 0; i < found.size(); ++i)
-            EXPECT_EQ(found[i].manufacturer, row.entries[i].wanted);
+            EXPECT_EQ(found[i].manufacturer, std::get<3>(entries[i]));
     }
 }
 

@@ -46,6 +46,12 @@ TEST(WavesScanTest, FindsBundlesOneLevelBelowVersionFolders)
                    infoPlist({{u"CFBundleIdentifier"_s, u"com.other.x"_s}}), true);
     root.addFile(u"/Applications/Waves/Plug-Ins V14/Disabled/Off.bundle");
     QFile::link(u"nowhere"_s, root.at(u"/Applications/Waves/Plug-Ins V14/Dangling.bundle"));
+    // Neither a file nor a link to a folder is a version folder.
+    root.addFile(u"/Applications/Waves/Plug-Ins V9");
+    root.addFile(u"/Applications/Waves/Plug-Ins V16/Disabled", "a file");
+    root.addFile(u"/elsewhere/Far.bundle");
+    QFile::link(root.at(u"/elsewhere"), root.at(u"/Applications/Waves/Plug-Ins V"));
+    QFile::link(root.at(u"/nowhere"), root.at(u"/Applications/Waves/Plug-Ins V1"));
     for (const QString& ignored :
          {u"Plug-Ins V14/Sub/Nested.bundle"_s, u"Plug-Ins V14/Disabled/Sub/Nested.bundle"_s,
           u"Plug-Ins V14/Foo.bundle/Inner.bundle"_s, u"Plug-Ins V14/Upper.BUNDLE"_s,
@@ -60,20 +66,6 @@ TEST(WavesScanTest, FindsBundlesOneLevelBelowVersionFolders)
                     "V14 Dangling Plug-Ins V14/Dangling.bundle Plug-Ins V14/Dangling.bundle",
                     "-V14 Off Plug-Ins V14/Off.bundle Plug-Ins V14/Disabled/Off.bundle",
                     "-V15 Foo Plug-Ins V15/Foo.bundle Plug-Ins V15/Disabled/Foo.bundle"));
-}
-
-TEST(WavesScanTest, SkipsWhatIsNoFolder)
-{
-    TempRoot root;
-    root.addFile(u"/Applications/Waves/Plug-Ins V9");
-    root.addFile(u"/Applications/Waves/Plug-Ins V14/Disabled", "a file");
-    root.addFile(u"/Applications/Waves/Plug-Ins V14/Foo.bundle");
-    root.addFile(u"/elsewhere/Far.bundle");
-    QFile::link(root.at(u"/elsewhere"), root.at(u"/Applications/Waves/Plug-Ins V"));
-    QFile::link(root.at(u"/nowhere"), root.at(u"/Applications/Waves/Plug-Ins V1"));
-    EXPECT_THAT(scanned(root),
-                UnorderedElementsAre("V14 Foo Plug-Ins V14/Foo.bundle Plug-Ins V14/Foo.bundle"))
-        << "neither a file nor a link to a folder is a version folder";
 }
 
 } // namespace

@@ -8,12 +8,12 @@ namespace orvanlite::test {
 
 using namespace Qt::StringLiterals;
 
-TEST(Json, WhatIsAcceptedAndWhatIsNot)
+TEST(Json, RejectsInvalidText)
 {
     const auto nested = [](int depth) { return QByteArray(depth, '[') + QByteArray(depth, ']'); };
     const std::tuple<const char*, QByteArray, bool> rows[] = {
         {"empty object", "{}", true},
-        {"blanks around", " \r\n\t[1, 2.5e3, null] \n", true},
+        {"whitespace around", " \r\n\t[1, 2.5e3, null] \n", true},
         {"byte-order mark", "\xEF\xBB\xBF{\"a\":1}", true},
         {"escapes", R"(["\u00e9\ud83d\ude80\/"])", true},
         {"nested a little", nested(60), true},
@@ -33,7 +33,7 @@ TEST(Json, WhatIsAcceptedAndWhatIsNot)
     }
 }
 
-TEST(Json, MembersAreWrittenInOrderAndTheLastOfEqualKeysIsRead)
+TEST(Json, WritesMembersInOrderAndReadsTheLastOfEqualKeys)
 {
     nlohmann::ordered_json written;
     written["z"] = 1;
@@ -47,19 +47,13 @@ TEST(Json, MembersAreWrittenInOrderAndTheLastOfEqualKeysIsRead)
     ASSERT_TRUE(json);
     EXPECT_EQ(JsonObject(*json).text("a"), u"2"_s);
     EXPECT_EQ(json->size(), 50'001U);
-    // Texts that are no Unicode do not make the file unreadable.
-    nlohmann::ordered_json broken;
-    broken["k"] = "a\xFFz";
-    EXPECT_TRUE(parseJson(writeJson(broken)));
+    EXPECT_TRUE(parseJson(writeJson({{"k", "a\xFFz"}}))) << "invalid UTF-8 must not make the file unreadable";
 }
 
 TEST(Json, DatesRoundTripToTheLastBit)
 {
-    for (const double seconds : {0.0, 715000000.1, -978307200.0, 1.0 / 3, 774144000.12345672}) {
-        nlohmann::ordered_json json;
-        json["d"] = seconds;
-        EXPECT_EQ(JsonObject(*parseJson(writeJson(json))).date("d").sinceReference, seconds);
-    }
+    for (const double seconds : {0.0, 715000000.1, -978307200.0, 1.0 / 3, 774144000.12345672})
+        EXPECT_EQ(JsonObject(*parseJson(writeJson({{"d", seconds}}))).date("d").sinceReference, seconds);
     EXPECT_EQ(Date::fromUnix(978307200).sinceReference, 0);
 }
 
@@ -68,10 +62,8 @@ TEST(Json, StrictMembers)
     const auto json =
         *parseJson(R"({"t":"\uFEFFx","n":1,"b":true,"l":["a"],"m":["a",1],"z":null,"u":"0F1E"})");
     const JsonObject object(json);
-    EXPECT_TRUE(object.has("t"));
+    EXPECT_TRUE(object.has("t") && !object.has("z") && !object.has("missing"));
     EXPECT_EQ(object.text("t"), u"\uFEFFx"_s);
-    EXPECT_FALSE(object.has("z"));
-    EXPECT_FALSE(object.has("missing"));
     EXPECT_EQ(object.texts("l"), QStringList{u"a"_s});
     EXPECT_THROW((void)object.text("n"), JsonError);
     EXPECT_THROW((void)object.text("missing"), JsonError);

@@ -20,16 +20,13 @@ TEST(Observable, NotifiesInOrderOfEveryAssignment)
     number.observe(&view, [&] { calls.append(u"view %1"_s.arg(number.get())); });
     number.observe(&owner, [&] { calls.append(u"second %1"_s.arg(*number)); });
     number = 2;
-    number.set(2); // an equal value tells as well
-    number.mutate([](int& value) {
-        ++value;
-        ++value;
-    });
+    number.set(2); // equal values notify as well
+    number.mutate([](int& value) { value = 4; });
     EXPECT_EQ(calls.join(u", "),
               u"owner 2, view 2, second 2, owner 2, view 2, second 2, owner 4, view 4, second 4"_s);
 }
 
-TEST(Observable, AnObserverEndsWithItsContext)
+TEST(Observable, ObserverEndsWithItsContext)
 {
     Observable<QString> text;
     auto first = std::make_unique<QObject>();
@@ -51,7 +48,7 @@ TEST(Observable, AnObserverEndsWithItsContext)
     EXPECT_EQ(calls.join(u", "), u"first, third a, third b"_s);
 }
 
-TEST(Observable, AnObserverMayAssignAndObserveAnew)
+TEST(Observable, ObserverMayAssignAndObserve)
 {
     Observable<int> number;
     QObject context;
@@ -59,7 +56,7 @@ TEST(Observable, AnObserverMayAssignAndObserveAnew)
     number.observe(&context, [&] {
         if (*number == 1) {
             number.observe(&context, [&] { seen.append(-*number); });
-            number = 2; // a nested round, which ends before the outer one goes on
+            number = 2; // nested; ends before the outer notification continues
         }
     });
     number.observe(&context, [&] { seen.append(*number); });

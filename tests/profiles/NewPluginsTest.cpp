@@ -22,7 +22,7 @@ protected:
     AudioPlugins m_all{m_old[0], m_new[0], m_new[1], m_new[2], m_new[3]};
 };
 
-TEST_F(NewPluginsTest, PendingLastsUntilItIsDecided)
+TEST_F(NewPluginsTest, StaysPendingUntilDecided)
 {
     {
         ProfileManager manager(m_system.platform);
@@ -57,7 +57,7 @@ TEST_F(NewPluginsTest, PendingLastsUntilItIsDecided)
     }
 }
 
-TEST_F(NewPluginsTest, TicksOfChipsAndRowsAreCoupled)
+TEST_F(NewPluginsTest, ChipsAndRowsFollowEachOther)
 {
     ProfileManager manager(m_system.platform);
     manager.saveProfile(u"P"_s, m_old);
@@ -67,11 +67,8 @@ TEST_F(NewPluginsTest, TicksOfChipsAndRowsAreCoupled)
     EXPECT_EQ(shown.explanation(),
               u"These 4 plugins were just installed on your system. Select which ones to add "
               u"to your profiles."_s);
-    const struct {
-        const char* name;
-        std::function<void()> click;
-        QString wanted; ///< ticks, and the chip of VST3
-    } rows[] = {
+    // What is clicked, the selected plugins and the chip of VST3.
+    const std::tuple<const char*, std::function<void()>, QString> rows[] = {
         {"one of two off", [&] { shown.togglePlugin(m_new[0]); }, u"BCD VST3 (2)+"_s},
         {"the last off", [&] { shown.togglePlugin(m_new[1]); }, u"CD VST3 (2)-"_s},
         {"one of two on", [&] { shown.togglePlugin(m_new[1]); }, u"BCD VST3 (2)-"_s},
@@ -80,28 +77,28 @@ TEST_F(NewPluginsTest, TicksOfChipsAndRowsAreCoupled)
         {"chip off", [&] { shown.toggleFormat(PluginFormat::vst3); }, u"CD VST3 (2)-"_s},
         {"chip on", [&] { shown.toggleFormat(PluginFormat::vst3); }, u"ABCD VST3 (2)+"_s},
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.name);
-        row.click();
-        QString ticked;
+    for (const auto& [name, click, wanted] : rows) {
+        SCOPED_TRACE(name);
+        click();
+        QString selected;
         for (const AudioPlugin& each : shown.selectedNewPlugins())
-            ticked += each.name;
-        EXPECT_EQ(ticked + u' ' + chips(shown).back(), row.wanted);
+            selected += each.name;
+        EXPECT_EQ(selected + u' ' + chips(shown).back(), wanted);
         EXPECT_EQ(chips(shown).front(), u"Audio Units (1)+"_s);
     }
     shown.toggleProfile(manager.profiles->front().id);
     EXPECT_TRUE(!shown.hasAllProfiles(manager) && shown.canAdd());
     shown.toggleAllProfiles(manager);
     shown.toggleAllProfiles(manager);
-    EXPECT_FALSE(shown.canAdd()) << "no profile is ticked";
+    EXPECT_FALSE(shown.canAdd()) << "no profile is selected";
     shown.toggleAllProfiles(manager);
     for (const PluginFormat format : shown.detectedFormats())
         shown.toggleFormat(format);
-    EXPECT_FALSE(shown.canAdd()) << "no plugin is ticked";
+    EXPECT_FALSE(shown.canAdd()) << "no plugin is selected";
     EXPECT_EQ(shown.selectionText() + shown.addButtonText(), u"0 of 4 plugins selectedAdd 0 to Profiles"_s);
 }
 
-TEST_F(NewPluginsTest, WhatIsTickedIsAddedInItsStateAndTheRestIsKnownAsOff)
+TEST_F(NewPluginsTest, AddsSelectedPluginsAndKnowsTheOthersAsOff)
 {
     ProfileManager manager(m_system.platform);
     manager.saveProfile(u"P"_s, m_old);
@@ -114,7 +111,7 @@ TEST_F(NewPluginsTest, WhatIsTickedIsAddedInItsStateAndTheRestIsKnownAsOff)
               (QStringList{u"P: A|VST3,D|CLAP,Old|VST3 / 4 A|VST3,B|VST3,C|Audio Units,D|CLAP,Old|VST3"_s,
                            u"Q: Old|VST3 / 1 C|Audio Units,Old|VST3"_s}));
     EXPECT_TRUE(manager.pendingNewPluginKeys->isEmpty() && !m_system.root.exists(m_pending));
-    // What is known already is counted once more, and nothing is ever turned off.
+    // Known plugins count again, and none is ever turned off.
     manager.addPluginsToProfiles({m_new[0], m_new[1]}, {manager.profiles->front().id, makeUuid()}, false);
     EXPECT_TRUE(summary(manager)[0].startsWith(u"P: A|VST3,D|CLAP,Old|VST3 / 6 A"_s));
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "model/AudioPlugin.h"
+#include "model/TextOrder.h"
 #include "model/Uuid.h"
 #include "profiles/ProfileManager.h"
 #include "support/Fakes.h"
@@ -22,6 +23,17 @@ using namespace Qt::StringLiterals;
     return plugin;
 }
 
+/// "{name}: {on} / {count} {known}" of every profile.
+[[nodiscard]] inline QStringList summary(const ProfileManager& manager)
+{
+    const auto joined = [](const QSet<QString>& keys) { return plainSorted(keys).join(u','); };
+    QStringList all;
+    for (const PluginProfile& each : *manager.profiles)
+        all.append(each.name + u": "_s + joined(each.enabledPlugins) + u" / "_s +
+                   QString::number(each.totalPluginCount) + u' ' + joined(each.allPluginKeys));
+    return all;
+}
+
 class ProfilesTest : public testing::Test {
 protected:
     inline static const QByteArray kObject =
@@ -30,20 +42,6 @@ protected:
 
     ProfilesTest() { m_system.clock.setNow(1'700'000'000.25); }
 
-    /// "{name}: {on} / {count} {known}" of every profile.
-    [[nodiscard]] static QStringList summary(const ProfileManager& manager)
-    {
-        const auto joined = [](const QSet<QString>& keys) {
-            QStringList list = keys.values();
-            list.sort();
-            return list.join(u',');
-        };
-        QStringList all;
-        for (const PluginProfile& each : *manager.profiles)
-            all.append(each.name + u": "_s + joined(each.enabledPlugins) + u" / "_s +
-                       QString::number(each.totalPluginCount) + u' ' + joined(each.allPluginKeys));
-        return all;
-    }
     template <typename Run>
     [[nodiscard]] static QString printedBy(Run run)
     {

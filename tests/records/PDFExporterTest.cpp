@@ -103,7 +103,7 @@ protected:
     AnsweringPanel m_panel;
 };
 
-TEST_F(PDFExporterTest, PlacesRowsBandsAndStripesToThePoint)
+TEST_F(PDFExporterTest, LaysOutRowsAndStripes)
 {
     AudioPlugins plugins;
     for (int i = 84; i >= 0; --i)
@@ -120,16 +120,10 @@ TEST_F(PDFExporterTest, PlacesRowsBandsAndStripesToThePoint)
         SCOPED_TRACE(page);
         const double band = page == 0 ? 70 : 30;
         double y = band + 24;
-        // Left edges of the titles; the last one has a second word.
-        std::map<QString, double> titles{
-            {u"Name"_s, 44},       {u"Status"_s, 182.32}, {u"Manufacturer"_s, 235.52},
-            {u"Format"_s, 352.56}, {u"Version"_s, 416.4}, {u"Last"_s, 490.88}};
+        QString titles;
         for (const Word& word : found[page]) {
-            const bool isInBand = word.box.top() > band - 2 && word.box.bottom() < band + 22;
-            if (const auto title = titles.find(word.text); isInBand && title != titles.end()) {
-                EXPECT_NEAR(word.box.left(), title->second, 0.1) << qPrintable(word.text);
-                titles.erase(title);
-            }
+            if (word.box.top() > band - 2 && word.box.bottom() < band + 22)
+                titles += word.text + u' ' + QString::number(qRound(word.box.left())) + u' ';
             if (word.text != u"N%1"_s.arg(row, 3, 10, QChar(u'0')))
                 continue;
             EXPECT_NEAR(word.box.left(), 44, 0.1);
@@ -137,7 +131,9 @@ TEST_F(PDFExporterTest, PlacesRowsBandsAndStripesToThePoint)
             y += 16;
             ++row;
         }
-        EXPECT_TRUE(titles.empty());
+        EXPECT_TRUE(
+            titles.startsWith(u"Name 44 Status 182 Manufacturer 236 Format 353 Version 416 Last 491 "_s))
+            << qPrintable(titles);
         EXPECT_EQ(row, page == 0 ? 41 : page == 1 ? 84 : 85);
 
         const QImage image = picture(static_cast<int>(page) + 1);
@@ -156,9 +152,11 @@ TEST_F(PDFExporterTest, PlacesRowsBandsAndStripesToThePoint)
     for (const Word& word : found[0])
         summary += word.box.top() > 36 && word.box.bottom() < 60 ? word.text + u' ' : QString();
     EXPECT_EQ(summary, u"Sorted by: Name • 85 plugins • November 14, 2023, 10:13 PM "_s);
+    exportPDF({});
+    EXPECT_EQ(pages().size(), 1U);
 }
 
-TEST_F(PDFExporterTest, CopiesEveryLetterAsItself)
+TEST_F(PDFExporterTest, TextCanBeCopied)
 {
     AudioPlugins plugins;
     for (const QString& name :
@@ -171,7 +169,7 @@ TEST_F(PDFExporterTest, CopiesEveryLetterAsItself)
     for (const QString& name : {u"Office ﬁ ffl fj 3x4 ->"_s, u"Ιδέα κιθάρας"_s, u"Привет Ёж"_s, u"Café Zoë"_s,
                                 u"音源 office 長青"_s, u"عربي"_s, u"two lines"_s})
         EXPECT_TRUE(text.contains(name)) << qPrintable(name) << "\n" << qPrintable(text);
-    // What no font has stops nothing, and the cells behind it stand where they always do.
+    // Characters without a glyph neither end the page nor shift later cells.
     EXPECT_EQ(text.count(u"VST3"), plugins.size());
     const std::vector<Page> found = pages();
     for (const Word& word : found.front()) {
@@ -194,12 +192,12 @@ TEST_F(PDFExporterTest, CopiesEveryLetterAsItself)
     for (const QByteArray& font : fonts)
         EXPECT_TRUE(QRegularExpression(u" yes +\\w+ +yes "_s).match(QString::fromUtf8(font)).hasMatch())
             << font.constData();
-    // A blank is a blank: programs show tab stops as blanks, and copy tab stops.
-    const QRegularExpression blank(u"\\[<[^\\]]*<(0009|0020)>"_s);
-    EXPECT_EQ(blank.match(QString::fromLatin1(pdf)).captured(1), u"0020"_s);
+    // A space must map to a space: viewers display a tab alike, but copy it as a tab.
+    const QRegularExpression space(u"\\[<[^\\]]*<(0009|0020)>"_s);
+    EXPECT_EQ(space.match(QString::fromLatin1(pdf)).captured(1), u"0020"_s);
 }
 
-TEST_F(PDFExporterTest, CorrectsTheMapsOfSignsAlone)
+TEST_F(PDFExporterTest, CorrectsOnlyCharacterMaps)
 {
     QByteArray pdf =
         "<0009> <0009> <0009>\nbeginbfrange\n<0009> <0009> <0009>\n"
@@ -209,31 +207,18 @@ TEST_F(PDFExporterTest, CorrectsTheMapsOfSignsAlone)
                    "<0001> <0005> [<004F> <0020> <03B9> <0639> <FEFB> ]\nendbfrange\n<0001> <0002> <0009>\n");
 }
 
-TEST_F(PDFExporterTest, AnEmptyListStillHasItsPage)
-{
-    exportPDF({});
-    const std::vector<Page> found = pages();
-    ASSERT_EQ(found.size(), 1U);
-    EXPECT_EQ(found[0].back().text, u"Used(Est.)"_s);
-}
-
-TEST_F(PDFExporterTest, SortsWithTheNameBehindEveryKey)
+TEST_F(PDFExporterTest, SortsByNameAfterEachKey)
 {
     AudioPlugins plugins;
-    const auto add = [&plugins](const QString& name, const QString& maker, PluginFormat format,
-                                bool isEnabled, std::optional<QString> version, std::optional<double> used) {
-        AudioPlugin& added = plugins.emplace_back(plugin(name, maker));
-        added.format = format;
-        added.isEnabled = isEnabled;
-        added.version = std::move(version);
-        if (used)
-            added.lastUsed = Date{*used};
+    const auto add = [&](const QString& name, const QString& maker, PluginFormat format, bool isEnabled,
+                         const std::optional<QString>& version, std::optional<Date> used) {
+        plugins.push_back({{}, name, maker, format, {}, {}, isEnabled, version, {}, used});
     };
-    add(u"delta"_s, u"Zeta"_s, PluginFormat::wavesBundle, false, u"9.0"_s, 100);
-    add(u"Alpha"_s, u"zeta"_s, PluginFormat::vst3, true, std::nullopt, 300);
+    add(u"delta"_s, u"Zeta"_s, PluginFormat::wavesBundle, false, u"9.0"_s, Date{100});
+    add(u"Alpha"_s, u"zeta"_s, PluginFormat::vst3, true, std::nullopt, Date{300});
     add(u"charlie"_s, u"Beta"_s, PluginFormat::vst2, false, u"10.0"_s, std::nullopt);
-    add(u"Bravo"_s, u"Beta"_s, PluginFormat::au, true, u""_s, 100);
-    add(u"alpha"_s, u"beta"_s, PluginFormat::vst3, true, u"10.0"_s, -5e9);
+    add(u"Bravo"_s, u"Beta"_s, PluginFormat::au, true, u""_s, Date{100});
+    add(u"alpha"_s, u"beta"_s, PluginFormat::vst3, true, u"10.0"_s, Date{-5e9});
     const std::map<ExportSortOption, QString> wanted{
         {ExportSortOption::name, u"Alpha alpha Bravo charlie delta"_s},
         {ExportSortOption::manufacturer, u"alpha Bravo charlie Alpha delta"_s},
@@ -258,7 +243,7 @@ TEST_F(PDFExporterTest, WritesTheCSVByteForByteAndOpensIt)
     fresh.version = u"1.0"_s;
     fresh.lastUsed = Date::fromUnix(m_system.clock.now() - 8 * 86400.0);
     m_panel.answer = m_system.root.at(u"/List.csv");
-    // Who still reads the old file keeps it whole.
+    // A reader of the old file keeps its content.
     m_system.root.addFile(u"/List.csv", "old");
     std::filesystem::create_hard_link(m_panel.answer->toStdString(),
                                       m_system.root.at(u"/Reader").toStdString());
@@ -276,7 +261,7 @@ TEST_F(PDFExporterTest, WritesTheCSVByteForByteAndOpensIt)
     EXPECT_EQ(m_panel.asked.fileName, u"Orvanlite_Plugins.csv"_s);
     EXPECT_EQ(m_system.workspace.opened, std::vector<QUrl>{QUrl::fromLocalFile(*m_panel.answer)});
 
-    // Neither a cancelled panel nor a place that cannot be written is told of; the latter is opened all the same.
+    // Neither a cancelled panel nor a failed write is reported; the latter is opened all the same.
     m_panel.answer.reset();
     exportPDF({fresh});
     EXPECT_EQ(m_panel.asked.title, u"Export Plugins as PDF"_s);

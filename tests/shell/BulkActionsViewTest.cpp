@@ -19,16 +19,8 @@ protected:
     void add(const QString& name, PluginFormat format, bool isEnabled = true, const QString& version = {})
     {
         const QString path = m_root.at(u"/Library/") + name + rawValue(format) + version;
-        m_all.push_back({makeUuid(),
-                         name,
-                         {},
-                         format,
-                         path,
-                         path,
-                         isEnabled,
-                         version.isEmpty() ? std::nullopt : std::optional(version),
-                         std::nullopt,
-                         std::nullopt});
+        const auto given = version.isEmpty() ? std::nullopt : std::optional(version);
+        m_all.push_back({makeUuid(), name, {}, format, path, path, isEnabled, given, {}, {}});
     }
     void addMany(int count, bool isEnabled)
     {
@@ -97,7 +89,7 @@ protected:
     std::unique_ptr<BulkActionsView> m_pane;
 };
 
-TEST_F(BulkActionsViewTest, AsksOnlyFromElevenOn)
+TEST_F(BulkActionsViewTest, AsksFromElevenPluginsOn)
 {
     const std::tuple<QString, int, bool, std::optional<BulkAction>, int> rows[] = {
         {u"enableSelectedButton"_s, 10, false, {}, 1},
@@ -124,7 +116,7 @@ TEST_F(BulkActionsViewTest, AsksOnlyFromElevenOn)
     }
 }
 
-TEST_F(BulkActionsViewTest, ActsOnTheVariantsThatAreOn)
+TEST_F(BulkActionsViewTest, ActsOnActiveVariantsOnly)
 {
     add(u"Alpha"_s, PluginFormat::vst3);
     add(u"Alpha"_s, PluginFormat::au, false);
@@ -154,7 +146,14 @@ TEST_F(BulkActionsViewTest, SwitchesVariantsAndFormats)
     EXPECT_EQ(at<QLabel>(u"bulkCountLabel"_s).text(), u"5 plugin(s)"_s);
     EXPECT_EQ(at<QLabel>(u"bulkUniqueLabel"_s).text(), u"(3 unique)"_s);
     EXPECT_TRUE(chip(u"R&B"_s, u"V14 & V15"_s) && chip(u"R&B"_s, u"Waves"_s));
-
+    QAccessibleInterface* item = QAccessible::queryAccessibleInterface(row(u"R&B"_s));
+    EXPECT_TRUE(item->role() == QAccessible::ListItem && item->parent()->role() == QAccessible::List);
+    EXPECT_EQ(item->text(QAccessible::Name), u"R&B"_s);
+    EXPECT_TRUE(item->state().selectable && !item->state().selected);
+    item->actionInterface()->doAction(QAccessibleActionInterface::toggleAction());
+    settle();
+    EXPECT_TRUE(item->state().selected);
+    expectNamedControls(*m_pane);
     clickChip(u"beta"_s, u"VST3"_s);
     EXPECT_EQ(chip(u"beta"_s, u"VST3"_s)->accessibleDescription(), u"off"_s);
     EXPECT_FALSE(row(u"beta"_s)->isMarked()) << "a chip is not its row";
@@ -172,7 +171,7 @@ TEST_F(BulkActionsViewTest, SwitchesVariantsAndFormats)
     EXPECT_TRUE(chip(u"Alpha"_s, u"Audio Units"_s)->isChecked());
 }
 
-TEST_F(BulkActionsViewTest, MarksRowsAndRemovesThem)
+TEST_F(BulkActionsViewTest, SelectsRowsAndRemovesThem)
 {
     for (const QString& name : {u"Alpha"_s, u"Beta"_s, u"Gamma"_s})
         add(name, PluginFormat::clap);
@@ -220,7 +219,8 @@ TEST_F(BulkActionsViewTest, BuildsOnlyTheRowsInView)
 {
     addMany(5'000, true);
     pane();
-    EXPECT_TRUE(isAtEnd() && row(u"Plugin 4999"_s)) << "it has grown: the last one is in view";
+    ASSERT_TRUE(isAtEnd() && row(u"Plugin 4999"_s)) << "a longer list scrolls to its last row";
+    EXPECT_FALSE(row(u"Plugin 4999"_s)->isHighlighted()) << "reduced motion";
     scrollTo(list().verticalScrollBar()->maximum() / 2);
     scrollTo(0);
     ASSERT_TRUE(row(u"Plugin 0000"_s));
@@ -265,19 +265,16 @@ TEST_F(BulkActionsViewTest, TabVisitsTheCurrentRowAndItsChips)
     scrollTo(0);
     row(u"Plugin 0003"_s)->setFocus();
     const QString name = focused();
-    const QStringList round{name,
-                            name + u"Chip0"_s,
-                            name + u"Chip1"_s,
-                            u"enableSelectedButton"_s,
-                            u"disableSelectedButton"_s,
-                            u"deleteSelectedButton"_s,
-                            u"formatChipAudioUnits"_s,
-                            u"formatChipVST3"_s,
-                            u"clearAllButton"_s};
-    for (qsizetype i = 1; i <= round.size(); ++i) {
+    QStringList stops;
+    do {
         press(Qt::Key_Tab);
-        EXPECT_EQ(focused(), round[i % round.size()]);
-    }
+        stops.append(focused());
+    } while (focused() != name && stops.size() < 20);
+    EXPECT_EQ(
+        stops.join(u' '),
+        name +
+            u"Chip0 %1Chip1 enableSelectedButton disableSelectedButton deleteSelectedButton formatChipAudioUnits "
+            "formatChipVST3 clearAllButton %1"_s.arg(name));
     press(Qt::Key_Tab);
     press(Qt::Key_Tab);
     press(Qt::Key_Space);
@@ -293,10 +290,8 @@ TEST_F(BulkActionsViewTest, HighlightsOnlyWhatIsNew)
     pane();
     const auto highlighted = [&] {
         QStringList names;
-        for (const BulkPluginRow* each : list().builtRows()) {
-            if (each->isHighlighted())
-                names.append(each->pluginName());
-        }
+        for (const BulkPluginRow* each : list().builtRows())
+            names += each->isHighlighted() ? QStringList(each->pluginName()) : QStringList();
         return names;
     };
     EXPECT_TRUE(highlighted().contains(u"Plugin 0039"_s));
@@ -309,42 +304,14 @@ TEST_F(BulkActionsViewTest, HighlightsOnlyWhatIsNew)
     pane();
     EXPECT_TRUE(waitFor([&] { return isAtEnd(); }));
 
-    // It comes again under its old name: an arrival, the others are not.
     const AudioPlugin last = m_all[39];
     model().deselectPluginsByName(last.name);
     settle();
     model().collectSelection({last.id});
-    settle();
-    EXPECT_TRUE(waitFor([&] { return highlighted() == QStringList{last.name}; }));
+    EXPECT_TRUE(waitFor([&] { return highlighted() == QStringList{last.name}; })) << "new again";
 }
 
-TEST_F(BulkActionsViewTest, StandsStillForReducedMotion)
-{
-    addMany(40, true);
-    pane();
-    EXPECT_FALSE(row(u"Plugin 0039"_s)->isHighlighted());
-    scrollTo(0);
-    add(u"Zeta"_s, PluginFormat::clap);
-    pane();
-    EXPECT_TRUE(isAtEnd());
-}
-
-TEST_F(BulkActionsViewTest, ReadsRowsAsItemsOfAList)
-{
-    add(u"R&B"_s, PluginFormat::vst3);
-    pane();
-    QAccessibleInterface* item = QAccessible::queryAccessibleInterface(row(u"R&B"_s));
-    EXPECT_EQ(item->role(), QAccessible::ListItem);
-    EXPECT_EQ(item->parent()->role(), QAccessible::List);
-    EXPECT_EQ(item->text(QAccessible::Name), u"R&B"_s);
-    EXPECT_TRUE(item->state().selectable && !item->state().selected);
-    item->actionInterface()->doAction(QAccessibleActionInterface::toggleAction());
-    settle();
-    EXPECT_TRUE(item->state().selected);
-    expectNamedControls(*m_pane);
-}
-
-TEST_F(BulkActionsViewTest, WrapsWhatDoesNotFit)
+TEST_F(BulkActionsViewTest, WrapsChipsThatDoNotFit)
 {
     for (int i = 0; i < 40; ++i)
         add(u"A name that is longer than any row of a narrow pane, and then some more of it"_s,
@@ -353,12 +320,12 @@ TEST_F(BulkActionsViewTest, WrapsWhatDoesNotFit)
     m_pane->resize(480, 400);
     settle();
     const BulkPluginRow& wide = *list().builtRows().front();
-    QRegion taken;
+    QRegion occupied;
     for (const auto* each : wide.findChildren<ChipButton*>()) {
         EXPECT_TRUE(wide.rect().contains(each->geometry()));
-        EXPECT_GE(each->width(), each->sizeHint().width()) << "no chip is cut";
-        EXPECT_FALSE(taken.intersects(each->geometry()));
-        taken += each->geometry();
+        EXPECT_GE(each->width(), each->sizeHint().width());
+        EXPECT_FALSE(occupied.intersects(each->geometry()));
+        occupied += each->geometry();
     }
 }
 

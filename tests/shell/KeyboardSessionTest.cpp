@@ -41,11 +41,8 @@ protected:
         }
         return names;
     }
-    [[nodiscard]] bool isOnDisk(const QString& name) const
-    {
-        return m_root.exists(u"/Library/Audio/Plug-Ins/VST3/"_s + name + u".vst3"_s);
-    }
-    /// What a window manager does when a dialog has gone.
+    [[nodiscard]] auto onDisk() const { return m_root.names(u"/Library/Audio/Plug-Ins/VST3").size(); }
+    /// Activates the window, as a window manager does when a dialog closes.
     [[nodiscard]] bool comesBackTo(const QString& objectName = {})
     {
         const bool isGone = waitFor([] { return !QApplication::activeModalWidget(); });
@@ -63,7 +60,7 @@ protected:
 
 } // namespace
 
-TEST_F(KeyboardSession, SearchesSortsFiltersPicksActsConfirmsAndCancels)
+TEST_F(KeyboardSession, SearchesSortsFiltersSelectsAndDeletes)
 {
     addPlugins(12);
     addPlugins({u"CLAP/Other.clap"_s});
@@ -80,7 +77,7 @@ TEST_F(KeyboardSession, SearchesSortsFiltersPicksActsConfirmsAndCancels)
     endSearchPause();
     EXPECT_EQ(footer(), u"Showing 13 of 13 plugins"_s);
 
-    goTo(u"pluginTableHeader"_s); // its pick stands at the column that is sorted by
+    goTo(u"pluginTableHeader"_s); // its current section is the one sorted by
     press(Qt::Key_Space);
     EXPECT_EQ(shownNames().first(), u"Plugin 0011"_s);
     press(Qt::Key_Space);
@@ -93,29 +90,29 @@ TEST_F(KeyboardSession, SearchesSortsFiltersPicksActsConfirmsAndCancels)
     EXPECT_EQ(footer(), u"Showing 12 of 12 plugins"_s);
 
     goTo(u"pluginTable"_s);
-    EXPECT_EQ(selected(), QStringList()) << "the focus alone picks nothing";
+    EXPECT_EQ(selected(), QStringList()) << "focus alone selects nothing";
     press(Qt::Key_Down);
-    EXPECT_EQ(selected(), QStringList{u"Plugin 0000"_s}) << "the row that bears the ring comes first";
+    EXPECT_EQ(selected(), QStringList{u"Plugin 0000"_s}) << "the row with the focus ring comes first";
     press(Qt::Key_Down, Qt::AltModifier);
     press(Qt::Key_Down, Qt::AltModifier);
-    EXPECT_EQ(selected().size(), 1) << "a row that is passed by is not picked";
+    EXPECT_EQ(selected().size(), 1) << "moving over a row does not select it";
     press(Qt::Key_Space, Qt::ShiftModifier);
     EXPECT_EQ(selected(), (QStringList{u"Plugin 0000"_s, u"Plugin 0002"_s}));
-    EXPECT_TRUE(viewModel().filteredPlugins()[2].isEnabled) << "marking switches nothing";
+    EXPECT_TRUE(viewModel().filteredPlugins()[2].isEnabled) << "selecting switches nothing";
 
     goTo(u"deleteSelectedButton"_s);
     press(Qt::Key_Space);
     ASSERT_TRUE(isAsked());
     press(Qt::Key_Escape);
     ASSERT_TRUE(comesBackTo(u"deleteSelectedButton"_s));
-    EXPECT_TRUE(isOnDisk(u"Plugin 0000"_s) && isOnDisk(u"Plugin 0002"_s));
+    EXPECT_EQ(onDisk(), 12);
     press(Qt::Key_Space);
     ASSERT_TRUE(isAsked());
     goTo(u"confirmButton"_s);
     press(Qt::Key_Space);
     EXPECT_TRUE(waitFor([this] { return *viewModel().dbTotalCount == 11; }));
-    EXPECT_FALSE(isOnDisk(u"Plugin 0000"_s) || isOnDisk(u"Plugin 0002"_s));
-    EXPECT_TRUE(isOnDisk(u"Plugin 0001"_s));
+    EXPECT_EQ(onDisk(), 10);
+    EXPECT_TRUE(m_root.exists(u"/Library/Audio/Plug-Ins/VST3/Plugin 0001.vst3"));
 }
 
 TEST_F(KeyboardSession, ReturnPressesWhatHasTheFocus)
@@ -152,7 +149,7 @@ TEST_F(KeyboardSession, ReturnPressesWhatHasTheFocus)
     EXPECT_TRUE(viewModel().activeProfile->has_value());
     goTo(u"exportButton"_s);
     press(Qt::Key_Tab);
-    EXPECT_EQ(focused(), u"closePreviewButton"_s) << "as it stands on the screen: before the table";
+    EXPECT_EQ(focused(), u"closePreviewButton"_s) << "before the table, as on the screen";
 }
 
 TEST_F(KeyboardSession, ClearedLogHandsItsFocusToTheHeader)
@@ -178,18 +175,10 @@ TEST_F(KeyboardSession, ResetStartsAtTheFirstRow)
 {
     addPlugins(90);
     launch();
-    window().resize(720, 600); // narrower than the columns
-    settle();
     window().activateWindow();
     goTo(u"pluginTable"_s);
     press(Qt::Key_Down, Qt::ControlModifier);
     EXPECT_GT(table().verticalScrollBar()->value(), 0);
-    EXPECT_EQ(table().horizontalScrollBar()->value(), 0);
-    EXPECT_GT(table().horizontalScrollBar()->maximum(), 0);
-    const QModelIndex cut = table().model()->index(89, 3);
-    QTest::mouseClick(table().viewport(), Qt::LeftButton, {},
-                      table().visualRect(cut).topLeft() + QPoint(2, 5));
-    EXPECT_EQ(table().horizontalScrollBar()->value(), 0) << "a click moves nothing sideways";
     goTo(u"resetButton"_s);
     press(Qt::Key_Space);
     viewModel().showAllPlugins = true;

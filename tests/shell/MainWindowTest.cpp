@@ -9,7 +9,7 @@ namespace orvanlite::test {
 
 class MainWindowTest : public ShellTest {};
 
-TEST_F(MainWindowTest, LaunchesWithItsNotificationAndItsFrame)
+TEST_F(MainWindowTest, LaunchPostsItsNotificationAndRestoresTheFrame)
 {
     m_root.addFile(u"/Applications/Orvanlite.app/Contents/Info.plist",
                    infoPlist({{u"CFBundleShortVersionString"_s, u"7.8"_s}}));
@@ -82,14 +82,6 @@ TEST_F(MainWindowTest, EditEntriesReachTheFieldWithTheFocus)
     EXPECT_EQ(*viewModel().searchText, u"reverb"_s);
 }
 
-TEST_F(MainWindowTest, ClosingTheWindowEndsTheApplication)
-{
-    EXPECT_EQ(QGuiApplication::quitOnLastWindowClosed(), false) << "only the tests keep it from ending";
-    launch();
-    window().findChild<QAction*>(u"closeWindowAction"_s)->trigger();
-    EXPECT_FALSE(window().isVisible());
-}
-
 TEST_F(MainWindowTest, ScansAfterItsFirstPaint)
 {
     addPlugins(3);
@@ -100,7 +92,7 @@ TEST_F(MainWindowTest, ScansAfterItsFirstPaint)
             wasPaintedBefore =
                 wasPaintedBefore || (*viewModel().isLoading && window().windowHandle()->isExposed());
         });
-        EXPECT_TRUE(viewModel().plugins->empty()) << "nothing is scanned before the window stands";
+        EXPECT_TRUE(viewModel().plugins->empty()) << "no scan before the window is visible";
     });
     EXPECT_TRUE(wasPaintedBefore);
     viewModel().showAllPlugins = true;
@@ -117,7 +109,7 @@ TEST_F(MainWindowTest, EveryControlHasANameAndAnIdentity)
     const auto controls = expectNamedControls(window()).size();
     EXPECT_GE(controls, 5);
 
-    // Tab leads from the field through everything and back, and does not stay in the table's cells.
+    // Tab visits every control once, and does not stay in the table's cells.
     window().activateWindow();
     named<QLineEdit>(window(), u"searchField"_s).setFocus();
     QStringList stops;

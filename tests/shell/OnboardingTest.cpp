@@ -9,7 +9,7 @@ class OnboardingTest : public ShellTest {
 protected:
     OnboardingTest() { m_system.defaults.standardDefaults.values.remove(u"onboardingComplete"_s); }
 
-    /// Whether a screen reader has been told to say the page in sight since the last call.
+    /// Whether the visible page has been announced to screen readers since the last call.
     [[nodiscard]] bool isSaid()
     {
         const QString wanted = page().replace(u'|', u". "_s);
@@ -38,8 +38,8 @@ protected:
         test::press(sheet(), button);
         EXPECT_TRUE(waitFor([this] { return shownPages() == 1; })); // the slide has ended
     }
-    [[nodiscard]] int shownPages() { return static_cast<int>(visible<QLabel>(u"onboardingTitle"_s).size()); }
-    /// Title and description of the page in sight.
+    [[nodiscard]] qsizetype shownPages() { return visible<QLabel>(u"onboardingTitle"_s).size(); }
+    /// Title and description of the visible page.
     [[nodiscard]] QString page()
     {
         const auto titles = visible<QLabel>(u"onboardingTitle"_s);
@@ -54,7 +54,7 @@ protected:
         return all;
     }
     [[nodiscard]] bool has(const QString& button) { return !visible<QAbstractButton>(button).isEmpty(); }
-    /// How many pictures are in motion.
+    /// Number of running animations.
     [[nodiscard]] auto moving()
     {
         const auto all = sheet().findChildren<QWidget*>();
@@ -65,7 +65,7 @@ protected:
     }
 };
 
-TEST_F(OnboardingTest, LeadsThroughSixPagesOnce)
+TEST_F(OnboardingTest, ShowsSixPagesOnce)
 {
     launch();
     const QStringList titles{
@@ -77,7 +77,7 @@ TEST_F(OnboardingTest, LeadsThroughSixPagesOnce)
         EXPECT_EQ(has(u"onboardingBackButton"_s), number > 0);
         EXPECT_EQ(has(u"onboardingNextButton"_s), number < 5);
         EXPECT_EQ(has(u"onboardingStartButton"_s), number == 5);
-        EXPECT_EQ(moving(), 1) << "only the picture in sight moves";
+        EXPECT_EQ(moving(), 1) << "only the visible illustration is animated";
         if (number < 5)
             press(u"onboardingNextButton"_s);
     }
@@ -89,17 +89,16 @@ TEST_F(OnboardingTest, LeadsThroughSixPagesOnce)
     };
     turn(Qt::Key_Left, titles[4]);
     turn(Qt::Key_Right, titles[5]);
-    for (int number = 4; number >= 0; --number)
+    for (int number = 4; number >= 1; --number)
         turn(Qt::Key_Left, titles[number]);
-    turn(Qt::Key_Return, titles[1]);
     named(sheet(), u"onboardingBackButton"_s).setFocus();
     turn(Qt::Key_Return, titles[0]);
+    turn(Qt::Key_Return, titles[1]);
     EXPECT_FALSE(isComplete());
     QTest::keyClick(&sheet(), Qt::Key_Escape);
-    EXPECT_TRUE(isComplete()) << "any way of leaving it counts, from any page";
+    EXPECT_TRUE(isComplete()) << "leaving it on any page counts";
     settle();
     window().close();
-
     AppDelegate second(m_system.platform, m_shared);
     quietly([&] {
         second.applicationDidFinishLaunching();
@@ -108,7 +107,7 @@ TEST_F(OnboardingTest, LeadsThroughSixPagesOnce)
     EXPECT_EQ(second.window()->findChild<QDialog*>(u"onboardingView"_s), nullptr);
 }
 
-TEST_F(OnboardingTest, LooksForTheAccessWhileItsPageIsInSight)
+TEST_F(OnboardingTest, ChecksDiskAccessWhileItsPageIsVisible)
 {
     launch();
     for (int number = 0; number < 5; ++number)
@@ -129,20 +128,19 @@ TEST_F(OnboardingTest, LooksForTheAccessWhileItsPageIsInSight)
               "One Permission Needed > You're All Set!|Full Disk Access granted. "
               "Orvanlite can now manage your plugins freely.");
     EXPECT_FALSE(has(u"openSettingsButton"_s) || !visible<QLabel>(u"settingsPathLabel"_s).isEmpty());
-    EXPECT_TRUE(afterTwoSeconds(false).startsWith(u"You're All Set! > One Permission Needed"_s))
-        << "either way";
+    EXPECT_TRUE(afterTwoSeconds(false).startsWith(u"You're All Set! > One Permission Needed"_s));
     press(u"onboardingBackButton"_s);
     m_diskAccess.granted = true;
     m_system.clock.advance(std::chrono::seconds(4));
     press(u"onboardingNextButton"_s);
-    EXPECT_TRUE(page().startsWith(u"You're All Set!"_s)) << "it looks at once when it comes";
+    EXPECT_TRUE(page().startsWith(u"You're All Set!"_s)) << "checked as soon as the page is visible";
     EXPECT_TRUE(isSaid());
     QTest::keyClick(sheet().focusWidget(), Qt::Key_Return);
     EXPECT_TRUE(isComplete());
     settle();
 }
 
-TEST_F(OnboardingTest, KeepsStillWhereThatIsWantedAndFollowsTheFont)
+TEST_F(OnboardingTest, FollowsReducedMotionAndFontSize)
 {
     m_system.appearance.reduced = true;
     launch();

@@ -41,7 +41,7 @@ protected:
     PluginProfile m_profile;
 };
 
-TEST_F(PreviewTest, EachTabShowsItsSliceInItsWords)
+TEST_F(PreviewTest, TabsShowTheirRows)
 {
     launchWithProfile();
     EXPECT_EQ(named<QLabel>(window(), u"previewTitle"_s).text(),
@@ -61,7 +61,7 @@ TEST_F(PreviewTest, EachTabShowsItsSliceInItsWords)
     EXPECT_EQ(*viewModel().profileSortMode, 0);
 }
 
-TEST_F(PreviewTest, OnlyLooksAtThePlugins)
+TEST_F(PreviewTest, IsReadOnlyAndClosesToTheEmptyState)
 {
     launchWithProfile();
     EXPECT_TRUE(table().isColumnHidden(4) && table().isColumnHidden(5));
@@ -73,25 +73,18 @@ TEST_F(PreviewTest, OnlyLooksAtThePlugins)
     QTest::keyClick(&table(), Qt::Key_Return);
     QTest::keyClick(&table(), Qt::Key_F10, Qt::ShiftModifier);
     settle();
-    EXPECT_TRUE(m_system.scripts.sources.isEmpty()) << "a status under a preview is no switch";
-    EXPECT_TRUE(m_system.workspace.opened.empty()) << "nor is a maker a link";
+    EXPECT_TRUE(m_system.scripts.sources.isEmpty() && m_system.workspace.opened.empty());
     EXPECT_EQ(window().findChild<QMenu*>(u"pluginContextMenu"_s), nullptr);
     EXPECT_FALSE(viewModel().selectedPlugins->isEmpty());
-    EXPECT_TRUE(viewModel().persistedSelections.isEmpty()) << "a preview's marks are its own";
-    EXPECT_FALSE(isShown(u"bulkActionsView"_s));
-}
+    EXPECT_TRUE(viewModel().persistedSelections.isEmpty()) << "a preview has its own selection";
+    EXPECT_FALSE(isShown(u"bulkActionsView"_s) || isShown(u"emptyState"_s));
 
-TEST_F(PreviewTest, ClosingItLeadsToTheEmptyState)
-{
-    launchWithProfile();
-    EXPECT_FALSE(isShown(u"emptyState"_s));
     window().activateWindow();
     press(window(), u"closePreviewButton"_s);
     EXPECT_FALSE(isShown(u"previewStrip"_s));
     EXPECT_TRUE(isShown(u"emptyState"_s));
     EXPECT_FALSE(table().isColumnHidden(4)) << "the plain table is back behind it";
-    ASSERT_NE(QApplication::focusWidget(), nullptr);
-    EXPECT_TRUE(QApplication::focusWidget()->isVisible()) << "the focus has not gone with the strip";
+    EXPECT_TRUE(QApplication::focusWidget() && QApplication::focusWidget()->isVisible());
 }
 
 } // namespace orvanlite::test

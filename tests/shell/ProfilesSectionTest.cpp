@@ -23,7 +23,6 @@ protected:
     {
         return static_cast<ContentView*>(window().centralWidget())->profileManager();
     }
-    /// By keyboard, as all that follows.
     void press(const QString& name) { test::press(window(), name); }
     void answer(const QString& dialog, const QString& title, const QString& message, const QString& action,
                 const QString& name = {})
@@ -52,7 +51,7 @@ protected:
         answer(u"saveProfileDialog"_s, u"Save Profile"_s,
                u"Save the current enabled/disabled state of all plugins as a profile."_s, u"Save"_s, name);
     }
-    /// The rows as a reader hears them; the previewed one is marked.
+    /// The rows as a screen reader reads them; ">" precedes the previewed one.
     [[nodiscard]] std::string rows()
     {
         QStringList lines;
@@ -85,10 +84,9 @@ TEST_F(ProfilesSectionTest, SavesPreviewsAndApplies)
     window().activateWindow();
     ASSERT_TRUE(QTest::qWaitForWindowActive(&window()));
     named<QWidget>(window(), u"profilesHeader"_s).setFocus();
-    for (const char* next : {"profileRow0", "profileRow0Apply", "profileRow0Update", "profileRow0Export",
-                             "profileRow0Delete", "profileRow1"}) {
+    for (const char* next : {"", "Apply", "Update", "Export", "Delete"}) {
         test::press(Qt::Key_Tab);
-        EXPECT_EQ(focused(), QLatin1StringView(next));
+        EXPECT_EQ(focused(), u"profileRow0"_s + QLatin1StringView(next));
     }
     named<QWidget>(window(), u"profileRow1Delete"_s).setFocus();
     test::press(Qt::Key_Tab);
@@ -112,13 +110,9 @@ TEST_F(ProfilesSectionTest, SavesPreviewsAndApplies)
     EXPECT_EQ(m_system.scripts.sources.size(), scripts + 1) << "one request for rights";
     EXPECT_EQ(rows(), "Mixing: Up to date|<b>&Mastering: Up to date");
     EXPECT_EQ(m_root.names(u"/Library/Audio/Plug-Ins/VST3").size(), 4);
-    press(u"profileRow0Apply"_s);
-    answer(u"applyProfileDialog"_s, u"Apply Profile?"_s,
-           u"Applying \"Mixing\" will enable 0 and disable 0 plugins."_s, u"Apply"_s);
-    EXPECT_EQ(m_system.scripts.sources.size(), scripts + 1) << "nothing to do asks for nothing";
 }
 
-TEST_F(ProfilesSectionTest, UpdatesAndDeletes)
+TEST_F(ProfilesSectionTest, UpdatesDeletesAndCreatesFromTheSelection)
 {
     launchWith(3);
     save(u"One"_s);
@@ -143,15 +137,11 @@ TEST_F(ProfilesSectionTest, UpdatesAndDeletes)
     EXPECT_EQ(rows(), "One: 1 change to apply|Three: 1 change to apply");
     EXPECT_FALSE(viewModel().activeProfile->has_value() || *viewModel().showAllPlugins);
     EXPECT_EQ(window().focusWidget()->objectName(), u"profileRow2"_s) << "the neighbour has the focus";
-    ProfileManager again(m_system.platform);
-    EXPECT_EQ(again.profiles->size(), 2U) << "the file says the same";
-}
 
-TEST_F(ProfilesSectionTest, MakesAProfileOfTheSelection)
-{
-    launchWith(3);
     auto& button = named(window(), u"profileFromSelectionButton"_s);
     EXPECT_FALSE(button.isVisible());
+    viewModel().showAllPlugins = true;
+    settle();
     table().selectRow(1);
     settle();
     ASSERT_TRUE(button.isVisible());
@@ -160,11 +150,10 @@ TEST_F(ProfilesSectionTest, MakesAProfileOfTheSelection)
         u"profileFromSelectionDialog"_s, u"Create Profile from Selection"_s,
         u"The 1 selected plugins will be marked as enabled. All other plugins will be disabled in this profile."_s,
         u"Create"_s, u"Solo"_s);
-    EXPECT_EQ(rows(), "Solo: 2 changes to apply");
-    EXPECT_EQ(profiles().profiles->front().enabledPlugins, QSet<QString>{u"Plugin 0001|VST3"_s});
+    EXPECT_EQ(profiles().profiles->back().enabledPlugins, QSet<QString>{u"Plugin 0001|VST3"_s});
 }
 
-TEST_F(ProfilesSectionTest, GoesThroughADocument)
+TEST_F(ProfilesSectionTest, ExportsAndImportsDocuments)
 {
     launchWith(2);
     save(u"AC/DC 1.2"_s);
@@ -185,18 +174,14 @@ TEST_F(ProfilesSectionTest, GoesThroughADocument)
     };
     EXPECT_EQ(import(path), QString());
     EXPECT_EQ(rows(), "AC/DC 1.2: Up to date|AC/DC 1.2: Up to date");
-    const PluginProfiles& both = *profiles().profiles;
-    EXPECT_NE(both[0].id, both[1].id);
-    EXPECT_EQ(both[0].createdAt, both[1].createdAt);
     m_root.addFile(u"/Users/tester/Mixing.json", "[]");
     EXPECT_TRUE(import(path).startsWith(u"Failed to import profile: "_s));
     EXPECT_EQ(profiles().profiles->size(), 2U);
-    // Each button tells whose it is.
     const auto& export1 = named(window(), u"profileRow1Export"_s);
     EXPECT_EQ(export1.accessibleName() + u", "_s + export1.accessibleDescription(),
               u"Export profile, AC/DC 1.2"_s);
     EXPECT_EQ(export1.toolTip(), u"Export profile"_s);
-    // A reader's action is no input that the gate could keep away.
+    // Accessibility actions bypass the input gate.
     viewModel().isRunningScript = true;
     for (auto* button : window().findChild<ProfileRow*>()->findChildren<QAbstractButton*>())
         button->click();

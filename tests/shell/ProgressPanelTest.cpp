@@ -15,8 +15,7 @@ using std::chrono::milliseconds;
 
 class ProgressPanelTest : public testing::Test {
 protected:
-    void open(int count = 60) { open(u"Disabling 60 plugins…"_s, count); }
-    void open(const QString& label, int count)
+    void open(const QString& label = u"Disabling 60 plugins…"_s, int count = 60)
     {
         m_manager.show(label, count);
         turnEventLoop();
@@ -44,10 +43,9 @@ protected:
     ProgressWindowManager m_manager{m_system.platform};
 };
 
-TEST_F(ProgressPanelTest, SaysHowFarItIs)
+TEST_F(ProgressPanelTest, ShowsProgressRoundedDown)
 {
     const std::tuple<int, double, QString, QString, int> cases[] = {
-        // what is not whole is cut, not rounded
         {0, 0.5, QString(), u"50%"_s, 50},
         {1, 0.999, QString(), u"99%"_s, 99},
         {2, 0.0, u"0 of 2 plugins"_s, u"0%"_s, 0},
@@ -69,21 +67,25 @@ TEST_F(ProgressPanelTest, SaysHowFarItIs)
         for (const QWidget* part : view().findChildren<QWidget*>())
             EXPECT_TRUE(part->isHidden() || view().rect().contains(part->geometry(), true));
     }
-}
-
-TEST_F(ProgressPanelTest, CutsALongLabelShortAndTakesItLiterally)
-{
     const QString whole = u"<b>Disabling</b> "_s + u"a very long name "_s.repeated(9);
-    open(whole, 60);
+    open(whole);
     const auto& label = named<QLabel>(panel(), u"progressLabel"_s);
     EXPECT_TRUE(label.text().startsWith(u"<b>Disabling</b> a very"_s) && label.text().endsWith(u'…'));
     EXPECT_EQ(label.textFormat(), Qt::PlainText);
     EXPECT_EQ(label.accessibleName(), whole);
 }
 
-TEST_F(ProgressPanelTest, ShowsTheFullBarForAMomentAndGoes)
+TEST_F(ProgressPanelTest, ShowsTheFullBarBriefly)
 {
-    m_manager.setProgress(0.2); // harmless without a panel
+    // Harmless without a panel, and after the manager has gone.
+    {
+        ProgressWindowManager shortLived(m_system.platform);
+        shortLived.show(u"Enabling…"_s, 60);
+        shortLived.hide();
+    }
+    m_manager.setProgress(0.2);
+    m_manager.hide();
+    moveTime(450);
     EXPECT_EQ(m_manager.panel(), nullptr);
     open();
     progress(0.2);
@@ -92,12 +94,10 @@ TEST_F(ProgressPanelTest, ShowsTheFullBarForAMomentAndGoes)
     EXPECT_TRUE(panel().isVisible());
     EXPECT_EQ(text(u"progressPercent"_s), u"100%"_s);
     EXPECT_EQ(text(u"progressCount"_s), u"60 of 60 plugins"_s);
-    const QPointer<QWidget> before = m_manager.panel();
     moveTime(20);
-    EXPECT_EQ(m_manager.panel(), before);
     EXPECT_FALSE(panel().isVisible());
 
-    // A second batch within the moment loses its panel to the end of the first.
+    // On purpose: the end of a batch closes the panel of one that has started meanwhile.
     open();
     m_manager.hide();
     moveTime(200);
@@ -109,22 +109,7 @@ TEST_F(ProgressPanelTest, ShowsTheFullBarForAMomentAndGoes)
     EXPECT_FALSE(panel().isVisible());
 }
 
-TEST_F(ProgressPanelTest, SurvivesAnEndWithoutAPanelOrAManager)
-{
-    m_manager.hide();
-    moveTime(450);
-    EXPECT_EQ(m_manager.panel(), nullptr);
-    {
-        ProgressWindowManager shortLived(m_system.platform);
-        shortLived.show(u"Enabling…"_s, 60);
-        shortLived.hide();
-    }
-    EXPECT_EQ(m_system.clock.sleepers(), 1);
-    moveTime(450);
-    EXPECT_EQ(m_system.clock.sleepers(), 0);
-}
-
-TEST_F(ProgressPanelTest, LiesOnTheWindowInUseAndTakesNothingFromIt)
+TEST_F(ProgressPanelTest, CentresOnTheActiveWindowWithoutTakingInput)
 {
     QMainWindow window;
     window.setGeometry(120, 80, 700, 500);
@@ -134,7 +119,7 @@ TEST_F(ProgressPanelTest, LiesOnTheWindowInUseAndTakesNothingFromIt)
     const auto middle = [](const QWidget& widget) { return widget.frameGeometry().center(); };
     open();
     EXPECT_EQ(middle(panel()), middle(window));
-    // The platform without a display makes every window active; so the demands on the system are looked at.
+    // The offscreen platform activates every window, so check the flags.
     for (const Qt::WindowType flag : {Qt::FramelessWindowHint, Qt::WindowStaysOnTopHint,
                                       Qt::WindowTransparentForInput, Qt::WindowDoesNotAcceptFocus}) {
         EXPECT_TRUE(panel().windowHandle()->flags().testFlag(flag)) << std::hex << int(flag);
@@ -157,7 +142,7 @@ TEST_F(ProgressPanelTest, LiesOnTheWindowInUseAndTakesNothingFromIt)
     EXPECT_EQ(middle(panel()), middle(dialog));
 }
 
-TEST_F(ProgressPanelTest, MovesOnlyWhileItIsSeen)
+TEST_F(ProgressPanelTest, AnimatesOnlyWhileVisible)
 {
     open();
     EXPECT_TRUE(view().isAnimating());
@@ -172,9 +157,6 @@ TEST_F(ProgressPanelTest, MovesOnlyWhileItIsSeen)
     EXPECT_FALSE(view().isAnimating() || view().graphicsEffect());
     open();
     EXPECT_FALSE(view().isAnimating() || view().graphicsEffect());
-    m_system.appearance.reduced = false;
-    m_system.appearance.notify();
-    EXPECT_TRUE(view().isAnimating());
 }
 
 } // namespace orvanlite::test

@@ -78,7 +78,7 @@ private:
 
 } // namespace
 
-TEST(SingleInstance, ASecondStartShowsTheWindowOfTheFirst)
+TEST(SingleInstance, SecondStartShowsTheWindowOfTheFirst)
 {
     const PrivateBus bus;
     const TempRoot root;
@@ -86,51 +86,27 @@ TEST(SingleInstance, ASecondStartShowsTheWindowOfTheFirst)
     ASSERT_TRUE(first.says("minimized"));
 
     const QByteArray launch = "🚀 Launching Orvanlite GUI...\n";
-    const struct {
-        const char* name;
-        QString bus;
-        QStringList arguments;
-        QMap<QString, QString> environment;
-        int status;
-        QByteArray output; ///< its beginning
-        QByteArray errors;
-        QByteArray effect; ///< on the first
-    } rows[] = {
-        {"without arguments",
-         bus.address(),
-         {},
-         {{u"XDG_ACTIVATION_TOKEN"_s, u"t1"_s}},
-         0,
-         launch,
-         "",
-         "shown t1"},
-        {"as a subcommand",
-         bus.address(),
-         {u"gui-command"_s},
-         {{u"DESKTOP_STARTUP_ID"_s, u"t2"_s}},
-         0,
-         launch,
-         "",
-         "shown t2"},
-        {"without a bus",
-         {},
-         {},
-         {},
-         1,
-         launch,
-         "Error: Orvanlite is already running, and its window cannot be reached over the session bus.\n",
-         ""},
-        {"the text tool", bus.address(), {u"cli-command"_s}, {}, 0, "🎛️ Plugin Manager", "", ""},
-    };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.name);
-        Start second(root, row.bus, row.arguments, row.environment);
+    const QByteArray noBus =
+        "Error: Orvanlite is already running, and its window cannot be reached over the session bus.\n";
+    const QMap<QString, QString> token{{u"XDG_ACTIVATION_TOKEN"_s, u"t1"_s}};
+    const QMap<QString, QString> startupId{{u"DESKTOP_STARTUP_ID"_s, u"t2"_s}};
+    // Arguments, bus and environment; then status, start of the output, errors and effect on the first instance.
+    const std::tuple<QStringList, QString, QMap<QString, QString>, int, QByteArray, QByteArray, QByteArray>
+        rows[] = {
+            {{}, bus.address(), token, 0, launch, "", "shown t1"},
+            {{u"gui-command"_s}, bus.address(), startupId, 0, launch, "", "shown t2"},
+            {{}, {}, {}, 1, launch, noBus, ""},
+            {{u"cli-command"_s}, bus.address(), {}, 0, "🎛️ Plugin Manager", "", ""},
+        };
+    for (const auto& [arguments, address, environment, status, output, errors, effect] : rows) {
+        SCOPED_TRACE(qPrintable(arguments.join(u' ') + u" on bus "_s + address));
+        Start second(root, address, arguments, environment);
         ASSERT_TRUE(second.process.waitForFinished());
         EXPECT_EQ(second.process.exitStatus(), QProcess::NormalExit);
-        EXPECT_EQ(second.process.exitCode(), row.status);
-        EXPECT_TRUE(second.process.readAllStandardOutput().startsWith(row.output));
-        EXPECT_EQ(second.process.readAllStandardError(), row.errors);
-        EXPECT_TRUE(row.effect.isEmpty() || (first.says(row.effect) && first.says("minimized")));
+        EXPECT_EQ(second.process.exitCode(), status);
+        EXPECT_TRUE(second.process.readAllStandardOutput().startsWith(output));
+        EXPECT_EQ(second.process.readAllStandardError(), errors);
+        EXPECT_TRUE(effect.isEmpty() || (first.says(effect) && first.says("minimized")));
     }
 
     const TempRoot otherRoot;
@@ -142,7 +118,7 @@ TEST(SingleInstance, ASecondStartShowsTheWindowOfTheFirst)
     EXPECT_TRUE(successor.says("minimized")) << "after a crash";
 }
 
-TEST(SingleInstance, AStartDoesNotWaitForABusyInstance)
+TEST(SingleInstance, StartDoesNotWaitForABusyInstance)
 {
     const PrivateBus bus;
     const TempRoot root;
@@ -157,7 +133,7 @@ TEST(SingleInstance, AStartDoesNotWaitForABusyInstance)
     EXPECT_TRUE(first.says("shown"));
 }
 
-TEST(SingleInstance, OfTwoStartsAtOnceOneStays)
+TEST(SingleInstance, OneOfTwoSimultaneousStartsStays)
 {
     const PrivateBus bus;
     const TempRoot root;

@@ -18,7 +18,7 @@ protected:
         m_manager->pluginManager = &model();
         return *m_manager;
     }
-    QString start() ///< gives what is printed
+    QString start() ///< returns the console output
     {
         testing::internal::CaptureStdout();
         manager().startCleanup();
@@ -36,7 +36,7 @@ protected:
         runTask(manager().disableSelectedUADDemos());
         EXPECT_FALSE(*manager().isLoading);
     }
-    /// A mark for each demo: x ticked, o off, - neither.
+    /// One letter per demo: x selected, o already disabled, - neither.
     QString demos()
     {
         QString all;
@@ -53,7 +53,7 @@ protected:
         std::make_unique<UADCleanupManager>(m_system.platform, m_database);
 };
 
-TEST_F(UADCleanupManagerTest, DisablesTheChosenDemosOfAHandMadeProfile)
+TEST_F(UADCleanupManagerTest, DisablesTheSelectedDemosOfAnExportedProfile)
 {
     m_root.addFile(u"/Users/tester/Desktop/UADSystemProfile.txt", "UAD A: Authorized"); // without a section
     start();
@@ -109,13 +109,11 @@ TEST_F(UADCleanupManagerTest, LetsTheControlPanelWriteTheProfile)
         m_system.scripts.sources[1].contains(u"size of frontWindow\n        \n        -- The \"Save "_s));
     m_root.addFile(u"/Users/tester/Documents/UADSystemProfile.txt", "not the first place");
     m_root.addFile(u"/Users/tester/Downloads/UADSystemProfile 2.txt", m_profile);
-    m_system.clock.advance(std::chrono::milliseconds(999));
-    EXPECT_TRUE(*manager().isLoading);
-    m_system.clock.advance(std::chrono::milliseconds(1));
+    m_system.clock.advance(std::chrono::seconds(1));
     EXPECT_FALSE(*manager().isLoading);
     EXPECT_EQ(demos().size(), 4);
 
-    // A second start overtakes the first one: only its own end is seen.
+    // A second start supersedes the first one.
     m_system.scripts.whileRunning = nullptr;
     for (int i = 0; i < 6; ++i)
         m_system.scripts.answerNext({QString(), std::nullopt});
@@ -129,13 +127,12 @@ TEST_F(UADCleanupManagerTest, LetsTheControlPanelWriteTheProfile)
     EXPECT_TRUE(message().startsWith(u"Please save the UAD System Profile manually:\n\n1. In "_s));
     EXPECT_FALSE(*manager().isLoading);
 
-    // The application may end while a run waits.
-    start();
+    start(); // the application may quit while a run waits
     m_manager.reset();
     m_system.clock.advance(std::chrono::seconds(1));
 }
 
-TEST_F(UADCleanupManagerTest, SaysWhyNothingCouldBeDone)
+TEST_F(UADCleanupManagerTest, ReportsWhyNothingWasDone)
 {
     retry();
     EXPECT_TRUE(message().startsWith(u"No UADSystemProfile.txt found. Please export it "_s));

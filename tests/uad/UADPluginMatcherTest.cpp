@@ -7,21 +7,6 @@ namespace orvanlite::test {
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
-AudioPlugins pluginsOf(const QStringList& names)
-{
-    AudioPlugins plugins;
-    for (const QString& name : names) {
-        AudioPlugin plugin;
-        plugin.name = name;
-        plugins.push_back(plugin);
-    }
-    return plugins;
-}
-
-} // namespace
-
 TEST(UADPluginMatcherTest, FindsTheFilesThatAProfileNameMeans)
 {
     const std::tuple<QString, QString, QString> rows[] = {
@@ -50,7 +35,9 @@ TEST(UADPluginMatcherTest, FindsTheFilesThatAProfileNameMeans)
     };
     for (const auto& [uadName, catalogue, wanted] : rows) {
         SCOPED_TRACE(qPrintable(uadName));
-        const AudioPlugins plugins = pluginsOf(catalogue.split(u'|'));
+        AudioPlugins plugins;
+        for (const QString& name : catalogue.split(u'|'))
+            plugins.emplace_back().name = name;
         QStringList found;
         for (const std::size_t i : UADPluginMatcher(plugins).matches(uadName))
             found.append(QString::number(i));
