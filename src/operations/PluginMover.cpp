@@ -125,7 +125,7 @@ QCoro::Task<AudioPlugin> PluginMover::toggle(AudioPlugin plugin)
         co_await performWithAdminRights(plugin, path);
     else
         performFileOperation(plugin.currentPath, path);
-    co_return toggled(std::move(plugin), path);
+    co_return toggled(plugin, path);
 }
 
 void PluginMover::performFileOperation(const QString& source, const QString& destination) const
