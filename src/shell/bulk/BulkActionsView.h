@@ -23,7 +23,8 @@ class PluginManagerViewModel;
 class PressButton;
 class ViewUpdater;
 
-/// The selected plugins, grouped by name, with the bulk actions. The owner hides it while nothing is selected.
+/// The selected plugins, grouped by name, with the bulk actions. The owner hides it while nothing is
+/// selected.
 class BulkActionsView final : public QWidget {
     Q_OBJECT
 
@@ -35,8 +36,8 @@ public:
     /// Lets the list take all available height, regardless of setPaneHeight().
     void setExpandsFull(bool expands);
 
-    /// Include all wrapped lines above the list at the current width, and the preferred or minimum height of the
-    /// list, so that the list and the table shrink before any text is cut off.
+    /// Include all wrapped lines above the list at the current width, and the preferred or minimum height of
+    /// the list, so that the list and the table shrink before any text is cut off.
     [[nodiscard]] QSize sizeHint() const override;
     [[nodiscard]] QSize minimumSizeHint() const override;
     /// On purpose: with height for width, a layout would use the full height as the minimum.

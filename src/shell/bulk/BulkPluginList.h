@@ -9,8 +9,8 @@ namespace orvanlite {
 class BulkSelection;
 class Glide;
 
-/// The rows of the bulk pane in a scrolling column. Only visible rows and the current one exist as widgets; they
-/// are reused while scrolling, so that thousands of plugins cost no more than one screenful.
+/// The rows of the bulk pane in a scrolling column. Only visible rows and the current one exist as widgets;
+/// they are reused while scrolling, so that thousands of plugins cost no more than one screenful.
 class BulkPluginList final : public QScrollArea {
     Q_OBJECT
 

@@ -15,8 +15,8 @@ namespace orvanlite {
 
 class ChipButton;
 
-/// Positions of the chips and height of a row, computed without widgets, so that a list of thousands can be laid
-/// out while only a few of its rows exist.
+/// Positions of the chips and height of a row, computed without widgets, so that a list of thousands can be
+/// laid out while only a few of its rows exist.
 class BulkRowLayout {
 public:
     /// Sets the font of the rows and clears the cached chip sizes.
@@ -38,7 +38,8 @@ private:
     mutable QHash<QString, QSize> m_chipSizes; ///< by label
 };
 
-/// One plugin of the bulk pane: its name and one chip per variant. A click on the row itself, or Space, selects it.
+/// One plugin of the bulk pane: its name and one chip per variant. A click on the row itself, or Space,
+/// selects it.
 class BulkPluginRow final : public Control {
     Q_OBJECT
 
