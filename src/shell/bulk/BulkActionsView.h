@@ -23,8 +23,7 @@ class PluginManagerViewModel;
 class PressButton;
 class ViewUpdater;
 
-/// The selected plugins, grouped by name, with the bulk actions. The owner hides it while nothing is
-/// selected.
+/// The selected plugins, grouped by name, with the bulk actions. Shown by its owner only with a selection.
 class BulkActionsView final : public QWidget {
     Q_OBJECT
 

@@ -8,8 +8,7 @@
 
 namespace orvanlite {
 
-/// A bulk action waiting for confirmation. Cancelling keeps the action and its plugins until the next
-/// request.
+/// A bulk action waiting for confirmation. Cancelling keeps both members until the next request.
 struct BulkConfirmation {
     Observable<bool> isShowing{false};
     std::optional<BulkAction> pendingAction;

@@ -38,8 +38,7 @@ private:
     mutable QHash<QString, QSize> m_chipSizes; ///< by label
 };
 
-/// One plugin of the bulk pane: its name and one chip per variant. A click on the row itself, or Space,
-/// selects it.
+/// One plugin of the bulk pane: its name and one chip per variant. Click or Space on the row selects it.
 class BulkPluginRow final : public Control {
     Q_OBJECT
 

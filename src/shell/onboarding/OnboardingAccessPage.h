@@ -14,8 +14,7 @@ namespace orvanlite {
 class OnboardingPage5;
 class PressButton;
 
-/// The last page: asks for the one permission and, while visible, checks every 2 seconds whether it was
-/// granted.
+/// The last page: asks for the one permission and, while visible, checks for it every 2 seconds.
 class OnboardingAccessPage final : public OnboardingPageShell {
 public:
     OnboardingAccessPage(const platform::Platform& platform, platform::FullDiskAccess& access,

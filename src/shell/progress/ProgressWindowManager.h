@@ -30,8 +30,7 @@ public:
 
     /// Opens the panel with progress 0, centred on the active window or, without one, on the main window.
     void show(const QString& label, int count) override;
-    /// Shows the bar full and closes the panel after a short delay. On purpose: a new show() does not prevent
-    /// that.
+    /// Shows the bar full and closes the panel after a short delay, even after a new show().
     void hide() override;
     void setProgress(double progress) override { m_hudModel.progress = progress; }
 

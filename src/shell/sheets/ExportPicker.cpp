@@ -148,7 +148,7 @@ protected:
     }
 };
 
-/// Puts a heading above the widget and uses it as the widget's accessible name.
+/// Gives the widget a column layout that starts with a heading.
 QVBoxLayout* headed(QWidget* part, const QString& heading, const QString& objectName)
 {
     auto* label = new QLabel(heading, part);

@@ -23,8 +23,7 @@ public:
 
     ActivityLogModel(const platform::Clock& clock, QObject* parent);
 
-    /// Inserts entries added at the top and removes those dropped from the end; any other change resets the
-    /// model.
+    /// Inserts entries added at the top and removes those dropped from the end; otherwise resets the model.
     void setEntries(const std::vector<ActivityLogEntry>& entries);
     [[nodiscard]] const ActivityLogEntry& entry(int row) const
     {
