@@ -8,11 +8,10 @@ namespace orvanlite::platform {
 
 namespace {
 
-/// No control character, reference or end of a CDATA section, and none of the few characters of UTF-8 that are
-/// none in XML.
+/// Valid UTF-8 without control characters, `&`, `]` or U+F000...FFFF, some of which are not allowed in XML.
 bool isPlain(std::string_view text)
 {
-    // Numbers and no early end, so that the compiler looks at many bytes at once.
+    // No branches and no early return, so that the compiler can vectorise the loop.
     unsigned char odd = 0;
     for (const char c : text) {
         const auto byte = static_cast<unsigned char>(c);
@@ -30,17 +29,17 @@ bool skip(std::string_view& text, std::string_view prefix)
     return isThere;
 }
 
-void skipBlanks(std::string_view& text)
+void skipWhitespace(std::string_view& text)
 {
     text.remove_prefix(std::min(text.find_first_not_of(" \t\n"), text.size()));
 }
 
-/// Skips the first lines; written otherwise, they are left for the caller to stumble over.
+/// Skips the usual declaration and DOCTYPE. Any others remain, and the caller rejects them.
 void skipProlog(std::string_view& text)
 {
     skip(text, R"(<?xml version="1.0" encoding="UTF-8"?>)");
-    skipBlanks(text);
-    // One of the two: a second DOCTYPE is an error.
+    skipWhitespace(text);
+    // Only one of the two: a second DOCTYPE is an error.
     if (!skip(text, R"(<!DOCTYPE plist PUBLIC "-//Apple//DTD PLIST 1.0//EN" )"
                     R"("http://www.apple.com/DTDs/PropertyList-1.0.dtd">)"))
         skip(text, R"(<!DOCTYPE plist PUBLIC "-//Apple Computer//DTD PLIST 1.0//EN" )"
@@ -79,7 +78,7 @@ bool readPlainXml(std::string_view text, PropertyListCollector& collector)
             tag.remove_suffix(1);
         if (tag == R"(plist version="1.0")")
             tag = "plist";
-        // A name that is none, or a second root, is refused like any other unknown element.
+        // An invalid name is rejected like any unknown element.
         if ((open.empty() && hasRoot) || !collector.start(tag))
             return false;
         hasRoot = true;

@@ -9,13 +9,13 @@ namespace {
 constexpr qsizetype kHeaderSize = 8;
 constexpr qsizetype kTrailerSize = 32;
 
-/// A count, a reference or an offset leads outside the data.
+/// A count, reference or offset is out of range.
 struct Malformed {};
 
 enum class Kind { ascii, utf16, list, dictionary, other };
 
-/// A place in the data. `count` is the number of characters, members or pairs that stand from `start` on, and
-/// is known to lie within the data.
+/// An object in the data. `count` is the number of characters, members or pairs from `start` on, already
+/// checked to be inside the data.
 struct Object {
     Kind kind = Kind::other;
     quint64 start = 0;
@@ -24,12 +24,12 @@ struct Object {
     [[nodiscard]] bool isText() const { return kind == Kind::ascii || kind == Kind::utf16; }
 };
 
-/// The objects of a binary list, looked up by their number. Nothing is decoded that is not asked for, and no
-/// object is followed into another by itself: shared references and cycles of them cost nothing.
+/// Access to the objects of a binary list by their number. Objects are decoded only on request and references
+/// are not followed automatically, so shared references and cycles cost nothing.
 class BinaryReader {
 public:
-    /// Throws Malformed unless the trailer and the table of offsets describe the data to the last byte, and all
-    /// members of lists and dictionaries are objects of the table.
+    /// Throws Malformed unless the trailer and the offset table account for every byte of the data. Also
+    /// checks the references in arrays and dictionaries, see checkReferences().
     explicit BinaryReader(QByteArrayView data)
         : m_data(data)
     {
@@ -55,7 +55,7 @@ public:
 
     [[nodiscard]] Object root() const { return object(m_root); }
 
-    /// A member of a list, or of a dictionary: first all the keys, then all the values.
+    /// A member of an array, or of a dictionary, which has all keys first and then all values.
     [[nodiscard]] Object member(const Object& container, quint64 index) const
     {
         return object(number(container.start + index * m_referenceSize, m_referenceSize));
@@ -70,7 +70,7 @@ public:
         return decoded(text) == wanted;
     }
 
-    /// Nothing for an object that is no text.
+    /// Empty for an object that is not a string.
     [[nodiscard]] std::optional<QString> text(const Object& object) const
     {
         if (!object.isText())
@@ -79,8 +79,8 @@ public:
     }
 
 private:
-    /// Throws Malformed for a count or reference that leads outside, wherever it is. Objects that share their bytes
-    /// could make this take hours; no tool writes them, and it ends when it has seen as many bytes as there are.
+    /// Throws Malformed for any count or reference out of range. Objects that share their bytes could make
+    /// this take hours; as no tool writes them, the check stops at more members than the data has bytes.
     void checkReferences() const
     {
         quint64 left = m_table;
@@ -134,7 +134,7 @@ private:
         }
     }
 
-    /// The count is in the marker's lower half, or in a number behind it if that half is full.
+    /// The count is in the lower four bits of the marker or, if all of them are set, in an integer after it.
     [[nodiscard]] Object counted(Kind kind, quint64 position, quint64 marker, quint64 unit) const
     {
         Object found{kind, position + 1, marker & 0xF};
@@ -166,7 +166,7 @@ private:
     quint64 m_referenceSize = 0;
     quint64 m_objects = 0;
     quint64 m_root = 0;
-    quint64 m_table = 0; ///< where the objects end and the table of their offsets begins
+    quint64 m_table = 0; ///< start of the offset table, which is the end of the objects
 };
 
 std::optional<QString> textInFirstDictionary(const BinaryReader& reader, const Object& list,
@@ -178,7 +178,7 @@ std::optional<QString> textInFirstDictionary(const BinaryReader& reader, const O
         if (reader.member(list, i).kind != Kind::dictionary)
             return std::nullopt;
     }
-    Object value; // the last one under the key, decoded once: the same long text may stand under many
+    Object value; // the last one of equal keys; decoded once, as many may share one long string
     const Object first = list.count == 0 ? Object() : reader.member(list, 0);
     for (quint64 i = 0; i < first.count; ++i) {
         const Object key = reader.member(first, i);
@@ -199,8 +199,7 @@ try {
     const Object root = reader.root();
     if (root.kind != Kind::dictionary)
         return std::nullopt;
-    // First the values, of equal keys the last one, and then their texts: a file could name the same long
-    // list under as many equal keys as it has bytes.
+    // Find the last value of equal keys before decoding: many equal keys could refer to the same long array.
     std::vector<Object> values(wanted.size());
     for (quint64 i = 0; i < root.count; ++i) {
         const Object key = reader.member(root, i);

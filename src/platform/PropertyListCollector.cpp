@@ -79,7 +79,7 @@ bool PropertyListCollector::startOutside(Element element)
     return true;
 }
 
-/// Takes note of a value's beginning; whether its text is wanted. An earlier answer under the same key falls.
+/// Discards earlier results for the key of the new value and returns whether the text of the value is needed.
 bool PropertyListCollector::startValue(Element element)
 {
     if (m_open.size() == 1) {
@@ -129,7 +129,7 @@ bool PropertyListCollector::end()
     return true;
 }
 
-/// Takes a wanted text as an answer; false for a number or date that is none.
+/// Stores a requested string. Returns false for an invalid number or date.
 bool PropertyListCollector::endValue()
 {
     switch (m_value) {
@@ -170,7 +170,7 @@ bool PropertyListCollector::isInFirstDictionary() const
     return m_listIsWanted && m_dictionaries == 1 && m_open.size() == 3;
 }
 
-/// Answers every field that asks for the value at hand; whether there is one.
+/// Sets the result of every field that requests the current value. Returns whether there is one.
 bool PropertyListCollector::answer(const std::optional<QString>& text)
 {
     const bool isInner = m_open.size() > 1;
@@ -185,7 +185,7 @@ bool PropertyListCollector::answer(const std::optional<QString>& text)
     return any;
 }
 
-/// Takes back every answer from within the root's value at hand; whether a field asks for any.
+/// Clears the results from inside the root's current value. Returns whether any field reads it.
 bool PropertyListCollector::forgetList()
 {
     bool any = false;

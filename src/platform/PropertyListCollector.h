@@ -7,10 +7,10 @@
 
 namespace orvanlite::platform {
 
-/// Follows the elements of one XML list and keeps the wanted texts. What is open is a stack of one byte a level,
-/// so the depth of a file costs memory in proportion to its length and no stack.
+/// Processes the elements of one XML list and collects the requested strings. Each open level takes one byte
+/// on the heap, so deep nesting cannot overflow the stack.
 ///
-/// Errors: every call answers false from the first thing on that no property list holds.
+/// Errors: a call returns false for anything that is not valid in a property list; parsing must end then.
 class PropertyListCollector {
 public:
     explicit PropertyListCollector(std::span<const PropertyListField> wanted)
@@ -20,10 +20,10 @@ public:
 
     [[nodiscard]] bool start(std::string_view name);
     [[nodiscard]] bool end();
-    /// A piece of the text between two tags, in UTF-8.
+    /// A part of the text between two tags, in UTF-8.
     [[nodiscard]] bool characters(std::string_view text);
 
-    /// The answers once the file has ended; nothing for a file without a root.
+    /// The results at the end of the file; empty without a root.
     [[nodiscard]] std::optional<PropertyListTexts> finish();
 
 private:
@@ -45,15 +45,15 @@ private:
     PropertyListTexts m_answers;
     std::vector<Open> m_open;
     Leaf m_leaf = Leaf::none;
-    Element m_value = Element::unknown; ///< of the open leaf, if that is a value
+    Element m_value = Element::unknown; ///< type of the open leaf, if that is a value
     bool m_hasWrapper = false;
     bool m_hasRoot = false;
     bool m_collecting = false;
-    bool m_listIsWanted = false;  ///< the root's value at hand is a list that a field looks into
-    qsizetype m_dictionaries = 0; ///< members of that list so far
+    bool m_listIsWanted = false;  ///< the root's current value is an array that a field reads
+    qsizetype m_dictionaries = 0; ///< members of that array so far
     std::string m_text;
-    std::string m_key;      ///< of the root's value at hand
-    std::string m_innerKey; ///< of the value at hand in the first dictionary
+    std::string m_key;      ///< of the root's current value
+    std::string m_innerKey; ///< of the current value in the first dictionary
 };
 
 } // namespace orvanlite::platform

@@ -17,7 +17,7 @@ std::string_view trimmed(std::string_view text)
     return text.substr(first, text.find_last_not_of(kWhitespace) + 1 - first);
 }
 
-/// Removes the leading characters that are among these; how many there were.
+/// Removes leading characters of this set and returns their number.
 std::size_t takeAll(std::string_view& text, std::string_view any)
 {
     const std::size_t count = std::min(text.find_first_not_of(any), text.size());
@@ -25,7 +25,7 @@ std::size_t takeAll(std::string_view& text, std::string_view any)
     return count;
 }
 
-/// Removes the first character if it is among these.
+/// Removes the first character if it is in this set.
 bool take(std::string_view& text, std::string_view any)
 {
     const bool isThere = !text.empty() && any.find(text.front()) != std::string_view::npos;
@@ -33,7 +33,7 @@ bool take(std::string_view& text, std::string_view any)
     return isThere;
 }
 
-/// Removes a number of two digits and the character behind it; whether they are there and in the range.
+/// Removes a two-digit number and the character after it. Returns whether both were present and in range.
 bool takeField(std::string_view& text, int smallest, int largest, std::string_view end)
 {
     const std::string_view field = text.substr(0, 2);

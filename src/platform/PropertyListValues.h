@@ -4,10 +4,10 @@
 
 namespace orvanlite::platform {
 
-// Whether an element's text is a value of its type, as Core Foundation's reader of XML lists takes it. Whitespace
-// around the value is allowed; the size of a number is not looked at.
+// Whether the text is a value of the element's type, by the rules of Core Foundation's XML reader.
+// Surrounding whitespace is allowed; the range of a number is not checked.
 
-/// Decimal, or hexadecimal behind "0x".
+/// Decimal, or hexadecimal after "0x".
 [[nodiscard]] bool isInteger(std::string_view text);
 /// Decimal with or without fraction and exponent, "nan", "inf" or "infinity".
 [[nodiscard]] bool isReal(std::string_view text);

@@ -13,10 +13,10 @@ namespace orvanlite::platform {
 
 namespace {
 
-/// Expat keeps the memory that the largest list so far took: one of this many bytes gets a parser of its own.
+/// A list of this size gets its own parser, as Expat keeps the memory that its largest list needed.
 constexpr std::size_t kLargeList = 256 * 1024;
 
-/// One Expat parser for many lists, with one salt: Expat would ask the system for random bytes at every list.
+/// One Expat parser and hash salt for many lists: by default Expat gets random bytes for every list.
 class Parser {
 public:
     Parser() = default;
@@ -36,13 +36,13 @@ private:
     unsigned long m_salt = QRandomGenerator::system()->generate() | 1;
 };
 
-/// What the handlers get.
+/// User data of the handlers.
 struct Target {
     XML_Parser parser;
     PropertyListCollector& collector;
 
     static Target& of(void* data) { return *static_cast<Target*>(data); }
-    /// Ends the parsing, which then answers with an error.
+    /// Otherwise stops the parser, which then returns an error.
     void require(bool isSound) const
     {
         if (!isSound)
@@ -71,8 +71,8 @@ bool readWith(Parser& parser, std::string_view text, PropertyListCollector& coll
     XML_SetUserData(target.parser, &target);
     XML_SetElementHandler(target.parser, &onStart, &onEnd);
     XML_SetCharacterDataHandler(target.parser, &onText);
-    // Entities that the file itself declares are not expanded: no list needs them, and a few lines of them can
-    // make gigabytes of text.
+    // Entities declared in the file are not expanded: no list needs them, and a few lines can expand to
+    // gigabytes of text.
     XML_SetDefaultHandler(target.parser, nullptr);
     XML_SetSkippedEntityHandler(target.parser, &onEntity);
     return XML_Parse(target.parser, text.data(), static_cast<int>(text.size()), 1) == XML_STATUS_OK;

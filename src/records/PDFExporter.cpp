@@ -18,7 +18,7 @@ void writeAndOpen(const QString& path, const QByteArray& content, platform::Writ
     try {
         platform.files.write(path, content, mode);
     } catch (const platform::FileError&) {
-        // On purpose: no failure of a report reaches the user but by the file that opens, or does not.
+        // On purpose: not reported. The user notices by whether the file opens.
     }
     platform.workspace.open(QUrl::fromLocalFile(path));
 }

@@ -11,15 +11,15 @@ namespace orvanlite {
 
 class SavePanel;
 
-/// Reports of all plugins that it is given: asks where to save, writes the file there and opens it with the user's
-/// application for it; the column that is sorted by comes first.
-/// Errors: none. A panel that is cancelled ends it; on purpose a failed write is dropped, and the file opened all the
-///         same.
+/// Exports a report of the plugins: asks for a file name, writes the file and opens it with the user's
+/// default application. The sort column comes first.
+/// Errors: none. Nothing happens if the panel is cancelled. On purpose: a failed write is ignored, and the
+///         file is opened anyway.
 class PDFExporter final {
 public:
     PDFExporter() = delete;
 
-    /// What `platform` refers to outlives the panel.
+    /// The services in `platform` outlive the panel.
     static void exportPlugins(AudioPlugins plugins, ExportFormat format, ExportSortOption sortBy,
                               SavePanel& panel, const platform::Platform& platform);
 };

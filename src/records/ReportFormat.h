@@ -8,10 +8,10 @@
 
 namespace orvanlite {
 
-/// Everything that is particular to one format of report.
+/// Everything specific to one report format.
 struct ReportFormat {
     SaveRequest request;
-    QString caption; ///< what the user reads when picking the format
+    QString caption; ///< description shown when choosing the format
     platform::WriteMode writeMode = platform::WriteMode::inPlace;
     QByteArray (*generate)(const ExportRows& rows, const ExportColumns& columns, ExportSortOption sortBy,
                            Date now) = nullptr;

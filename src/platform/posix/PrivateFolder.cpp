@@ -40,19 +40,19 @@ void requireOurs(const QString& folder, bool isOurs)
         throw FileError(EPERM, folder, u"Other users have access to the folder: "_s + folder);
 }
 
-/// Whether nobody else but root can put another file in the place of one of ours in the folder.
-bool isSafeOnTheWay(const struct stat& status)
+/// Whether only we and root can replace our files in the folder.
+bool isSafeAncestor(const struct stat& status)
 {
     const uid_t us = ::geteuid();
-    // A group with the number of its user is that user's own. It goes with a umask of 002.
+    // A group with the same id as the user is that user's private group, which a umask of 002 relies on.
     const bool isOwnGroup = status.st_uid == us && status.st_gid == us;
     const bool isShared = (status.st_mode & (isOwnGroup ? S_IWOTH : S_IWOTH | S_IWGRP)) != 0;
     return (status.st_uid == us || status.st_uid == 0) &&
            (S_ISLNK(status.st_mode) || !isShared || (status.st_mode & S_ISVTX) != 0);
 }
 
-/// Also for what links on the way lead to.
-void requireSafeWay(const std::filesystem::path& path)
+/// Checks all components, including the targets of links.
+void requireSafePath(const std::filesystem::path& path)
 {
     std::filesystem::path each;
     for (const auto& component : path) {
@@ -60,10 +60,10 @@ void requireSafeWay(const std::filesystem::path& path)
         struct stat status {};
         if (::lstat(each.c_str(), &status) != 0)
             throw FileError(errno, QString::fromStdString(each.string()));
-        requireOurs(QString::fromStdString(each.string()), isSafeOnTheWay(status));
+        requireOurs(QString::fromStdString(each.string()), isSafeAncestor(status));
         std::error_code error;
         if (S_ISLNK(status.st_mode))
-            requireSafeWay(each.parent_path() / std::filesystem::read_symlink(each, error));
+            requireSafePath(each.parent_path() / std::filesystem::read_symlink(each, error));
     }
 }
 
@@ -85,7 +85,7 @@ void requirePrivateFolder(const QString& path)
     if (!S_ISDIR(status.st_mode))
         throw FileError(ENOTDIR, path);
     requireOurs(path, status.st_uid == ::geteuid() && (status.st_mode & 0777) == S_IRWXU);
-    requireSafeWay(std::filesystem::path(path.toStdString()).parent_path());
+    requireSafePath(std::filesystem::path(path.toStdString()).parent_path());
 }
 
 void removeOldBatchFiles(FileManager& files, const QString& folder)

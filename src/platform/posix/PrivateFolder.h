@@ -10,9 +10,9 @@ class FileManager;
 /// Errors: none; check with requirePrivateFolder().
 void makePrivateFolder(const QString& path);
 
-/// Requires a real folder (no link) of the effective user with mode 0700, which nobody but that user and root can
-/// replace: only these two can read or replace files in it.
-/// Errors: FileError with the path of the folder at fault.
+/// Requires a real folder (no link) of the effective user with mode 0700 that only this user and root can
+/// replace. Then only these two can read or replace files in it.
+/// Errors: FileError with the path of the offending folder.
 void requirePrivateFolder(const QString& path);
 
 /// Removes batch scripts and counters left by a killed run: pairs that have not changed for an hour. A script

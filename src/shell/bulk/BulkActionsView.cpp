@@ -26,17 +26,17 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// More than these are not switched without a question.
-constexpr std::size_t kUnaskedLimit = 10;
+/// Toggling more plugins than this asks for confirmation.
+constexpr std::size_t kMaxWithoutConfirmation = 10;
 
-constexpr int kMarginX = 18; // in line with the names of the list
+constexpr int kMarginX = 18; // aligned with the names in the list
 constexpr int kActionSpacing = 8;
 constexpr int kFormatSpacing = 6;
 constexpr int kHeaderSpacing = 12;
 constexpr int kHeaderIconSize = 16;
 constexpr int kWaveShellGap = 4;
 
-/// Ascending by raw value, as the chips stand.
+/// Ascending by raw value.
 std::vector<PluginFormat> formatsInChipOrder()
 {
     std::vector<PluginFormat> formats;
@@ -72,7 +72,7 @@ BulkActionsView::BulkActionsView(PluginManagerViewModel& viewModel, BulkConfirma
     column->addWidget(m_list, 1);
     applyListHeight();
 
-    connect(m_list, &BulkPluginList::nameClicked, this, &BulkActionsView::toggleMark);
+    connect(m_list, &BulkPluginList::nameClicked, this, &BulkActionsView::toggleSelected);
     connect(m_list, &BulkPluginList::variantClicked, this,
             [this](const QUuid& id) { m_viewModel.toggleBulkVariant(id); });
     viewModel.consolidatedBulkPlugins.observe(this, [this] { m_isReloadDue = true; });
@@ -161,7 +161,7 @@ QWidget* BulkActionsView::makeHeaderRow()
     layout->addStretch(1);
     layout->addWidget(m_remove);
     layout->addWidget(clear);
-    connect(m_remove, &QAbstractButton::clicked, this, &BulkActionsView::removeMarked);
+    connect(m_remove, &QAbstractButton::clicked, this, &BulkActionsView::removeSelected);
     connect(clear, &QAbstractButton::clicked, this, [this] {
         m_viewModel.clearSelection();
         m_selectedBulkNames.clear();
@@ -211,7 +211,7 @@ void BulkActionsView::setExpandsFull(bool expands)
 
 void BulkActionsView::applyListHeight()
 {
-    // A wish, not a demand: in a small window the list is as high as there is room, and scrolls.
+    // Only a preference: in a small window the list shrinks and scrolls.
     m_list->setPreferredHeight(qRound(m_paneHeight));
     m_list->setMaximumHeight(m_expandsFull ? QWIDGETSIZE_MAX : qRound(m_paneHeight));
 }
@@ -253,7 +253,7 @@ void BulkActionsView::renderHeader()
     m_unique->setText(u"(%1 unique)"_s.arg(m_viewModel.consolidatedBulkPlugins->size()));
     m_remove->setLabel(u"Remove %1 from list"_s.arg(m_selectedBulkNames.size()));
     if (m_selectedBulkNames.isEmpty() && m_remove->hasFocus())
-        m_list->focusCurrentRow(); // and not "Clear All", which stands next
+        m_list->focusCurrentRow(); // otherwise it moves on to "Clear All"
     m_remove->setVisible(!m_selectedBulkNames.isEmpty());
 }
 
@@ -271,7 +271,7 @@ void BulkActionsView::renderNotices()
 
 bool BulkActionsView::disablesWavesBundle() const
 {
-    // Without such a variant there is nothing that the catalogue would have to be asked for.
+    // Query the catalogue only if there is such a variant.
     const QSet<QUuid>& active = *m_viewModel.bulkActiveVariants;
     const auto isActiveBundle = [&active](const FormatVariant& each) {
         return each.format == PluginFormat::wavesBundle && active.contains(each.id);
@@ -286,14 +286,14 @@ bool BulkActionsView::disablesWavesBundle() const
 
 void BulkActionsView::startToggle(BulkAction action)
 {
-    // A screen reader's action does not come as input that could be kept away.
+    // Accessibility actions bypass InputGate.
     if (*m_viewModel.isRunningScript)
         return;
     AudioPlugins plugins = m_viewModel.bulkActionPlugins();
     const bool wanted = action == BulkAction::enable;
     std::erase_if(plugins, [wanted](const AudioPlugin& each) { return each.isEnabled == wanted; });
     // On purpose: an empty list is passed on too.
-    if (plugins.size() <= kUnaskedLimit)
+    if (plugins.size() <= kMaxWithoutConfirmation)
         detach(m_viewModel.toggleMultiplePlugins(std::move(plugins)));
     else
         ask(action, std::move(plugins));
@@ -308,14 +308,14 @@ void BulkActionsView::ask(BulkAction action, AudioPlugins plugins)
     m_confirmation.isShowing = true;
 }
 
-void BulkActionsView::toggleMark(const QString& name)
+void BulkActionsView::toggleSelected(const QString& name)
 {
     if (!m_selectedBulkNames.remove(name))
         m_selectedBulkNames.insert(name);
     m_updates->schedule();
 }
 
-void BulkActionsView::removeMarked()
+void BulkActionsView::removeSelected()
 {
     const QSet<QString> names = std::exchange(m_selectedBulkNames, {});
     if (!names.isEmpty())

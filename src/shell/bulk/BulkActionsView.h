@@ -23,24 +23,23 @@ class PluginManagerViewModel;
 class PressButton;
 class ViewUpdater;
 
-/// All that the user has picked, folded by name, and what can be done to it. Its owner shows it only while something
-/// is picked.
+/// The selected plugins, grouped by name, with the bulk actions. Shown by its owner only with a selection.
 class BulkActionsView final : public QWidget {
     Q_OBJECT
 
 public:
     BulkActionsView(PluginManagerViewModel& viewModel, BulkConfirmation& confirmation, QWidget* parent);
 
-    /// The height of the region with the rows, in logical pixels.
+    /// Height of the list, in logical pixels.
     void setPaneHeight(double height);
-    /// The rows take all the height that there is, whatever the pane's height.
+    /// Lets the list take all available height, regardless of setPaneHeight().
     void setExpandsFull(bool expands);
 
-    /// With all lines that the rows above the list wrap into at the present width, and the list at its asked height, or
-    /// at its least: so the list gives way, and the table, before any text does.
+    /// Include all wrapped lines above the list at the current width, and the preferred or minimum height of
+    /// the list, so that the list and the table shrink before any text is cut off.
     [[nodiscard]] QSize sizeHint() const override;
     [[nodiscard]] QSize minimumSizeHint() const override;
-    /// On purpose not: a layout would take the whole height for the least one then.
+    /// On purpose: with height for width, a layout would use the full height as the minimum.
     [[nodiscard]] bool hasHeightForWidth() const override { return false; }
 
 protected:
@@ -62,19 +61,19 @@ private:
     void renderNotices();
     [[nodiscard]] bool disablesWavesBundle() const;
 
-    /// Switches at once up to ten plugins; asks for more.
+    /// Toggles up to ten plugins immediately; asks for confirmation for more.
     void startToggle(BulkAction action);
     void ask(BulkAction action, std::vector<AudioPlugin> plugins);
-    void toggleMark(const QString& name);
-    void removeMarked();
+    void toggleSelected(const QString& name);
+    void removeSelected();
 
     PluginManagerViewModel& m_viewModel;
     BulkConfirmation& m_confirmation;
     double m_paneHeight = 200;
     bool m_expandsFull = false;
-    QSet<QString> m_selectedBulkNames; ///< marked in here; not the table's selection
+    QSet<QString> m_selectedBulkNames; ///< selected in this list; independent of the table's selection
     bool m_isReloadDue = true;
-    bool m_isFormatChange = false; ///< the next rendering shows a whole format switched
+    bool m_isFormatChange = false; ///< animate the next rendering
 
     std::vector<PressButton*> m_actions;
     std::vector<std::pair<PluginFormat, ChipButton*>> m_formatChips;

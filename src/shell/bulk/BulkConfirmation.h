@@ -8,8 +8,7 @@
 
 namespace orvanlite {
 
-/// A bulk action that waits for the user's confirmation. Cancelling leaves the action and its list as they are,
-/// until the next request overwrites them.
+/// A bulk action waiting for confirmation. Cancelling keeps both members until the next request.
 struct BulkConfirmation {
     Observable<bool> isShowing{false};
     std::optional<BulkAction> pendingAction;

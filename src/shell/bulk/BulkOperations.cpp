@@ -9,7 +9,7 @@ namespace orvanlite {
 
 namespace {
 
-/// Everything that the filters match in one state, of one format if it is given.
+/// All filtered plugins in one state, optionally of one format only.
 AudioPlugins filteredPlugins(const PluginManagerViewModel& viewModel, bool isEnabled,
                              std::optional<PluginFormat> format)
 {
@@ -29,7 +29,8 @@ QCoro::Task<> performBulkAction(PluginManagerViewModel* viewModel, BulkConfirmat
     if (pendingAction == BulkAction::delete_)
         co_await viewModel->deletePlugins(std::move(plugins));
     else
-        co_await viewModel->toggleMultiplePlugins(std::move(plugins)); // the list decides the direction
+        co_await viewModel->toggleMultiplePlugins(
+            std::move(plugins)); // each plugin changes to its other state
     if (!alive)
         co_return;
     confirmation->pendingAction.reset();

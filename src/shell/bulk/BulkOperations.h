@@ -12,13 +12,13 @@ namespace orvanlite {
 class PluginManagerViewModel;
 struct BulkConfirmation;
 
-/// Does what was confirmed with exactly these plugins, and then clears the question.
+/// Performs the confirmed action on exactly these plugins, then resets the confirmation.
 QCoro::Task<> performBulkAction(PluginManagerViewModel* viewModel, BulkConfirmation* confirmation,
                                 BulkAction pendingAction, AudioPlugins plugins);
 
-/// Enables everything that the filters match and that is off; with a format, only what is of it.
+/// Enables all filtered plugins that are disabled, optionally of one format only.
 QCoro::Task<> enableAllForFormat(PluginManagerViewModel* viewModel, std::optional<PluginFormat> format);
-/// Disables everything that the filters match and that is on; with a format, only what is of it.
+/// Disables all filtered plugins that are enabled, optionally of one format only.
 QCoro::Task<> disableAllForFormat(PluginManagerViewModel* viewModel, std::optional<PluginFormat> format);
 
 } // namespace orvanlite

@@ -26,10 +26,9 @@ constexpr int kScrollMilliseconds = 350;
 constexpr int kWheelStep = 20;
 constexpr auto kColumnName = "bulkPluginColumn";
 
-static_assert(kPaddingX == BulkPluginRow::kBleedX,
-              "the padding is the room that a highlighted row grows into");
+static_assert(kPaddingX == BulkPluginRow::kBleedX, "a highlighted row grows into the padding");
 
-/// The column is the list that its rows are items of.
+/// Gives the column the role of a list, as its rows are list items.
 QAccessibleInterface* makeAccessible(const QString& className, QObject* object)
 {
     if (className != QLatin1StringView("QWidget") || object->objectName() != QLatin1StringView(kColumnName))
@@ -39,11 +38,11 @@ QAccessibleInterface* makeAccessible(const QString& className, QObject* object)
 
 } // namespace
 
-BulkPluginList::BulkPluginList(const BulkSelection& selection, const QSet<QString>& markedNames,
+BulkPluginList::BulkPluginList(const BulkSelection& selection, const QSet<QString>& selectedNames,
                                QWidget* parent)
     : QScrollArea(parent)
     , m_selection(selection)
-    , m_markedNames(markedNames)
+    , m_selectedNames(selectedNames)
     , m_column(new QWidget)
     , m_scrolling(new Glide(0, kScrollMilliseconds, this,
                             [this] { verticalScrollBar()->setValue(qRound(m_scrolling->value())); }))
@@ -55,7 +54,7 @@ BulkPluginList::BulkPluginList(const BulkSelection& selection, const QSet<QStrin
     setFrameShape(QFrame::NoFrame);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setVerticalScrollBar(new ThinScrollBar(Qt::Vertical, this));
-    setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn); // it shows nothing where there is nothing to scroll
+    setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn); // paints nothing when there is nothing to scroll
     verticalScrollBar()->setSingleStep(kWheelStep);
     m_column->setObjectName(QLatin1StringView(kColumnName));
     m_column->setAccessibleName(u"Selected plugins"_s);
@@ -66,7 +65,7 @@ BulkPluginList::BulkPluginList(const BulkSelection& selection, const QSet<QStrin
 
     m_scrolling->setEasingCurve(QEasingCurve::OutCubic);
     connect(verticalScrollBar(), &QAbstractSlider::valueChanged, this, [this] { buildRows(); });
-    // The user's own scrolling goes first.
+    // Scrolling by the user takes precedence.
     connect(verticalScrollBar(), &QAbstractSlider::actionTriggered, m_scrolling, &QAbstractAnimation::stop);
 }
 
@@ -81,7 +80,7 @@ void BulkPluginList::reload()
     names.reserve(static_cast<qsizetype>(plugins().size()));
     for (const ConsolidatedPlugin& plugin : plugins())
         names.insert(plugin.name);
-    m_seenNames.intersect(names); // a name that comes again has arrived anew
+    m_seenNames.intersect(names); // a name that comes back is highlighted again
 
     const bool hasGrown = plugins().size() > std::exchange(m_previousCount, plugins().size());
     const auto current =
@@ -108,7 +107,7 @@ void BulkPluginList::layOut()
     }
     m_tops.push_back(top);
     {
-        // The column's new height may move the scroll bar: the rows are built once, below.
+        // The new height may move the scroll bar, which must not build the rows twice.
         const QScopedValueRollback building(m_isBuilding, true);
         m_column->resize(viewport()->width(), plugins().empty() ? 0 : top - kSpacing + kPaddingY);
         if (m_isAtLastWanted)
@@ -140,7 +139,7 @@ void BulkPluginList::buildRows(bool isAnimated)
             for (std::size_t index = rowAt(top); index <= last; ++index)
                 wanted.push_back(index);
             if (m_currentIndex < wanted.front() || m_currentIndex > last)
-                wanted.push_back(m_currentIndex); // Tab must find it
+                wanted.push_back(m_currentIndex); // reachable by Tab
         }
         QHash<QString, BulkPluginRow*> rows;
         for (const std::size_t index : wanted) {
@@ -189,7 +188,8 @@ void BulkPluginList::placeRow(BulkPluginRow& row, std::size_t index, bool isAnim
     row.setGeometry(kPaddingX - BulkPluginRow::kBleedX, m_tops[index] - BulkPluginRow::kBleedY,
                     viewport()->width() - 2 * (kPaddingX - BulkPluginRow::kBleedX),
                     height + 2 * BulkPluginRow::kBleedY);
-    row.showPlugin(plugin, *m_selection.bulkActiveVariants, m_markedNames.contains(plugin.name), isAnimated);
+    row.showPlugin(plugin, *m_selection.bulkActiveVariants, m_selectedNames.contains(plugin.name),
+                   isAnimated);
     row.setCurrent(index == m_currentIndex);
     row.show();
     const int top = m_tops[index] - verticalScrollBar()->value();

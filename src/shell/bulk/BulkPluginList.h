@@ -9,27 +9,27 @@ namespace orvanlite {
 class BulkSelection;
 class Glide;
 
-/// The rows of the bulk pane in a scrolling column. Only rows that are in view exist as widgets, and the one that the
-/// keyboard is on; they are given other plugins as the column moves, so that thousands cost no more than a screenful.
+/// The rows of the bulk pane in a scrolling column. Only visible rows and the current one exist as widgets;
+/// they are reused while scrolling, so that thousands of plugins cost no more than one screenful.
 class BulkPluginList final : public QScrollArea {
     Q_OBJECT
 
 public:
-    /// `markedNames` is read at every rendering.
-    BulkPluginList(const BulkSelection& selection, const QSet<QString>& markedNames, QWidget* parent);
+    /// `selectedNames`: the selected rows, read at every rendering; outlives the list.
+    BulkPluginList(const BulkSelection& selection, const QSet<QString>& selectedNames, QWidget* parent);
 
-    /// Takes over the folded plugins. When there are more of them than the last time it scrolls to the last one.
+    /// Reads the plugins again. Scrolls to the last one if there are more than before.
     void reload();
-    /// Brings marks and chips of the rows in view up to date.
+    /// Updates selection and chips of the visible rows.
     void renderRows(bool isAnimated);
-    /// The rows that exist as widgets and show a plugin, from top to bottom.
+    /// The rows in use, from top to bottom.
     [[nodiscard]] std::vector<BulkPluginRow*> builtRows() const;
 
-    /// The height that the list takes where the window has room for it.
+    /// The height of the list if the window has space for it.
     void setPreferredHeight(int height);
     [[nodiscard]] QSize sizeHint() const override;
     [[nodiscard]] QSize minimumSizeHint() const override;
-    /// Gives the keyboard to the current row, or to the first one.
+    /// Focuses the current row, or the first one.
     void focusCurrentRow();
 
 Q_SIGNALS:
@@ -43,7 +43,7 @@ protected:
 
 private:
     [[nodiscard]] const std::vector<ConsolidatedPlugin>& plugins() const;
-    /// The row that stands at this height of the column, or the one below it.
+    /// The row at this position in the column; the space below a row belongs to it.
     [[nodiscard]] std::size_t rowAt(int y) const;
     void layOut();
     void buildRows(bool isAnimated = false);
@@ -56,20 +56,21 @@ private:
     void scrollToLast();
 
     const BulkSelection& m_selection;
-    const QSet<QString>& m_markedNames;
+    const QSet<QString>& m_selectedNames;
     BulkRowLayout m_rowLayout;
     QWidget* m_column;
-    std::vector<int> m_tops; ///< of each row in the column, and where a row behind the last would stand
+    std::vector<int>
+        m_tops; ///< of each row in the column; the last element is where the next row would start
     QHash<QString, BulkPluginRow*> m_rows;
-    int m_rowCount = 0; ///< of all that were ever made
+    int m_rowCount = 0; ///< created so far
     std::vector<BulkPluginRow*> m_spares;
-    QSet<QString> m_seenNames; ///< have been highlighted
+    QSet<QString> m_seenNames; ///< already highlighted
     QString m_currentName;
     std::size_t m_currentIndex = 0;
     std::size_t m_previousCount = 0;
     int m_preferredHeight = 0;
     bool m_isBuilding = false;
-    bool m_isAtLastWanted = false; ///< as soon as there is a height to scroll in
+    bool m_isAtLastWanted = false; ///< scroll to the last row once the list is shown
     Glide* m_scrolling;
 };
 

@@ -28,7 +28,7 @@ constexpr int kSpacing = 8;
 constexpr int kChipSpacing = 6;
 constexpr int kChipLineSpacing = 4;
 constexpr double kCornerRadius = 5;
-/// What many chips take of a row at most, where its name needs the rest.
+/// Maximum share of the row for the chips if the name needs the rest.
 constexpr double kChipsShare = 0.62;
 
 constexpr double kHoldMilliseconds = 220;
@@ -73,23 +73,23 @@ BulkRowLayout::Places BulkRowLayout::places(const ConsolidatedPlugin& plugin, in
     const QFontMetrics metrics(m_font);
     const int inner = width - 2 * kPaddingX;
     int room = static_cast<int>(inner * kChipsShare);
-    if (oneLine >
-        room) // only then does it matter how much the name leaves: measuring thousands takes its time
+    // Measure the name only if needed: measuring thousands is slow.
+    if (oneLine > room)
         room = std::max(room, inner - kSpacing - metrics.horizontalAdvance(plugin.name));
     const FlowLayout::Arrangement chips = FlowLayout::arrange(sizes, room, kChipSpacing, kChipLineSpacing);
 
-    Places made;
+    Places result;
     const int content = std::max(metrics.height(), chips.height);
-    made.height = content + 2 * kPaddingY;
-    made.chips = chips.places;
+    result.height = content + 2 * kPaddingY;
+    result.chips = chips.places;
     int used = 0;
-    for (const QRect& chip : made.chips)
+    for (const QRect& chip : result.chips)
         used = std::max(used, chip.x() + chip.width());
     const QPoint start(width - kPaddingX - used, kPaddingY + (content - chips.height) / 2);
-    for (QRect& chip : made.chips)
+    for (QRect& chip : result.chips)
         chip.translate(start);
-    made.name = QRect(kPaddingX, 0, std::max(0, start.x() - kSpacing - kPaddingX), made.height);
-    return made;
+    result.name = QRect(kPaddingX, 0, std::max(0, start.x() - kSpacing - kPaddingX), result.height);
+    return result;
 }
 
 BulkPluginRow::BulkPluginRow(const BulkRowLayout& places, int number, QWidget* parent)

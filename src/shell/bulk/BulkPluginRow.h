@@ -15,19 +15,19 @@ namespace orvanlite {
 
 class ChipButton;
 
-/// Where the chips of a folded plugin stand, and how high its row is. Known without any widget, so that a list of
-/// thousands can be laid out while few of its rows exist.
+/// Positions of the chips and height of a row, computed without widgets, so that a list of thousands can be
+/// laid out while only a few of its rows exist.
 class BulkRowLayout {
 public:
-    /// Takes over the font that rows are written in, and forgets what it has measured in another one.
+    /// Sets the font of the rows and clears the cached chip sizes.
     void setFont(const QFont& font);
 
     struct Places {
         QRect name;
-        std::vector<QRect> chips; ///< in the order of the variants; further lines where one is too short
+        std::vector<QRect> chips; ///< in the order of the variants; wrapped into several lines if needed
         int height = 0;
     };
-    /// For a row of this width, from (0, 0) on.
+    /// For a row of this width with its origin at (0, 0).
     [[nodiscard]] Places places(const ConsolidatedPlugin& plugin, int width) const;
 
 private:
@@ -35,31 +35,30 @@ private:
 
     QFont m_font;
     QFont m_chipFont;
-    mutable QHash<QString, QSize> m_chipSizes; ///< by label, of which there are few
+    mutable QHash<QString, QSize> m_chipSizes; ///< by label
 };
 
-/// One folded plugin of the bulk pane: its name and one chip per variant. A click on the row itself, or Space,
-/// marks it.
+/// One plugin of the bulk pane: its name and one chip per variant. Click or Space on the row selects it.
 class BulkPluginRow final : public Control {
     Q_OBJECT
 
 public:
-    /// Room left and right of what is seen of a row, for its growth while it is highlighted.
+    /// Margin around the painted row, into which it grows while highlighted.
     static constexpr int kBleedX = 8;
     static constexpr int kBleedY = 1;
 
     /// `number` makes the object names of the row and of its chips unique.
     BulkPluginRow(const BulkRowLayout& places, int number, QWidget* parent);
 
-    /// Shows this plugin from now on. A row may be given another plugin at any time.
+    /// Rows are reused: may be called with another plugin at any time.
     void showPlugin(const ConsolidatedPlugin& plugin, const QSet<QUuid>& activeVariants, bool isMarked,
                     bool isAnimated);
     [[nodiscard]] const QString& pluginName() const { return m_plugin.name; }
     [[nodiscard]] bool isMarked() const { return isChecked(); }
     [[nodiscard]] bool isHighlighted() const { return m_highlight > 0; }
-    /// The highlight of a row that has just arrived.
+    /// Briefly highlights a new row.
     void highlight();
-    /// Only the current row is reached by Tab, with its chips.
+    /// Only the current row and its chips can be reached by Tab.
     void setCurrent(bool isCurrent);
 
     [[nodiscard]] QSize sizeHint() const override;
@@ -67,9 +66,9 @@ public:
 
 Q_SIGNALS:
     void variantClicked(const QUuid& id);
-    /// A key that moves to another row.
+    /// A navigation key was pressed.
     void moveRequested(int key);
-    /// The row or one of its chips has got the focus.
+    /// The row or one of its chips received the focus.
     void focused();
 
 protected:
@@ -92,7 +91,7 @@ private:
     ConsolidatedPlugin m_plugin;
     bool m_isCurrent = false;
     BulkRowLayout::Places m_places;
-    std::vector<ChipButton*> m_chips; ///< may be more than the plugin has variants; the others are hidden
+    std::vector<ChipButton*> m_chips; ///< surplus ones are hidden
     QVariantAnimation* m_animation = nullptr;
     double m_highlight = 0; ///< strength, 0 to 1
     double m_scale = 1;

@@ -42,7 +42,7 @@ OnboardingAccessPage::OnboardingAccessPage(const platform::Platform& platform,
     m_openSettings->setObjectName(u"openSettingsButton"_s);
     m_openSettings->setTint(&AppTheme::blue);
     if (const QUrl page = access.settings(); page.scheme().startsWith(u"http"_s)) {
-        // Not the system's settings: tell it before it is pressed.
+        // Show that the button opens a web page and not the system's settings.
         const QString place = u"Opens "_s + page.toDisplayString();
         m_openSettings->setToolTip(place);
         m_openSettings->setAccessibleDescription(place);
@@ -91,7 +91,7 @@ void OnboardingAccessPage::test(bool isInSight)
     m_illustration->setHasAccess(hasAccess, isInSight);
     render();
     if (isInSight)
-        announceTexts(); // else with the page itself
+        announceTexts(); // otherwise announced when the page is shown
 }
 
 void OnboardingAccessPage::render()
@@ -105,7 +105,7 @@ void OnboardingAccessPage::render()
                  "in system folders."_s);
     }
     if (m_hasAccess && m_openSettings->hasFocus())
-        focusNextChild(); // before the button goes
+        focusNextChild(); // before the button is hidden
     m_openSettings->setVisible(!m_hasAccess);
     m_path->setVisible(!m_hasAccess);
 }

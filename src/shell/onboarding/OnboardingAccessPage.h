@@ -14,8 +14,7 @@ namespace orvanlite {
 class OnboardingPage5;
 class PressButton;
 
-/// The last page: it asks for the one permission, and looks every 2 seconds whether it has been given while it is in
-/// sight.
+/// The last page: asks for the one permission and, while visible, checks for it every 2 seconds.
 class OnboardingAccessPage final : public OnboardingPageShell {
 public:
     OnboardingAccessPage(const platform::Platform& platform, platform::FullDiskAccess& access,
@@ -30,7 +29,7 @@ protected:
 private:
     OnboardingAccessPage(const platform::Platform& platform, platform::FullDiskAccess& access,
                          OnboardingPage5* illustration, QWidget* parent);
-    /// Looks again. What changes while the page is in sight grows in and is announced.
+    /// Checks again. A change is animated and announced if the page is in sight.
     void test(bool isInSight);
     void render();
 
@@ -40,7 +39,7 @@ private:
     PressButton* m_openSettings;
     QLabel* m_path;
     bool m_hasAccess = false;
-    /// Number of the appearance that a waiting look belongs to: those of earlier ones end.
+    /// Incremented when the page is shown or hidden, which ends a watch() of an earlier value.
     int m_appearance = 0;
 
     static QCoro::Task<> watch(OnboardingAccessPage* page, int appearance);

@@ -6,8 +6,8 @@
 
 namespace orvanlite {
 
-/// A small moving picture on sample data. It runs from its beginning whenever it comes into sight, stops when it goes,
-/// and shows one still where the user has asked for less motion. Mere decoration: readers do not see it.
+/// A small animation with sample data. It restarts when shown, stops when hidden, and is a still image if the
+/// user has asked for reduced motion. Purely decorative, so screen readers ignore it.
 class OnboardingIllustration : public QWidget {
 public:
     explicit OnboardingIllustration(QWidget* parent);
@@ -15,16 +15,15 @@ public:
     [[nodiscard]] QSize sizeHint() const override;
     [[nodiscard]] QSize minimumSizeHint() const override;
 
-    /// Whether it is moving now.
     [[nodiscard]] bool isRunning() const { return m_timer.isActive(); }
 
 protected:
-    /// Draws the picture as it is so many seconds after it has come into sight, into `kArea` around the origin.
+    /// Draws the frame at this time after being shown, into `kArea` centred on the origin.
     virtual void draw(QPainter& painter, double seconds) const = 0;
-    /// The moment that the still shows.
+    /// Time of the frame to show without motion, in seconds.
     [[nodiscard]] virtual double still() const = 0;
 
-    /// Size that draw() has, in logical pixels; the picture is scaled to the room that there is.
+    /// Size of the canvas of draw(), in logical pixels; scaled down if the widget is smaller.
     static constexpr QSizeF kArea{440, 176};
 
     void showEvent(QShowEvent* event) override;

@@ -57,11 +57,11 @@ void OnboardingPageShell::announceTexts()
 
 void OnboardingPageShell::addBelow(QWidget* widget)
 {
-    // What goes keeps its place, so that nothing above it jumps.
+    // Keep the space of hidden widgets, so that nothing above them moves.
     QSizePolicy policy = widget->sizePolicy();
     policy.setRetainSizeWhenHidden(true);
     widget->setSizePolicy(policy);
-    // A text breaks its lines over the whole width.
+    // Texts wrap at the full width.
     const bool isText = qobject_cast<QLabel*>(widget) != nullptr;
     m_column->addWidget(widget, 0, isText ? Qt::Alignment() : Qt::AlignHCenter);
 }

@@ -10,20 +10,20 @@ namespace orvanlite {
 
 class OnboardingIllustration;
 
-/// The frame of a page: its illustration over a title and a description.
+/// The frame of a page: an illustration above a title and a description.
 class OnboardingPageShell : public QWidget {
     Q_OBJECT
 
 public:
-    /// Takes the illustration as a child.
+    /// Takes ownership of the illustration.
     OnboardingPageShell(const QString& title, const QString& description,
                         OnboardingIllustration* illustration, QWidget* parent);
 
     void setTexts(const QString& title, const QString& description);
-    /// Has a screen reader say what the page says: the focus stays on the buttons below it.
+    /// Announces title and description to screen readers, as the focus stays on the buttons.
     void announceTexts();
 
-    /// Puts a widget below the description.
+    /// Adds a widget below the description.
     void addBelow(QWidget* widget);
 
 private:

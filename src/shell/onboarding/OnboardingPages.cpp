@@ -25,7 +25,7 @@ struct SamplePlugin {
     QString format;
 };
 
-/// From 0 to 1 with a soft start and end while the time runs from `start` on for `length` seconds.
+/// Smoothstep from 0 to 1, from `start` on for `length` seconds.
 double eased(double seconds, double start, double length)
 {
     const double share = std::clamp((seconds - start) / length, 0.0, 1.0);
@@ -57,7 +57,7 @@ void badge(QPainter& painter, const QRectF& rect, const QString& text, const QPa
     write(painter, rect, text, AppTheme::primary(colours), 11, QFont::Medium, Qt::AlignHCenter);
 }
 
-/// The place of a row in a column of rows around the origin.
+/// Rectangle of a row in a column centred on the origin.
 QRectF rowRect(int row, int rows, double width, double height, double gap)
 {
     const double all = rows * height + (rows - 1) * gap;
@@ -89,7 +89,7 @@ void OnboardingPage1::draw(QPainter& painter, double seconds) const
                                     SamplePlugin{u"Vintage EQ"_s, u"VST3"_s},
                                     SamplePlugin{u"Compressor II"_s, u"AAX"_s}};
     constexpr std::array startsOn{true, false, true};
-    constexpr double kTurn = 1.4; ///< seconds for one row
+    constexpr double kTurn = 1.4; ///< seconds per row
     const int turn = static_cast<int>(seconds / kTurn);
     const int highlighted = turn % 3;
     const double inTurn = seconds - turn * kTurn;
@@ -107,7 +107,7 @@ void OnboardingPage1::draw(QPainter& painter, double seconds) const
         write(painter, place.adjusted(46, 0, -150, 0), plugin.name, AppTheme::primary(colours), 14,
               QFont::Medium);
         badge(painter, {place.right() - 128, place.center().y() - 10, 52, 20}, plugin.format, colours);
-        // Each visit flips the switch once.
+        // Each turn toggles the switch once.
         const int flips = (turn - row + 2) / 3;
         const bool wasOn = startsOn[static_cast<std::size_t>(row)] != (flips % 2 == 1);
         const double slide = row == highlighted ? eased(inTurn, 0.55, 0.2) : 0;

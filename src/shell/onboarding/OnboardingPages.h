@@ -6,7 +6,7 @@
 
 namespace orvanlite {
 
-/// A row of bars that move like a meter: the product's greeting.
+/// Welcome: a row of bars that move like a level meter.
 class OnboardingPage0 final : public OnboardingIllustration {
 public:
     using OnboardingIllustration::OnboardingIllustration;
@@ -16,7 +16,7 @@ protected:
     [[nodiscard]] double still() const override { return 0.6; }
 };
 
-/// A table whose switches are flipped one after the other.
+/// A table whose switches are toggled one after the other.
 class OnboardingPage1 final : public OnboardingIllustration {
 public:
     using OnboardingIllustration::OnboardingIllustration;
@@ -26,7 +26,7 @@ protected:
     [[nodiscard]] double still() const override { return 1.9; }
 };
 
-/// Two profiles that take turns.
+/// Two profiles that alternate.
 class OnboardingPage2 final : public OnboardingIllustration {
 public:
     using OnboardingIllustration::OnboardingIllustration;
@@ -36,7 +36,7 @@ protected:
     [[nodiscard]] double still() const override { return 1; }
 };
 
-/// A list that is ticked row by row, and then what can be done with all of it.
+/// A list whose rows are selected one by one, followed by the bulk actions.
 class OnboardingPage3 final : public OnboardingIllustration {
 public:
     using OnboardingIllustration::OnboardingIllustration;
@@ -56,12 +56,12 @@ protected:
     [[nodiscard]] double still() const override { return 2.2; }
 };
 
-/// A shield: with a lock until the access is there, with a checkmark then.
+/// A shield: with a lock, and with a checkmark once access is granted.
 class OnboardingPage5 final : public OnboardingIllustration {
 public:
     using OnboardingIllustration::OnboardingIllustration;
 
-    /// The sign of access grows in, or is there at once.
+    /// `growsIn` animates the checkmark.
     void setHasAccess(bool hasAccess, bool growsIn);
 
 protected:
@@ -70,7 +70,7 @@ protected:
 
 private:
     bool m_hasAccess = false;
-    QElapsedTimer m_growing; ///< since access came; invalid when the sign has its size
+    QElapsedTimer m_growing; ///< time since access was granted; invalid when the animation is over
 };
 
 } // namespace orvanlite

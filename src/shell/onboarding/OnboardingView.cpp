@@ -95,7 +95,7 @@ void OnboardingView::addPages(const platform::Platform& platform, platform::Full
 
 void OnboardingView::fitRegion()
 {
-    // Large fonts need more than the usual height; then all pages have it.
+    // Large fonts need more than the usual height; all pages share the largest.
     int height = kRegionHeight;
     for (const OnboardingPageShell* page : m_pages)
         height = std::max(height, page->layout()->heightForWidth(kWidth));
@@ -141,7 +141,7 @@ void OnboardingView::turnTo(int page)
     m_slide->glideFrom(0, 1);
     if (m_slide->state() == QAbstractAnimation::Stopped)
         showCurrentPage();
-    shown->announceTexts(); // in sight it may have other ones
+    shown->announceTexts(); // showing the page may have changed them
 }
 
 void OnboardingView::placePages()
@@ -190,7 +190,7 @@ bool OnboardingView::actOn(const QKeyEvent& event)
         return true;
     case Qt::Key_Return:
     case Qt::Key_Enter: {
-        // What has the focus, and from elsewhere the way forward.
+        // The focused button, otherwise "Next" or the start button.
         auto* button = qobject_cast<QAbstractButton*>(focusWidget());
         if (!button || !button->isVisible())
             button = m_currentPage == pageCount - 1 ? m_start : m_next;
@@ -218,7 +218,7 @@ void OnboardingView::keyPressEvent(QKeyEvent* event)
 void OnboardingView::changeEvent(QEvent* event)
 {
     QDialog::changeEvent(event);
-    if (event->type() == QEvent::FontChange) // when all that is in the pages has it too
+    if (event->type() == QEvent::FontChange) // queued, as the pages' widgets get the font later
         QMetaObject::invokeMethod(this, &OnboardingView::fitRegion, Qt::QueuedConnection);
 }
 

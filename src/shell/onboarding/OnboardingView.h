@@ -16,8 +16,8 @@ class OnboardingPageShell;
 class PageDots;
 class PressButton;
 
-/// The sheet of the first start: six pages that explain the product and ask for the one permission. Closing it in
-/// whatever way ends it.
+/// The sheet of the first start: six pages that explain the product and ask for the one permission. However
+/// it is closed, the onboarding is finished.
 class OnboardingView final : public QDialog {
     Q_OBJECT
 
@@ -29,7 +29,7 @@ public:
     [[nodiscard]] int currentPage() const { return m_currentPage; }
 
 protected:
-    /// The buttons would take the arrow keys to walk among themselves.
+    /// Catches the arrow keys, with which the buttons would move the focus between themselves.
     bool eventFilter(QObject* watched, QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void changeEvent(QEvent* event) override;
@@ -40,7 +40,7 @@ private:
     void fitRegion();
     [[nodiscard]] QWidget* makeButtons();
     void turnTo(int page);
-    /// True for a key that the sheet has acted on.
+    /// Returns true if the key was handled.
     bool actOn(const QKeyEvent& event);
     void placePages();
     void showCurrentPage();

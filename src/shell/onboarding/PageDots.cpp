@@ -21,7 +21,7 @@ constexpr double kGap = 7;
 
 constexpr double kResponse = 0.3;
 constexpr double kDampingFraction = 0.7;
-constexpr double kSeconds = 0.7; ///< after which the spring rests
+constexpr double kSeconds = 0.7; ///< the spring has settled by then
 
 } // namespace
 

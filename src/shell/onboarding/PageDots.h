@@ -6,7 +6,7 @@ class QVariantAnimation;
 
 namespace orvanlite {
 
-/// A dot for each page, the current one drawn long. It springs into its new length.
+/// A dot for each page, with the current one elongated. Changes have a spring animation.
 class PageDots final : public QWidget {
     Q_OBJECT
 
@@ -24,7 +24,7 @@ private:
     int m_count;
     int m_current = 0;
     int m_previous = 0;
-    double m_share = 1; ///< how far the length has gone from the dot before to this one; springs beyond 1
+    double m_share = 1; ///< progress of the change from the previous dot; overshoots 1
     QVariantAnimation* m_animation;
 };
 

@@ -39,7 +39,7 @@ constexpr int kTrackHeight = 8;
 constexpr double kShimmerSeconds = 1.1;
 constexpr double kShimmerWidth = 96;
 
-/// From left to right, of the wave and of the bar alike.
+/// From left to right, for both the wave and the bar.
 std::array<QColor, 3> gradientColors()
 {
     return {AppTheme::accentPurple(), AppTheme::accentBlue(), AppTheme::accentPink()};
@@ -63,7 +63,7 @@ std::array<QColor, kBarCount> makeBarColors()
     return colours;
 }
 
-/// From 0 to 1, always the same for the same numbers.
+/// Deterministic pseudo-random number from 0 to 1.
 double randomShare(int bar, int step, unsigned salt)
 {
     unsigned bits = unsigned(bar) * 0x9E3779B1U ^ unsigned(step) * 0x85EBCA77U ^ salt;
@@ -78,7 +78,7 @@ double easeInOut(double share)
     return t * t * (3 - 2 * t);
 }
 
-/// The height that a bar strives for from this step on.
+/// Target height of a bar from this step on.
 double wantedHeight(int bar, int step)
 {
     if (step < 0)
@@ -93,8 +93,8 @@ double waveHeight(int bar, double seconds)
 {
     const double own = seconds - bar * kStaggerSeconds;
     const int step = static_cast<int>(std::floor(own / kStepSeconds));
-    // A change outlasts the step that began it. The changes still under way are added up, so that a bar that is
-    // given a new height in mid-change turns smoothly.
+    // A change lasts longer than a step. The running changes are added up, so that a bar with a new target
+    // height in mid-change changes direction smoothly.
     constexpr int kUnderWay = 3;
     double height = wantedHeight(bar, step - kUnderWay);
     for (int change = step - kUnderWay + 1; change <= step; ++change) {
@@ -173,7 +173,7 @@ void ShimmerBar::setProgress(double progress)
 {
     m_progress = std::clamp(progress, 0.0, 1.0);
     setValue(static_cast<int>(m_progress * 100));
-    update(); // the value may be the same where the fill is not
+    update(); // the fill may change while the integer value does not
 }
 
 void ShimmerBar::setTime(double seconds)
@@ -189,14 +189,14 @@ void ShimmerBar::paintEvent(QPaintEvent* /*event*/)
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
-    const double radius = height() / 2.0; // the wanted 5 is more than the height allows
+    const double radius = height() / 2.0; // the bar is too low for a larger radius
     painter.setBrush(AppTheme::withOpacity(AppTheme::primary(palette()), 0.1));
     painter.drawRoundedRect(rect(), radius, radius);
     const double filled = fillWidth();
     if (filled <= 0)
         return;
 
-    // The first pixels of the fill are the left end of a full-sized one, else they would stick out of the track.
+    // Clip a short fill from one of minimum width, so that it stays inside the rounded track.
     const QRectF fill(0, 0, std::max(filled, 2 * radius), height());
     if (filled < 2 * radius)
         painter.setClipRect(QRectF(0, 0, filled, height()));

@@ -5,10 +5,10 @@
 
 namespace orvanlite {
 
-/// The height of a bar of the wave as a share of the full one, `seconds` after it began. Depends on nothing else.
+/// The relative height of a bar, `seconds` after the wave started. A pure function of its arguments.
 [[nodiscard]] double waveHeight(int bar, double seconds);
 
-/// A band of bars that wave like a level meter.
+/// A band of bars that move like a level meter.
 class WaveBand final : public QWidget {
     Q_OBJECT
 
@@ -23,7 +23,7 @@ private:
     double m_seconds = 0;
 };
 
-/// Three dots of which one is lit.
+/// Three dots, one of them highlighted.
 class ProgressDots final : public QWidget {
     Q_OBJECT
 
@@ -38,13 +38,13 @@ private:
     int m_lit = 0;
 };
 
-/// A thin bar with a coloured fill, over which a band of light can slide.
+/// A thin progress bar with a coloured fill and a shimmer effect.
 class ShimmerBar final : public QProgressBar {
     Q_OBJECT
 
 public:
     explicit ShimmerBar(QWidget* parent);
-    /// Share done, from 0 to 1; finer than the value that is read out.
+    /// Progress from 0 to 1, with a finer resolution than the value reported to screen readers.
     void setProgress(double progress);
     void setTime(double seconds);
 

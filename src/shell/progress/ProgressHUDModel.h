@@ -10,7 +10,7 @@ namespace orvanlite {
 struct ProgressHUDModel {
     Observable<QString> label{};
     Observable<int> count{};       ///< plugins in the batch
-    Observable<double> progress{}; ///< share done, from 0 to 1
+    Observable<double> progress{}; ///< from 0 to 1
 };
 
 } // namespace orvanlite

@@ -28,7 +28,7 @@ constexpr double kSmallestScale = 0.88;
 constexpr double kAppearResponse = 0.38;
 constexpr double kAppearDamping = 0.72;
 constexpr double kAppearSeconds = 0.5; // the spring has settled by then
-/// Where the decoration stands when it does not move: the wave in full swing.
+/// Time of the still frame for reduced motion: the wave at full height.
 constexpr double kStillSeconds = 3.25;
 
 /// Sizes in pixels, because the panel's size is fixed.
@@ -48,7 +48,7 @@ public:
 
     void setTime(double seconds)
     {
-        // There is no room for the spring's swing beyond the full size.
+        // There is no space for the spring to overshoot the full size.
         m_share = std::clamp(springAt(seconds, kAppearResponse, kAppearDamping), 0.0, 1.0);
         update();
     }
@@ -109,7 +109,7 @@ void ProgressHUDView::build()
         numbers->setFont(textFont(font(), 11));
         numbers->setForegroundRole(QPalette::PlaceholderText); // the palette's secondary text
     }
-    m_percent->setFixedWidth(m_percent->widthOf(u"100%"_s)); // so that the dots stay where they are
+    m_percent->setFixedWidth(m_percent->widthOf(u"100%"_s)); // keeps the dots in place
 
     auto* share = new QHBoxLayout;
     share->setSpacing(AppTheme::kSpace2);
@@ -119,7 +119,7 @@ void ProgressHUDView::build()
     share->addStretch();
 
     auto* stack = new QVBoxLayout(this);
-    // The stretches keep the stack in the middle; in a tall font it grows into the margins, evenly.
+    // The stretches centre the stack; with a tall font it grows evenly into the margins.
     stack->setContentsMargins(32, AppTheme::kSpace2, 32, AppTheme::kSpace2);
     stack->setSpacing(0);
     stack->addStretch();
@@ -153,7 +153,7 @@ void ProgressHUDView::showEvent(QShowEvent* /*event*/)
     m_shown.start();
     if (!reducesMotion(this)) {
         m_appearing = new AppearEffect(this);
-        setGraphicsEffect(m_appearing); // which it then owns
+        setGraphicsEffect(m_appearing); // takes ownership
     }
     followMotion();
 }
@@ -209,7 +209,7 @@ QPixmap ProgressHUDView::makeBackground() const
     made.fill(Qt::transparent);
     QPainter painter(&made);
     painter.setRenderHint(QPainter::Antialiasing);
-    // Opaque but for the corners: what lies behind is not blurred here, and its text would shine through ours.
+    // Opaque except for the corners: without blur, text behind the panel would show through.
     painter.setPen(Qt::NoPen);
     painter.setBrush(palette().color(QPalette::Window));
     painter.drawRoundedRect(rect(), kCornerRadius, kCornerRadius);

@@ -17,8 +17,8 @@ class ViewUpdater;
 class WaveBand;
 struct ProgressHUDModel;
 
-/// The content of the progress panel. Its decoration moves only while it is seen, by one timer, and stands still
-/// where the user has asked for less motion.
+/// The content of the progress panel. One timer animates the decoration, only while visible and unless the
+/// user has asked for reduced motion.
 class ProgressHUDView final : public QWidget {
     Q_OBJECT
 
@@ -26,7 +26,7 @@ public:
     static constexpr QSize kSize{400, 210};
     static constexpr int kCornerRadius = 24;
 
-    /// The model and the appearance outlive the view.
+    /// The model outlives the view.
     ProgressHUDView(const ProgressHUDModel& model, QWidget* parent);
 
     [[nodiscard]] bool isAnimating() const { return m_timer.isActive(); }

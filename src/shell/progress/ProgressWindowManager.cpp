@@ -22,7 +22,7 @@ constexpr std::chrono::milliseconds kFullBarStays{450};
 
 QWidget* windowInUse(const QWidget* panel)
 {
-    // Some systems call every new window active, also one that refuses it.
+    // Some systems report every new window as active, even one that does not accept activation.
     QWidget* active = QApplication::activeWindow();
     if (active && active != panel)
         return active;
@@ -33,7 +33,7 @@ QWidget* windowInUse(const QWidget* panel)
     return nullptr;
 }
 
-/// Every pixel that the rounded panel touches.
+/// All pixels that the rounded panel covers at least partly.
 QRegion roundedRegion(const QSize& size, int radius)
 {
     QRegion region(0, radius, size.width(), size.height() - 2 * radius);
@@ -89,7 +89,7 @@ void ProgressWindowManager::show(const QString& label, int count)
 void ProgressWindowManager::hide()
 {
     m_hudModel.progress = 1;
-    // On purpose: a show() meanwhile does not call this off.
+    // On purpose: a show() in the meantime does not cancel this.
     detach(orderOut(this, &m_clock));
 }
 
@@ -108,10 +108,10 @@ void ProgressWindowManager::makePanel()
     m_panel->setFixedSize(ProgressHUDView::kSize);
     if (QGuiApplication::platformName() != u"xcb"_s)
         return;
-    // A window manager puts a frame around the window that takes the clicks, and lets it be dragged by a key.
+    // A window manager would add a frame that takes clicks, and allow dragging with a modifier key.
     m_panel->setWindowFlag(Qt::X11BypassWindowManagerHint);
-    // Without a compositor, X11 paints what is translucent black: cut the corners off. Every pixel with a share of
-    // the edge stays, so that the edge is smooth where there is one.
+    // Without a compositor, X11 paints translucent pixels black: mask out the corners. Partly covered pixels
+    // are kept, so that the edge is smooth with a compositor.
     m_panel->setMask(roundedRegion(ProgressHUDView::kSize, ProgressHUDView::kCornerRadius));
 }
 

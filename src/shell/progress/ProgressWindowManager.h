@@ -17,20 +17,20 @@ namespace orvanlite {
 
 class ProgressHUDView;
 
-/// Owns the floating panel that shows how far a long batch has come. The panel takes neither focus nor clicks.
+/// Owns the floating panel that shows the progress of a long batch. The panel takes neither focus nor clicks.
 class ProgressWindowManager final : public QObject, public BatchProgress {
     Q_OBJECT
 
 public:
-    /// The one manager of the process, made on first use.
+    /// The manager of the process, created on first use.
     static ProgressWindowManager& shared(const platform::Platform& platform);
 
     explicit ProgressWindowManager(const platform::Platform& platform);
     ~ProgressWindowManager() override;
 
-    /// Opens the panel at 0 on the middle of the active window or, without one, of the main window.
+    /// Opens the panel with progress 0, centred on the active window or, without one, on the main window.
     void show(const QString& label, int count) override;
-    /// Shows the bar full, and takes the panel away a moment later. A new show() does not prevent that.
+    /// Shows the bar full and closes the panel after a short delay, even after a new show().
     void hide() override;
     void setProgress(double progress) override { m_hudModel.progress = progress; }
 

@@ -34,9 +34,9 @@ constexpr int kRadioRing = 14;
 constexpr int kSegmentPaddingX = 14;
 constexpr int kSegmentPaddingY = 5;
 constexpr double kSegmentRadius = 5;
-constexpr int kFrame = 2; ///< of the background around the segments
+constexpr int kFrame = 2; ///< width of the background's border around the segments
 
-/// One part of the segmented choice.
+/// One segment of a segmented control.
 class SegmentButton final : public QAbstractButton {
 public:
     SegmentButton(const QString& text, QWidget* parent)
@@ -50,7 +50,7 @@ public:
     }
     [[nodiscard]] QSize sizeHint() const override
     {
-        const QFontMetrics metrics(AppTheme::semibold(font())); // as wide as it is when it is picked
+        const QFontMetrics metrics(AppTheme::semibold(font())); // the width does not change on selection
         return {metrics.horizontalAdvance(text()) + 2 * kSegmentPaddingX,
                 metrics.height() + 2 * kSegmentPaddingY};
     }
@@ -81,7 +81,7 @@ protected:
     }
 };
 
-/// A radio button whose ring is seen in light and dark and grows with the text.
+/// A radio button whose outline is visible in light and dark and scales with the text.
 class SortButton final : public QRadioButton {
 public:
     SortButton(const QString& text, QWidget* parent)
@@ -131,8 +131,8 @@ private:
     [[nodiscard]] int ringSize() const { return std::max(kRadioRing, fontMetrics().ascent()); }
 };
 
-/// The ground that makes one choice of the segments.
-class SegmentGround final : public QWidget {
+/// The common background of the segments.
+class SegmentBackground final : public QWidget {
 public:
     using QWidget::QWidget;
 
@@ -148,7 +148,7 @@ protected:
     }
 };
 
-/// A heading over a choice, which bears its name.
+/// Gives the widget a column layout that starts with a heading.
 QVBoxLayout* headed(QWidget* part, const QString& heading, const QString& objectName)
 {
     auto* label = new QLabel(heading, part);
@@ -179,7 +179,7 @@ ExportPicker::ExportPicker(ExportFormat& format, ExportSortOption& sortOption, Q
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(kPadding, kPadding, kPadding, kPadding);
     column->setSpacing(kSpacing);
-    // In the order of Tab.
+    // In tab order.
     column->addWidget(title);
     column->addWidget(makeFormats());
     column->addWidget(makeDivider(this));
@@ -198,7 +198,7 @@ QWidget* ExportPicker::makeFormats()
 {
     auto* part = new QWidget(this);
     QVBoxLayout* column = headed(part, u"Format"_s, u"exportFormatLabel"_s);
-    auto* ground = new SegmentGround(part);
+    auto* ground = new SegmentBackground(part);
     ground->setAccessibleName(u"Format"_s);
     auto* row = new QHBoxLayout(ground);
     row->setContentsMargins(kFrame, kFrame, kFrame, kFrame);
@@ -280,7 +280,7 @@ void ExportPicker::render()
 void ExportPicker::present()
 {
     const int width = std::max(kWidth, layout()->minimumSize().width());
-    // The longest caption decides, so that nothing moves under the pointer.
+    // Reserve space for the longest caption, so that nothing moves under the pointer.
     int captionHeight = 0;
     for (const ExportFormat format : allCases<ExportFormat>) {
         m_caption->setText(reportFormat(format).caption);
@@ -294,7 +294,7 @@ void ExportPicker::present()
 
 void ExportPicker::keyPressEvent(QKeyEvent* event)
 {
-    // The key of the prominent button, wherever the focus is.
+    // Return triggers the default button regardless of the focus.
     if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
         m_export->click();
     else

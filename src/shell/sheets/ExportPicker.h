@@ -10,15 +10,15 @@ namespace orvanlite {
 
 class PressButton;
 
-/// Where the user picks the format of a report and what it is sorted by. Every pick is kept at once, by whoever owns
-/// the two; accepted, the report is wanted.
+/// Lets the user choose the format and sort order of a report. Every choice is written immediately to the two
+/// references; accepting the dialog requests the report.
 class ExportPicker final : public QDialog {
     Q_OBJECT
 
 public:
     ExportPicker(ExportFormat& format, ExportSortOption& sortOption, QWidget* parent);
 
-    /// Opens it at the size of its content.
+    /// Opens the dialog at the size of its content.
     void present();
 
 protected:

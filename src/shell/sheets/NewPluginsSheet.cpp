@@ -70,7 +70,7 @@ NewPluginsSheet::NewPluginsSheet(Observable<NewPlugins>& state, const ProfileMan
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(AppTheme::kSpace5, AppTheme::kSpace5, AppTheme::kSpace5, AppTheme::kSpace5);
     column->setSpacing(AppTheme::kSpace3);
-    // In the order of Tab.
+    // In tab order.
     column->addWidget(makeTitle());
     m_explanation = text({}, &AppTheme::secondary, u"newPluginsExplanation"_s, this);
     column->addWidget(m_explanation);

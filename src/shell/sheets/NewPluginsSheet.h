@@ -19,15 +19,15 @@ class TickList;
 class ViewUpdater;
 struct NewPlugins;
 
-/// Where the user ticks which new plugins come into which profiles. It decides nothing itself: closed by Escape, all
-/// stays pending.
+/// Lets the user choose which new plugins to add to which profiles. Decides nothing itself: closed by Escape,
+/// all plugins stay pending.
 class NewPluginsSheet final : public QDialog {
     Q_OBJECT
 
 public:
     NewPluginsSheet(Observable<NewPlugins>& state, const ProfileManager& profiles, QWidget* parent);
 
-    /// Opens it at the size of its content.
+    /// Opens the sheet at the size of its content.
     void present();
 
 Q_SIGNALS:
@@ -48,7 +48,7 @@ private:
     Observable<NewPlugins>& m_state;
     const ProfileManager& m_profiles;
     QLabel* m_explanation;
-    /// One each for the formats there are, in their order; the rest are hidden.
+    /// One per format present, in order; the rest are hidden.
     std::array<ChipButton*, allCases<PluginFormat>.size()> m_chips{};
     TickList* m_pluginList;
     QLabel* m_selected;

@@ -12,17 +12,17 @@ class NewPluginsSheet;
 class PluginManagerViewModel;
 class ProfileManager;
 
-/// Asks into which profiles newly installed plugins shall come: a banner, and a sheet opened from it. Both end with a
-/// decision that lies in the profiles' file; without one the banner is there again at the next start.
+/// Asks which profiles to add newly installed plugins to: a banner, and a sheet opened from it. The decision
+/// is stored in the profiles' file; without one, the banner appears again at the next start.
 class NewPluginsWorkflow final : public QObject {
     Q_OBJECT
 
 public:
     NewPluginsWorkflow(const PluginManagerViewModel& plugins, ProfileManager& profiles, QWidget* parent);
 
-    /// For the top of the detail column.
+    /// Belongs at the top of the detail column.
     [[nodiscard]] Banner* banner() const { return m_banner; }
-    /// After the scan at start-up, and after no other.
+    /// Call it only after the scan at start-up.
     void scanEnded();
 
 private:

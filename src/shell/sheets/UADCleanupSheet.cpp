@@ -47,7 +47,7 @@ QLabel* sign(const QString& iconKey, int size, TintedLabel::Colour colour, QWidg
     return icon;
 }
 
-/// The widgets in the middle of a page, one under the other.
+/// Stacks the widgets vertically in the middle of a page.
 void stackInMiddle(QWidget* page, const std::vector<QWidget*>& widgets)
 {
     auto* column = new QVBoxLayout(page);
@@ -217,7 +217,7 @@ QWidget* UADCleanupSheet::makeFooter()
 QWidget* UADCleanupSheet::makeChoosing()
 {
     auto* page = new QWidget(this);
-    QWidget* selectionRow = makeSelectionRow(); // before the list, in the order of Tab
+    QWidget* selectionRow = makeSelectionRow(); // created before the list, for the tab order
     m_list = new UADPluginListModel(this);
     auto* list = new UADPluginList(*m_list, page);
     page->setFocusProxy(list);
@@ -251,13 +251,13 @@ void UADCleanupSheet::render()
     if (state == m_states->currentIndex())
         return;
     m_states->setCurrentIndex(state);
-    // A reader comes to the button and hears what it is about.
+    // Screen readers announce the message with the focused button.
     if (state == complete)
         m_states->currentWidget()->focusProxy()->setAccessibleDescription(u"Cleanup Complete! "_s +
                                                                           m_disabled->text());
     else if (state == problem)
         m_states->currentWidget()->focusProxy()->setAccessibleDescription(m_problem->text());
-    // What had the focus has gone with its state.
+    // The widget that had the focus is now hidden.
     if (QWidget* first = m_states->currentWidget()->focusProxy())
         first->setFocus(Qt::OtherFocusReason);
 }
@@ -273,7 +273,7 @@ void UADCleanupSheet::renderChoice()
     m_list->show(m_cleanup);
     m_counts->setText(u"%1 authorized · %2 already off"_s.arg(m_cleanup.authorizedPlugins->size())
                           .arg(m_cleanup.alreadyDisabledCount()));
-    // On purpose always the plural.
+    // On purpose: always the plural.
     m_disable->setLabel(u"Disable %1 Plugins"_s.arg(selected));
     m_disable->setEnabled(selected > 0);
 }

@@ -12,8 +12,8 @@ class UADCleanupManager;
 class UADPluginListModel;
 class ViewUpdater;
 
-/// The clean-up of UAD demos: working, done, a problem, nothing to do, or the choice. Closing it leaves what runs
-/// running.
+/// The clean-up of UAD demos: a page for progress, completion, a problem, nothing to do, or the selection.
+/// Closing it does not cancel a running clean-up.
 class UADCleanupSheet final : public QDialog {
     Q_OBJECT
 

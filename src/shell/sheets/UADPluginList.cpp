@@ -17,13 +17,13 @@ namespace {
 
 constexpr int kPaddingX = 12;
 constexpr int kPaddingY = 6;
-constexpr int kHeadingGap = 8; ///< more air above a heading
+constexpr int kHeadingGap = 8; ///< additional space above a heading
 constexpr int kIconSize = 16;
 constexpr int kGap = 8;
 constexpr double kCaption = 0.88;
 constexpr double kCornerRadius = 6;
 
-/// What stands at the right end of an entry.
+/// Text at the right end of an entry.
 QString remark(const UADPluginAuth& entry)
 {
     return entry.isAlreadyDisabled ? u"Already disabled"_s : entry.status.displayString();

@@ -14,14 +14,14 @@ namespace orvanlite {
 
 class UADCleanupManager;
 
-/// The demos under the headings of their sections.
+/// The demos, grouped under section headings.
 class UADPluginListModel final : public QAbstractListModel {
     Q_OBJECT
 
 public:
     using Colour = std::function<QColor(const QPalette&)>;
 
-    /// A heading, or an entry below one. What is off already cannot be chosen.
+    /// A heading, or an entry below one. Plugins already disabled cannot be selected.
     struct Row {
         QString heading; ///< empty for an entry
         QString iconKey;
@@ -31,7 +31,7 @@ public:
 
     using QAbstractListModel::QAbstractListModel;
 
-    /// The same entries in the same order change in place; any others reset the model.
+    /// Unchanged entries are updated in place; otherwise the model is reset.
     void show(const UADCleanupManager& cleanup);
     [[nodiscard]] const Row& row(int number) const { return m_rows[static_cast<std::size_t>(number)]; }
 
@@ -43,7 +43,7 @@ private:
     std::vector<Row> m_rows;
 };
 
-/// Shows them; a click anywhere on a row or the space bar chooses or leaves out.
+/// A click anywhere on a row, or Space, selects or deselects it.
 class UADPluginList final : public CardView<QListView> {
     Q_OBJECT
 
@@ -55,7 +55,7 @@ Q_SIGNALS:
 
 protected:
     void activate(const QModelIndex& index) override;
-    /// The first row is a heading, which nobody came for.
+    /// Skips the heading in the first row.
     [[nodiscard]] QModelIndex firstIndex() const override { return m_model.index(1); }
 
 private:

@@ -27,7 +27,7 @@ constexpr int kGap = 8;
 constexpr int kLineGap = 1;
 constexpr double kCornerRadius = 6;
 
-/// How an action shows: its sign and its label have one colour.
+/// Icon of an action, and the colour of icon and label.
 struct ActionLook {
     QString icon;
     QColor colour;
@@ -47,7 +47,7 @@ ActionLook actionLook(ActivityAction action, const QPalette& colours)
     return {u"trash.fill"_s, AppTheme::textTertiary(colours)};
 }
 
-/// The texts of a row and where they stand, for one font and one width.
+/// Texts of a row and their positions, for one font and one width.
 struct RowLayout {
     RowLayout(const QRect& row, const QFont& font, const QString& action, const QString& timeAgo)
         : name(AppTheme::scaled(font, AppTheme::kCaption))
@@ -79,7 +79,7 @@ struct RowLayout {
     QRect timeRect;
 };
 
-/// Draws an entry: the action's sign, the plugin over its format, and at the right what was done over when.
+/// Draws an entry: the action's icon, the plugin above its format, and on the right the action above its age.
 class ActivityLogRow final : public QStyledItemDelegate {
 public:
     explicit ActivityLogRow(const ActivityLogList& list, QObject* parent)
@@ -118,7 +118,7 @@ public:
         painter->restore();
     }
 
-    /// A name that can be read in full needs no tooltip.
+    /// Shows the tooltip only for elided names.
     bool helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
                    const QModelIndex& index) override
     {
@@ -149,7 +149,7 @@ void ActivityLogModel::setEntries(const std::vector<ActivityLogEntry>& entries)
 {
     if (entries == m_entries)
         return;
-    // How many are new: what was on top stands behind them.
+    // New entries precede the one that was on top.
     const auto oldTop =
         m_entries.empty() ? entries.end() : std::find(entries.begin(), entries.end(), m_entries.front());
     const auto kept = static_cast<std::size_t>(entries.end() - oldTop);
@@ -183,7 +183,7 @@ QVariant ActivityLogModel::data(const QModelIndex& index, int role) const
     if (!index.isValid() || index.row() >= rowCount())
         return {};
     const ActivityLogEntry& each = entry(index.row());
-    // Asked anew at every drawing: nothing tells when a minute is over.
+    // Computed at each call, as nothing notifies the model when an age changes.
     const auto timeAgo = [&] { return each.timeAgo(Date::fromUnix(m_clock.now())); };
     switch (role) {
     case Qt::DisplayRole:
@@ -220,7 +220,7 @@ void ActivityLogList::setEntries(const std::vector<ActivityLogEntry>& entries)
     if (m_model->rowCount() != rows)
         updateGeometry();
     executeDelayedItemsLayout();
-    // Who reads further down stays at the same entry; at the top the newest comes into view.
+    // Further down, keep the same entry in view; at the top, show the newest.
     if (scroll > 0 && top.isValid())
         verticalScrollBar()->setValue(scroll + top.row() * rowHeight());
     viewport()->update(); // the ages too

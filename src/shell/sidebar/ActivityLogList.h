@@ -23,8 +23,7 @@ public:
 
     ActivityLogModel(const platform::Clock& clock, QObject* parent);
 
-    /// Takes over the entries. New ones on top and ones that fell off the end come and go as rows; any other change
-    /// resets the model.
+    /// Inserts entries added at the top and removes those dropped from the end; otherwise resets the model.
     void setEntries(const std::vector<ActivityLogEntry>& entries);
     [[nodiscard]] const ActivityLogEntry& entry(int row) const
     {
@@ -39,8 +38,7 @@ private:
     std::vector<ActivityLogEntry> m_entries;
 };
 
-/// The activity log as a list that is as high as its rows where there is room, and scrolls otherwise. Only rows in
-/// view cost anything.
+/// The activity log as a list as high as its rows if there is space; otherwise it scrolls.
 class ActivityLogList final : public CardView<QListView> {
     Q_OBJECT
 

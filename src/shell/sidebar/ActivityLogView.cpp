@@ -47,7 +47,7 @@ ActivityLogView::ActivityLogView(ActivityLogManager& log, const platform::Clock&
     header->setSpacing(AppTheme::kSpace2);
     header->addWidget(title, 1);
     header->addWidget(m_clear);
-    // The header keeps its height when the button goes.
+    // Keep the height of the header when the button is hidden.
     title->setMinimumHeight(m_clear->sizeHint().height());
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);

@@ -13,13 +13,13 @@ namespace platform {
 class Clock;
 }
 
-/// What the user did lately: the entries of the activity log, newest first, and a button that empties it.
+/// The activity log, newest entry first, with a button that clears it.
 class ActivityLogView final : public QWidget {
     Q_OBJECT
 
 public:
     ActivityLogView(ActivityLogManager& log, const platform::Clock& clock, QWidget* parent);
-    /// Takes the focus when the log has been emptied.
+    /// Sets the widget that receives the focus after the log was cleared.
     void setFocusHeir(QWidget* heir) { m_focusHeir = heir; }
 
 private:

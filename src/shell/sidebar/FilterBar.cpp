@@ -14,7 +14,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int kInsetX = 4; // in line with the grounds of the rows
+constexpr int kInsetX = 4; // aligned with the backgrounds of the rows
 constexpr int kIconSize = 16;
 constexpr double kCornerRadius = 7;
 

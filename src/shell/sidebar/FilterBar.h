@@ -6,7 +6,7 @@ namespace orvanlite {
 
 class ElidedLabel;
 
-/// What the list is filtered by, and the way out of all filters.
+/// Summary of the active filters, with a button that clears them.
 class FilterBar final : public QWidget {
     Q_OBJECT
 

@@ -28,8 +28,8 @@ constexpr int kGreatestListHeight = 200;
 constexpr int kIconSize = 13;
 constexpr double kCornerRadius = 7;
 
-/// The ground of the field, with the mark of the keyboard.
-class SearchGround final : public QWidget {
+/// The background of the field, with its focus ring.
+class SearchBackground final : public QWidget {
 public:
     using QWidget::QWidget;
 
@@ -84,7 +84,7 @@ ManufacturerList::ManufacturerList(PluginManagerViewModel& viewModel, platform::
 
 QWidget* ManufacturerList::makeSearchRow()
 {
-    auto* ground = new SearchGround(this);
+    auto* ground = new SearchBackground(this);
     auto* icon = new TintedLabel({}, &AppTheme::secondary, ground);
     icon->setIcon(u"magnifyingglass"_s, kIconSize);
     m_field = new QLineEdit(ground);
@@ -92,7 +92,7 @@ QWidget* ManufacturerList::makeSearchRow()
     m_field->setAccessibleName(u"Filter manufacturers"_s);
     m_field->setPlaceholderText(u"Filter manufacturers…"_s);
     m_field->setFrame(false);
-    // Only this one colour is the field's own: all others go on following the application's palette.
+    // Sets only this role: the others keep following the application's palette.
     QPalette seeThrough;
     seeThrough.setBrush(QPalette::Base, Qt::transparent);
     m_field->setPalette(seeThrough);
@@ -107,7 +107,7 @@ QWidget* ManufacturerList::makeSearchRow()
     row->addWidget(icon);
     row->addWidget(m_field, 1);
     row->addWidget(m_clear);
-    // The button must not make the row grow when it comes.
+    // The row must not grow when the button appears.
     ground->setMinimumHeight(m_clear->sizeHint().height() + AppTheme::kSpace1);
 
     connect(m_field, &QLineEdit::textEdited, this,

@@ -16,7 +16,7 @@ namespace platform {
 class Workspace;
 }
 
-/// The makers to filter by, with a field that narrows them down. It changes no filter itself: it tells of the clicks.
+/// The manufacturers to filter by, with a search field. Changes no filters itself: it reports clicks.
 class ManufacturerList final : public QWidget {
     Q_OBJECT
 

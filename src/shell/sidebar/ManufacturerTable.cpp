@@ -39,7 +39,7 @@ QString nameOf(const QModelIndex& index)
     return index.siblingAtColumn(static_cast<int>(ManufacturerColumn::name)).data().toString();
 }
 
-/// Draws a maker's cells on the ground that shows pointer, press and keyboard.
+/// Draws the cells of a manufacturer, with their hover, pressed and focus state.
 class ManufacturerDelegate final : public QStyledItemDelegate {
 public:
     explicit ManufacturerDelegate(const ManufacturerTable& table, QObject* parent)
@@ -59,7 +59,7 @@ public:
         painter->restore();
     }
 
-    /// A name that can be read in full needs no tooltip.
+    /// Shows the tooltip only for elided names.
     bool helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
                    const QModelIndex& index) override
     {
@@ -209,7 +209,7 @@ void ManufacturerTable::setManufacturers(const QStringList& names, const QSet<QS
         return;
     fitHeight();
     const auto row = current.isNull() ? -1 : static_cast<int>(names.indexOf(current));
-    // Not setCurrentIndex() of the view: it would scroll there.
+    // The view's own setCurrentIndex() would scroll to the row.
     if (row >= 0)
         selectionModel()->setCurrentIndex(m_model->index(row, column), QItemSelectionModel::NoUpdate);
     executeDelayedItemsLayout();
@@ -260,7 +260,7 @@ void ManufacturerTable::mouseReleaseEvent(QMouseEvent* event)
 void ManufacturerTable::mouseMoveEvent(QMouseEvent* event)
 {
     hover(indexAt(event->position().toPoint()));
-    // On purpose not handed on: a press that is dragged along must not move the current row.
+    // On purpose not passed to the base class: dragging must not change the current row.
 }
 
 void ManufacturerTable::leaveEvent(QEvent* event)

@@ -12,14 +12,14 @@ namespace orvanlite {
 enum class ManufacturerColumn { name, website };
 inline constexpr int kManufacturerColumnCount = 2;
 
-/// The makers to filter by: each with its mark, and the link to its site.
+/// The manufacturers to filter by, each with its selection state and a link to its website.
 class ManufacturerTableModel final : public QAbstractTableModel {
     Q_OBJECT
 
 public:
     using QAbstractTableModel::QAbstractTableModel;
 
-    /// Takes over names and marks. The same names change in place; any others reset the model.
+    /// `marked` are the selected names. Unchanged names are updated in place; otherwise the model is reset.
     void setManufacturers(const QStringList& names, const QSet<QString>& marked);
     [[nodiscard]] const QStringList& names() const { return m_names; }
 
@@ -34,21 +34,20 @@ private:
     QSet<QString> m_marked;
 };
 
-/// The makers as a list that is as high as its rows, up to a limit, and scrolls from there on. Only rows in view cost
-/// anything.
+/// The manufacturers as a list as high as its rows, up to a limit; beyond that it scrolls.
 ///
-/// Keys: up and down go through the rows, left and right between name and link; Space does what a click there does,
-/// Return opens the link.
+/// Keys: Up and Down move between rows, Left and Right between name and link; Space acts like a click, Return
+/// opens the link.
 class ManufacturerTable final : public CardView<QTableView> {
     Q_OBJECT
 
 public:
     ManufacturerTable(int greatestHeight, QWidget* parent);
 
-    /// Scroll position and current row stay where they are as far as the new names allow.
+    /// Keeps scroll position and current row if possible.
     void setManufacturers(const QStringList& names, const QSet<QString>& marked);
 
-    /// Where the pointer or the keyboard is, for the painting.
+    /// The cell under the pointer.
     [[nodiscard]] const QPersistentModelIndex& hovered() const { return m_hovered; }
     [[nodiscard]] bool isPressed(const QModelIndex& index) const;
 

@@ -18,7 +18,7 @@ namespace {
 
 const QString kHelperIdentifier = u"com.yourcompany.Orvanlite.helper-agent"_s;
 const QString kHelperPath = u"/Contents/Library/LoginItems/OrvanliteHelper.app"_s;
-/// The time that copies which are told to end get for it.
+/// Gives running helpers time to terminate.
 constexpr std::chrono::milliseconds kLaunchDelay(500);
 
 std::vector<platform::RunningApplication> runningHelpers(const platform::Workspace& workspace)

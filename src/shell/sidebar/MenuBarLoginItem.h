@@ -4,8 +4,8 @@
 
 namespace orvanlite {
 
-/// The application's hold on its helper in the menu bar: whether the system starts it at login, and starting and ending
-/// it now. The helper is a process of its own, which goes on when the application has ended.
+/// Controls the menu bar helper: its start at login, and starting and terminating it now. The helper is a
+/// separate process that keeps running after the application has quit.
 class MenuBarLoginItem final {
 public:
     explicit MenuBarLoginItem(const platform::Platform& platform)
@@ -14,18 +14,18 @@ public:
     MenuBarLoginItem(const MenuBarLoginItem&) = delete;
     MenuBarLoginItem& operator=(const MenuBarLoginItem&) = delete;
 
-    /// Whether the system starts the helper at login. Asked of the system every time.
+    /// Whether the system starts the helper at login. Queries the system at each call.
     [[nodiscard]] bool isEnabled() const;
 
-    /// Registers the helper for login and starts it, or takes it back and ends it.
-    /// Errors: a line on standard output; nothing is started or ended then.
+    /// Registers the helper for login and starts it, or unregisters and terminates it.
+    /// Errors: a line on standard output; then nothing is started or terminated.
     void setEnabled(bool enabled);
 
-    /// Starts the helper of this application's bundle after half a second, unless it is the one helper that runs.
-    /// Every other one is ended at once. Nothing happens where the bundle holds no helper.
+    /// Unless the helper of this application's bundle is the only one running, terminates all running helpers
+    /// and starts it after half a second. Does nothing if the bundle contains no helper.
     void launchHelperNow();
 
-    /// Ends every running helper, wherever it lies.
+    /// Terminates all running helpers, including those of other bundles.
     void terminateHelper();
 
 private:

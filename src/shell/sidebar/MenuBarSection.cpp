@@ -14,7 +14,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// In line with the headers of the other sections, which have a chevron in the place of the icon.
+// Aligned with the headers of the other sections, which have a chevron instead of the icon.
 constexpr int kLeft = 12;
 constexpr int kIconSlot = 14;
 constexpr int kIconGap = 6;
@@ -46,7 +46,7 @@ MenuBarSection::MenuBarSection(MenuBarLoginItem& loginItem, QWidget* parent)
     column->addLayout(header);
     column->addWidget(m_switch);
     connect(m_switch, &QAbstractButton::clicked, this, [this] {
-        // As it is now: what is drawn may be older.
+        // Toggle the system's state: the shown one may be out of date.
         m_loginItem.setEnabled(!m_loginItem.isEnabled());
         refresh();
     });
@@ -64,7 +64,7 @@ void MenuBarSection::showEvent(QShowEvent* event)
 void MenuBarSection::changeEvent(QEvent* event)
 {
     QWidget::changeEvent(event);
-    // The user may come back from the system's own list of login items.
+    // The user may have changed the login items in the system settings.
     if (event->type() == QEvent::ActivationChange && isVisible())
         refresh();
 }

@@ -7,14 +7,14 @@ namespace orvanlite {
 class MenuBarLoginItem;
 class SwitchRow;
 
-/// The sidebar's section on the helper in the menu bar: a title and the switch of its start at login.
+/// The sidebar section of the menu bar helper: a title and the switch for its start at login.
 class MenuBarSection final : public QWidget {
     Q_OBJECT
 
 public:
     MenuBarSection(MenuBarLoginItem& loginItem, QWidget* parent);
 
-    /// Puts the switch where the system says that it is.
+    /// Sets the switch to the system's current state.
     void refresh();
 
 protected:

@@ -14,7 +14,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int kBleedX = 4; // its ground stands in line with those of the other rows
+constexpr int kBleedX = 4; // aligns the background with those of the other rows
 constexpr int kPaddingX = 12;
 constexpr int kPaddingY = 5;
 constexpr double kCornerRadius = 7;
@@ -22,11 +22,11 @@ constexpr double kStatusSize = 0.86;
 
 QColor white(const QPalette& /*colours*/) { return Qt::white; }
 
-void setInk(QLabel* label, const QColor& colour)
+void setTextColour(QLabel* label, const QColor& colour)
 {
-    QPalette own; // only this one colour: all others go on following the application's palette
+    QPalette own; // sets only this role: the others keep following the application's palette
     own.setColor(QPalette::WindowText, colour);
-    label->setForegroundRole(QPalette::WindowText); // in a button it would be another one
+    label->setForegroundRole(QPalette::WindowText); // inside a button the default role differs
     label->setPalette(own);
 }
 
@@ -74,11 +74,11 @@ void ProfileRow::showProfile(const PluginProfile& profile, const QString& status
     m_profile = profile;
     setLabel(profile.name);
     setAccessibleDescription(status);
-    m_name->setText(QString(profile.name).replace(u'\n', u' ')); // the row has one line for it
+    m_name->setText(QString(profile.name).replace(u'\n', u' '));
     m_status->setText(status);
-    setInk(m_name, isActive ? QColor(Qt::white) : AppTheme::primary(palette()));
-    setInk(m_status, isActive ? QColor(Qt::white) : AppTheme::secondary(palette()));
-    QPalette onTint; // a focus frame in the accent would not be seen there
+    setTextColour(m_name, isActive ? QColor(Qt::white) : AppTheme::primary(palette()));
+    setTextColour(m_status, isActive ? QColor(Qt::white) : AppTheme::secondary(palette()));
+    QPalette onTint; // a focus ring in the accent colour would be invisible
     onTint.setColor(QPalette::Highlight, Qt::white);
     for (PressButton* button : m_buttons) {
         button->setAccessibleDescription(profile.name);
@@ -107,7 +107,7 @@ void ProfileRow::paint(QPainter& painter) const
         painter.setBrush(AppTheme::groundForWhite(AppTheme::accentBlue()));
         painter.drawRoundedRect(bounds(), kCornerRadius, kCornerRadius);
     }
-    // The tint gets darker, never lighter: the text on it is white.
+    // Never lighten the tint: its text is white.
     paintHover(painter, bounds(), kCornerRadius,
                isChecked() ? QColor(Qt::black) : AppTheme::primary(palette()), 0.06, 0.12);
 }
@@ -116,7 +116,7 @@ Control::FocusRing ProfileRow::focusRing() const
 {
     if (!isChecked())
         return accentRing(bounds(), kCornerRadius);
-    // Tint stays around a white ring, or it would be one with a white background.
+    // Inset, as a white ring at the edge would merge with a white background.
     return {bounds().adjusted(3, 3, -3, -3), kCornerRadius - 2, Qt::white};
 }
 

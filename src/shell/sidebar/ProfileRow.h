@@ -9,8 +9,8 @@ class ElidedLabel;
 class PressButton;
 class TintedLabel;
 
-/// A profile in the sidebar: its name over what applying it would change, and four small buttons. A click on the row
-/// itself, or Space, previews it.
+/// A profile in the sidebar: its name, below it what applying it would change, and four small buttons. A
+/// click on the row itself, or Space, previews it.
 class ProfileRow final : public Control {
     Q_OBJECT
 

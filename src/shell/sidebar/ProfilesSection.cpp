@@ -59,7 +59,7 @@ ProfilesSection::ProfilesSection(const Services& services, QWidget* parent)
     for (QWidget* widget : {static_cast<QWidget*>(m_none), static_cast<QWidget*>(m_save),
                             static_cast<QWidget*>(m_fromSelection), static_cast<QWidget*>(m_import)})
         column->addWidget(widget);
-    // The selection itself tells nobody of its changes; the marks, the rows and the bulk pane do.
+    // The selection is not observable: watch the visible selection, the rows and the bulk pane instead.
     m_updates->watch(m_profileManager.profiles, m_viewModel.plugins, m_viewModel.activeProfile,
                      m_viewModel.selectedPlugins, m_viewModel.consolidatedBulkPlugins,
                      m_viewModel.displayedPlugins);
@@ -78,8 +78,8 @@ bool ProfilesSection::isBusy() const { return *m_viewModel.isRunningScript; }
 
 ProfileRow* ProfilesSection::addRow()
 {
-    auto* row = new ProfileRow(m_madeRows++, this);
-    // By itself the newest widget is the window's last one for Tab: this one goes before the buttons.
+    auto* row = new ProfileRow(m_createdRows++, this);
+    // New widgets are last in tab order; rows come before the buttons.
     QWidget* last = m_rows.empty() ? static_cast<QWidget*>(m_save)
                                    : m_rows.back()->findChildren<QAbstractButton*>().back();
     setTabOrder(last, row);
@@ -108,7 +108,7 @@ void ProfilesSection::render()
     const auto selected = m_viewModel.persistedSelections.size();
     m_none->setVisible(m_rows.empty());
     if (selected == 0 && m_fromSelection->hasFocus())
-        m_save->setFocus(); // before the button goes
+        m_save->setFocus(); // before the button is hidden
     m_fromSelection->setVisible(selected > 0);
     m_fromSelection->setCount(QString::number(selected));
 }
@@ -116,7 +116,7 @@ void ProfilesSection::render()
 void ProfilesSection::renderRows()
 {
     const PluginProfiles& profiles = *m_profileManager.profiles;
-    // Profiles are never moved: what goes leaves a gap, what comes stands at the end.
+    // Profiles are never reordered: they are removed anywhere and added at the end.
     for (std::size_t i = 0; i < m_rows.size();) {
         if (i < profiles.size() && m_rows[i]->profile().id == profiles[i].id) {
             ++i;
@@ -124,7 +124,7 @@ void ProfilesSection::renderRows()
         }
         ProfileRow* gone = m_rows[i];
         m_rows.erase(m_rows.begin() + static_cast<std::ptrdiff_t>(i));
-        // The window's own: while a question is being closed it is not the active one.
+        // Not the application's focus widget: while a dialog closes, this window is not active.
         const QWidget* focus = window()->focusWidget();
         if (focus && (focus == gone || gone->isAncestorOf(focus))) {
             QWidget* heir =
@@ -137,7 +137,7 @@ void ProfilesSection::renderRows()
     const auto& active = *m_viewModel.activeProfile;
     for (std::size_t i = 0; i < profiles.size(); ++i) {
         ProfileRow* row = i < m_rows.size() ? m_rows[i] : addRow();
-        // Nobody reads a closed section, and the first comparison with a large library takes its time.
+        // Skipped in a closed section: the first comparison with a large library is slow.
         const QString status =
             isVisible() ? profileStatusText(m_viewModel.profileChangeCount(profiles[i])) : row->status();
         row->showProfile(profiles[i], status, active && active->id == profiles[i].id);
@@ -148,7 +148,7 @@ void ProfilesSection::changeEvent(QEvent* event)
 {
     QWidget::changeEvent(event);
     if (event->type() == QEvent::PaletteChange)
-        m_updates->schedule(); // the rows' inks are of the palette before
+        m_updates->schedule(); // the rows' text colours depend on the palette
 }
 
 void ProfilesSection::showEvent(QShowEvent* event)

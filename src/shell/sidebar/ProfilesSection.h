@@ -16,7 +16,7 @@ class ProfileRow;
 class SidebarItemButton;
 class ViewUpdater;
 
-/// The saved profiles, and the ways to a new one: the body of the sidebar's section.
+/// The body of the sidebar section for profiles: the saved ones, and buttons to create or import one.
 class ProfilesSection final : public QWidget {
     Q_OBJECT
 
@@ -40,15 +40,15 @@ private:
     void confirmApply(const PluginProfile& profile);
     void confirmUpdate(const PluginProfile& profile);
     void confirmDelete(const PluginProfile& profile);
-    /// A screen reader's action does not come as input that could be kept away.
+    /// Needed because accessibility actions bypass InputGate.
     [[nodiscard]] bool isBusy() const;
 
     const Services m_services;
     PluginManagerViewModel& m_viewModel;
     ProfileManager& m_profileManager;
     QVBoxLayout* m_rowColumn;
-    std::vector<ProfileRow*> m_rows; ///< one for each profile, in their order
-    int m_madeRows = 0;
+    std::vector<ProfileRow*> m_rows; ///< one per profile, in the same order
+    int m_createdRows = 0;
     QLabel* m_none;
     SidebarItemButton* m_save;
     SidebarItemButton* m_fromSelection;

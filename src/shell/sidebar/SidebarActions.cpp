@@ -17,7 +17,7 @@ constexpr int kSpacing = 6;
 constexpr int kPadding = 10;
 constexpr double kCornerRadius = 8;
 
-/// White on a strong ground.
+/// White text on a strong background.
 class ActionButton final : public SidebarButton {
 public:
     ActionButton(QColor (*tint)(const QPalette&), QWidget* parent)
@@ -30,7 +30,7 @@ public:
 protected:
     void paintGround(QPainter& painter, const QRectF& ground) const override
     {
-        // Darker, never lighter: the text stays legible.
+        // Never lighter, to keep the text legible.
         const int shade = isDown() ? 125 : underMouse() ? 112 : 100;
         painter.setPen(Qt::NoPen);
         painter.setBrush(AppTheme::groundForWhite(m_tint(palette())).darker(shade));
@@ -56,7 +56,7 @@ SidebarActions::SidebarActions(QWidget* parent)
 {
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
-    column->setSpacing(kSpacing - 2); // a button has a pixel of air at either side
+    column->setSpacing(kSpacing - 2); // each button has a margin of one pixel
     const auto add = [&](BulkAction action, const QString& name, const QString& iconKey,
                          QColor (*tint)(const QPalette&)) {
         auto* button = new ActionButton(tint, this);

@@ -12,14 +12,14 @@ namespace orvanlite {
 class SidebarButton;
 struct PluginFilter;
 
-/// The three actions on everything that the filters match. It starts none: it tells which one was asked for.
+/// Buttons for the three actions on all filtered plugins. Starts no action itself: it reports requests.
 class SidebarActions final : public QWidget {
     Q_OBJECT
 
 public:
     explicit SidebarActions(QWidget* parent);
 
-    /// Names the buttons by what they would act on.
+    /// Updates the labels, which name what the buttons would act on.
     void setFilter(const PluginFilter& filter);
 
 Q_SIGNALS:

@@ -18,7 +18,7 @@ namespace {
 
 constexpr double kRingInset = 2;
 constexpr int kPaddingX = 8;
-/// Room for a row that grows; the widest sidebar needs all of it.
+/// Margin into which a row grows; at the maximum sidebar width all of it is needed.
 constexpr int kBleedX = 4;
 constexpr int kBleedY = 1;
 

@@ -4,15 +4,15 @@
 
 namespace orvanlite {
 
-/// What the buttons of the sidebar share: a row of an icon in a slot, a text that ends in an ellipsis where the room
-/// is short (the whole of it is in the tooltip then), and a number at its end.
+/// Base of the sidebar's buttons: an icon in a slot, a text that is elided if space is short (and then
+/// complete in the tooltip), and a count at the end.
 class SidebarButton : public Control {
     Q_OBJECT
 
 public:
     void setIconKey(const QString& key);
     [[nodiscard]] const QString& iconKey() const { return m_iconKey; }
-    /// The number at the end, also for readers; empty for none.
+    /// The count at the end, also for screen readers; empty for none.
     void setCount(const QString& count);
     [[nodiscard]] const QString& count() const { return m_count; }
 
@@ -31,7 +31,6 @@ protected:
     };
     SidebarButton(const Measures& measures, QWidget* parent);
 
-    /// Light under the pointer.
     virtual void paintGround(QPainter& painter, const QRectF& ground) const;
     [[nodiscard]] virtual QColor ink() const;
     [[nodiscard]] virtual QColor iconInk() const;
@@ -43,7 +42,7 @@ protected:
     const Measures m_measures;
 
 private:
-    /// The row without the room into which it grows under the pointer.
+    /// The row without the margin into which it grows on hover.
     [[nodiscard]] QRectF ground() const;
     [[nodiscard]] QRectF textRect() const;
     [[nodiscard]] QString shownLabel() const;

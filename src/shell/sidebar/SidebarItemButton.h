@@ -4,21 +4,21 @@
 
 namespace orvanlite {
 
-/// A row of the sidebar that can be chosen: on tinted glass while it is.
+/// A row of the sidebar that can be selected; selected, it has a tinted glass background.
 class SidebarItemButton final : public SidebarButton {
     Q_OBJECT
 
 public:
     enum class Hover {
-        ground, ///< a light ground under the pointer
-        grows,  ///< the same, and it grows a little
+        ground, ///< highlights the background
+        grows,  ///< also grows slightly
     };
 
-    /// `iconSlot` is the width of the icon's place.
+    /// `iconSlot` is the width reserved for the icon.
     SidebarItemButton(const QString& label, const QString& iconKey, int iconSlot, Hover hover,
                       QWidget* parent);
 
-    /// Chosen or not; also makes it a button that readers tell the state of.
+    /// Also makes the button checkable, so that screen readers report its state.
     void setSelected(bool isSelected);
 
 protected:

@@ -12,7 +12,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// From this number of manufacturers on only the first is named.
+/// From this number of manufacturers on, only the first is named.
 constexpr qsizetype kManyManufacturers = 3;
 
 QString word(BulkAction action)

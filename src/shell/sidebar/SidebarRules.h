@@ -8,12 +8,12 @@
 
 namespace orvanlite {
 
-// Of a filter, only what the sidebar sets counts here: the search changes none of these texts.
+// Only the filters of the sidebar affect these texts, not the search.
 
-/// What an action on everything that the filters match is called, e.g. "Enable All VST3".
+/// Label of an action on all filtered plugins, e.g. "Enable All VST3".
 [[nodiscard]] QString enableDisableButtonLabel(BulkAction action, const PluginFilter& filter);
 
-/// What is said before such an action. `filtered` is everything that the filters match, in both states.
+/// Text of the confirmation of such an action. `filtered` is all filtered plugins, enabled and disabled.
 [[nodiscard]] QString sidebarWarningMessage(BulkAction action, const AudioPlugins& filtered,
                                             const PluginFilter& filter);
 

@@ -56,11 +56,11 @@ SidebarScrollArea::SidebarScrollArea(QWidget* content, int leastHeight, bool isA
     m_animation->setStartValue(0.0);
     m_animation->setEndValue(1.0);
     connect(m_animation, &QVariantAnimation::valueChanged, this, [this](const QVariant& share) {
-        // Sections open and close meanwhile: where the widget is, and how far there is to go, is asked each time.
+        // Sections may open and close meanwhile, so the target is recomputed at every step.
         verticalScrollBar()->setValue(m_start + qRound((scrollEnd() - m_start) * share.toDouble()));
     });
     connect(qApp, &QApplication::focusChanged, this, [this](QWidget* /*old*/, QWidget* now) {
-        // What is reached by the keyboard comes into view; a click must not move what it is on.
+        // Only for focus by keyboard: a click must not move the widget under the pointer.
         if (now && widget()->isAncestorOf(now) && QApplication::mouseButtons() == Qt::NoButton)
             ensureWidgetVisible(now, 0, kFocusMargin);
     });
@@ -87,7 +87,7 @@ void SidebarScrollArea::scrollTo(QWidget* widget, bool isToTop)
     m_animation->start();
     if (!reducesMotion(this))
         return;
-    this->widget()->layout()->activate(); // what has just opened has its height then
+    this->widget()->layout()->activate(); // gives newly opened sections their height
     m_animation->setCurrentTime(kScrollMilliseconds);
 }
 
@@ -113,7 +113,7 @@ bool SidebarScrollArea::eventFilter(QObject* watched, QEvent* event)
 
 void SidebarScrollArea::wheelEvent(QWheelEvent* event)
 {
-    m_animation->stop(); // the user knows better where to look
+    m_animation->stop(); // scrolling by the user takes precedence
     QScrollArea::wheelEvent(event);
 }
 
@@ -127,7 +127,7 @@ void SidebarScrollArea::resizeEvent(QResizeEvent* event)
 void SidebarScrollArea::showEdges()
 {
     m_topEdge->setVisible(verticalScrollBar()->value() > 0);
-    // Below the lowest part there is nothing to be told apart from.
+    // The lowest part needs no line below it.
     m_bottomEdge->setVisible(verticalScrollBar()->value() < verticalScrollBar()->maximum() &&
                              !m_isAsHighAsContent);
 }

@@ -6,19 +6,20 @@ class QVariantAnimation;
 
 namespace orvanlite {
 
-/// A part of the sidebar that scrolls where its height is short. The scroll bar's place is always kept, so that
-/// nothing moves aside when it comes.
+/// A part of the sidebar that scrolls if its height is short. The space of the scroll bar is always reserved,
+/// so that the content does not move when the bar appears.
 class SidebarScrollArea final : public QScrollArea {
     Q_OBJECT
 
 public:
-    /// Asks for no more height than `height`; without one, for that of its content.
+    /// `leastHeight` is the minimum height, unless the content needs less. The preferred and maximum height
+    /// is that of the content if `isAsHighAsContent`; otherwise the area takes all available height.
     SidebarScrollArea(QWidget* content, int leastHeight, bool isAsHighAsContent, QWidget* parent);
 
-    /// Scrolls until the widget, part of the content, is at the top, or as near to it as the content lets it.
+    /// Scrolls until the widget, a part of the content, is as close to the top as possible.
     void scrollToTop(QWidget* widget);
 
-    /// Scrolls no further than until the whole widget is in view, or its top where it is higher than the view.
+    /// Scrolls only until the whole widget is visible, or its top if it is higher than the viewport.
     void scrollIntoView(QWidget* widget);
 
     [[nodiscard]] QSize sizeHint() const override;
@@ -35,7 +36,7 @@ private:
     /// Where the running scroll ends.
     [[nodiscard]] int scrollEnd() const;
 
-    QWidget* m_topEdge; ///< lines where the content goes on behind
+    QWidget* m_topEdge; ///< lines shown where more content can be scrolled to
     QWidget* m_bottomEdge;
     int m_leastHeight;
     bool m_isAsHighAsContent;

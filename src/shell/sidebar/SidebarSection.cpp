@@ -19,7 +19,7 @@ constexpr int kOpenMilliseconds = 200;
 constexpr int kChevronSlot = 14;
 constexpr int kChevronSize = 12;
 constexpr int kBodyGap = 4;
-constexpr int kButtonInset = 4; // in line with the grounds of the rows
+constexpr int kButtonInset = 4; // aligned with the backgrounds of the rows
 
 class SectionHeader final : public SidebarButton {
 public:
@@ -33,7 +33,7 @@ public:
 
 } // namespace
 
-/// Shows the upper part of the content, as much as its extent says; the content itself keeps its height meanwhile.
+/// Shows the upper part of the content up to the current extent; the content itself keeps its full height.
 class SectionBody final : public QWidget {
 public:
     explicit SectionBody(QWidget* parent)
@@ -67,7 +67,7 @@ protected:
     void resizeEvent(QResizeEvent* event) override
     {
         QWidget::resizeEvent(event);
-        updateGeometry(); // wrapped texts need more lines where it is narrow
+        updateGeometry(); // wrapped texts need more lines at a smaller width
         place();
     }
     bool event(QEvent* event) override
@@ -158,7 +158,7 @@ void SidebarSection::setOpen(bool isOpen, bool isAnimated)
 {
     if (isOpen == this->isOpen() && (isAnimated || m_extent->state() == QAbstractAnimation::Stopped))
         return;
-    // Before what has the focus goes from sight.
+    // Move the focus before its widget is hidden.
     if (!isOpen && m_body->isAncestorOf(QApplication::focusWidget()))
         m_header->setFocus();
     m_header->setChecked(isOpen);

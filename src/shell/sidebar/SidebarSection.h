@@ -11,7 +11,7 @@ class Glide;
 class SidebarButton;
 class SectionBody;
 
-/// A part of the sidebar under a header that opens and closes it. Closed, its body is hidden, not just flat.
+/// A part of the sidebar with a header that opens and closes it. A closed body is hidden, so Tab skips it.
 class SidebarSection final : public QWidget {
     Q_OBJECT
 
@@ -20,14 +20,14 @@ public:
     SidebarSection(const QString& title, const QString& identity, QWidget* parent);
 
     void setBody(QWidget* body);
-    /// Where the room is short, the open body may become as low as its own minimum.
+    /// Lets the open body shrink to its minimum height if space is short.
     void setShrinkable();
     /// A small button at the end of the header's row.
     void addHeaderButton(QAbstractButton* button);
-    /// The number in the header; empty for none.
+    /// The count in the header; empty for none.
     void setCount(const QString& count);
 
-    /// Animated, it takes 0.2 s.
+    /// An animated change takes 0.2 s.
     void setOpen(bool isOpen, bool isAnimated);
     [[nodiscard]] bool isOpen() const;
     [[nodiscard]] QAbstractButton* header() const;

@@ -34,7 +34,7 @@ protected:
         QPainter painter(this);
         const bool isActive = hasFocus() || underMouse();
         const int width = isActive ? 3 : 1;
-        // At its end, where the detail column begins.
+        // At the edge of the detail column.
         painter.fillRect(QRect(this->width() - width, 0, width, height()),
                          isActive ? AppTheme::accent(palette()) : AppTheme::separator(palette()));
     }
@@ -64,8 +64,8 @@ SidebarSplitter::SidebarSplitter(QWidget* sidebar, QWidget* detail, QWidget* par
     setStretchFactor(0, 0);
     setStretchFactor(1, 1);
     setSizes({kIdealSidebar, kLargestSidebar});
-    handle(1)->setObjectName(u"sidebarHandle"_s); // after its insertion, which names it otherwise
-    // Between its two sides; by itself it would come last of all.
+    handle(1)->setObjectName(u"sidebarHandle"_s); // after addWidget(), which sets another name
+    // In tab order the handle belongs between its two sides; by default it is last.
     QWidget* last = sidebar;
     for (QWidget* next = sidebar->nextInFocusChain(); next != sidebar; next = next->nextInFocusChain()) {
         if (sidebar->isAncestorOf(next) && (next->focusPolicy() & Qt::TabFocus))

@@ -4,8 +4,8 @@
 
 namespace orvanlite {
 
-/// The sidebar beside the detail column. The line between them is dragged, or moved by Left and Right while it has
-/// the focus. What the window grows by goes to the detail column.
+/// The sidebar beside the detail column. The handle can be dragged, or moved by Left and Right while it has
+/// the focus. When the window grows, the detail column gets the additional width.
 class SidebarSplitter final : public QSplitter {
     Q_OBJECT
 

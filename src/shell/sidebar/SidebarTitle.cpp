@@ -17,7 +17,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr double kTurnSeconds = 6;
-constexpr int kFrameMilliseconds = 75; // about 13 pictures a second: smooth at this speed, and cheap
+constexpr int kFrameMilliseconds = 75; // about 13 frames per second: smooth at this speed, and cheap
 constexpr double kTitleSize = 1.9;
 
 } // namespace
@@ -57,7 +57,7 @@ void SidebarTitle::startOrStop()
 void SidebarTitle::showEvent(QShowEvent* event)
 {
     QLabel::showEvent(event);
-    // The system takes windows from sight in several ways: minimised, behind others, on another desktop.
+    // A window can also be minimised, covered or on another desktop.
     window()->windowHandle()->installEventFilter(this);
     startOrStop();
 }
@@ -124,7 +124,7 @@ void SidebarTitle::paintEvent(QPaintEvent* /*event*/)
     const auto at = [&](double place, const QColor& colour) {
         gradient.setColorAt(place, AppTheme::legible(colour, palette()));
     };
-    // Pink and the blend of the other two lie opposite: the two ends of the word differ most where it stands still.
+    // Pink is opposite the blend of the other two, so that without motion the ends of the word differ most.
     at(0, AppTheme::accentPink());
     at(1.0 / 3, AppTheme::accentPurple());
     at(2.0 / 3, AppTheme::accentBlue());

@@ -9,8 +9,8 @@ class Clock;
 
 namespace orvanlite {
 
-/// A text in large type, coloured by an angular gradient that turns once every 6 seconds. It turns only while it is
-/// seen, and stands still where the user has asked for less motion.
+/// A large text with a conical gradient that turns once every 6 seconds, while visible and unless the user
+/// has asked for reduced motion.
 class SidebarTitle final : public QLabel {
     Q_OBJECT
 
@@ -37,7 +37,7 @@ private:
     const platform::Clock& m_clock;
     QBasicTimer m_timer;
     QPixmap m_mask;  ///< the text, drawn once
-    QPixmap m_frame; ///< the same in the colours of the moment
+    QPixmap m_frame; ///< the text in the current colours
 };
 
 } // namespace orvanlite

@@ -42,7 +42,7 @@ constexpr int kScrollDelayMilliseconds = 50;
 constexpr int kColumnLeft = 8;
 constexpr int kColumnSpacing = 12;
 constexpr int kRowSpacing = 2;
-/// Brings what is no row in line with the grounds of the rows.
+/// Aligns other widgets with the backgrounds of the rows.
 constexpr int kListInset = 4;
 constexpr int kLeastColumnHeight = 124;
 constexpr int kLeastLowerHeight = 48;
@@ -50,7 +50,7 @@ constexpr int kItemSlot = 20;
 constexpr int kInvertSlot = 18;
 constexpr int kSpinnerSize = 12;
 
-/// Takes the member out of the set, or puts it in. True if it is in now.
+/// Adds the member to the set or removes it. Returns true if it was added.
 template <typename Member>
 bool toggle(Observable<QSet<Member>>& set, const Member& member)
 {
@@ -98,16 +98,16 @@ SidebarView::SidebarView(const Services& services, FormatAction actOnAllForForma
             m_column->scrollToTop(m_actionsSection);
     });
     m_viewModel.resetViewTrigger.observe(this, [this] { closeSections(); });
-    // Assigned behind every change of the catalogue's rows.
+    // Assigned after every change of the catalogue's rows.
     m_viewModel.allManufacturers.observe(this, [this] { m_areCountsDue = true; });
-    // The selection itself tells nobody of its changes; the rows, the marks and the bulk pane do.
+    // The selection is not observable: watch the rows, the visible selection and the bulk pane instead.
     m_updates->watch(m_viewModel.plugins, m_viewModel.selectedFormats, m_viewModel.selectedManufacturers,
                      m_viewModel.showAllPlugins, m_viewModel.activeProfile, m_viewModel.allManufacturers,
                      m_viewModel.selectedPlugins, m_viewModel.consolidatedBulkPlugins,
                      m_viewModel.displayedPlugins, m_viewModel.dbTotalCount, m_viewModel.dbEnabledCount,
                      m_viewModel.dbDisabledCount, m_viewModel.isLoading, services.activityLog.entries,
                      services.profiles.profiles);
-    // A scan holds the event loop from its start to its end: what tells of it must be painted before.
+    // A scan blocks the event loop, so the indicator must be painted before it starts.
     m_viewModel.isLoading.observe(this, [this] { showBusyState(); });
     render();
 }
@@ -250,7 +250,7 @@ QWidget* SidebarView::makeScanningRow()
     row->setSpacing(AppTheme::kSpace2);
     row->addWidget(new Spinner(kSpinnerSize, m_scanning));
     row->addWidget(text, 1);
-    // Its place is kept while it is away: a scan must not move what is above.
+    // Keep its space while hidden: a scan must not move the widgets above.
     QSizePolicy policy = m_scanning->sizePolicy();
     policy.setRetainSizeWhenHidden(true);
     m_scanning->setSizePolicy(policy);
@@ -298,7 +298,7 @@ void SidebarView::renderPresence(const PluginFilter& filter)
     QWidget* formats = m_formatsSection->header();
     QWidget* manufacturers = hasManufacturers ? m_manufacturersSection->header() : formats;
     present(m_filterBar, filter.hasSidebarFilters(), m_allPlugins);
-    // The bulk pane takes over where something is selected.
+    // With a selection, the bulk pane offers the actions.
     present(m_actionsSection, *m_viewModel.showAllPlugins && !hasProfile && !hasSelection, formats);
     present(m_clearManufacturers, !filter.manufacturers.isEmpty(), manufacturers);
     present(m_manufacturersSection, hasManufacturers, formats);
@@ -317,7 +317,7 @@ void SidebarView::showBusyState()
 
 void SidebarView::expandActions()
 {
-    m_updates->flush(); // what opens must be there
+    m_updates->flush(); // create the section before opening it
     m_actionsSection->setOpen(true, true);
     m_statisticsSection->setOpen(false, true);
     m_recentSection->setOpen(false, true);
@@ -336,7 +336,7 @@ void SidebarView::clearActiveProfile()
     m_viewModel.activeProfile.mutate([](std::optional<PluginProfile>& profile) { profile.reset(); });
 }
 
-// On purpose: the reloads below come on top of those of the assigned filters. Each one tells the helper agent.
+// On purpose: the assigned filters reload as well. Each reload notifies the helper agent.
 
 void SidebarView::clickAllPlugins()
 {
@@ -397,7 +397,7 @@ void SidebarView::clearManufacturers()
 
 void SidebarView::confirm(BulkAction action)
 {
-    // A screen reader's action does not come as input that could be kept away.
+    // Accessibility actions bypass InputGate.
     if (*m_viewModel.isRunningScript || m_warning)
         return;
     const PluginFilter filter = m_viewModel.currentFilter();

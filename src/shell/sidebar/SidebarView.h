@@ -30,13 +30,13 @@ class SidebarSection;
 class StatisticsView;
 class ViewUpdater;
 
-/// The left column of the main window: the filters, what can be done to all that they let through, and what has been
-/// done. It holds no plugins: it reads and sets the state of the view model.
+/// The left column of the main window: the filters, the actions on all filtered plugins, and the activity
+/// log. Holds no plugins: it reads and sets the state of the view model.
 class SidebarView final : public QWidget {
     Q_OBJECT
 
 public:
-    /// Enables or disables all that the filters let through; with a format, only what is of it.
+    /// Enables or disables all filtered plugins, optionally of one format only.
     using FormatAction = std::function<void(BulkAction, std::optional<PluginFormat>)>;
 
     SidebarView(const Services& services, FormatAction actOnAllForFormat, QWidget* parent);
@@ -55,7 +55,7 @@ private:
     void renderFormats(const PluginFilter& filter);
     void renderPresence(const PluginFilter& filter);
     void showBusyState();
-    /// Opens the actions, makes room for them and scrolls to them.
+    /// Opens the actions, closes statistics and log, and scrolls to the actions.
     void expandActions();
     void closeSections();
 
@@ -72,9 +72,9 @@ private:
     PluginManagerViewModel& m_viewModel;
     FormatAction m_actOnAllForFormat;
     std::unique_ptr<MenuBarLoginItem> m_loginItem;
-    bool m_areCountsDue = true; ///< the catalogue is another one than at the last look
+    bool m_areCountsDue = true; ///< the catalogue has changed
     QTimer m_scrollDelay;
-    QPointer<QObject> m_warning; ///< the question that is being asked
+    QPointer<QObject> m_warning; ///< the open confirmation
 
     SidebarItemButton* m_allPlugins = nullptr;
     FilterBar* m_filterBar = nullptr;

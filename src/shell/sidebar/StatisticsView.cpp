@@ -12,13 +12,13 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// In line with the titles and the numbers of the rows.
+/// Aligned with the titles and counts of the rows.
 constexpr int kLeft = 32;
 constexpr int kRight = 12;
 constexpr int kCapsulePadding = 7;
 
-/// A number on a capsule that is dark wherever the window is light: a status has one colour in both, which would be
-/// too faint on white.
+/// A number on a capsule, which is painted dark in a light window: the status colours are the same in light
+/// and dark, and too faint on white.
 class NumberLabel final : public TintedLabel {
 public:
     NumberLabel(const Colour& colour, QWidget* parent)
@@ -32,7 +32,7 @@ public:
 protected:
     void paintEvent(QPaintEvent* event) override
     {
-        const QPalette colours = parentWidget()->palette(); // the label's own text colour is the status
+        const QPalette colours = parentWidget()->palette(); // not the label's own
         const QColor colour = m_colour(colours);
         if (!AppTheme::isDark(colours) && AppTheme::legible(colour, colours) != colour) {
             QPainter painter(this);
@@ -61,7 +61,7 @@ QLabel* addRow(QGridLayout* grid, const QString& title, const TintedLabel::Colou
     return number;
 }
 
-/// The number, and for readers what it counts.
+/// Also names for screen readers what is counted.
 void showNumber(QLabel* label, int number, const QString& title)
 {
     label->setText(QString::number(number));

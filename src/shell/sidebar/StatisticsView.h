@@ -6,7 +6,7 @@ class QLabel;
 
 namespace orvanlite {
 
-/// How many plugins there are, and in which state.
+/// The numbers of all, enabled and disabled plugins.
 class StatisticsView final : public QWidget {
     Q_OBJECT
 

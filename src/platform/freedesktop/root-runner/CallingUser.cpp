@@ -19,7 +19,7 @@ namespace orvanlite::root_runner {
 namespace {
 
 constexpr std::size_t kLongestText = 256U << 20U;
-constexpr rlim_t kOpenFiles = 8192; ///< two for each level of the deepest tree that a path can name
+constexpr rlim_t kOpenFiles = 8192; ///< two per level of the deepest tree that a path can name
 
 uid_t callingUser()
 {
@@ -68,7 +68,7 @@ void dropInheritedState()
         if (::setrlimit(resource, &raised) != 0 && ::setrlimit(resource, &limit) != 0)
             std::abort();
     }
-    // SIGPIPE: a window that is closed in the middle of a batch closes our standard error; the batch goes on.
+    // SIGPIPE: closing the window during a batch closes our standard error; the batch continues.
     for (const int signal : {SIGPIPE, SIGXFSZ, SIGXCPU, SIGALRM, SIGVTALRM, SIGPROF})
         std::signal(signal, SIG_IGN);
 }

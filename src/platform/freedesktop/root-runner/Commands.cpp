@@ -37,7 +37,7 @@ public:
             word += m_left.substr(0, quote);
             m_left.remove_prefix(quote + 1);
             if (!take(R"("'"')"))
-                return word.find('\0') == std::string::npos; // where a system call would end
+                return word.find('\0') == std::string::npos; // system calls would stop at a NUL
             word += '\'';
         }
     }

@@ -42,7 +42,7 @@ private:
     int m_number = -1;
 };
 
-/// Opens a folder for use in *at() calls only. Errors: Failure, ELOOP for a link.
+/// Opens a folder for use in *at() calls only. Errors: Failure, with ELOOP for a link.
 [[nodiscard]] Descriptor openFolder(const Descriptor& parent, const std::string& name);
 
 /// lstat() of the name. False when it does not exist. Errors: Failure.

@@ -18,8 +18,8 @@ const Components kAvid{"Library", "Application Support", "Avid", "Audio"};
 const Components kWaves{"Applications", "Waves"};
 const std::string kDisabled = "Disabled";
 
-/// Empty for a path that is not absolute, has an empty, `.` or `..` component, or has a NUL: system calls end at it, and
-/// would read `..` and a NUL as `..`.
+/// Empty for a path that is not absolute, or has an empty, `.` or `..` component or a NUL: system calls stop
+/// at a NUL, so `..` followed by one would be `..` to them.
 std::optional<Components> split(std::string_view path)
 {
     if (path.find('\0') != std::string_view::npos)

@@ -34,7 +34,7 @@ public:
     [[nodiscard]] bool holds(const std::string& path) const;
 
     /// Opens the parent of a path that holds() accepts, component by component, without following any link.
-    /// Errors: Failure; ELOOP for a link.
+    /// Errors: Failure, with ELOOP for a link.
     [[nodiscard]] Entry open(const std::string& path) const;
 
     /// Creates the missing parents of such a path with mode 0755. Errors: as above.
@@ -42,7 +42,7 @@ public:
 
 private:
     struct Base {
-        std::string start; ///< opened directly: everything above is root's
+        std::string start; ///< opened directly: everything above belongs to root
         uid_t owner;
         std::vector<std::string> components; ///< from `start` to the folder of all formats
     };

@@ -4,7 +4,7 @@
 
 namespace orvanlite::root_runner {
 
-/// Removes a file, a link or a folder with its contents, as far as possible; a missing one is no failure.
+/// Removes a file, a link or a folder with its contents, as far as possible; a missing one is not a failure.
 /// Errors: the first Failure.
 void removeTree(const Descriptor& folder, const std::string& name);
 
@@ -12,7 +12,7 @@ void removeTree(const Descriptor& folder, const std::string& name);
 void removeVisibleEntries(const Descriptor& folder);
 
 /// Opens a folder that was just created with mode 0700. Others may have replaced it since.
-/// Errors: Failure if it is not empty and ours alone.
+/// Errors: Failure unless it is empty and only we can access it.
 [[nodiscard]] Descriptor openNewFolder(const Descriptor& parent, const std::string& name);
 
 /// Moves, replacing a file or an empty folder like rename(). On another file system the copy keeps mode,
