@@ -43,11 +43,7 @@ using Page = std::vector<Word>;
 
 AudioPlugin plugin(const QString& name, const QString& manufacturer = u"Maker"_s)
 {
-    AudioPlugin made;
-    made.name = name;
-    made.manufacturer = manufacturer;
-    made.format = PluginFormat::vst3;
-    return made;
+    return {{}, name, manufacturer, PluginFormat::vst3, {}, {}, true, {}, {}, {}};
 }
 
 } // namespace
@@ -61,7 +57,6 @@ protected:
         PDFExporter::exportPlugins(plugins, ExportFormat::pdf, sort, m_panel, m_system.platform);
         return m_system.root.content(u"/Report.pdf");
     }
-    /// What another program says of the report.
     QByteArray ask(const QString& program, QStringList arguments, const QStringList& more = {})
     {
         QProcess process;

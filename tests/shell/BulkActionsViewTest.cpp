@@ -10,7 +10,6 @@
 
 namespace orvanlite::test {
 
-/// The pane on its own, on a view model over a real catalogue.
 class BulkActionsViewTest : public OperationsTest {
 protected:
     BulkActionsViewTest() { m_system.appearance.reduced = true; }
@@ -26,7 +25,6 @@ protected:
         for (int i = 0; i < count; ++i)
             add(u"Plugin %1"_s.arg(i, 4, 10, QChar(u'0')), PluginFormat::vst3, isEnabled);
     }
-    /// Selects all that was added and shows the pane.
     BulkActionsView& pane()
     {
         m_database.replaceAllPlugins(m_all);

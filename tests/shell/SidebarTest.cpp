@@ -18,7 +18,6 @@
 
 namespace orvanlite::test {
 
-/// The sidebar in a window of its own, on a real catalogue and a real shell.
 class SidebarTest : public OperationsTest {
 protected:
     SidebarTest() { m_system.appearance.reduced = true; }
@@ -133,8 +132,7 @@ TEST_F(SidebarTest, ClicksChangeFiltersAndTable)
     const QString all = u"All Plugins"_s;
     const QString odd = u"Odd"_s;
     const QString even = u"Even"_s;
-    // A button or a manufacturer to click, then the filters, whether the table is shown, the selected rows and the
-    // number of reloads.
+    // What is clicked, then the filters, whether the table is visible, the selected rows and the reloads.
     const std::tuple<QString, QSet<PluginFormat>, QSet<QString>, bool, QString, int> steps[] = {
         {u"allPluginsButton"_s, {}, {}, true, all, 2},
         {u"allPluginsButton"_s, {}, {}, false, {}, 0},
@@ -159,8 +157,7 @@ TEST_F(SidebarTest, ClicksChangeFiltersAndTable)
         SCOPED_TRACE(qPrintable(target + u" -> "_s + chosen));
         model().activeProfile = PluginProfile{};
         settle();
-        EXPECT_FALSE(at(u"actionsSection"_s).isVisible() || at(u"sidebarDivider"_s).isVisible())
-            << "under a preview";
+        EXPECT_FALSE(at(u"actionsSection"_s).isVisible() || at(u"sidebarDivider"_s).isVisible());
         const int before = countPosts();
         if (target == odd || target == even)
             clickMaker(target);

@@ -12,12 +12,10 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// One start of the application, as a process of its own.
 class Start {
 public:
     QProcess process;
 
-    /// The application on a sandbox.
     Start(const TempRoot& root, const QString& bus, int busyMilliseconds = 0)
         : m_environment(environment(root, bus))
     {
@@ -26,7 +24,7 @@ public:
         m_environment.insert(u"ORV_BUSY_MILLISECONDS"_s, QString::number(busyMilliseconds));
         run(QStringLiteral(ORV_SANDBOX_APPLICATION), {});
     }
-    /// The installed executable on the application folder of a sandbox. A window would end it: there is no such display.
+    /// The installed executable on the application folder of a sandbox; opening a window would end it.
     Start(const TempRoot& root, const QString& bus, const QStringList& arguments,
           const QMap<QString, QString>& extra)
         : m_environment(environment(root, bus))
@@ -43,7 +41,6 @@ public:
         process.waitForFinished();
     }
 
-    /// Reads the output up to that line.
     bool says(const QByteArray& line)
     {
         QElapsedTimer timer;

@@ -25,7 +25,7 @@ QByteArray answer(const QByteArray& body, const QByteArray& status = "200 OK", c
            "\r\nConnection: close\r\n" + headers + "\r\n" + body;
 }
 
-/// A server on the loopback interface that gives each request the next scripted answer.
+/// Answers each request with the next scripted answer.
 class UpdateServer final : public QTcpServer {
 public:
     QByteArrayList requests;
@@ -74,7 +74,6 @@ protected:
         m_server.answers = {raw};
         runTask(m_checker.checkForUpdates());
     }
-    /// The whole state in one line.
     [[nodiscard]] QString state() const
     {
         return (*m_checker.updateAvailable ? u"yes|"_s : u"no|"_s) + *m_checker.latestVersion + u'|' +

@@ -140,7 +140,7 @@ TEST_F(UADCleanupManagerTest, ReportsWhyNothingWasDone)
     retry();
     EXPECT_TRUE(message().startsWith(u"Failed to read UAD System Profile: Is a directory: "_s));
 
-    // The catalogue is still empty: the disabling scans first.
+    // The catalogue is still empty; disabling scans first.
     manager().parseAndCrossReference(u"Plug-in Authorizations\nUAD Neve 1073: demo 4\nUAD Moog: expired\n"_s);
     EXPECT_EQ(demos(), u"xx"_s);
     manager().selectExpiredOnly();
