@@ -105,8 +105,7 @@ TEST_F(BulkActionsViewTest, AsksFromElevenPluginsOn)
         addMany(count, isEnabled);
         pane();
         click(button);
-        EXPECT_EQ(*m_confirmation.isShowing, asked.has_value());
-        EXPECT_EQ(m_confirmation.pendingAction, asked);
+        EXPECT_TRUE(*m_confirmation.isShowing == asked.has_value() && m_confirmation.pendingAction == asked);
         EXPECT_EQ(m_system.scripts.sources.size(), scripts);
         EXPECT_TRUE(!asked || std::ssize(m_confirmation.pendingPlugins) == count);
     }
@@ -125,8 +124,8 @@ TEST_F(BulkActionsViewTest, ActsOnActiveVariantsOnly)
     EXPECT_EQ(m_confirmation.pendingPlugins[1].name, u"Beta"_s);
     click(u"clearAllButton"_s);
     EXPECT_TRUE(model().persistedSelections.isEmpty());
-    for (const char* name : {"enableSelectedButton", "disableSelectedButton", "deleteSelectedButton"})
-        EXPECT_FALSE(at(QString::fromLatin1(name)).isEnabled()) << name;
+    for (const QString& name : {u"enable"_s, u"disable"_s, u"delete"_s})
+        EXPECT_FALSE(at(name + u"SelectedButton"_s).isEnabled()) << qPrintable(name);
     EXPECT_FALSE(at(u"formatChipVST3"_s).isVisible());
 }
 

