@@ -120,8 +120,8 @@ TEST_F(PluginScannerTest, SortsByNameAndKeepsTheOrderOfDiscovery)
         root.addBundle(u"/Library/Audio/Plug-Ins/Components/%1/Same.component"_s.arg(i));
     }
     AudioPlugins plugins = scan();
-    const auto many =
-        std::find_if(plugins.begin(), plugins.end(), [](const auto& each) { return each.name == u"Same"; });
+    const auto isSame = [](const AudioPlugin& each) { return each.name == u"Same"; };
+    const auto many = std::find_if(plugins.begin(), plugins.end(), isSame);
     EXPECT_TRUE(std::is_sorted(
         many, many + 80, [](const auto& left, const auto& right) { return left.format < right.format; }));
     plugins.erase(many, many + 80);
@@ -239,15 +239,13 @@ TEST_F(PluginScannerTest, PublishesItsStateInOrder)
     PluginScanner scanner(system.platform);
     QObject context;
     QStringList steps;
-    scanner.isScanning.observe(&context,
-                               [&] { steps << (*scanner.isScanning ? u"scanning"_s : u"ended"_s); });
+    scanner.isScanning.observe(&context, [&] { steps << (*scanner.isScanning ? u"begin"_s : u"end"_s); });
     scanner.scanProgress.observe(&context, [&] { steps << QString::number(*scanner.scanProgress * 6); });
     scanner.scanError.observe(&context, [&] { steps << (*scanner.scanError ? u"error"_s : u"no error"_s); });
     scanner.discoveredPlugins.observe(
         &context, [&] { steps << u"plugins %1"_s.arg(scanner.discoveredPlugins->size()); });
     runTask(scanner.scanAllPlugins());
-    EXPECT_EQ(steps.join(u", "),
-              u"scanning, 0, plugins 0, no error, 1, 2, 3, 4, 5, 6, plugins 1, ended, 6"_s);
+    EXPECT_EQ(steps.join(u", "), u"begin, 0, plugins 0, no error, 1, 2, 3, 4, 5, 6, plugins 1, end, 6"_s);
 }
 
 } // namespace

@@ -8,10 +8,10 @@ class NewPluginsTest : public ProfilesTest {
 protected:
     static QStringList chips(const NewPlugins& shown)
     {
+        const auto& on = shown.selectedNewPluginFormats;
         QStringList all;
         for (const PluginFormat format : shown.detectedFormats())
-            all.append(shown.chipText(format) +
-                       (shown.selectedNewPluginFormats.contains(format) ? u"+"_s : u"-"_s));
+            all.append(shown.chipText(format) + (on.contains(format) ? u'+' : u'-'));
         return all;
     }
 

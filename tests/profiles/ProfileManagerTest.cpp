@@ -51,7 +51,7 @@ TEST_F(ProfileManagerTest, ReadsOnlyValidProfiles)
         return text.replace(from, to);
     };
     const QByteArray deep =
-        QByteArray("[{\"x\":").repeated(200'000) + "1" + QByteArray("}]").repeated(200'000);
+        QByteArray("[{\"\":").repeated(200'000) + "1" + QByteArray("}]").repeated(200'000);
     const QString same = u"P: A|VST3 / 2 A|VST3,B/ü|Waves"_s;
     const std::tuple<const char*, QByteArray, QString> rows[] = {
         {"as it is", kObject, same},
@@ -62,11 +62,8 @@ TEST_F(ProfileManagerTest, ReadsOnlyValidProfiles)
         {"known on and off alike when the list is absent", with(R"("allPluginKeys")", R"("other")"),
          u"P: A|VST3 / 2 A|VST3"_s},
         {"unknown members, deep", with(R"("name")", R"("deep":)" + deep + R"(,"name")"), same},
-        {"the last of equal members", with(R"("name")", R"("name":[{}],"enabledPlugins":["Q",1],"name")"),
-         same},
-        {"the last of equal members is bad",
-         with(R"("totalPluginCount")", R"("id":"x","totalPluginCount")"),
-         {}},
+        {"last of equal members", with(R"("name")", R"("name":[{}],"enabledPlugins":["Q",1],"name")"), same},
+        {"last is bad", with(R"("totalPluginCount")", R"("id":"x","totalPluginCount")"), {}},
         {"whole number with a fraction of nought", with(":2,", ":2.0,"), same},
         {"half a count", with(":2,", ":2.5,"), {}},
         {"a count beyond 64 bits", with(":2,", ":9223372036854775808,"), {}},

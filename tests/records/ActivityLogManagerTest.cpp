@@ -103,11 +103,9 @@ TEST_F(ActivityLogManagerTest, InvalidFileReadsAsEmptyAndIsReplaced)
     };
     const std::tuple<const char*, QByteArray, std::size_t> rows[] = {
         {"two entries", '[' + kEntry + ", " + kEntry + ']', 2},
-        {"a further member, whole seconds", with(R"("timestamp":721692800.25)", R"("x":1,"timestamp":-5)"),
-         1},
+        {"further member, whole seconds", with(R"("timestamp":721692800.25)", R"("x":1,"timestamp":-5)"), 1},
         {"no array", kEntry, 0},
-        {"an unknown action beside a good entry", '[' + kEntry + ',' + with("Enabled", "enabled").sliced(1),
-         0},
+        {"unknown action beside a good entry", '[' + kEntry + ',' + with("Enabled", "enabled").sliced(1), 0},
         {"no UUID", with("0000-4000", "4000"), 0},
         {"a missing member", with(R"("format":"VST3",)", ""), 0},
         {"an entry that is no object", "[[]]", 0},

@@ -11,8 +11,7 @@ protected:
     ExportPickerTest()
     {
         // Qt's file dialog stores its history there.
-        QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope,
-                           m_root.at(u"/Users/tester/.config"));
+        QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, m_root.at(u"/Users/tester/.c"));
         m_root.addFolder(u"/Users/tester/Documents");
         addPlugins({u"VST3/Alpha.vst3"_s, u"VST3/Beta.vst3"_s, u"Disabled/CLAP/Gamma.clap"_s});
     }

@@ -80,16 +80,14 @@ TEST_F(MainWindowTest, EditEntriesReachTheFieldWithTheFocus)
 TEST_F(MainWindowTest, ScansAfterItsFirstPaint)
 {
     addPlugins(3);
-    bool wasPaintedBefore = false;
+    bool wasPainted = false;
     quietly([&] {
         m_delegate.applicationDidFinishLaunching();
-        viewModel().isLoading.observe(&window(), [&] {
-            wasPaintedBefore =
-                wasPaintedBefore || (*viewModel().isLoading && window().windowHandle()->isExposed());
-        });
+        viewModel().isLoading.observe(
+            &window(), [&] { wasPainted |= *viewModel().isLoading && window().windowHandle()->isExposed(); });
         EXPECT_TRUE(viewModel().plugins->empty()) << "no scan before the window is visible";
     });
-    EXPECT_TRUE(wasPaintedBefore);
+    EXPECT_TRUE(wasPainted);
     viewModel().showAllPlugins = true;
     addPlugins(4);
     quietly([this] { press(window(), u"scanButton"_s); });

@@ -18,7 +18,7 @@ protected:
         }
         viewModel().refreshAllState();
         m_profile.id = QUuid::createUuid();
-        m_profile.name = u"Mix & <b>Master</b>"_s;
+        m_profile.name = u"A & <b>B</b>"_s;
         m_profile.enabledPlugins = {u"Plugin 0001|VST3"_s, u"Plugin 0002|VST3"_s, u"Gone|VST3"_s};
         viewModel().previewProfile(m_profile);
         settle();
@@ -43,8 +43,7 @@ protected:
 TEST_F(PreviewTest, TabsShowTheirRows)
 {
     launchWithProfile();
-    EXPECT_EQ(named<QLabel>(window(), u"previewTitle"_s).text(),
-              u"Previewing profile: \"Mix & <b>Master</b>\""_s);
+    EXPECT_EQ(named<QLabel>(window(), u"previewTitle"_s).text(), u"Previewing profile: \"A & <b>B</b>\""_s);
     EXPECT_TRUE(named(window(), u"previewTabChanges"_s).isChecked());
     EXPECT_EQ(footer(), u"Showing 2 of 4 plugins"_s);
     const QString changes = u"Will Enable 1,Will Disable 3"_s;

@@ -126,8 +126,7 @@ TEST_F(UpdateCheckerTest, TakesOverWhatTheAnswerSays)
                     "release_notes":"Faster","update_available":true,"other":1})"),
          u"yes|3.0|https://good.test/a.dmg|Faster"_s},
         {"nothing", answer("{}"), u"no||"_s + byDefault},
-        {"null is absent", answer(R"({"latest_version":null,"update_available":true})"),
-         u"yes||"_s + byDefault},
+        {"null", answer(R"({"latest_version":null,"update_available":true})"), u"yes||"_s + byDefault},
         {"a status of 500", answer(R"({"latest_version":"4"})", "500 Oh"), u"no|4|"_s + byDefault},
         {"a status of 404", answer(R"({"latest_version":"5"})", "404 Oh"), u"no|5|"_s + byDefault},
     };
