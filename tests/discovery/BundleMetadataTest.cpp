@@ -32,7 +32,7 @@ TEST(BundleMetadataTest, Manufacturer)
     QByteArray wide;
     for (int i = 0; i < 50'000; ++i)
         wide += ", \"" + QByteArray::number(i) + "\": 0.5";
-    // What is expected, the property list and the clap.json; a bundle with the latter is a CLAP.
+    // Expected manufacturer, property list and clap.json; a bundle with the latter is a CLAP.
     const std::tuple<const char*, QString, QByteArray, QByteArray> rows[] = {
         {"component", u"Maker"_s, withComponent(u"Maker: Foo"_s), {}},
         {"binary list", u"Maker"_s, binaryInfoPlist({{u"x"_s, u"\u00E9"_s}}, u"Maker: Foo"_s), {}},

@@ -41,7 +41,8 @@ protected:
                            rawValue(plugin.format) + u' ' + plugin.currentPath.sliced(root.path().size());
             if (plugin.originalPath != plugin.currentPath)
                 line += u" <- "_s + plugin.originalPath.sliced(root.path().size());
-            found.push_back(line.toStdString());
+            line.replace(u"/Library/Application Support/Avid/Audio/Plug-Ins"_s, u"AVID"_s);
+            found.push_back(line.replace(u"/Library/Audio/Plug-Ins"_s, u"PLUGINS"_s).toStdString());
         }
         return found;
     }
@@ -90,25 +91,17 @@ TEST_F(PluginScannerTest, FindsPluginsByFolderAndExtension)
     EXPECT_THAT(
         lines(),
         UnorderedElementsAre(
-            "Unit Audio Units /Library/Audio/Plug-Ins/Components/Unit.component",
-            "Deep VST3 /Library/Audio/Plug-Ins/VST3/A/B/C/Deep.vst3",
-            "Outer VST3 /Library/Audio/Plug-Ins/VST3/Outer.vst3",
-            "In Upper VST3 /Library/Audio/Plug-Ins/VST3/Folder.VST3/In Upper.vst3",
-            "Not a WaveShell VST3 /Library/Audio/Plug-Ins/VST3/Not a WaveShell.vst3",
-            "Plain VST /Library/Audio/Plug-Ins/VST/Plain.vst",
-            "Two.Dots CLAP /Users/tester/Library/Audio/Plug-Ins/CLAP/Two.Dots.clap",
-            "Mine AAX /Users/tester/Library/Application Support/Avid/Audio/Plug-Ins/Mine.aaxplugin",
-            "-Off VST3 /Library/Audio/Plug-Ins/Disabled/VST3/Acme/Off.vst3 <- /Library/Audio/Plug-Ins/VST3/Off.vst3",
-            "-Marked VST3 /Library/Audio/Plug-Ins/VST3/Plug-Ins (Unused)/Marked.vst3 <- "
-            "/Library/Application Support/Avid/Audio/Plug-Ins/Marked.vst3",
-            "-Both VST3 /Library/Audio/Plug-Ins/Disabled/VST3/Plug-Ins (Unused)/Both.vst3 <- "
-            "/Library/Audio/Plug-Ins/VST3/Both.vst3",
-            "-Away AAX /Library/Audio/Plug-Ins/Disabled/AAX/Away.aaxplugin <- "
-            "/Library/Application Support/Avid/Audio/Plug-Ins/Away.aaxplugin",
-            "-Old AAX /Library/Application Support/Avid/Audio/Plug-Ins (Unused)/Acme/Old.aaxplugin <- "
-            "/Library/Application Support/Avid/Audio/Plug-Ins/Old.aaxplugin",
-            "-Older AAX /Users/tester/Library/Application Support/Avid/Audio/Plug-Ins (Unused)/Older.aaxplugin <- "
-            "/Library/Application Support/Avid/Audio/Plug-Ins/Older.aaxplugin",
+            "Unit Audio Units PLUGINS/Components/Unit.component", "Deep VST3 PLUGINS/VST3/A/B/C/Deep.vst3",
+            "Outer VST3 PLUGINS/VST3/Outer.vst3", "In Upper VST3 PLUGINS/VST3/Folder.VST3/In Upper.vst3",
+            "Not a WaveShell VST3 PLUGINS/VST3/Not a WaveShell.vst3", "Plain VST PLUGINS/VST/Plain.vst",
+            "Two.Dots CLAP /Users/testerPLUGINS/CLAP/Two.Dots.clap",
+            "Mine AAX /Users/testerAVID/Mine.aaxplugin",
+            "-Off VST3 PLUGINS/Disabled/VST3/Acme/Off.vst3 <- PLUGINS/VST3/Off.vst3",
+            "-Marked VST3 PLUGINS/VST3/Plug-Ins (Unused)/Marked.vst3 <- AVID/Marked.vst3",
+            "-Both VST3 PLUGINS/Disabled/VST3/Plug-Ins (Unused)/Both.vst3 <- PLUGINS/VST3/Both.vst3",
+            "-Away AAX PLUGINS/Disabled/AAX/Away.aaxplugin <- AVID/Away.aaxplugin",
+            "-Old AAX AVID (Unused)/Acme/Old.aaxplugin <- AVID/Old.aaxplugin",
+            "-Older AAX /Users/testerAVID (Unused)/Older.aaxplugin <- AVID/Older.aaxplugin",
             "Wave Waves /Applications/Waves/Plug-Ins V14/Wave.bundle"));
 }
 
@@ -129,8 +122,8 @@ TEST_F(PluginScannerTest, SortsByNameAndKeepsTheOrderOfDiscovery)
         root.addBundle(u"/Library/Audio/Plug-Ins/Components/%1/Same.component"_s.arg(i));
     }
     AudioPlugins plugins = scan();
-    const auto many =
-        std::find_if(plugins.begin(), plugins.end(), [](const auto& each) { return each.name == u"Same"; });
+    const auto isSame = [](const AudioPlugin& each) { return each.name == u"Same"; };
+    const auto many = std::find_if(plugins.begin(), plugins.end(), isSame);
     EXPECT_TRUE(std::is_sorted(
         many, many + 80, [](const auto& left, const auto& right) { return left.format < right.format; }));
     plugins.erase(many, many + 80);
@@ -169,8 +162,8 @@ TEST_F(PluginScannerTest, FollowsLinksButNotToNowhere)
     link(root.at(u"/elsewhere"), u"Vendor"_s);
     link(root.at(u"/nowhere"), u"Dangling.vst3"_s);
     link(u"Self.vst3"_s, u"Self.vst3"_s);
-    EXPECT_THAT(lines(), UnorderedElementsAre("Linked VST3 /Library/Audio/Plug-Ins/VST3/Linked.vst3",
-                                              "Real VST3 /Library/Audio/Plug-Ins/VST3/Vendor/Real.vst3"));
+    EXPECT_THAT(lines(), UnorderedElementsAre("Linked VST3 PLUGINS/VST3/Linked.vst3",
+                                              "Real VST3 PLUGINS/VST3/Vendor/Real.vst3"));
     link(u"."_s, u"Ring"_s);
     const auto found = scan().size(); // the system stops following after some tens of links
     EXPECT_GT(found, 2U);
@@ -214,7 +207,7 @@ TEST_F(PluginScannerTest, AFolderThatCannotBeListedPrintsItsLineOnly)
     EXPECT_THAT(output, StartsWith("❌ Error scanning directory " +
                                    root.at(u"/Library/Audio/Plug-Ins/VST3").toStdString() + ": "));
     EXPECT_EQ(std::count(output.begin(), output.end(), '\n'), 1);
-    EXPECT_THAT(found, UnorderedElementsAre("Foo CLAP /Library/Audio/Plug-Ins/CLAP/Foo.clap"));
+    EXPECT_THAT(found, UnorderedElementsAre("Foo CLAP PLUGINS/CLAP/Foo.clap"));
 }
 
 TEST_F(PluginScannerTest, CreatesAndHidesTheFoldersOfDisabledPlugins)
@@ -261,15 +254,13 @@ TEST_F(PluginScannerTest, PublishesItsStateInOrder)
     PluginScanner scanner(system.platform);
     QObject context;
     QStringList steps;
-    scanner.isScanning.observe(&context,
-                               [&] { steps << (*scanner.isScanning ? u"scanning"_s : u"ended"_s); });
+    scanner.isScanning.observe(&context, [&] { steps << (*scanner.isScanning ? u"begin"_s : u"end"_s); });
     scanner.scanProgress.observe(&context, [&] { steps << QString::number(*scanner.scanProgress * 6); });
     scanner.scanError.observe(&context, [&] { steps << (*scanner.scanError ? u"error"_s : u"no error"_s); });
     scanner.discoveredPlugins.observe(
         &context, [&] { steps << u"plugins %1"_s.arg(scanner.discoveredPlugins->size()); });
     runTask(scanner.scanAllPlugins());
-    EXPECT_EQ(steps.join(u", "),
-              u"scanning, 0, plugins 0, no error, 1, 2, 3, 4, 5, 6, plugins 1, ended, 6"_s);
+    EXPECT_EQ(steps.join(u", "), u"begin, 0, plugins 0, no error, 1, 2, 3, 4, 5, 6, plugins 1, end, 6"_s);
 }
 
 } // namespace

@@ -17,21 +17,9 @@ namespace {
 constexpr double kDay = 86400.0;
 const QByteArray kId = "0F1E2D3C-4B5A-4678-9ABC-DEF012345678";
 
-AudioPlugin fullRecord()
-{
-    AudioPlugin plugin;
-    plugin.id = *parseUuid(kId);
-    plugin.name = u"Höhe|\"2\""_s;
-    plugin.manufacturer = u"Maker"_s;
-    plugin.format = PluginFormat::aax;
-    plugin.originalPath = u"/a/b.aaxplugin"_s;
-    plugin.currentPath = u"/c/b.aaxplugin"_s;
-    plugin.isEnabled = false;
-    plugin.version = u"1.0"_s;
-    plugin.bundleIdentifier = u"com.maker.b"_s;
-    plugin.lastUsed = Date{715000000.0625};
-    return plugin;
-}
+const AudioPlugin kFull{*parseUuid(kId),     u"Höhe|\"2\""_s,     u"Maker"_s, PluginFormat::aax,
+                        u"/a/b.aaxplugin"_s, u"/c/b.aaxplugin"_s, false,      u"1.0"_s,
+                        u"com.maker.b"_s,    Date{715000000.0625}};
 
 const QByteArray kFullRecord =
     R"({"id":")" + kId +
@@ -61,34 +49,21 @@ TEST(AudioPlugin, LastUsedText)
 
 TEST(AudioPlugin, JsonForm)
 {
-    EXPECT_EQ(writeJson(toJson(fullRecord())), kFullRecord);
-    EXPECT_EQ(audioPluginFromJson(*parseJson(kFullRecord)), fullRecord());
+    EXPECT_EQ(writeJson(toJson(kFull)), kFullRecord);
+    EXPECT_EQ(audioPluginFromJson(*parseJson(kFullRecord)), kFull);
 
-    AudioPlugin plain = fullRecord();
-    plain.version = plain.bundleIdentifier = std::nullopt;
-    plain.lastUsed = std::nullopt;
+    AudioPlugin plain = kFull;
+    plain.version.reset();
+    plain.bundleIdentifier.reset();
+    plain.lastUsed.reset();
     const auto json = toJson(plain);
     EXPECT_EQ(json.size(), 7U); // absent fields are left out
     EXPECT_EQ(audioPluginFromJson(json), plain);
-}
-
-TEST(AudioPlugin, RejectsJsonThatIsNoRecord)
-{
-    const auto full = toJson(fullRecord());
-    // Null counts as absent, which only the optional members may be.
-    const std::pair<const char*, nlohmann::ordered_json> invalid[] = {
-        {"id", nullptr},        {"name", nullptr},        {"manufacturer", nullptr}, {"format", "vst3"},
-        {"originalPath", {}},   {"currentPath", nullptr}, {"isEnabled", 1},          {"version", 1.5},
-        {"lastUsed", "2024-1"}, {"id", "no-uuid"},        {"bundleIdentifier", true}};
-    for (const auto& [key, value] : invalid) {
-        SCOPED_TRACE(key);
-        auto json = full;
-        json[key] = value;
-        EXPECT_THROW((void)audioPluginFromJson(json), JsonError);
+    for (const auto& [key, value] : json.items()) {
+        auto invalid = json;
+        invalid[key] = nullptr;
+        EXPECT_THROW((void)audioPluginFromJson(invalid), JsonError) << key;
     }
-    auto withNulls = full;
-    withNulls["version"] = nullptr;
-    EXPECT_EQ(audioPluginFromJson(withNulls).version, std::nullopt);
 }
 
 TEST(PluginFormat, RawValuesAreExactAndNobodyHasNoFolder)
@@ -104,14 +79,9 @@ TEST(PluginFormat, RawValuesAreExactAndNobodyHasNoFolder)
     EXPECT_EQ(pluginKey(u"A|B"_s, PluginFormat::au), u"A|B|Audio Units"_s);
 }
 
-TEST(FormatVariant, BadgeLabel)
+TEST(FormatVariant, EmptyVersionIsAnEmptyBadge)
 {
-    const auto label = [](PluginFormat format, const std::optional<QString>& version) {
-        return FormatVariant{QUuid(), format, true, version}.badgeLabel();
-    };
-    EXPECT_EQ(label(PluginFormat::wavesBundle, u""_s), u""_s);
-    EXPECT_EQ(label(PluginFormat::wavesBundle, std::nullopt), u"Waves"_s);
-    EXPECT_EQ(label(PluginFormat::vst3, u"2.0"_s), u"VST3"_s);
+    EXPECT_EQ((FormatVariant{QUuid(), PluginFormat::wavesBundle, true, u""_s}).badgeLabel(), u""_s);
 }
 
 } // namespace orvanlite::test

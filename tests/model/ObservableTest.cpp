@@ -18,12 +18,11 @@ TEST(Observable, NotifiesInOrderOfEveryAssignment)
     QStringList calls;
     number.observe(&owner, [&] { calls.append(u"owner %1"_s.arg(*number)); });
     number.observe(&view, [&] { calls.append(u"view %1"_s.arg(number.get())); });
-    number.observe(&owner, [&] { calls.append(u"second %1"_s.arg(*number)); });
+    number.observe(&owner, [&] { calls.append(u"last %1"_s.arg(*number)); });
     number = 2;
     number.set(2); // equal values notify as well
     number.mutate([](int& value) { value = 4; });
-    EXPECT_EQ(calls.join(u", "),
-              u"owner 2, view 2, second 2, owner 2, view 2, second 2, owner 4, view 4, second 4"_s);
+    EXPECT_EQ(calls.join(u' '), u"owner 2 view 2 last 2 owner 2 view 2 last 2 owner 4 view 4 last 4"_s);
 }
 
 TEST(Observable, ObserverEndsWithItsContext)

@@ -8,10 +8,10 @@ class NewPluginsTest : public ProfilesTest {
 protected:
     static QStringList chips(const NewPlugins& shown)
     {
+        const auto& on = shown.selectedNewPluginFormats;
         QStringList all;
         for (const PluginFormat format : shown.detectedFormats())
-            all.append(shown.chipText(format) +
-                       (shown.selectedNewPluginFormats.contains(format) ? u"+"_s : u"-"_s));
+            all.append(shown.chipText(format) + (on.contains(format) ? u'+' : u'-'));
         return all;
     }
 
@@ -26,8 +26,7 @@ TEST_F(NewPluginsTest, StaysPendingUntilDecided)
 {
     {
         ProfileManager manager(m_system.platform);
-        EXPECT_FALSE(collectNewPlugins(manager, m_new, m_all))
-            << "without a profile there is nothing to protect";
+        EXPECT_FALSE(collectNewPlugins(manager, m_new, m_all));
         EXPECT_FALSE(m_system.root.exists(m_pending));
         manager.saveProfile(u"P"_s, m_old);
         EXPECT_FALSE(collectNewPlugins(manager, {}, m_all));

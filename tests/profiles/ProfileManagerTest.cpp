@@ -31,8 +31,7 @@ TEST_F(ProfileManagerTest, WritesEveryChange)
     manager.updateProfile(renamed, {live[2]});
     EXPECT_EQ(summary(manager)[1], u"New:  / 1 C|VST3"_s);
     EXPECT_EQ((*manager.profiles)[1].createdAt, Date{721692800.25});
-    // The record that is passed is the one in the list.
-    manager.deleteProfile(manager.profiles->front());
+    manager.deleteProfile(manager.profiles->front()); // by a reference into the list
     EXPECT_TRUE(summary(manager)[0].startsWith(u"New:"_s));
     EXPECT_EQ(*ProfileManager(m_system.platform).profiles, *manager.profiles);
 
@@ -52,7 +51,7 @@ TEST_F(ProfileManagerTest, ReadsOnlyValidProfiles)
         return text.replace(from, to);
     };
     const QByteArray deep =
-        QByteArray("[{\"x\":").repeated(200'000) + "1" + QByteArray("}]").repeated(200'000);
+        QByteArray("[{\"\":").repeated(200'000) + "1" + QByteArray("}]").repeated(200'000);
     const QString same = u"P: A|VST3 / 2 A|VST3,B/ü|Waves"_s;
     const std::tuple<const char*, QByteArray, QString> rows[] = {
         {"as it is", kObject, same},
@@ -63,11 +62,8 @@ TEST_F(ProfileManagerTest, ReadsOnlyValidProfiles)
         {"known on and off alike when the list is absent", with(R"("allPluginKeys")", R"("other")"),
          u"P: A|VST3 / 2 A|VST3"_s},
         {"unknown members, deep", with(R"("name")", R"("deep":)" + deep + R"(,"name")"), same},
-        {"the last of equal members", with(R"("name")", R"("name":[{}],"enabledPlugins":["Q",1],"name")"),
-         same},
-        {"the last of equal members is bad",
-         with(R"("totalPluginCount")", R"("id":"x","totalPluginCount")"),
-         {}},
+        {"last of equal members", with(R"("name")", R"("name":[{}],"enabledPlugins":["Q",1],"name")"), same},
+        {"last is bad", with(R"("totalPluginCount")", R"("id":"x","totalPluginCount")"), {}},
         {"whole number with a fraction of nought", with(":2,", ":2.0,"), same},
         {"half a count", with(":2,", ":2.5,"), {}},
         {"a count beyond 64 bits", with(":2,", ":9223372036854775808,"), {}},
@@ -81,13 +77,11 @@ TEST_F(ProfileManagerTest, ReadsOnlyValidProfiles)
     for (const auto& [name, object, wanted] : rows) {
         SCOPED_TRACE(name);
         const bool isValid = !wanted.isNull();
-        // As the list.
         m_system.root.addFile(m_profiles, "\xEF\xBB\xBF [" + object + "," + kObject + "]\n");
         ProfileManager manager(m_system.platform);
         ASSERT_EQ(manager.profiles->size(), isValid ? 2U : 0U);
         manager.saveProfile(u"N"_s, {});
         EXPECT_EQ(ProfileManager(m_system.platform).profiles->size(), isValid ? 3U : 1U);
-        // As a document.
         m_system.root.addFile(u"/d.json", "\xEF\xBB\xBF" + object);
         const auto before = *manager.profiles;
         if (!isValid) {
@@ -171,8 +165,6 @@ TEST_F(ProfileManagerTest, ChangesAndTexts)
     EXPECT_EQ(changes.toDisable, (AudioPlugins{live[0], live[3]}));
     EXPECT_EQ(applyQuestion(profile.name, changes),
               u"Applying \"%1\" will enable 2 and disable 2 plugins."_s);
-    EXPECT_EQ(profileStatusText(0), u"Up to date"_s);
-    EXPECT_EQ(profileStatusText(1) + profileStatusText(2), u"1 change to apply2 changes to apply"_s);
     EXPECT_EQ(trimmedProfileName(u"\u00A0\t a b \n\t "_s), u"a b \n"_s);
 }
 

@@ -15,12 +15,7 @@ using namespace Qt::StringLiterals;
 [[nodiscard]] inline AudioPlugin plugin(const QString& name, bool isEnabled,
                                         PluginFormat format = PluginFormat::vst3)
 {
-    AudioPlugin plugin;
-    plugin.id = makeUuid();
-    plugin.name = name;
-    plugin.format = format;
-    plugin.isEnabled = isEnabled;
-    return plugin;
+    return {makeUuid(), name, {}, format, {}, {}, isEnabled, {}, {}, {}};
 }
 
 /// "{name}: {on} / {count} {known}" of every profile.
@@ -51,7 +46,7 @@ protected:
     }
 
     TestPlatform m_system;
-    /// Absolute as on the real system.
+    /// Relative to the root.
     const QString m_folder = m_system.layout.applicationFolder().mid(m_system.root.path().size());
     const QString m_profiles = m_folder + u"/profiles.json"_s;
     const QString m_pending = m_folder + u"/pending_new_plugins.json"_s;

@@ -9,8 +9,6 @@
 
 namespace orvanlite::test {
 
-namespace {
-
 using namespace Qt::StringLiterals;
 
 const QByteArray kEntry = R"({"id":"00000000-0000-4000-8000-00000000000a","timestamp":721692800.25,)"
@@ -28,7 +26,7 @@ protected:
     }
 
     TestPlatform m_system;
-    /// Seen from the root.
+    /// Relative to the root.
     const QString m_folder = m_system.layout.applicationFolder().sliced(m_system.root.path().size());
     const QString m_file = m_folder + u"/activity_log.json"_s;
 };
@@ -105,15 +103,11 @@ TEST_F(ActivityLogManagerTest, InvalidFileReadsAsEmptyAndIsReplaced)
     };
     const std::tuple<const char*, QByteArray, std::size_t> rows[] = {
         {"two entries", '[' + kEntry + ", " + kEntry + ']', 2},
-        {"a further member, whole seconds", with(R"("timestamp":721692800.25)", R"("x":1,"timestamp":-5)"),
-         1},
+        {"further member, whole seconds", with(R"("timestamp":721692800.25)", R"("x":1,"timestamp":-5)"), 1},
         {"no array", kEntry, 0},
-        {"cut off", '[' + kEntry, 0},
-        {"an unknown action beside a good entry", '[' + kEntry + ',' + with("Enabled", "enabled").sliced(1),
-         0},
+        {"unknown action beside a good entry", '[' + kEntry + ',' + with("Enabled", "enabled").sliced(1), 0},
         {"no UUID", with("0000-4000", "4000"), 0},
         {"a missing member", with(R"("format":"VST3",)", ""), 0},
-        {"a text as time", with("721692800.25", "\"721692800\""), 0},
         {"an entry that is no object", "[[]]", 0},
     };
     for (const auto& [name, content, wanted] : rows) {
@@ -149,7 +143,5 @@ TEST_F(ActivityLogManagerTest, FailedWriteKeepsTheEntries)
     m_system.layout.applicationSupport.clear();
     EXPECT_DEATH(ActivityLogManager{m_system.platform}, "application support");
 }
-
-} // namespace
 
 } // namespace orvanlite::test

@@ -43,11 +43,7 @@ using Page = std::vector<Word>;
 
 AudioPlugin plugin(const QString& name, const QString& manufacturer = u"Maker"_s)
 {
-    AudioPlugin made;
-    made.name = name;
-    made.manufacturer = manufacturer;
-    made.format = PluginFormat::vst3;
-    return made;
+    return {{}, name, manufacturer, PluginFormat::vst3, {}, {}, true, {}, {}, {}};
 }
 
 } // namespace
@@ -61,7 +57,6 @@ protected:
         PDFExporter::exportPlugins(plugins, ExportFormat::pdf, sort, m_panel, m_system.platform);
         return m_system.root.content(u"/Report.pdf");
     }
-    /// What another program says of the report.
     QByteArray ask(const QString& program, QStringList arguments, const QStringList& more = {})
     {
         QProcess process;
@@ -158,17 +153,18 @@ TEST_F(PDFExporterTest, LaysOutRowsAndStripes)
 
 TEST_F(PDFExporterTest, TextCanBeCopied)
 {
-    AudioPlugins plugins;
-    for (const QString& name :
-         {u"Office ﬁ ffl fj 3x4 ->"_s, u"Ιδέα κιθάρας"_s, u"Привет Ёж"_s, u"Cafe\u0301 Zoe\u0308"_s,
-          u"音源 office 長青"_s, u"عربي"_s, u"A \uE123\U0010FFFD B"_s, u"two\nlines"_s})
+    const QStringList names{
+        u"Office ﬁ ffl fj 3x4 ->"_s, u"Ιδέα κιθάρας"_s, u"Привет Ёж"_s, u"Cafe\u0301 Zoe\u0308"_s,
+        u"音源 office 長青"_s,       u"عربي"_s,         u"two\nlines"_s};
+    AudioPlugins plugins{plugin(u"A \uE123\U0010FFFD B"_s)};
+    for (const QString& name : names)
         plugins.push_back(plugin(name));
     plugins.push_back(plugin(u"Zz "_s + QString(20, u'W'), QString(20, u'音') + u"fi"_s));
     const QByteArray pdf = exportPDF(plugins, ExportSortOption::status);
     const QString text = QString::fromUtf8(ask(u"pdftotext"_s, {u"-layout"_s}, {u"-"_s}));
-    for (const QString& name : {u"Office ﬁ ffl fj 3x4 ->"_s, u"Ιδέα κιθάρας"_s, u"Привет Ёж"_s, u"Café Zoë"_s,
-                                u"音源 office 長青"_s, u"عربي"_s, u"two lines"_s})
-        EXPECT_TRUE(text.contains(name)) << qPrintable(name) << "\n" << qPrintable(text);
+    for (const QString& name : names)
+        EXPECT_TRUE(text.contains(name.simplified().normalized(QString::NormalizationForm_C)))
+            << qPrintable(name);
     // Characters without a glyph neither end the page nor shift later cells.
     EXPECT_EQ(text.count(u"VST3"), plugins.size());
     const std::vector<Page> found = pages();

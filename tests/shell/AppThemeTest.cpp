@@ -49,14 +49,16 @@ TEST(AppThemeTest, TextIsLegibleInLightAndDark)
         SCOPED_TRACE(dark ? "dark" : "light");
         const QPalette palette = AppTheme::palette(dark, AppTheme::defaultAccent(dark));
         EXPECT_EQ(AppTheme::isDark(palette), dark);
-        // The window's ground at its strongest, a selected row and a badge on it.
+        // The window's background at its strongest, a selected row and a badge on it.
         const QColor window =
             over(palette.color(QPalette::Window), AppTheme::withOpacity(AppTheme::primary(palette), 0.05));
         const QColor selected = over(window, AppTheme::withOpacity(AppTheme::accent(palette), 0.26));
         const QColor badge = over(selected, AppTheme::withOpacity(AppTheme::accent(palette), 0.1));
         for (const QColor& ground : {window, selected, badge})
             EXPECT_GE(contrast(ground, AppTheme::primary(palette)), 4.5);
-        EXPECT_GE(contrast(window, AppTheme::secondary(palette)), 4.5);
+        for (const QColor& text : {AppTheme::secondary(palette), palette.color(QPalette::PlaceholderText)})
+            EXPECT_GE(contrast(window, text), 4.5);
+        EXPECT_GE(contrast(selected, AppTheme::secondary(palette)), 4.5);
         // A tinted button or strip on a card, under the pointer.
         const QColor card = over(window, AppTheme::glassGlow(palette));
         for (auto* tint : {&AppTheme::green, &AppTheme::orange, &AppTheme::red, &AppTheme::blue}) {
@@ -65,8 +67,6 @@ TEST(AppThemeTest, TextIsLegibleInLightAndDark)
             EXPECT_GE(contrast(ground, AppTheme::legible(colour, palette)), 4.5) << qPrintable(colour.name());
             EXPECT_GE(contrast(ground, AppTheme::primary(palette)), 4.5);
         }
-        EXPECT_GE(contrast(selected, AppTheme::secondary(palette)), 4.5);
-        EXPECT_GE(contrast(window, palette.color(QPalette::PlaceholderText)), 4.5);
     }
 }
 
@@ -92,10 +92,8 @@ TEST(IconsTest, EveryFormatHasAnIconThatTakesTheColour)
         const QImage image = iconPixmap(formatIcon(format), 24, Qt::red, 2).toImage();
         EXPECT_EQ(image.width(), 48);
         int drawn = 0;
-        for (int i = 0; i < image.width() * image.height(); ++i) {
-            const QColor pixel = image.pixelColor(i % image.width(), i / image.width());
-            drawn += pixel.alpha() > 200 && pixel.red() == 255 && pixel.green() == 0 ? 1 : 0;
-        }
+        for (int i = 0; i < 48 * 48; ++i)
+            drawn += image.pixelColor(i % 48, i / 48) == Qt::red ? 1 : 0;
         EXPECT_GT(drawn, 40);
     }
 }

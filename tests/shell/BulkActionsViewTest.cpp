@@ -11,7 +11,6 @@
 
 namespace orvanlite::test {
 
-/// The pane on its own, on a view model over a real catalogue.
 class BulkActionsViewTest : public OperationsTest {
 protected:
     BulkActionsViewTest() { m_system.appearance.reduced = true; }
@@ -27,7 +26,6 @@ protected:
         for (int i = 0; i < count; ++i)
             add(u"Plugin %1"_s.arg(i, 4, 10, QChar(u'0')), PluginFormat::vst3, isEnabled);
     }
-    /// Selects all that was added and shows the pane.
     BulkActionsView& pane()
     {
         m_database.replaceAllPlugins(m_all);
@@ -109,8 +107,7 @@ TEST_F(BulkActionsViewTest, AsksFromElevenPluginsOn)
         addMany(count, isEnabled);
         pane();
         click(button);
-        EXPECT_EQ(*m_confirmation.isShowing, asked.has_value());
-        EXPECT_EQ(m_confirmation.pendingAction, asked);
+        EXPECT_TRUE(*m_confirmation.isShowing == asked.has_value() && m_confirmation.pendingAction == asked);
         EXPECT_EQ(m_system.scripts.sources.size(), scripts);
         EXPECT_TRUE(!asked || std::ssize(m_confirmation.pendingPlugins) == count);
     }
@@ -129,8 +126,8 @@ TEST_F(BulkActionsViewTest, ActsOnActiveVariantsOnly)
     EXPECT_EQ(m_confirmation.pendingPlugins[1].name, u"Beta"_s);
     click(u"clearAllButton"_s);
     EXPECT_TRUE(model().persistedSelections.isEmpty());
-    for (const char* name : {"enableSelectedButton", "disableSelectedButton", "deleteSelectedButton"})
-        EXPECT_FALSE(at(QString::fromLatin1(name)).isEnabled()) << name;
+    for (const QString& name : {u"enable"_s, u"disable"_s, u"delete"_s})
+        EXPECT_FALSE(at(name + u"SelectedButton"_s).isEnabled()) << qPrintable(name);
     EXPECT_FALSE(at(u"formatChipVST3"_s).isVisible());
 }
 

@@ -7,9 +7,7 @@
 
 namespace orvanlite::test {
 
-namespace {
-
-/// The whole window by keys alone: each goes to the window that has the focus, as from a keyboard.
+/// The whole window by keyboard alone; keys go to the active window.
 class KeyboardSession : public ShellTest {
 protected:
     static void press(Qt::Key key, Qt::KeyboardModifiers modifiers = {})
@@ -19,7 +17,6 @@ protected:
         QTest::keyClick(focus, key, modifiers);
         settle();
     }
-    /// Tab until that control has the focus.
     static void goTo(const QString& objectName)
     {
         for (int stops = 0; stops < 60 && focused() != objectName; ++stops)
@@ -51,14 +48,11 @@ protected:
                    return !focused().isEmpty() && (objectName.isEmpty() || focused() == objectName);
                });
     }
-    /// The question on the screen, after it has come to the front.
     [[nodiscard]] bool isAsked()
     {
         return waitFor([] { return QApplication::activeModalWidget() && !focused().isEmpty(); });
     }
 };
-
-} // namespace
 
 TEST_F(KeyboardSession, SearchesSortsFiltersSelectsAndDeletes)
 {

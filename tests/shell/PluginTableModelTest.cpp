@@ -17,12 +17,8 @@ class PluginTableModelTest : public testing::Test {
 protected:
     static AudioPlugin plugin(const QString& name)
     {
-        AudioPlugin made;
-        made.id = makeUuid();
-        made.name = name;
-        made.format = PluginFormat::wavesBundle;
-        made.currentPath = u"/Applications/Waves/"_s + name;
-        return made;
+        const QString path = u"/Applications/Waves/"_s + name;
+        return {makeUuid(), name, {}, PluginFormat::wavesBundle, path, path, true, {}, {}, {}};
     }
     QVariant cell(PluginColumn column, int role = Qt::DisplayRole)
     {
@@ -91,8 +87,7 @@ TEST_F(PluginTableModelTest, SpeaksForEveryCell)
     m_model.setPlugins({row});
     EXPECT_EQ(cell(PluginColumn::manufacturer, Qt::ToolTipRole), u"Visit Klang website"_s);
     EXPECT_EQ(plainToolTip(u"A & B\n/C"_s), u"A & B\n/C"_s);
-    EXPECT_EQ(plainToolTip(u"<b>A</b> &\n/C"_s), u"<span>&lt;b&gt;A&lt;/b&gt; &amp;<br>/C</span>"_s)
-        << "no markup";
+    EXPECT_EQ(plainToolTip(u"<b>A</b> &\n/C"_s), u"<span>&lt;b&gt;A&lt;/b&gt; &amp;<br>/C</span>"_s);
     EXPECT_EQ(cell(PluginColumn::version), QString());
     EXPECT_EQ(cell(PluginColumn::lastUsed), u"3 days ago"_s);
     EXPECT_FALSE(cell(PluginColumn::lastUsed, PluginTableModel::IsFadedRole).toBool());

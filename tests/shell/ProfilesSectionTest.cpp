@@ -100,14 +100,11 @@ TEST_F(ProfilesSectionTest, SavesPreviewsAndApplies)
     press(u"profileRow0"_s);
     EXPECT_EQ(rows(), "> Mixing: 2 changes to apply|<b>&Mastering: 2 changes to apply");
     press(u"profileRow0"_s);
-    EXPECT_FALSE(viewModel().activeProfile->has_value() || *viewModel().showAllPlugins)
-        << "a second click ends it";
+    EXPECT_FALSE(viewModel().activeProfile->has_value() || *viewModel().showAllPlugins);
 
-    const auto scripts = m_system.scripts.sources.size();
     press(u"profileRow0Apply"_s);
     answer(u"applyProfileDialog"_s, u"Apply Profile?"_s,
            u"Applying \"Mixing\" will enable 2 and disable 0 plugins."_s, u"Apply"_s);
-    EXPECT_EQ(m_system.scripts.sources.size(), scripts + 1) << "one request for rights";
     EXPECT_EQ(rows(), "Mixing: Up to date|<b>&Mastering: Up to date");
     EXPECT_EQ(m_root.names(u"/Library/Audio/Plug-Ins/VST3").size(), 4);
 }
@@ -178,8 +175,7 @@ TEST_F(ProfilesSectionTest, ExportsAndImportsDocuments)
     EXPECT_TRUE(import(path).startsWith(u"Failed to import profile: "_s));
     EXPECT_EQ(profiles().profiles->size(), 2U);
     const auto& export1 = named(window(), u"profileRow1Export"_s);
-    EXPECT_EQ(export1.accessibleName() + u", "_s + export1.accessibleDescription(),
-              u"Export profile, AC/DC 1.2"_s);
+    EXPECT_EQ(export1.accessibleName() + export1.accessibleDescription(), u"Export profileAC/DC 1.2"_s);
     EXPECT_EQ(export1.toolTip(), u"Export profile"_s);
     // Accessibility actions bypass the input gate.
     viewModel().isRunningScript = true;

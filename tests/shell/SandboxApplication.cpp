@@ -10,8 +10,8 @@
 
 namespace {
 
-/// Keeps the main window minimised, and prints a line each time that it is and that somebody shows it, with the token
-/// that the desktop's window system would get.
+/// Keeps the main window minimised. Prints a line when it is minimised and when it is shown, then with the
+/// activation token.
 class Minimizer final : public QObject {
 public:
     using QObject::QObject;

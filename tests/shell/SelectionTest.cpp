@@ -56,9 +56,6 @@ TEST_F(SelectionTest, GrowsByClicksAcrossSearches)
     EXPECT_TRUE(table().selectionModel()->selectedRows().isEmpty());
     EXPECT_FALSE(handle.isVisible());
 
-    clickRow(0);
-    clickRow(2, Qt::ShiftModifier);
-    EXPECT_EQ(viewModel().selectedPlugins->size(), 3);
     viewModel().selectedPlugins = QSet<QUuid>{viewModel().filteredPlugins()[1].id};
     settle();
     EXPECT_TRUE(table().selectionModel()->isRowSelected(1) && !table().selectionModel()->isRowSelected(0));
@@ -89,8 +86,7 @@ TEST_F(SelectionTest, ContextMenuActsOnTheSelection)
     addPlugins({u"Disabled/VST3/Beta.vst3"_s});
     launch();
     Q_EMIT table().customContextMenuRequested({10, 10});
-    EXPECT_FALSE(window().findChild<QMenu*>(u"pluginContextMenu"_s))
-        << "nothing is selected, so there is no menu";
+    EXPECT_FALSE(window().findChild<QMenu*>(u"pluginContextMenu"_s));
     clickRow(0);
     EXPECT_EQ(menuEntries(u"copyVersionAction"_s),
               u"Visit R&&D Website|Search for Updates|--|Copy Version (1.2)|--|Disable Plugin"_s);
@@ -102,8 +98,7 @@ TEST_F(SelectionTest, ContextMenuActsOnTheSelection)
     viewModel().clearSelection();
     settle();
     clickRow(1);
-    EXPECT_EQ(menuEntries(), u"Visit Manufacturer Website|Search for Updates|--|Enable Plugin"_s)
-        << "no version, no entry and no divider for it";
+    EXPECT_EQ(menuEntries(), u"Visit Manufacturer Website|Search for Updates|--|Enable Plugin"_s);
     clickRow(0, Qt::ControlModifier);
     EXPECT_TRUE(menuEntries(u"togglePluginsAction"_s).endsWith(u"|Toggle 2 Plugins"_s));
     ASSERT_TRUE(waitFor([&] { return !*viewModel().isRunningScript && m_log.entries->size() == 2; }));

@@ -23,7 +23,6 @@
 
 namespace orvanlite::test {
 
-/// The permission of the whole disk, given and taken by the test.
 class FakeDiskAccess final : public platform::FullDiskAccess {
 public:
     bool granted = false;
@@ -40,10 +39,10 @@ protected:
         m_system.defaults.standardDefaults.values.insert(u"onboardingComplete"_s, true);
     }
 
-    /// What still sleeps comes to its end while its objects are there.
+    /// Ends pending sleeps while their objects are alive.
     void TearDown() override { m_system.clock.advance(std::chrono::seconds(11)); }
 
-    /// Runs what prints to the console and gives what it printed.
+    /// Returns the console output.
     template <typename Run>
     static QString quietly(Run run)
     {
@@ -90,7 +89,6 @@ protected:
         QTest::keyClicks(&named<QLineEdit>(window(), u"searchField"_s), text);
         endSearchPause();
     }
-    /// The list follows the field after a moment.
     void endSearchPause()
     {
         m_system.clock.advance(std::chrono::milliseconds(60));

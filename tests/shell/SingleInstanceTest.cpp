@@ -12,30 +12,25 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// One start of the application, as a process of its own.
+using Variables = QMap<QString, QString>;
+
 class Start {
 public:
     QProcess process;
 
-    /// The application on a sandbox.
     Start(const TempRoot& root, const QString& bus, int busyMilliseconds = 0)
-        : m_environment(environment(root, bus))
     {
-        m_environment.insert(u"QT_QPA_PLATFORM"_s, u"offscreen"_s);
-        m_environment.insert(u"ORV_SANDBOX_ROOT"_s, root.path());
-        m_environment.insert(u"ORV_BUSY_MILLISECONDS"_s, QString::number(busyMilliseconds));
-        run(QStringLiteral(ORV_SANDBOX_APPLICATION), {});
+        run(root, bus, QStringLiteral(ORV_SANDBOX_APPLICATION), {},
+            {{u"QT_QPA_PLATFORM"_s, u"offscreen"_s},
+             {u"ORV_SANDBOX_ROOT"_s, root.path()},
+             {u"ORV_BUSY_MILLISECONDS"_s, QString::number(busyMilliseconds)}});
     }
-    /// The installed executable on the application folder of a sandbox. A window would end it: there is no such display.
-    Start(const TempRoot& root, const QString& bus, const QStringList& arguments,
-          const QMap<QString, QString>& extra)
-        : m_environment(environment(root, bus))
+    /// The installed executable on the application folder of a sandbox; opening a window would end it.
+    Start(const TempRoot& root, const QString& bus, const QStringList& arguments, Variables variables)
     {
-        m_environment.insert(u"XDG_DATA_HOME"_s, root.layout().applicationSupport);
-        m_environment.insert(u"QT_QPA_PLATFORM"_s, u"no-such-platform"_s);
-        for (auto each = extra.begin(); each != extra.end(); ++each)
-            m_environment.insert(each.key(), each.value());
-        run(QStringLiteral(ORV_PLUGIN_MANAGER), arguments);
+        variables.insert(u"XDG_DATA_HOME"_s, root.layout().applicationSupport);
+        variables.insert(u"QT_QPA_PLATFORM"_s, u"no-such-platform"_s);
+        run(root, bus, QStringLiteral(ORV_PLUGIN_MANAGER), arguments, variables);
     }
     ~Start()
     {
@@ -43,7 +38,6 @@ public:
         process.waitForFinished();
     }
 
-    /// Reads the output up to that line.
     bool says(const QByteArray& line)
     {
         QElapsedTimer timer;
@@ -59,21 +53,18 @@ public:
     }
 
 private:
-    static QProcessEnvironment environment(const TempRoot& root, const QString& bus)
+    void run(const TempRoot& root, const QString& bus, const QString& program, const QStringList& arguments,
+             const Variables& variables)
     {
         QProcessEnvironment environment;
         environment.insert(u"HOME"_s, root.layout().home);
         if (!bus.isEmpty())
             environment.insert(u"DBUS_SESSION_BUS_ADDRESS"_s, bus);
-        return environment;
-    }
-    void run(const QString& program, const QStringList& arguments)
-    {
-        process.setProcessEnvironment(m_environment);
+        for (auto each = variables.begin(); each != variables.end(); ++each)
+            environment.insert(each.key(), each.value());
+        process.setProcessEnvironment(environment);
         process.start(program, arguments);
     }
-
-    QProcessEnvironment m_environment;
 };
 
 } // namespace
@@ -88,16 +79,15 @@ TEST(SingleInstance, SecondStartShowsTheWindowOfTheFirst)
     const QByteArray launch = "🚀 Launching Orvanlite GUI...\n";
     const QByteArray noBus =
         "Error: Orvanlite is already running, and its window cannot be reached over the session bus.\n";
-    const QMap<QString, QString> token{{u"XDG_ACTIVATION_TOKEN"_s, u"t1"_s}};
-    const QMap<QString, QString> startupId{{u"DESKTOP_STARTUP_ID"_s, u"t2"_s}};
+    const Variables token{{u"XDG_ACTIVATION_TOKEN"_s, u"t1"_s}};
+    const Variables startupId{{u"DESKTOP_STARTUP_ID"_s, u"t2"_s}};
     // Arguments, bus and environment; then status, start of the output, errors and effect on the first instance.
-    const std::tuple<QStringList, QString, QMap<QString, QString>, int, QByteArray, QByteArray, QByteArray>
-        rows[] = {
-            {{}, bus.address(), token, 0, launch, "", "shown t1"},
-            {{u"gui-command"_s}, bus.address(), startupId, 0, launch, "", "shown t2"},
-            {{}, {}, {}, 1, launch, noBus, ""},
-            {{u"cli-command"_s}, bus.address(), {}, 0, "🎛️ Plugin Manager", "", ""},
-        };
+    const std::tuple<QStringList, QString, Variables, int, QByteArray, QByteArray, QByteArray> rows[] = {
+        {{}, bus.address(), token, 0, launch, "", "shown t1"},
+        {{u"gui-command"_s}, bus.address(), startupId, 0, launch, "", "shown t2"},
+        {{}, {}, {}, 1, launch, noBus, ""},
+        {{u"cli-command"_s}, bus.address(), {}, 0, "🎛️ Plugin Manager", "", ""},
+    };
     for (const auto& [arguments, address, environment, status, output, errors, effect] : rows) {
         SCOPED_TRACE(qPrintable(arguments.join(u' ') + u" on bus "_s + address));
         Start second(root, address, arguments, environment);

@@ -18,7 +18,7 @@ protected:
                     u"Disabled/VST3/UAD Pultec.vst3"_s});
     }
     [[nodiscard]] UADCleanupSheet& sheet() { return named<UADCleanupSheet>(window(), u"uadCleanupSheet"_s); }
-    /// Every text of the state that is shown, from top to bottom.
+    /// The texts of the current page, from top to bottom.
     [[nodiscard]] QString shown()
     {
         QStringList texts;
@@ -58,8 +58,7 @@ TEST_F(UADCleanupSheetTest, LeadsFromTheKeysToTheDisabledDemos)
     EXPECT_EQ(shown(), u"3 selected|1 authorized · 1 already off"_s);
     press(u"noDemosButton"_s);
     auto& disable = named(sheet(), u"disableDemosButton"_s);
-    EXPECT_EQ(disable.text(), u"Disable 0 Plugins"_s);
-    EXPECT_FALSE(disable.isEnabled());
+    EXPECT_TRUE(disable.text() == u"Disable 0 Plugins"_s && !disable.isEnabled());
     press(u"expiredOnlyButton"_s);
     list().setCurrentIndex(list().model()->index(3, 0));
     press(u"uadPluginList"_s);
@@ -69,7 +68,6 @@ TEST_F(UADCleanupSheetTest, LeadsFromTheKeysToTheDisabledDemos)
     ASSERT_TRUE(waitFor([this] { return *m_uadCleanup.cleanupComplete; }));
     settle();
     EXPECT_EQ(shown(), u"Cleanup Complete!|3 demo plugins disabled"_s);
-    EXPECT_EQ(m_system.scripts.sources.size(), 1) << "one request for rights";
     press(u"cleanupDoneButton"_s);
     EXPECT_FALSE(sheet().isVisible() || *m_uadCleanup.showCleanupSheet);
 }

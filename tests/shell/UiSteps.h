@@ -14,7 +14,6 @@ namespace orvanlite::test {
 
 using namespace Qt::StringLiterals;
 
-/// The control of that name; fails the test when it is missing.
 template <typename Widget = QAbstractButton>
 Widget& named(const QWidget& window, const QString& objectName)
 {
@@ -24,7 +23,7 @@ Widget& named(const QWidget& window, const QString& objectName)
     return *found;
 }
 
-/// Lets the event loop turn until all that is due at once is done.
+/// Processes all events that are due.
 inline void settle()
 {
     for (int turn = 0; turn < 4; ++turn)
@@ -40,14 +39,12 @@ inline bool waitFor(const std::function<bool()>& condition) { return QTest::qWai
     return focus ? focus->objectName() : QString();
 }
 
-/// Presses a key where the focus is.
 inline void press(Qt::Key key, Qt::KeyboardModifiers modifiers = {})
 {
     QTest::keyClick(QApplication::focusWidget(), key, modifiers);
     settle();
 }
 
-/// Gives the control the focus and presses it by a key.
 inline void press(const QWidget& window, const QString& objectName, Qt::Key key = Qt::Key_Space)
 {
     auto& control = named<QWidget>(window, objectName);
@@ -75,7 +72,7 @@ inline void click(const QAbstractItemView& view, int row, int column = 0,
     settle();
 }
 
-/// The rows of a list as a reader hears them, with the state of their boxes.
+/// The rows of a list as a screen reader reads them, with the state of their check boxes.
 [[nodiscard]] inline QString spokenRows(const QAbstractItemView& view)
 {
     QStringList lines;
@@ -93,7 +90,7 @@ inline void click(const QAbstractItemView& view, int row, int column = 0,
     return QAccessible::queryAccessibleInterface(&control)->text(QAccessible::Name);
 }
 
-/// The controls that the keyboard reaches. Each must have an identity of its own and a name to say.
+/// The focusable controls. Each must have a unique object name and an accessible name.
 inline QList<QWidget*> expectNamedControls(const QWidget& window)
 {
     QList<QWidget*> controls = window.findChildren<QWidget*>();
@@ -109,7 +106,6 @@ inline QList<QWidget*> expectNamedControls(const QWidget& window)
     return controls;
 }
 
-/// A font of another size for the whole application, as long as this lives.
 class FontScale {
 public:
     explicit FontScale(double factor)

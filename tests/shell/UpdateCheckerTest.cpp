@@ -25,7 +25,7 @@ QByteArray answer(const QByteArray& body, const QByteArray& status = "200 OK", c
            "\r\nConnection: close\r\n" + headers + "\r\n" + body;
 }
 
-/// A server on the loopback interface that gives each request the next scripted answer.
+/// Answers each request with the next scripted answer.
 class UpdateServer final : public QTcpServer {
 public:
     QByteArrayList requests;
@@ -74,7 +74,6 @@ protected:
         m_server.answers = {raw};
         runTask(m_checker.checkForUpdates());
     }
-    /// The whole state in one line.
     [[nodiscard]] QString state() const
     {
         return (*m_checker.updateAvailable ? u"yes|"_s : u"no|"_s) + *m_checker.latestVersion + u'|' +
@@ -127,8 +126,7 @@ TEST_F(UpdateCheckerTest, TakesOverWhatTheAnswerSays)
                     "release_notes":"Faster","update_available":true,"other":1})"),
          u"yes|3.0|https://good.test/a.dmg|Faster"_s},
         {"nothing", answer("{}"), u"no||"_s + byDefault},
-        {"null is absent", answer(R"({"latest_version":null,"update_available":true})"),
-         u"yes||"_s + byDefault},
+        {"null", answer(R"({"latest_version":null,"update_available":true})"), u"yes||"_s + byDefault},
         {"a status of 500", answer(R"({"latest_version":"4"})", "500 Oh"), u"no|4|"_s + byDefault},
         {"a status of 404", answer(R"({"latest_version":"5"})", "404 Oh"), u"no|5|"_s + byDefault},
     };

@@ -49,8 +49,7 @@ protected:
     const QByteArray m_profile = "UAD-2 Plug-in Authorizations\nUAD Neve 1073: Demo expired\n"
                                  "UAD Studer A800: Authorized\nUAD Pultec: Demo expired\n"
                                  "UAD API 2500: Demo (3 days left)\nUAD Moog: Demo not started\n";
-    std::unique_ptr<UADCleanupManager> m_manager =
-        std::make_unique<UADCleanupManager>(m_system.platform, m_database);
+    std::optional<UADCleanupManager> m_manager{std::in_place, m_system.platform, m_database};
 };
 
 TEST_F(UADCleanupManagerTest, DisablesTheSelectedDemosOfAnExportedProfile)
@@ -105,8 +104,7 @@ TEST_F(UADCleanupManagerTest, LetsTheControlPanelWriteTheProfile)
     EXPECT_TRUE(start().section(u"AppleScript error opening UAD: "_s, 1).contains(u"no such application"_s));
     ASSERT_EQ(m_system.scripts.sources.size(), 2);
     EXPECT_TRUE(m_system.scripts.sources[0].endsWith(u"\n    end tell\nend tell\ndelay 1.5"_s));
-    EXPECT_TRUE(
-        m_system.scripts.sources[1].contains(u"size of frontWindow\n        \n        -- The \"Save "_s));
+    EXPECT_TRUE(m_system.scripts.sources[1].contains(u"size of frontWindow\n        \n        -- The "_s));
     m_root.addFile(u"/Users/tester/Documents/UADSystemProfile.txt", "not the first place");
     m_root.addFile(u"/Users/tester/Downloads/UADSystemProfile 2.txt", m_profile);
     m_system.clock.advance(std::chrono::seconds(1));
@@ -140,7 +138,7 @@ TEST_F(UADCleanupManagerTest, ReportsWhyNothingWasDone)
     retry();
     EXPECT_TRUE(message().startsWith(u"Failed to read UAD System Profile: Is a directory: "_s));
 
-    // The catalogue is still empty: the disabling scans first.
+    // The catalogue is still empty; disabling scans first.
     manager().parseAndCrossReference(u"Plug-in Authorizations\nUAD Neve 1073: demo 4\nUAD Moog: expired\n"_s);
     EXPECT_EQ(demos(), u"xx"_s);
     manager().selectExpiredOnly();

@@ -72,9 +72,10 @@ TEST(UADProfileTest, FindsAndReadsTheNewestProfile)
     add(u"/e/My UADSystemProfile 2024-05-01.TXT", "new", 200);
     add(u"/e/sub/UADSystemProfile.txt", "newest, but below", 900);
     EXPECT_EQ(findProfileFile(files, root.at(u"/d")), root.at(u"/d/UADSystemProfile.txt"));
-    EXPECT_EQ(readProfile(files, findProfileFile(files, root.at(u"/e")).value_or(QString())), u"new"_s);
+    const auto newest = [&] { return readProfile(files, findProfileFile(files, root.at(u"/e")).value()); };
+    EXPECT_EQ(newest(), u"new"_s);
     add(u"/e/UADSystemProfile.txt", "newer", 300);
-    EXPECT_EQ(readProfile(files, findProfileFile(files, root.at(u"/e")).value_or(QString())), u"newer"_s);
+    EXPECT_EQ(newest(), u"newer"_s);
 
     const QString file = root.at(u"/e/rubbish.txt");
     root.addFile(u"/e/rubbish.txt", "Plug-in Authorizations\nA: demo \xE2\x82"); // cut off inside a character
