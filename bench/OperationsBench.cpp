@@ -7,6 +7,7 @@
 #include "model/Uuid.h"
 #include "operations/BatchProgress.h"
 #include "operations/PluginManagerViewModel.h"
+#include "operations/ShellCommands.h"
 #include "platform/Platform.h"
 #include "platform/ScriptRunner.h"
 #include "records/ActivityLogManager.h"
