@@ -1,17 +1,72 @@
-#include "CatalogueFixture.h"
+#include "catalogue/PluginDatabase.h"
+#include "model/Uuid.h"
+#include "support/Fakes.h"
 
-#include <QFile>
-
-#include <unistd.h>
+#include <gtest/gtest.h>
+#include <sqlite3.h>
 
 #include <latch>
 #include <thread>
 
 namespace orvanlite::test {
 
+using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
 namespace {
+
+/// A second connection that reads the raw rows or holds a lock.
+class RawConnection {
+public:
+    explicit RawConnection(const QString& path) { sqlite3_open(path.toUtf8().constData(), &m_db); }
+    RawConnection(const RawConnection&) = delete;
+    RawConnection& operator=(const RawConnection&) = delete;
+    ~RawConnection() { sqlite3_close(m_db); }
+
+    /// Returns the first column; fails the test on an error.
+    QStringList run(const QString& sql)
+    {
+        QStringList rows;
+        const auto keep = [](void* list, int, char** values, char**) {
+            static_cast<QStringList*>(list)->append(QString::fromUtf8(values[0]));
+            return 0;
+        };
+        EXPECT_EQ(sqlite3_exec(m_db, sql.toUtf8().constData(), keep, &rows, nullptr), SQLITE_OK)
+            << sqlite3_errmsg(m_db);
+        return rows;
+    }
+
+private:
+    sqlite3* m_db = nullptr;
+};
+
+AudioPlugin plugin(const QString& name, PluginFormat format = PluginFormat::vst3,
+                   const QString& manufacturer = u"Maker"_s)
+{
+    const QString path = u"/Library/"_s + name;
+    return {makeUuid(), name, manufacturer, format, path, path, true, u"1.0"_s, std::nullopt, std::nullopt};
+}
+
+QString names(const AudioPlugins& plugins)
+{
+    QStringList list;
+    for (const AudioPlugin& each : plugins)
+        list << each.name;
+    return list.join(u' ');
+}
+
+AudioPlugins all(const PluginDatabase& database)
+{
+    return database.queryPlugins({}, "name"_L1, true, 1000, 0);
+}
+
+template <typename Function>
+std::string printed(Function&& function)
+{
+    testing::internal::CaptureStdout();
+    function();
+    return testing::internal::GetCapturedStdout();
+}
 
 class PluginDatabaseTest : public testing::Test {
 protected:
@@ -20,7 +75,7 @@ protected:
     const QString m_path = m_system.layout.applicationFolder() + u"/plugins.db"_s;
 };
 
-TEST_F(PluginDatabaseTest, ARecordReadsBackAsItWasWritten)
+TEST_F(PluginDatabaseTest, ReadsARecordAsItWasWritten)
 {
     const AudioPlugin plain = plugin(u"A"_s);
     AudioPlugin strange = plugin(u"B 'q' |\"% ü 🎹"_s, PluginFormat::au, QString());
@@ -56,7 +111,7 @@ TEST_F(PluginDatabaseTest, ARecordReadsBackAsItWasWritten)
     EXPECT_EQ(database.totalCount({}), 0);
 }
 
-TEST_F(PluginDatabaseTest, ASingleRowIsPatchedOrRemoved)
+TEST_F(PluginDatabaseTest, UpdatesOrDeletesASingleRow)
 {
     PluginDatabase database(m_platform, m_path);
     const AudioPlugin other = plugin(u"B"_s);
@@ -76,19 +131,17 @@ TEST_F(PluginDatabaseTest, ASingleRowIsPatchedOrRemoved)
     EXPECT_EQ(all(database), AudioPlugins({other}));
 }
 
-TEST_F(PluginDatabaseTest, DamagedRowsAreSkippedAndOddValuesRead)
+TEST_F(PluginDatabaseTest, SkipsDamagedRowsAndReadsUnusualValues)
 {
-    // A table without constraints can hold what ours never writes.
+    // A table without constraints holds values that ours never writes.
     m_system.files.createDirectory(m_system.layout.applicationFolder());
     RawConnection raw(m_path);
     raw.run(
         u"CREATE TABLE plugins (id, name, manufacturer, format, originalPath, currentPath, isEnabled INTEGER, "
         "version, bundleIdentifier, lastUsed REAL)"_s);
     const PluginDatabase database(m_platform, m_path);
-    const struct {
-        QString change;
-        QString wanted; ///< name, state, version, identifier, last use; empty when the row is left out
-    } rows[] = {
+    // A change, then name, state, version, identifier and last use; empty when the row is skipped.
+    const std::pair<QString, QString> rows[] = {
         {u"id = 'no UUID'"_s, {}},
         {u"id = NULL"_s, {}},
         {u"name = NULL"_s, {}},
@@ -110,12 +163,12 @@ TEST_F(PluginDatabaseTest, DamagedRowsAreSkippedAndOddValuesRead)
         {u"lastUsed = -1.5"_s, u"A 0 1.0 - -1.5"_s},
     };
     const QUuid id = *parseUuid("0A0A0A0A-0000-4000-8000-00000000000F");
-    for (const auto& row : rows) {
-        SCOPED_TRACE(qPrintable(row.change));
+    for (const auto& [change, wanted] : rows) {
+        SCOPED_TRACE(qPrintable(change));
         raw.run(
             u"DELETE FROM plugins; INSERT INTO plugins VALUES ('%1', 'A', 'Maker', 'VST3', '/A', '/A', 0, '1.0', "
             "'', NULL), ('x', 'last', '', '', '', '', 0, '', '', 0); UPDATE plugins SET %2 WHERE name = 'A'"_s
-                .arg(uuidText(id), row.change));
+                .arg(uuidText(id), change));
         QStringList read;
         for (const AudioPlugin& each : all(database)) {
             EXPECT_EQ(each.id, id);
@@ -123,40 +176,35 @@ TEST_F(PluginDatabaseTest, DamagedRowsAreSkippedAndOddValuesRead)
                  << each.bundleIdentifier.value_or(u"-"_s)
                  << (each.lastUsed ? QString::number(each.lastUsed->unixTime()) : u"-"_s);
         }
-        EXPECT_EQ(read.join(u' '), row.wanted);
-        EXPECT_EQ(database.totalCount({}), 2) << "counted all the same";
+        EXPECT_EQ(read.join(u' '), wanted);
+        EXPECT_EQ(database.totalCount({}), 2) << "still counted";
     }
 }
 
-TEST_F(PluginDatabaseTest, AFileThatCannotBeUsedReadsAsEmpty)
+TEST_F(PluginDatabaseTest, ReadsAnUnusableFileAsEmpty)
 {
     const std::string failedOpen = "❌ Failed to open database at " + m_path.toStdString() + '\n';
     const std::string noDatabase = "❌ SQL error: file is not a database\n";
     const QString folder = m_system.layout.applicationFolder();
-    const struct {
-        const char* name;
-        QString folder; ///< to make, or
-        QString file;   ///< to write
-        std::string opening;
-        std::string replacing;
-    } rows[] = {
-        {"a folder in its place", m_path, {}, failedOpen, ""},
-        {"a file in the place of its folder", {}, folder, failedOpen, ""},
-        {"rubbish in its place", folder, m_path, noDatabase + noDatabase + noDatabase, noDatabase},
+    // The folder to create or the file to write, and what opening and replacing print.
+    const std::tuple<QString, QString, std::string, std::string> rows[] = {
+        {m_path, {}, failedOpen, ""},
+        {{}, folder, failedOpen, ""},
+        {folder, m_path, noDatabase + noDatabase + noDatabase, noDatabase},
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.name);
+    for (const auto& [newFolder, newFile, opening, replacing] : rows) {
+        SCOPED_TRACE(qPrintable(newFolder + newFile));
         if (m_system.files.exists(folder))
             m_system.files.remove(folder);
-        if (!row.folder.isEmpty())
-            m_system.files.createDirectory(row.folder);
-        if (!row.file.isEmpty())
-            m_system.files.write(row.file, QByteArray(9000, 'r'), platform::WriteMode::inPlace);
+        if (!newFolder.isEmpty())
+            m_system.files.createDirectory(newFolder);
+        if (!newFile.isEmpty())
+            m_system.files.write(newFile, QByteArray(9000, 'r'), platform::WriteMode::inPlace);
 
         std::optional<PluginDatabase> database;
-        EXPECT_EQ(printed([&] { database.emplace(m_platform, m_path); }), row.opening);
+        EXPECT_EQ(printed([&] { database.emplace(m_platform, m_path); }), opening);
         const AudioPlugin some = plugin(u"A"_s);
-        EXPECT_EQ(printed([&] { database->replaceAllPlugins({some}); }), row.replacing);
+        EXPECT_EQ(printed([&] { database->replaceAllPlugins({some}); }), replacing);
         EXPECT_EQ(printed([&] {
                       database->updatePlugin(some);
                       database->deletePlugin(some.id);
@@ -171,7 +219,7 @@ TEST_F(PluginDatabaseTest, AFileThatCannotBeUsedReadsAsEmpty)
     }
 }
 
-/// Another process that holds the write lock from now until some time has passed.
+/// Holds the write lock for a while, like another process.
 class Holder {
 public:
     Holder(const QString& path, std::chrono::milliseconds time)
@@ -192,7 +240,7 @@ private:
     std::thread m_thread;
 };
 
-TEST_F(PluginDatabaseTest, ALockIsWaitedForAndNeverHalvesAReplacement)
+TEST_F(PluginDatabaseTest, WaitsForALockAndReplacesAllRowsOrNone)
 {
     AudioPlugins wanted;
     AudioPlugins others;
@@ -203,7 +251,7 @@ TEST_F(PluginDatabaseTest, ALockIsWaitedForAndNeverHalvesAReplacement)
     {
         PluginDatabase database(m_platform, m_path);
         database.replaceAllPlugins({plugin(u"Old"_s)});
-        RawConnection reader(m_path); // a backup in the middle of its work keeps what it began with
+        RawConnection reader(m_path); // a running backup keeps its snapshot
         reader.run(u"BEGIN; SELECT name FROM plugins"_s);
         const Holder holder(m_path, 200ms);
         EXPECT_EQ(printed([&] { database.replaceAllPlugins(wanted); }), "");
@@ -213,7 +261,7 @@ TEST_F(PluginDatabaseTest, ALockIsWaitedForAndNeverHalvesAReplacement)
     }
     PluginDatabase hurried(m_platform, m_path, 20ms);
     {
-        const Holder holder(m_path, 200ms); // ends where a row of its own would still be tried
+        const Holder holder(m_path, 200ms); // is released while single rows would still be tried
         EXPECT_EQ(printed([&] { hurried.replaceAllPlugins(others); }), "❌ SQL error: database is locked\n");
     }
     EXPECT_EQ(all(hurried), wanted);
@@ -221,7 +269,7 @@ TEST_F(PluginDatabaseTest, ALockIsWaitedForAndNeverHalvesAReplacement)
     EXPECT_EQ(names(all(hurried)), u"New10"_s);
 }
 
-TEST_F(PluginDatabaseTest, AFileThatIsLockedWhenItIsOpenedIsUsedLater)
+TEST_F(PluginDatabaseTest, UsesAFileLaterThatIsLockedWhenOpened)
 {
     PluginDatabase(m_platform, m_path).replaceAllPlugins({plugin(u"Old"_s)});
     RawConnection raw(m_path);
@@ -236,7 +284,7 @@ TEST_F(PluginDatabaseTest, AFileThatIsLockedWhenItIsOpenedIsUsedLater)
     EXPECT_EQ(names(all(*database)), u"New"_s);
 }
 
-TEST_F(PluginDatabaseTest, RowsThatCannotBeStoredCostNoOther)
+TEST_F(PluginDatabaseTest, RowsThatCannotBeStoredAffectNoOther)
 {
     PluginDatabase database(m_platform, m_path);
     AudioPlugin twin = plugin(u"B"_s);
@@ -244,36 +292,32 @@ TEST_F(PluginDatabaseTest, RowsThatCannotBeStoredCostNoOther)
     twin.id = first.id;
     EXPECT_EQ(printed([&] { database.replaceAllPlugins({first, twin, plugin(u"C"_s)}); }), "");
     EXPECT_EQ(names(all(database)), u"A C"_s);
-    // In a file of another version the statement cannot even be prepared.
+    // With the table of another version, the statement cannot be prepared.
     RawConnection(m_path).run(u"ALTER TABLE plugins DROP COLUMN bundleIdentifier"_s);
     EXPECT_EQ(printed([&] { database.replaceAllPlugins({first}); }), "");
     EXPECT_EQ(database.totalCount({}), 0);
 }
 
-TEST_F(PluginDatabaseTest, AReadOnlyFileIsReadAndNeverWritten)
+TEST_F(PluginDatabaseTest, ReadsAReadOnlyFileAndNeverWritesIt)
 {
     const QString path = m_system.root.at(u"/plugins.db");
     PluginDatabase(m_platform, path).replaceAllPlugins({plugin(u"Old"_s)});
     RawConnection(path).run(u"PRAGMA journal_mode=DELETE"_s);
-    QFile::setPermissions(path, QFile::Permissions(0x4444));
-    QFile::setPermissions(m_system.root.path(), QFile::Permissions(0x7755));
-    // Mode bits stop everyone but root.
-    const bool isRoot = geteuid() == 0;
-    constexpr uid_t kNobody = 65534;
-    ASSERT_TRUE(!isRoot || seteuid(kNobody) == 0);
+    m_system.root.setMode(u"/plugins.db", 0444);
+    m_system.root.setMode(u"", 0755);
     QString read;
     const std::string output = printed([&] {
+        const WithoutRights denied;
         PluginDatabase database(m_platform, path);
         database.replaceAllPlugins({plugin(u"New"_s)});
         read = names(all(database));
     });
-    ASSERT_TRUE(!isRoot || seteuid(0) == 0);
     EXPECT_EQ(read, u"Old"_s);
     const std::string line = "❌ SQL error: attempt to write a readonly database\n";
     EXPECT_EQ(output, line + line);
 }
 
-TEST_F(PluginDatabaseTest, OneIsSharedAndInWalMode)
+TEST_F(PluginDatabaseTest, SharesOneDatabaseInWalMode)
 {
     PluginDatabase& shared = PluginDatabase::shared(m_platform);
     EXPECT_EQ(shared.dbPath(), m_path);
@@ -283,13 +327,144 @@ TEST_F(PluginDatabaseTest, OneIsSharedAndInWalMode)
     EXPECT_EQ(raw.run(u"SELECT COUNT(*) FROM sqlite_master WHERE type = 'index'"_s), QStringList(u"7"_s));
 }
 
-TEST(PluginDatabaseDeathTest, WithoutAnApplicationSupportFolderTheProcessStops)
+TEST(PluginDatabaseDeathTest, AbortsWithoutAnApplicationSupportFolder)
 {
-    testing::FLAGS_gtest_death_test_style =
-        "threadsafe"; // a process of its own, without the shared catalogue
+    testing::FLAGS_gtest_death_test_style = "threadsafe"; // a new process, without the shared catalogue
     TestPlatform system;
     system.layout.applicationSupport.clear();
     EXPECT_DEATH(PluginDatabase::shared(system.platform), "application support");
+}
+
+class PluginQueriesTest : public testing::Test {
+protected:
+    PluginQueriesTest()
+    {
+        m_plugins[1].isEnabled = false;
+        m_plugins[2].version = u"0.9"_s;
+        m_plugins[3].version = std::nullopt;
+        m_plugins[0].lastUsed = Date::fromUnix(5);
+        m_plugins[2].lastUsed = Date::fromUnix(20);
+        m_database.replaceAllPlugins(m_plugins);
+    }
+
+    TestPlatform m_system;
+    AudioPlugins m_plugins{
+        plugin(u"alpha"_s, PluginFormat::au, u"Zed"_s), plugin(u"Beta"_s, PluginFormat::vst3, u"acme"_s),
+        plugin(u"gamma"_s, PluginFormat::vst2, u"Acme"_s), plugin(u"Delta_x"_s, PluginFormat::aax, QString()),
+        plugin(u"alpha"_s, PluginFormat::clap, u"Älg"_s)};
+    PluginDatabase m_database{m_system.platform, u":memory:"_s};
+};
+
+TEST_F(PluginQueriesTest, FiltersApplyToEveryQuery)
+{
+    using Format = PluginFormat;
+    const std::pair<PluginFilter, QString> rows[] = {
+        {{}, u"alpha alpha Beta Delta_x gamma"_s},
+        {{.searchText = u"ALPH"_s}, u"alpha alpha"_s},
+        {{.searchText = u"acm"_s}, u"Beta gamma"_s},
+        {{.searchText = u"ä"_s}, u""_s}, // only ASCII letters ignore case
+        {{.searchText = u"Ä"_s}, u"alpha"_s},
+        {{.searchText = u"%"_s}, u"alpha alpha Beta Delta_x gamma"_s},
+        {{.searchText = u"d%a_x"_s}, u"Delta_x"_s},
+        {{.searchText = u"' OR 1 --"_s}, u""_s},
+        {{.formats = {Format::vst2, Format::vst3}}, u"Beta gamma"_s},
+        {{.manufacturers = {u"ACME"_s, u"zed"_s}}, u"alpha Beta gamma"_s},
+        {{.manufacturers = {u"älg"_s}}, u""_s},
+        {{.manufacturers = {QString()}}, u"Delta_x"_s},
+        {{.pluginKeys = {u"alpha|CLAP"_s, u"Beta|VST3"_s, u"gamma|vst"_s}}, u"alpha Beta"_s},
+        {{u"a"_s, {Format::vst2, Format::au}, {u"Acme"_s}, {u"gamma|VST"_s, u"alpha|Audio Units"_s}},
+         u"gamma"_s},
+    };
+    for (const auto& [filter, wanted] : rows) {
+        SCOPED_TRACE(qPrintable(filter.searchText + u": "_s + wanted));
+        const AudioPlugins found = m_database.queryPlugins(filter, "name"_L1, true, 100, 0);
+        EXPECT_EQ(names(found), wanted);
+        EXPECT_EQ(m_database.totalCount(filter), static_cast<int>(found.size()));
+        PluginFilter withoutKeys = filter;
+        withoutKeys.pluginKeys.clear();
+        QSet<QUuid> ids;
+        for (const AudioPlugin& each : m_database.queryPlugins(withoutKeys, "name"_L1, true, 100, 0))
+            ids << each.id;
+        EXPECT_EQ(m_database.getAllFilteredPluginIds(filter), ids) << "the keys do not apply";
+    }
+}
+
+TEST_F(PluginQueriesTest, SortsPagesByTheColumn)
+{
+    const std::tuple<QLatin1StringView, bool, int, int, QString> rows[] = {
+        {"name"_L1, false, 3, 0, u"gamma Delta_x Beta"_s},
+        {"name"_L1, true, 2, 2, u"Beta Delta_x"_s},
+        {"manufacturer"_L1, true, 1, 0, u"Delta_x"_s},
+        {"manufacturer"_L1, false, 2, 0, u"alpha alpha"_s}, // "Älg" sorts after "Zed"
+        {"format"_L1, true, 9, 0, u"Delta_x alpha alpha gamma Beta"_s},
+        {"isEnabled"_L1, true, 1, 0, u"Beta"_s},
+        {"version"_L1, true, 2, 0, u"Delta_x gamma"_s},
+        {"lastUsed"_L1, false, 2, 0, u"gamma alpha"_s},
+        {"lastUsed"_L1, true, 2, 3, u"alpha gamma"_s}, // without a date first
+        {"no column"_L1, true, 9, 0, u""_s},
+    };
+    for (const auto& [column, ascending, limit, offset, wanted] : rows) {
+        SCOPED_TRACE(column.data());
+        EXPECT_EQ(names(m_database.queryPlugins({}, column, ascending, limit, offset)), wanted);
+    }
+}
+
+TEST_F(PluginQueriesTest, BuildsTheSameStatementForTheSameFilter)
+{
+    static QStringList statements;
+    const auto listen = +[](sqlite3* db, char**, const void*) {
+        const auto trace = [](unsigned, void*, void* statement, void*) {
+            char* sql = sqlite3_expanded_sql(static_cast<sqlite3_stmt*>(statement));
+            statements << QString::fromUtf8(sql);
+            sqlite3_free(sql);
+            return 0;
+        };
+        return sqlite3_trace_v2(db, SQLITE_TRACE_STMT, trace, nullptr);
+    };
+    sqlite3_auto_extension(reinterpret_cast<void (*)()>(listen));
+    const PluginDatabase database(m_system.platform, u":memory:"_s);
+    sqlite3_reset_auto_extension();
+    statements.clear();
+    (void)database.queryPlugins({u"x'%"_s,
+                                 {PluginFormat::au, PluginFormat::aax},
+                                 {u"b"_s, u"a"_s, u"B"_s},
+                                 {u"𐐀|VST"_s, u"\uFFFD|VST"_s}},
+                                "lastUsed"_L1, false, 100, 7);
+    EXPECT_EQ(
+        statements.value(0),
+        u"SELECT id, name, manufacturer, format, originalPath, currentPath, isEnabled, version, bundleIdentifier, "
+        "lastUsed\nFROM plugins\n"
+        "WHERE (name LIKE '%x''%%' OR manufacturer LIKE '%x''%%') AND format IN ('AAX', 'Audio Units') "
+        "AND manufacturer IN ('B', 'a', 'b') AND (name || '|' || format) IN ('\uFFFD|VST', '𐐀|VST')\n"
+        "ORDER BY lastUsed COLLATE NOCASE DESC\nLIMIT 100 OFFSET 7"_s);
+}
+
+TEST_F(PluginQueriesTest, ReturnsKeysManufacturersAndRowsByIds)
+{
+    AudioPlugin twin = plugin(u"alpha"_s, PluginFormat::au);
+    m_plugins.push_back(twin);
+    m_database.replaceAllPlugins(m_plugins);
+    EXPECT_EQ(m_database.getAllPluginKeys(),
+              QSet<QString>({u"alpha|Audio Units"_s, u"Beta|VST3"_s, u"gamma|VST"_s, u"Delta_x|AAX"_s,
+                             u"alpha|CLAP"_s}));
+    const QStringList manufacturers = m_database.getDistinctManufacturers();
+    EXPECT_EQ(manufacturers.size(), 4);
+    EXPECT_EQ(manufacturers.first().toLower(), u"acme"_s);
+    EXPECT_EQ(manufacturers.sliced(1), QStringList({u"Maker"_s, u"Zed"_s, u"Älg"_s}));
+
+    EXPECT_TRUE(m_database.getPluginsByIds({}).empty());
+    const AudioPlugins found = m_database.getPluginsByIds({twin.id, m_plugins[1].id, makeUuid()});
+    ASSERT_EQ(found.size(), 2U);
+    EXPECT_TRUE(found[0] == m_plugins[1] || found[1] == m_plugins[1]) << qPrintable(names(found));
+
+    // More than a selection ever has, and so many that SQLite refuses: no rows, no message, no crash.
+    QSet<QUuid> many{twin.id};
+    while (many.size() < 100'000)
+        many << makeUuid();
+    EXPECT_EQ(m_database.getPluginsByIds(many), AudioPlugins({twin}));
+    while (many.size() < 600'000)
+        many << makeUuid();
+    EXPECT_EQ(printed([&] { EXPECT_TRUE(m_database.getPluginsByIds(many).empty()); }), "");
 }
 
 } // namespace

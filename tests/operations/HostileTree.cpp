@@ -2,6 +2,7 @@
 
 #include <QRandomGenerator>
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -26,10 +27,14 @@ Tree treeOf(const QString& root)
     return tree;
 }
 
-void takeOut(Tree& tree, const std::string& path)
+static bool isWithin(const std::string& path, const std::string& folder)
 {
-    std::erase_if(tree,
-                  [&](const auto& each) { return each.first == path || each.first.starts_with(path + '/'); });
+    return path == folder || path.starts_with(folder + '/');
+}
+
+void removeFrom(Tree& tree, const std::string& path)
+{
+    std::erase_if(tree, [&](const auto& each) { return isWithin(each.first, path); });
 }
 
 void moveWithin(Tree& tree, const std::string& source, const std::string& destination)
@@ -39,27 +44,20 @@ void moveWithin(Tree& tree, const std::string& source, const std::string& destin
         tree.emplace(folder.string(), "(folder)");
     Tree moved;
     for (const auto& [path, content] : tree) {
-        if (path == source || path.starts_with(source + '/'))
+        if (isWithin(path, source))
             moved.emplace(destination + path.substr(source.size()), content);
     }
-    takeOut(tree, source);
+    removeFrom(tree, source);
     tree.merge(moved);
 }
 
 std::string difference(const Tree& found, const Tree& wanted)
 {
-    for (const auto& [path, content] : wanted) {
-        const auto same = found.find(path);
-        if (same == found.end())
-            return "missing: " + path;
-        if (same->second != content)
-            return "changed: " + path;
-    }
-    for (const auto& [path, content] : found) {
-        if (!wanted.contains(path))
-            return "left over: " + path;
-    }
-    return {};
+    const auto [left, right] = std::mismatch(found.begin(), found.end(), wanted.begin(), wanted.end());
+    if (left == found.end() && right == wanted.end())
+        return {};
+    return "found " + (left == found.end() ? "the end" : left->first) + ", wanted " +
+           (right == wanted.end() ? "the end" : right->first);
 }
 
 QStringList hostileNames()
@@ -78,7 +76,7 @@ QStringList hostileNames()
         QString name;
         for (int left = random.bounded(1, 40); left > 0; --left)
             name += alphabet.at(random.bounded(static_cast<int>(alphabet.size())));
-        name = QString::fromUtf8(name.toUtf8()); // half of a surrogate pair is no letter
+        name = QString::fromUtf8(name.toUtf8()); // drops unpaired surrogates
         if (name != u"."_s && name != u".."_s && !names.contains(name))
             names.append(name);
     }

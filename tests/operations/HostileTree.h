@@ -8,22 +8,21 @@
 
 namespace orvanlite::test {
 
-/// A root and every file, link and folder below it, each with its content.
+/// The paths of a folder and everything in it, each with its content.
 using Tree = std::map<std::string, std::string>;
 
 [[nodiscard]] Tree treeOf(const QString& root);
 
-/// The tree without an entry and all that is in it.
-void takeOut(Tree& tree, const std::string& path);
+/// Removes an entry with everything in it.
+void removeFrom(Tree& tree, const std::string& path);
 
-/// Moves an entry with all that is in it, with the folders of its destination.
+/// Moves an entry with everything in it and creates the folders of its destination.
 void moveWithin(Tree& tree, const std::string& source, const std::string& destination);
 
-/// The first difference between two trees; empty when they are the same.
+/// The first difference between two trees; empty when they are equal.
 [[nodiscard]] std::string difference(const Tree& found, const Tree& wanted);
 
-/// 400 file names that a shell would trip over if it ever saw them unquoted; run as commands they would leave a file
-/// "canary".
+/// 400 file names that a shell would misread without quotes. Executed, they would leave a file "canary".
 [[nodiscard]] QStringList hostileNames();
 
 } // namespace orvanlite::test

@@ -9,7 +9,6 @@
 #include "support/Fakes.h"
 
 #include <QDir>
-#include <QFile>
 
 #include <gtest/gtest.h>
 
@@ -19,7 +18,6 @@ namespace orvanlite::test {
 
 using namespace Qt::StringLiterals;
 
-/// Writes down what the progress panel is told.
 class RecordingProgress final : public BatchProgress {
 public:
     QStringList calls;
@@ -39,14 +37,13 @@ public:
     void setProgress(double progress) override { values.push_back(progress); }
 };
 
-/// A view model on a real catalogue and real files. Scripts run for real, without a password.
+/// A view model on a real catalogue and real files. Scripts are executed, without a password.
 class OperationsTest : public testing::Test {
 protected:
     OperationsTest() { m_system.scripts.runner = &m_runner; }
-    /// Whatever still sleeps ends, so that its frame is freed.
+    /// Ends sleeping coroutines, so that their frames are freed.
     void TearDown() override { m_system.clock.advance(std::chrono::seconds(1)); }
 
-    /// The view model under test, made on first use.
     PluginManagerViewModel& model()
     {
         if (!m_model)
@@ -54,24 +51,25 @@ protected:
         m_model->setBatchProgress(&m_progress);
         return *m_model;
     }
-    /// Scans what stands in the root and drops what that prints.
     void scan()
     {
         testing::internal::CaptureStdout();
         runTask(model().scanForPlugins());
         m_printed = QString::fromStdString(testing::internal::GetCapturedStdout());
     }
-    /// The row of the name as the catalogue has it now.
+    [[nodiscard]] AudioPlugins allRows() const
+    {
+        return m_database.queryPlugins({}, "name"_L1, true, 1000, 0);
+    }
     AudioPlugin row(const QString& name)
     {
-        for (const AudioPlugin& each : m_database.queryPlugins({}, "name"_L1, true, 1000, 0)) {
+        for (const AudioPlugin& each : allRows()) {
             if (each.name == name)
                 return each;
         }
         ADD_FAILURE() << "no row is named " << qPrintable(name);
         return {};
     }
-    /// The rows in the order of the names given.
     AudioPlugins rows(const QStringList& names)
     {
         AudioPlugins found;
@@ -79,12 +77,11 @@ protected:
             found.push_back(row(name));
         return found;
     }
-    /// "{name} {Enabled or Disabled}" of every row, by name; what the catalogue holds and what lies on disk agree
-    /// when this is the same after a scan.
+    /// "{name} {Enabled or Disabled}" of every row, by name.
     [[nodiscard]] QStringList states() const
     {
         QStringList all;
-        for (const AudioPlugin& each : m_database.queryPlugins({}, "name"_L1, true, 1000, 0))
+        for (const AudioPlugin& each : allRows())
             all.append(each.name + u' ' + each.statusValue());
         return all;
     }
@@ -96,17 +93,14 @@ protected:
             all.append(rawValue(each.action) + u' ' + each.pluginName);
         return all;
     }
-    /// A tool that scripts find before the real one. Gets its number of calls in `$n` and the folder of the
-    /// scripts in `$temporary`.
-    void standIn(const QString& tool, const QByteArray& lines) const
+    /// Replaces a tool for scripts. Has its number of calls in `$n` and the folder of the scripts in `$temporary`.
+    void replaceTool(const QString& tool, const QByteArray& lines) const
     {
-        const QString path = u"/tools/"_s + tool;
         const QByteArray counter = m_root.at(u"/tools/calls").toUtf8();
-        m_root.addFile(path, "#!/bin/sh\nprintf . >> " + counter + "\nn=$(wc -c < " + counter +
-                                 ")\ntemporary=" + m_system.layout.temporary.toUtf8() + '\n' + lines);
-        QFile::setPermissions(m_root.at(path), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+        m_root.addScript(u"/tools/"_s + tool, "printf . >> " + counter + "\nn=$(wc -c < " + counter +
+                                                  ")\ntemporary=" + m_system.layout.temporary.toUtf8() +
+                                                  '\n' + lines);
     }
-    /// What lies in the folder of the scripts.
     [[nodiscard]] QStringList temporaryFiles() const
     {
         return QDir(m_system.layout.temporary).entryList(QDir::AllEntries | QDir::NoDotAndDotDot);

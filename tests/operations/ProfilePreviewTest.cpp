@@ -6,7 +6,7 @@ namespace orvanlite::test {
 
 class ProfilePreviewTest : public OperationsTest {
 protected:
-    /// "Plugin 0000" to "Plugin 0029", of which every tenth is off, and a profile of that.
+    /// "Plugin 0000" to "Plugin 0029", every tenth disabled, and a profile of that state.
     ProfilePreviewTest()
     {
         fill(30);
@@ -18,7 +18,7 @@ protected:
         EXPECT_TRUE(model().saveProfile(m_manager, name));
         return m_manager.profiles->back();
     }
-    /// Flips the state in the catalogue alone.
+    /// Toggles the state in the catalogue only.
     void flip(const QStringList& names)
     {
         for (AudioPlugin each : rows(names)) {
@@ -34,7 +34,7 @@ protected:
             numbers += name.last(2) + u' ';
         return numbers.trimmed();
     }
-    /// The answer that is kept and the one that is worked out from the start agree.
+    /// The cached answer, compared with one that is computed from scratch.
     int changes(const PluginProfile& profile)
     {
         const ProfileChanges wanted = ProfileManager::computeChanges(profile, *model().plugins);
@@ -47,24 +47,20 @@ protected:
     ProfileManager m_manager{m_system.platform};
 };
 
-TEST_F(ProfilePreviewTest, ShowsTheSliceThatTheFilterNames)
+TEST_F(ProfilePreviewTest, ShowsThePluginsOfTheChosenTab)
 {
     flip({u"Plugin 0010"_s, u"Plugin 0001"_s, u"Plugin 0002"_s});
     model().previewProfile(mix());
     model().searchText = u"plugin 000"_s;
     m_system.clock.advance(std::chrono::seconds(1));
-    EXPECT_EQ(shown(), u"01 02 10"_s) << "no filter narrows the changes";
-    const std::pair<QString, QString> slices[] = {
-        {u"enabled"_s, u"03 04 05 06 07 08 09"_s},
-        {u"disabled"_s, u"00"_s},
-        {u"all"_s, u"00 01 02 03 04 05 06 07 08 09"_s},
-    };
-    for (const auto& [filter, wanted] : slices) {
-        SCOPED_TRACE(qPrintable(filter));
+    EXPECT_EQ(shown(), u"01 02 10"_s) << "filters do not apply to the changes";
+    for (const auto& [filter, wanted] : {std::pair(u"enabled"_s, u"03 04 05 06 07 08 09"_s),
+                                         {u"disabled"_s, u"00"_s},
+                                         {u"all"_s, u"00 01 02 03 04 05 06 07 08 09"_s}}) {
         model().profileViewFilter = filter;
         EXPECT_EQ(shown(), wanted);
     }
-    // A kept slice follows all that it is made from.
+    // The cached rows follow everything they depend on.
     model().profileViewFilter = u"enabled"_s;
     model().sortOrder = PluginSortOrder{{PluginSortKey::name, PluginSortDirection::reverse}};
     EXPECT_EQ(shown().left(5), u"09 08"_s);
@@ -76,7 +72,7 @@ TEST_F(ProfilePreviewTest, ShowsTheSliceThatTheFilterNames)
     EXPECT_EQ(shown().left(5), u"07 06"_s);
 }
 
-TEST_F(ProfilePreviewTest, RowsStartReplaceAndEndIt)
+TEST_F(ProfilePreviewTest, AClickStartsReplacesAndEndsThePreview)
 {
     const PluginProfile master = save(u" Master "_s);
     EXPECT_EQ(master.name, u"Master"_s);
@@ -91,7 +87,7 @@ TEST_F(ProfilePreviewTest, RowsStartReplaceAndEndIt)
     EXPECT_TRUE(*model().showAllPlugins && model().persistedSelections.isEmpty());
     EXPECT_TRUE(model().selectedFormats->isEmpty() && model().selectedManufacturers->isEmpty());
     EXPECT_EQ(*model().searchText, u"0001"_s);
-    EXPECT_TRUE(model().cachedProfileChanges->empty()) << "the profile is the present state";
+    EXPECT_TRUE(model().cachedProfileChanges->empty()) << "the profile equals the current state";
 
     model().profileViewFilter = u"all"_s;
     model().previewProfile(master);
@@ -106,10 +102,9 @@ TEST_F(ProfilePreviewTest, RowsStartReplaceAndEndIt)
     EXPECT_FALSE(model().activeProfile->has_value());
 }
 
-TEST_F(ProfilePreviewTest, TheChangesAreComparedAnewWhenTold)
+TEST_F(ProfilePreviewTest, FilterSortAndReloadRefreshTheChanges)
 {
     model().previewProfile(mix());
-    // Behind the back of everything: only the filter, the sort and a reload of all look again.
     const auto disableBehind = [&](std::size_t index) {
         model().plugins.mutate([index](AudioPlugins& all) { all[index].isEnabled = false; });
         return model().cachedProfileChanges->size();
@@ -122,7 +117,7 @@ TEST_F(ProfilePreviewTest, TheChangesAreComparedAnewWhenTold)
     model().sortOrder = PluginSortOrder{};
     EXPECT_EQ(model().cachedProfileChanges->size(), 2U);
     model().refreshAllState();
-    EXPECT_EQ(model().cachedProfileChanges->size(), 0U) << "the catalogue has known of nothing";
+    EXPECT_EQ(model().cachedProfileChanges->size(), 0U) << "nothing changed in the catalogue";
 
     QList<int> modes;
     const auto sortBy = [&](PluginSortKey key) {
@@ -137,7 +132,7 @@ TEST_F(ProfilePreviewTest, TheChangesAreComparedAnewWhenTold)
     EXPECT_EQ(modes, (QList<int>{0, 1, 2, 2, 2}));
 }
 
-TEST_F(ProfilePreviewTest, UpdateAndDeletionReachThePreview)
+TEST_F(ProfilePreviewTest, UpdateAndDeletionAffectThePreview)
 {
     const PluginProfile master = save(u"Master"_s);
     EXPECT_EQ(changes(mix()), 0);
@@ -146,15 +141,15 @@ TEST_F(ProfilePreviewTest, UpdateAndDeletionReachThePreview)
     EXPECT_EQ(shown(), u"01"_s);
     PluginProfile other = mix();
     other.enabledPlugins.clear();
-    EXPECT_EQ(changes(other), 26) << "of the same id, but another set";
+    EXPECT_EQ(changes(other), 26) << "same id, other plugins";
     EXPECT_EQ(changes(mix()), 1);
     model().plugins.mutate([](AudioPlugins& all) {
         all.push_back(all[5]);
         all.back().name = u"New"_s;
     });
-    EXPECT_EQ(changes(mix()), 2) << "a new plugin is off in every profile";
+    EXPECT_EQ(changes(mix()), 2) << "a new plugin is disabled in every profile";
     model().updateProfile(m_manager, master);
-    EXPECT_EQ(shown(), u"01"_s) << "the preview is of the other one";
+    EXPECT_EQ(shown(), u"01"_s) << "the other profile is previewed";
     EXPECT_EQ(changes(m_manager.profiles->back()), 0);
     model().updateProfile(m_manager, mix());
     EXPECT_EQ(shown(), u""_s);
@@ -164,7 +159,7 @@ TEST_F(ProfilePreviewTest, UpdateAndDeletionReachThePreview)
     EXPECT_TRUE(m_manager.profiles->size() == 1 && shownNames().size() == 30);
 }
 
-TEST_F(ProfilePreviewTest, ASelectionBecomesAProfileAcrossFilters)
+TEST_F(ProfilePreviewTest, SavesTheSelectionAsAProfileRegardlessOfFilters)
 {
     model().persistedSelections = {row(u"Plugin 0000"_s).id, row(u"Plugin 0003"_s).id, makeUuid()};
     model().selectedFormats = QSet<PluginFormat>{PluginFormat::aax};
@@ -184,7 +179,7 @@ TEST_F(ProfilePreviewTest, ASelectionBecomesAProfileAcrossFilters)
     EXPECT_EQ(*model().totalPluginCount, 2);
 }
 
-TEST_F(ProfilePreviewTest, ApplyingMovesTheFilesWithOneScript)
+TEST_F(ProfilePreviewTest, AppliesAProfileWithOneScript)
 {
     const QString vst3 = u"/Library/Audio/Plug-Ins/VST3/"_s;
     for (const QString& name : {u"A"_s, u"B"_s, u"C"_s})
@@ -197,7 +192,7 @@ TEST_F(ProfilePreviewTest, ApplyingMovesTheFilesWithOneScript)
     scan();
     EXPECT_EQ(shownNames(), (QStringList{u"B"_s, u"New"_s})) << "compared again after the scan";
     for (const AudioPlugin& each : model().filteredPlugins())
-        EXPECT_EQ(each.id, row(each.name).id) << "a click on it has to find its row";
+        EXPECT_EQ(each.id, row(each.name).id) << "a click has to find its row";
     const auto scripts = m_system.scripts.sources.size();
     runTask(model().applyProfile(profile));
     EXPECT_EQ(m_system.scripts.sources.size(), scripts + 1);
@@ -205,7 +200,7 @@ TEST_F(ProfilePreviewTest, ApplyingMovesTheFilesWithOneScript)
     EXPECT_EQ(logged().mid(0, 2), (QStringList{u"Disabled New"_s, u"Enabled B"_s}));
     EXPECT_EQ(shownNames(), QStringList{}) << "the open preview empties";
     runTask(model().applyProfile(profile));
-    EXPECT_EQ(m_system.scripts.sources.size(), scripts + 1) << "nothing to do asks for nothing";
+    EXPECT_EQ(m_system.scripts.sources.size(), scripts + 1) << "no script without changes";
 }
 
 } // namespace orvanlite::test

@@ -12,25 +12,12 @@ namespace orvanlite::test {
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
-BatchItem item(const QString& source, const QString& destination) { return {{}, source, destination}; }
-
-} // namespace
-
-TEST(ShellCommandsTest, QuotesEveryTextAsOneWord)
-{
-    EXPECT_EQ(shellQuoted(u"/a b/$(c) `d` \"e\" \\f"_s), u"'/a b/$(c) `d` \"e\" \\f'"_s);
-    EXPECT_EQ(shellQuoted(u"O'Neil's"_s), uR"('O'"'"'Neil'"'"'s')"_s);
-    EXPECT_EQ(shellQuoted({}), u"''"_s);
-}
-
-TEST(ShellCommandsTest, BatchIsTheSameByteForByte)
+TEST(ShellCommandsTest, QuotesEveryPathInABatch)
 {
     EXPECT_EQ(batchScript({}, u"/t/progress.txt"_s), u"#!/bin/sh\nn=0"_s);
     const std::vector<BatchItem> items{
-        item(u"/Library/a b/O'Neil.vst3"_s, u"/Library/Disabled/VST3/O'Neil.vst3"_s),
-        item(u"/x/$(y)\n\\z\"é"_s, u"/d's/e/f"_s)};
+        {{}, u"/Library/a b/O'Neil.vst3"_s, u"/Library/Disabled/VST3/O'Neil.vst3"_s},
+        {{}, u"/x/$(y)\n\\z\"é"_s, u"/d's/e/f"_s}};
     EXPECT_EQ(batchScript(items, u"/it's/progress.txt"_s).toUtf8(), QByteArray(R"sh(#!/bin/sh
 n=0
 mkdir -p '/Library/Disabled/VST3' && mv '/Library/a b/O'"'"'Neil.vst3' '/Library/Disabled/VST3/O'"'"'Neil.vst3'
@@ -50,7 +37,7 @@ TEST(ShellCommandsTest, BatchMovesHostileNamesAndNothingElse)
     std::vector<BatchItem> items;
     const QStringList names = hostileNames();
     for (qsizetype i = 0; i < names.size(); ++i) {
-        // Every third in a folder of that name as well, every fourth a bundle, some very deep.
+        // Every third is in a folder of the same name, every fourth is a bundle, some are nested deeply.
         QString source = u"/in"_s;
         if (i % 7 == 0)
             source += longFolder;
@@ -60,9 +47,9 @@ TEST(ShellCommandsTest, BatchMovesHostileNamesAndNothingElse)
         const QByteArray content = QByteArray::number(i);
         root.addFile(i % 4 == 0 ? source + u"/Contents/file"_s : source, content);
         const QString folder = i % 5 == 0 ? u"/folders/"_s + names[i] : u"/out"_s;
-        items.push_back(item(root.at(source), root.at(folder + u'/' + names[i])));
+        items.push_back({{}, root.at(source), root.at(folder + u'/' + names[i])});
     }
-    // What the names would hit as patterns or options.
+    // These match the names when read as patterns or options.
     for (const QString& bystander :
          {u"/in/a"_s, u"/in/b"_s, u"/in/canaries"_s, u"/a"_s, u"/Users/tester/x"_s})
         root.addFile(bystander, "bystander");

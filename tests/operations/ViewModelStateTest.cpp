@@ -1,32 +1,84 @@
 #include "OperationsFixture.h"
 
+#include "operations/PluginSort.h"
+
 namespace orvanlite::test {
 
 class ViewModelStateTest : public OperationsTest {};
 
-TEST_F(ViewModelStateTest, PagesByTheHundred)
+TEST_F(ViewModelStateTest, AScanFillsTheCatalogueAndReportsNewPlugins)
 {
-    const struct {
-        int rows;
-        QList<int> afterEachPage;
-    } cases[] = {{0, {0}}, {99, {99}}, {100, {100}}, {101, {100, 101}}, {250, {100, 200, 250}}};
-    for (const auto& each : cases) {
-        SCOPED_TRACE(each.rows);
-        fill(each.rows);
-        model().refreshFromDatabase();
-        for (qsizetype page = 0; page < each.afterEachPage.size(); ++page) {
-            EXPECT_EQ(model().filteredPlugins().size(), static_cast<std::size_t>(each.afterEachPage[page]));
-            EXPECT_EQ(model().currentOffset(), 100 * page);
-            EXPECT_EQ(model().hasMorePages(), page + 1 < each.afterEachPage.size());
-            model().loadMoreIfNeeded();
-        }
-        EXPECT_EQ(model().filteredPlugins().size(), static_cast<std::size_t>(each.rows));
-        EXPECT_EQ(*model().totalPluginCount, each.rows);
-    }
+    m_root.addBundle(u"/Library/Audio/Plug-Ins/VST3/Alpha.vst3");
+    m_root.addBundle(u"/Users/tester/Library/Audio/Plug-Ins/CLAP/beta.clap");
+    QList<bool> loading;
+    model().isLoading.observe(&model(), [&] { loading.append(*model().isLoading); });
+    std::size_t loadedWhileBusy = 0;
+    model().displayedPlugins.observe(&model(), [&] {
+        if (*model().isLoading)
+            loadedWhileBusy = model().displayedPlugins->size();
+    });
+    model().error = PluginError(PluginError::Kind::unknownError, u"old"_s);
+    model().refreshAllState();
+    EXPECT_TRUE(model().error->has_value());
+    scan();
+    EXPECT_FALSE(model().error->has_value());
+    EXPECT_EQ(m_printed, u"🔍 Scan debug: existingKeys.count = 0\n"
+                         "🔍 Scan debug: plugins.count = 2\n"
+                         "⚠️ Scan debug: existingKeys.isEmpty, skipping new plugin detection\n"_s);
+    EXPECT_TRUE(model().newlyDetectedPlugins->empty());
+    EXPECT_EQ(shownNames(), (QStringList{u"Alpha"_s, u"beta"_s}));
+    EXPECT_EQ(model().plugins->size(), 2U);
+    EXPECT_EQ(loading, (QList<bool>{true, false}));
+    EXPECT_EQ(loadedWhileBusy, 2U) << "busy until the catalogue has the result";
+
+    // A plugin that moved is the same; a new format of a known name is new.
+    m_system.files.move(m_root.at(u"/Users/tester/Library/Audio/Plug-Ins/CLAP/beta.clap"),
+                        m_root.at(u"/Library/Audio/Plug-Ins/Disabled/CLAP/beta.clap"));
+    m_root.addBundle(u"/Library/Audio/Plug-Ins/VST/Alpha.vst");
+    scan();
+    EXPECT_EQ(m_printed, u"🔍 Scan debug: existingKeys.count = 2\n"
+                         "🔍 Scan debug: plugins.count = 3\n"
+                         "🆕 New plugin detected: Alpha (VST)\n"
+                         "🔍 Scan debug: newlyDetectedPlugins.count = 1\n"_s);
+    ASSERT_EQ(model().newlyDetectedPlugins->size(), 1U);
+    EXPECT_EQ(model().newlyDetectedPlugins->front().format, PluginFormat::vst2);
+    EXPECT_FALSE(row(u"beta"_s).isEnabled);
+    scan();
+    EXPECT_TRUE(model().newlyDetectedPlugins->empty());
 }
 
-TEST_F(ViewModelStateTest, LoadsAllPagesAtOnceInOrder)
+TEST_F(ViewModelStateTest, WorksWithoutAUsableCatalogue)
 {
+    m_root.addFolder(u"/blocked/plugins.db");
+    m_root.addBundle(u"/Library/Audio/Plug-Ins/VST3/Alpha.vst3");
+    testing::internal::CaptureStdout();
+    PluginDatabase blocked(m_system.platform, m_root.at(u"/blocked/plugins.db"));
+    PluginManagerViewModel viewModel(m_system.platform, blocked, m_log);
+    runTask(viewModel.scanForPlugins());
+    testing::internal::GetCapturedStdout();
+    EXPECT_EQ(viewModel.plugins->size(), 1U);
+    EXPECT_TRUE(viewModel.displayedPlugins->empty());
+    EXPECT_EQ(*viewModel.dbTotalCount, 0);
+    EXPECT_FALSE(*viewModel.isLoading);
+}
+
+TEST_F(ViewModelStateTest, LoadsPagesOfAHundredRows)
+{
+    const std::pair<int, QList<int>> cases[] = {
+        {0, {0}}, {100, {100}}, {101, {100, 101}}, {250, {100, 200, 250}}};
+    for (const auto& [count, afterEachPage] : cases) {
+        SCOPED_TRACE(count);
+        fill(count);
+        model().refreshFromDatabase();
+        for (qsizetype page = 0; page < afterEachPage.size(); ++page) {
+            EXPECT_EQ(std::ssize(model().filteredPlugins()), afterEachPage[page]);
+            EXPECT_EQ(model().currentOffset(), 100 * page);
+            EXPECT_EQ(model().hasMorePages(), page + 1 < afterEachPage.size());
+            model().loadMoreIfNeeded();
+        }
+        EXPECT_EQ(std::ssize(model().filteredPlugins()), count);
+        EXPECT_EQ(*model().totalPluginCount, count);
+    }
     fill(1234);
     model().sortOrder = PluginSortOrder{{PluginSortKey::name, PluginSortDirection::reverse}};
     model().loadMoreIfNeeded();
@@ -40,7 +92,26 @@ TEST_F(ViewModelStateTest, LoadsAllPagesAtOnceInOrder)
     EXPECT_EQ(model().allFilteredPlugins().size(), 1234U);
 }
 
-TEST_F(ViewModelStateTest, ReloadsWithTheFilters)
+TEST(PluginSortTest, SortsTheCatalogueByTheFirstComparatorOnly)
+{
+    using enum PluginSortKey;
+    using enum PluginSortDirection;
+    const std::tuple<PluginSortOrder, QLatin1StringView, bool> rows[] = {
+        {{}, "name"_L1, true},
+        {{{name, reverse}}, "name"_L1, false},
+        {{{manufacturer, forward}, {name, reverse}}, "manufacturer"_L1, true},
+        {{{format, reverse}, {lastUsedValue, forward}}, "format"_L1, false},
+        {{{statusValue, forward}}, "isEnabled"_L1, true},
+        {{{versionValue, reverse}}, "version"_L1, false},
+        {{{lastUsedValue, forward}}, "lastUsed"_L1, true},
+    };
+    for (const auto& [order, column, ascending] : rows) {
+        const SqlSort sort = sqlSortFromComparators(order);
+        EXPECT_EQ(std::pair(sort.column, sort.ascending), std::pair(column, ascending)) << column.data();
+    }
+}
+
+TEST_F(ViewModelStateTest, FiltersReloadTheRows)
 {
     fill(40);
     model().refreshAllState();
@@ -60,11 +131,11 @@ TEST_F(ViewModelStateTest, ReloadsWithTheFilters)
     const auto counts = model().pluginCounts();
     ASSERT_EQ(counts.size(), 6U);
     EXPECT_EQ(counts[1], std::make_pair(PluginFormat::vst3, 20));
-    EXPECT_EQ(counts[4], std::make_pair(PluginFormat::clap, 20)) << "the filters play no part";
+    EXPECT_EQ(counts[4], std::make_pair(PluginFormat::clap, 20)) << "regardless of the filters";
 
     m_database.replaceAllPlugins({});
     model().refreshAllState();
-    EXPECT_TRUE(model().selectedManufacturers->isEmpty()) << "no plugin of the maker is left";
+    EXPECT_TRUE(model().selectedManufacturers->isEmpty()) << "the manufacturer has no plugin any more";
 }
 
 TEST_F(ViewModelStateTest, SearchFollowsEveryChangeFiftyMillisecondsLater)
@@ -99,7 +170,7 @@ TEST_F(ViewModelStateTest, PublishesTheEnabledCountAtEveryReload)
     EXPECT_EQ(countPosts(), before + 4) << "refreshAllState() reloads twice, and posts without the suite too";
 }
 
-TEST_F(ViewModelStateTest, MarksWhatIsSelectedOnTheFirstPage)
+TEST_F(ViewModelStateTest, SelectsRowsOfTheFirstPage)
 {
     fill(150);
     model().refreshFromDatabase();
@@ -107,7 +178,7 @@ TEST_F(ViewModelStateTest, MarksWhatIsSelectedOnTheFirstPage)
     const QUuid stale = makeUuid();
     model().selectedPlugins = QSet<QUuid>{stale};
     model().refreshFromDatabase();
-    EXPECT_EQ(*model().selectedPlugins, QSet<QUuid>{stale}) << "an empty selection leaves the marks alone";
+    EXPECT_EQ(*model().selectedPlugins, QSet<QUuid>{stale}) << "an empty selection changes no row";
 
     model().loadAllPages();
     const QUuid onSecondPage = model().filteredPlugins().back().id;

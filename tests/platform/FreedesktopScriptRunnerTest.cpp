@@ -2,8 +2,6 @@
 #include "platform/posix/ChildScriptRunner.h"
 #include "support/Fakes.h"
 
-#include <sys/stat.h>
-
 #include <gtest/gtest.h>
 
 #include <QDir>
@@ -11,6 +9,8 @@
 #include <QProcess>
 #include <QTest>
 #include <QTimer>
+
+#include <sys/stat.h>
 
 namespace orvanlite::test {
 
@@ -24,19 +24,15 @@ QString sourceOf(const QString& command)
     return u"do shell script \""_s + command + u"\" with administrator privileges"_s;
 }
 
-QCoro::Task<> store(ScriptRunner* runner, QString source, ScriptOutcome* into)
+/// The result, or "{number}: {message}" of the error.
+QString text(const ScriptOutcome& outcome)
 {
-    *into = co_await runner->execute(source);
-}
-
-QString message(const ScriptOutcome& outcome)
-{
-    return outcome.error ? outcome.error->value(u"NSAppleScriptErrorMessage"_s) : u"(none)"_s;
-}
-
-QString number(const ScriptOutcome& outcome)
-{
-    return outcome.error ? outcome.error->value(u"NSAppleScriptErrorNumber"_s) : u"(none)"_s;
+    EXPECT_EQ(outcome.succeeded(), outcome.result && !outcome.error);
+    if (!outcome.error)
+        return outcome.result.value_or(u"nothing"_s);
+    EXPECT_EQ(outcome.result, std::nullopt);
+    return outcome.error->value(u"NSAppleScriptErrorNumber"_s) + u": "_s +
+           outcome.error->value(u"NSAppleScriptErrorMessage"_s);
 }
 
 class ScriptRunnerTest : public testing::Test {
@@ -44,11 +40,9 @@ protected:
     TempRoot root;
     SystemLayout layout = root.layout();
 
-    ScriptOutcome run(ScriptRunner& runner, const QString& command) const
+    static QString run(ScriptRunner& runner, const QString& command)
     {
-        ScriptOutcome outcome;
-        runTask(store(&runner, sourceOf(command), &outcome));
-        return outcome;
+        return text(resultOf(runner.execute(sourceOf(command))));
     }
     [[nodiscard]] QString pipe() const
     {
@@ -56,173 +50,125 @@ protected:
         ::mkfifo(path.toUtf8().constData(), 0600);
         return path;
     }
-    /// A program that stands for the system's prompt.
     [[nodiscard]] QString prompt(const QByteArray& script) const
     {
-        root.addFile(u"/prompt", "#!/bin/sh\n" + script);
-        QFile(root.at(u"/prompt")).setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+        root.addScript(u"/prompt", script);
         return root.at(u"/prompt");
     }
 };
 
 } // namespace
 
-TEST_F(ScriptRunnerTest, TellsWhatBecameOfTheCommand)
+TEST_F(ScriptRunnerTest, ReturnsTheOutputOrTheError)
 {
     FreedesktopScriptRunner runner(layout, Elevation::none);
-    const struct {
-        QString command;
-        std::optional<QString> result;
-        QString message, number;
-    } rows[] = {
-        {u"echo a; echo"_s, u"a\n"_s, u"(none)"_s, u"(none)"_s},
-        {u"true"_s, u""_s, u"(none)"_s, u"(none)"_s},
-        {u"echo 'ü $HOME'; echo noise >&2"_s, u"ü $HOME"_s, u"(none)"_s, u"(none)"_s},
-        {u""_s, u""_s, u"(none)"_s, u"(none)"_s},
-        {u"cat; echo 'it gets no part of the script'"_s, u"it gets no part of the script"_s, u"(none)"_s,
-         u"(none)"_s},
-        {u"nothing"_s, std::nullopt, u"/bin/sh: 1: nothing: not found"_s, u"127"_s},
-        {u"echo out; echo ' why ' >&2; exit 3"_s, std::nullopt, u"why"_s, u"3"_s},
-        {u"exit 1"_s, std::nullopt, u"The command exited with a non-zero status."_s, u"1"_s},
-        {u"exit 126"_s, std::nullopt, u"The command exited with a non-zero status."_s, u"126"_s},
-        {u"kill -9 $$"_s, std::nullopt, u"The command was stopped by a signal."_s, u"-2700"_s},
+    const std::pair<QString, QString> rows[] = {
+        {u"echo a; echo"_s, u"a\n"_s},
+        {u"true"_s, u""_s},
+        {u"echo 'ü $HOME'; echo noise >&2"_s, u"ü $HOME"_s},
+        {u""_s, u""_s},
+        {u"cat; echo 'its input is not the script'"_s, u"its input is not the script"_s},
+        {u"nothing"_s, u"127: /bin/sh: 1: nothing: not found"_s},
+        {u"echo out; echo ' why ' >&2; exit 3"_s, u"3: why"_s},
+        {u"exit 1"_s, u"1: The command exited with a non-zero status."_s},
+        {u"exit 126"_s, u"126: The command exited with a non-zero status."_s},
+        {u"kill -9 $$"_s, u"-2700: The command was stopped by a signal."_s},
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.command.toStdString());
-        const ScriptOutcome outcome = run(runner, row.command);
-        EXPECT_EQ(outcome.result, row.result);
-        EXPECT_EQ(message(outcome), row.message);
-        EXPECT_EQ(number(outcome), row.number);
-        EXPECT_EQ(outcome.succeeded(), row.result.has_value());
-    }
-    EXPECT_EQ(number(run(runner, u"mv 'it'\"'\"'s' x"_s)), u"-2741"_s);
-    ScriptOutcome outcome;
-    runTask(store(&runner, u"beep"_s, &outcome));
-    EXPECT_EQ(number(outcome), u"-1708"_s);
-}
-
-TEST_F(ScriptRunnerTest, ReadsLongOutputsOfBothChannels)
-{
-    FreedesktopScriptRunner runner(layout, Elevation::none);
-    const ScriptOutcome outcome =
-        run(runner, u"head -c 3000000 /dev/zero | tr -c e e >&2; head -c 3000000 /dev/zero | tr -c o o"_s);
-    EXPECT_EQ(outcome.result.value_or(QString()).size(), 3'000'000);
+    for (const auto& [command, wanted] : rows)
+        EXPECT_EQ(run(runner, command), wanted) << command.toStdString();
+    EXPECT_TRUE(run(runner, u"mv 'it'\"'\"'s' x"_s).startsWith(u"-2741: "_s));
+    EXPECT_TRUE(text(resultOf(runner.execute(u"beep"_s))).startsWith(u"-1708: "_s));
+    EXPECT_EQ(
+        run(runner, u"head -c 3000000 /dev/zero | tr -c e e >&2; head -c 3000000 /dev/zero | tr -c o o"_s)
+            .size(),
+        3'000'000);
 }
 
 TEST_F(ScriptRunnerTest, ASandboxHasItsOwnHomeAndTools)
 {
-    root.addFile(u"/tools/killall", "#!/bin/sh\necho stand-in \"$@\"\n");
-    QFile(root.at(u"/tools/killall")).setPermissions(QFile::ReadOwner | QFile::ExeOwner);
+    root.addScript(u"/tools/killall", "echo stand-in \"$@\"\n");
     const QString wanted = layout.home + u"\nstand-in -9 AudioComponentRegistrar"_s;
     const QString command = u"echo ~; killall -9 AudioComponentRegistrar"_s;
     FreedesktopScriptRunner direct(layout, Elevation::none);
-    EXPECT_EQ(run(direct, command).result, wanted);
-    // A prompt that clears the environment as the system's does.
+    EXPECT_EQ(run(direct, command), wanted);
+    // It clears the environment, as the system's does.
     const QString clearing = prompt("exec env -i PATH=/usr/bin:/bin HOME=/ \"$@\"\n");
-    // The runner would refuse it.
     for (const QString& runner : {QString(), QStringLiteral(ORV_ROOT_RUNNER_EXECUTABLE)}) {
         layout.rootRunner = runner;
         FreedesktopScriptRunner prompted(layout, clearing);
-        EXPECT_EQ(run(prompted, command).result, wanted) << runner.toStdString();
+        EXPECT_EQ(run(prompted, command), wanted) << "without the root runner, which would refuse it";
     }
 }
 
-TEST_F(ScriptRunnerTest, ReadsTheAnswersOfThePrompt)
+TEST_F(ScriptRunnerTest, TranslatesTheErrorsOfThePrompt)
 {
-    const struct {
-        QByteArray prompt;
-        QString command;
-        std::optional<QString> result;
-        QString message, number;
-    } rows[] = {
-        {"[ $# = 1 ] && exec \"$@\"\n", u"echo ran"_s, u"ran"_s, u"(none)"_s, u"(none)"_s},
-        {"exit 126\n", u"true"_s, std::nullopt, u"User canceled."_s, u"-128"_s},
-        {"exec 0<&-; exit 126\n", QString(8'000'000, u' '), std::nullopt, u"User canceled."_s, u"-128"_s},
+    const std::tuple<QByteArray, QString, QString> rows[] = {
+        {"[ $# = 1 ] && exec \"$@\"\n", u"echo ran"_s, u"ran"_s},
+        {"exit 126\n", u"true"_s, u"-128: User canceled."_s},
+        {"exec 0<&-; exit 126\n", QString(8'000'000, u' '), u"-128: User canceled."_s},
         {"echo 'Error executing command as another user: Request dismissed' >&2; exit 126\n", u"true"_s,
-         std::nullopt, u"User canceled."_s, u"-128"_s},
-        {"exit 127\n", u"true"_s, std::nullopt, u"The authorization was denied."_s, u"-60005"_s},
+         u"-128: User canceled."_s},
+        {"exit 127\n", u"true"_s, u"-60005: The authorization was denied."_s},
         {"printf 'Error executing command as another user: Not authorized\\n\\nReported.\\n' >&2; exit 127\n",
-         u"true"_s, std::nullopt,
-         u"The authorization was denied. Error executing command as another user: Not authorized Reported."_s,
-         u"-60005"_s},
-        {"exec \"$@\"\n", u"echo 'sh: nothing: not found' >&2; exit 127"_s, std::nullopt,
-         u"sh: nothing: not found"_s, u"127"_s},
-        {"exec \"$@\"\n", u"exit 4"_s, std::nullopt, u"The command exited with a non-zero status."_s, u"4"_s},
+         u"true"_s,
+         u"-60005: The authorization was denied. Error executing command as another user: Not authorized "
+         "Reported."_s},
+        {"exec \"$@\"\n", u"echo 'sh: nothing: not found' >&2; exit 127"_s, u"127: sh: nothing: not found"_s},
+        {"exec \"$@\"\n", u"exit 4"_s, u"4: The command exited with a non-zero status."_s},
     };
-    SystemLayout production = layout;
-    production.root.clear();
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.prompt.constData());
-        FreedesktopScriptRunner runner(production, prompt(row.prompt));
-        const ScriptOutcome outcome = run(runner, row.command);
-        EXPECT_EQ(outcome.result, row.result);
-        EXPECT_EQ(message(outcome), row.message);
-        EXPECT_EQ(number(outcome), row.number);
+    layout.root.clear();
+    for (const auto& [script, command, wanted] : rows) {
+        FreedesktopScriptRunner runner(layout, prompt(script));
+        EXPECT_EQ(run(runner, command), wanted) << script.constData();
     }
-    FreedesktopScriptRunner missing(production, root.at(u"/none"));
-    const ScriptOutcome outcome = run(missing, u"true"_s);
-    EXPECT_EQ(number(outcome), u"-2700"_s);
-    EXPECT_FALSE(message(outcome).isEmpty());
+    FreedesktopScriptRunner missing(layout, root.at(u"/none"));
+    const QString error = run(missing, u"true"_s);
+    EXPECT_TRUE(error.startsWith(u"-2700: "_s) && error.size() > 10) << error.toStdString();
 }
 
 TEST_F(ScriptRunnerTest, ThePromptStartsTheInstalledRunnerOrElseTheShell)
 {
     const QString runner = QStringLiteral(ORV_ROOT_RUNNER_EXECUTABLE);
-    SystemLayout production = layout;
-    production.root.clear();
-    const QString whatItGets = prompt("printf '%s|' \"$@\"; tr '\\000' '#'\n");
+    layout.root.clear();
+    const QString showsArguments = prompt("printf '%s|' \"$@\"; tr '\\000' '#'\n");
     for (const QString& installed : {runner, root.at(u"/none"), QString()}) {
-        SCOPED_TRACE(installed.toStdString());
-        production.rootRunner = installed;
-        FreedesktopScriptRunner prompted(production, whatItGets);
-        const QString got = run(prompted, u"a 'b'"_s).result.value_or(QString());
+        layout.rootRunner = installed;
+        FreedesktopScriptRunner prompted(layout, showsArguments);
         const QString wanted = installed == runner ? runner + u"|a 'b'#"_s : u"/bin/sh|ulimit"_s;
-        EXPECT_EQ(got.first(std::min(got.size(), wanted.size())), wanted);
+        EXPECT_EQ(run(prompted, u"a 'b'"_s).left(wanted.size()), wanted);
     }
 }
 
-TEST_F(ScriptRunnerTest, TheInstalledRunnerRefusesWhatIsNotOurs)
+TEST_F(ScriptRunnerTest, TheInstalledRunnerRefusesOtherCommands)
 {
-    SystemLayout production = layout;
-    production.root.clear();
-    production.rootRunner = QStringLiteral(ORV_ROOT_RUNNER_EXECUTABLE);
+    layout.root.clear();
+    layout.rootRunner = QStringLiteral(ORV_ROOT_RUNNER_EXECUTABLE);
     const QByteArray environment = "env -i PATH=/usr/bin:/bin PKEXEC_UID=" + QByteArray::number(::getuid());
     root.addFile(u"/empty.sh", "#!/bin/sh\nn=0");
-    root.addFile(u"/touch.sh", "#!/bin/sh\nn=0\ntouch " + root.at(u"/canary").toUtf8());
     const QString script = u"chmod +x '%1' && '%1'"_s;
-    const struct {
-        QByteArray prompt;
-        QString command;
-        QString message, number;
-    } rows[] = {
-        {" \"$@\"", u""_s, u"(none)"_s, u"(none)"_s},
-        {" \"$@\"", script.arg(root.at(u"/empty.sh")), u"(none)"_s, u"(none)"_s},
-        {" \"$@\"", u"touch '%1'"_s.arg(root.at(u"/canary")), u"orvanlite-root-runner: Refused, this is"_s,
-         u"65"_s},
-        {" \"$@\"", u"rm -rf '%1'"_s.arg(root.at(u"/")), u"orvanlite-root-runner: Refused, '/"_s, u"65"_s},
-        {" \"$@\"", script.arg(root.at(u"/touch.sh")), u"orvanlite-root-runner: Refused, '/"_s, u"65"_s},
-        {" head -c 20 | \"$@\"", u"rm -rf '%1'"_s.arg(root.at(u"/")),
-         u"orvanlite-root-runner: Refused, the"_s, u"65"_s},
-        {" sh -c 'kill -9 $$'", u""_s, u"The command was stopped by a signal."_s, u"-2700"_s},
+    const std::tuple<QByteArray, QString, QString> rows[] = {
+        {" \"$@\"", u""_s, u""_s},
+        {" \"$@\"", script.arg(root.at(u"/empty.sh")), u""_s},
+        {" \"$@\"", u"touch '%1'"_s.arg(root.at(u"/canary")),
+         u"65: orvanlite-root-runner: Refused, this is"_s},
+        {" sh -c 'kill -9 $$'", u""_s, u"-2700: The command was stopped by a signal."_s},
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.command.toStdString());
-        FreedesktopScriptRunner prompted(production, prompt("exec " + environment + row.prompt + '\n'));
-        const ScriptOutcome outcome = run(prompted, row.command);
-        EXPECT_TRUE(message(outcome).startsWith(row.message)) << message(outcome).toStdString();
-        EXPECT_EQ(number(outcome), row.number);
+    for (const auto& [pipeline, command, wanted] : rows) {
+        FreedesktopScriptRunner prompted(layout, prompt("exec " + environment + pipeline + '\n'));
+        const QString answer = run(prompted, command);
+        EXPECT_EQ(wanted.isEmpty() ? answer : answer.left(wanted.size()), wanted) << command.toStdString();
     }
     EXPECT_FALSE(root.exists(u"/canary"));
-    EXPECT_EQ(QProcess::execute(production.rootRunner, {u"true"_s}), 64) << "commands are no arguments";
+    EXPECT_EQ(QProcess::execute(layout.rootRunner, {u"true"_s}), 64) << "commands are not arguments";
 }
 
-TEST_F(ScriptRunnerTest, TakesCommandsOfAnyLength)
+TEST_F(ScriptRunnerTest, RunsCommandsOfAnyLength)
 {
     const QString folder = root.at(u"/Library/Audio/Plug-Ins/VST3/"_s + QString(200, u'n'));
     root.addFolder(folder.sliced(root.path().size()));
     FreedesktopScriptRunner direct(layout, Elevation::none);
     FreedesktopScriptRunner prompted(layout, prompt("exec \"$@\"\n"));
-    // More than one argument could hold.
+    // Longer than an argument can be.
     QStringList removals;
     for (int i = 0; i < 500; ++i) {
         const QString path = folder + u'/' + QString::number(i);
@@ -230,16 +176,16 @@ TEST_F(ScriptRunnerTest, TakesCommandsOfAnyLength)
         removals.append(u"rm -rf '%1'"_s.arg(path));
     }
     EXPECT_GT(removals.join(u" && ").size(), 131'072);
-    EXPECT_EQ(run(prompted, removals.join(u" && ")).result, u""_s);
+    EXPECT_EQ(run(prompted, removals.join(u" && ")), u""_s);
     EXPECT_TRUE(QDir(folder).isEmpty());
-    // 20,000, without as many programs: 5 MB of what the shell does itself.
+    // 5 MB of shell built-ins.
     const QString check = u"[ -d '%1' ] && "_s.arg(folder);
-    EXPECT_EQ(run(direct, check.repeated(20'000) + u"echo done"_s).result, u"done"_s);
-    // More than the stack that a shell has by itself.
-    EXPECT_EQ(run(direct, u"true && "_s.repeated(250'000) + u"echo done"_s).result, u"done"_s);
+    EXPECT_EQ(run(direct, check.repeated(20'000) + u"echo done"_s), u"done"_s);
+    // Needs more than the shell's default stack.
+    EXPECT_EQ(run(direct, u"true && "_s.repeated(250'000) + u"echo done"_s), u"done"_s);
 }
 
-TEST_F(ScriptRunnerTest, RunsNothingOfACommandThatIsCutShort)
+TEST_F(ScriptRunnerTest, RunsNothingOfATruncatedCommand)
 {
     // As when the application is killed while it writes.
     const QString command = u">'%1' && >'%2'"_s.arg(root.at(u"/first"), root.at(u"/second"));
@@ -254,12 +200,11 @@ TEST_F(ScriptRunnerTest, RunsNothingOfACommandThatIsCutShort)
     EXPECT_TRUE(root.exists(u"/first"));
 }
 
-TEST_F(ScriptRunnerTest, FoldersGetTheUsualRightsUnderEachUmask)
+TEST_F(ScriptRunnerTest, CreatesFoldersWithTheUsualModeUnderAnyUmask)
 {
     FreedesktopScriptRunner direct(layout, Elevation::none);
     FreedesktopScriptRunner prompted(layout, prompt("exec \"$@\"\n"));
-    root.addFile(u"/helper", "#!/bin/sh\nmkdir \"$0.made\"; cat >/dev/null; echo '{}'\n");
-    QFile(root.at(u"/helper")).setPermissions(QFile::ReadOwner | QFile::ExeOwner);
+    root.addScript(u"/helper", "mkdir \"$0.made\"; cat >/dev/null; echo '{}'\n");
     ChildScriptRunner child(root.at(u"/helper"));
     const std::pair<ScriptRunner*, QString> rows[] = {
         {&direct, root.at(u"/a")}, {&prompted, root.at(u"/b")}, {&child, root.at(u"/helper.made")}};
@@ -267,58 +212,49 @@ TEST_F(ScriptRunnerTest, FoldersGetTheUsualRightsUnderEachUmask)
         const mode_t before = ::umask(mask);
         for (const auto& [runner, folder] : rows) {
             run(*runner, u"mkdir -p '%1'"_s.arg(folder));
-            struct stat status {};
-            EXPECT_EQ(::stat(folder.toUtf8().constData(), &status), 0) << folder.toStdString();
-            EXPECT_EQ(status.st_mode & 07777, 0755U) << folder.toStdString();
+            EXPECT_EQ(statusOf(folder).st_mode & 07777, 0755U) << folder.toStdString();
             QDir().rmdir(folder);
         }
         ::umask(before);
     }
 }
 
-TEST_F(ScriptRunnerTest, RunsSeveralScriptsAtOnce)
-{
-    FreedesktopScriptRunner runner(layout, Elevation::none);
-    const QString path = pipe();
-    ScriptOutcome reader;
-    ScriptOutcome writer;
-    QCoro::Task<> reading = store(&runner, sourceOf(u"cat '"_s + path + u"'"_s), &reader);
-    runTask(store(&runner, sourceOf(u"echo met > '"_s + path + u"'"_s), &writer));
-    runTask(std::move(reading));
-    EXPECT_EQ(reader.result, u"met"_s);
-    EXPECT_EQ(writer.result, u""_s);
-}
-
-TEST_F(ScriptRunnerTest, OutlivesItsRunnerAndLetsTheEventLoopTurn)
+TEST_F(ScriptRunnerTest, RunsScriptsConcurrentlyAndBeyondItsLifetime)
 {
     auto runner = std::make_unique<FreedesktopScriptRunner>(layout, Elevation::none);
     const QString path = pipe();
-    ScriptOutcome outcome;
-    QCoro::Task<> task = store(runner.get(), sourceOf(u"head -n 1 '"_s + path + u"'"_s), &outcome);
+    ScriptOutcome first;
+    ScriptOutcome second;
+    QCoro::Task<> reading = storeResult(runner->execute(sourceOf(u"cat '"_s + path + u"'"_s)), &first);
+    EXPECT_EQ(run(*runner, u"echo met > '"_s + path + u"'"_s), u""_s);
+    runTask(std::move(reading));
+    EXPECT_EQ(first.result, u"met"_s);
+
+    reading = storeResult(runner->execute(sourceOf(u"head -n 1 '"_s + path + u"'"_s)), &second);
     runner.reset();
     QFile keptOpen(path);
     ASSERT_TRUE(keptOpen.open(QIODevice::ReadWrite | QIODevice::Unbuffered));
-    QTimer::singleShot(0, qApp, [&keptOpen] { keptOpen.write("turned\n"); });
-    runTask(std::move(task));
-    EXPECT_EQ(outcome.result, u"turned"_s);
+    QTimer::singleShot(0, qApp, [&keptOpen] { keptOpen.write("event loop\n"); });
+    runTask(std::move(reading));
+    EXPECT_EQ(second.result, u"event loop"_s);
 }
 
-/// Runs in a process of its own, started by the test below.
+/// Runs in a separate process, started by the test below.
 TEST_F(ScriptRunnerTest, DISABLED_EndsWhileAScriptRuns)
 {
     FreedesktopScriptRunner runner(layout, Elevation::none);
     static ScriptOutcome never;
-    store(&runner, sourceOf(qEnvironmentVariable("ORV_TEST_COMMAND")), &never);
+    storeResult(runner.execute(sourceOf(qEnvironmentVariable("ORV_TEST_COMMAND"))), &never);
     turnEventLoop();
 }
 
-TEST_F(ScriptRunnerTest, TheApplicationMayEndWhileAScriptRuns)
+TEST_F(ScriptRunnerTest, TheApplicationCanQuitWhileAScriptRuns)
 {
     const QString path = pipe();
     QProcess application;
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(u"ORV_TEST_COMMAND"_s, u"cat '%1' > '%1.out' && mv '%1.out' '%1.done'"_s.arg(path));
-    // What waits for the script is left to the system on purpose, it is no leak.
+    // On purpose the suspended coroutine is never freed.
     environment.insert(u"ASAN_OPTIONS"_s, u"detect_leaks=0"_s);
     application.setProcessEnvironment(environment);
     application.start(
@@ -328,7 +264,7 @@ TEST_F(ScriptRunnerTest, TheApplicationMayEndWhileAScriptRuns)
     EXPECT_EQ(application.exitStatus(), QProcess::NormalExit);
     EXPECT_EQ(application.exitCode(), 0) << application.readAllStandardError().constData();
     QFile writer(path);
-    ASSERT_TRUE(writer.open(QIODevice::WriteOnly | QIODevice::Unbuffered)); // waits for the script to read
+    ASSERT_TRUE(writer.open(QIODevice::WriteOnly | QIODevice::Unbuffered)); // blocks until the script reads
     writer.write("still here");
     writer.close();
     EXPECT_TRUE(QTest::qWaitFor([&] { return root.exists(u"/pipe.done"); }, 20'000));

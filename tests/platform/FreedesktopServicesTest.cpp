@@ -33,12 +33,9 @@ using namespace platform;
 
 namespace {
 
+constexpr const char* kFolderVariables[] = {"HOME", "XDG_DATA_HOME", "XDG_CONFIG_HOME", "XDG_CACHE_HOME",
+                                            "XDG_RUNTIME_DIR"};
 const QString kAgent = u"com.yourcompany.Orvanlite.helper-agent"_s;
-
-void makeExecutable(const QString& path)
-{
-    QFile(path).setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-}
 
 class ServicesTest : public testing::Test {
 protected:
@@ -49,7 +46,7 @@ protected:
 
 } // namespace
 
-TEST_F(ServicesTest, DefaultsReachTheFileAndOtherProcesses)
+TEST_F(ServicesTest, DefaultsAreSharedThroughAFile)
 {
     FreedesktopDefaultsStore store(layout);
     Defaults* suite = store.suite(u"com.yourcompany.Orvanlite"_s);
@@ -60,8 +57,8 @@ TEST_F(ServicesTest, DefaultsReachTheFileAndOtherProcesses)
     EXPECT_FALSE(suite->value(u"enabledPluginCount"_s).isValid());
     suite->setValue(u"enabledPluginCount"_s, 41);
     EXPECT_EQ(root.content(file), "[General]\nenabledPluginCount=41\n");
-    // Another process writes, and is then told nothing new.
-    root.addFile(file, "[General]\nenabledPluginCount=1042\n; kept as long as nothing is written\n");
+    // Another process writes the value that is set next.
+    root.addFile(file, "[General]\nenabledPluginCount=1042\n; kept while nothing is written\n");
     EXPECT_EQ(suite->value(u"enabledPluginCount"_s).toInt(), 1042);
     suite->setValue(u"enabledPluginCount"_s, 1042);
     EXPECT_TRUE(root.content(file).contains("; kept"));
@@ -75,16 +72,14 @@ TEST_F(ServicesTest, DefaultsReachTheFileAndOtherProcesses)
     FreedesktopDefaultsStore again(layout);
     for (auto each = values.cbegin(); each != values.cend(); ++each)
         EXPECT_EQ(again.standard().value(each.key()), each.value());
-}
 
-TEST_F(ServicesTest, DefaultsWithoutAFolder)
-{
-    FreedesktopDefaultsStore store(layout);
-    EXPECT_EQ(store.suite(u"../x"_s), nullptr);
-    root.addFile(u"/Users/tester/.config", "in the way");
-    EXPECT_EQ(store.suite(u"com.yourcompany.Orvanlite"_s), nullptr);
-    store.standard().setValue(u"onboardingComplete"_s, true);
-    EXPECT_EQ(root.content(u"/Users/tester/.config"), "in the way");
+    files.remove(layout.configuration);
+    root.addFile(u"/Users/tester/.config", "not a folder");
+    FreedesktopDefaultsStore unusable(layout);
+    EXPECT_EQ(unusable.suite(u"../x"_s), nullptr);
+    EXPECT_EQ(unusable.suite(u"com.yourcompany.Orvanlite"_s), nullptr);
+    unusable.standard().setValue(u"onboardingComplete"_s, true);
+    EXPECT_EQ(root.content(u"/Users/tester/.config"), "not a folder");
 }
 
 TEST_F(ServicesTest, LoginItemIsAnAutostartEntry)
@@ -115,37 +110,31 @@ TEST_F(ServicesTest, LoginItemIsAnAutostartEntry)
     EXPECT_EQ(desktopEntryExec(u"/a b/\"`\\%"_s), uR"("/a b/\\"\\`\\\\%%")"_s);
 }
 
-TEST_F(ServicesTest, TellsWhetherRightsCanBeAskedFor)
+TEST_F(ServicesTest, DetectsThePasswordPrompt)
 {
     const QByteArray path = qgetenv("PATH");
     const QString tools = root.at(u"/tools");
-    root.addFile(u"/tools/pkexec", "#!/bin/sh\n");
-    ASSERT_TRUE(QFile::setPermissions(tools + u"/pkexec"_s, QFile::ReadOwner | QFile::ExeOwner));
-    const struct {
-        const char* process;
-        bool isRoot;
-        bool hasTool;
-        bool wanted;
-        uid_t owner = geteuid();
-    } rows[] = {
-        {"bash", true, false, true},
-        {"/usr/lib/polkit-gnome/polkit-gnome-authentication-agent-1", false, true, true},
-        {"lxqt-policykit-agent", false, true, true},
-        {"/usr/bin/gnome-shell", false, true, true},
-        {"/usr/bin/gnome-shell", false, true, false, 54321}, // of the login screen
-        {"lxqt-policykit-agent", false, false, false},
-        {"/usr/lib/polkit-1/polkitd", false, true, false},
-        {"/polkit/bash", false, true, false},
-        {"", false, true, false}, // of the kernel
+    root.addScript(u"/tools/pkexec", {});
+    const uid_t own = geteuid();
+    const std::tuple<QByteArray, bool, bool, uid_t, bool> rows[] = {
+        {"bash", true, false, own, true},
+        {"/usr/lib/polkit-gnome/polkit-gnome-authentication-agent-1", false, true, own, true},
+        {"lxqt-policykit-agent", false, true, own, true},
+        {"/usr/bin/gnome-shell", false, true, own, true},
+        {"/usr/bin/gnome-shell", false, true, 54321, false}, // of the login screen
+        {"lxqt-policykit-agent", false, false, own, false},
+        {"/usr/lib/polkit-1/polkitd", false, true, own, false},
+        {"/polkit/bash", false, true, own, false},
+        {"", false, true, own, false}, // a kernel thread
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.process);
-        qputenv("PATH", row.hasTool ? tools.toUtf8() : root.at(u"/none").toUtf8());
-        root.addFile(u"/proc/self/cmdline", "polkit-agent"); // no process
-        root.addFile(u"/proc/42/cmdline", QByteArray(row.process) + '\0' + "polkit-argument" + '\0');
-        if (::chown(root.at(u"/proc/42").toUtf8().constData(), row.owner, getegid()) != 0)
+    root.addFile(u"/proc/self/cmdline", "polkit-agent"); // not a process
+    for (const auto& [process, isRoot, hasTool, owner, wanted] : rows) {
+        qputenv("PATH", hasTool ? tools.toUtf8() : root.at(u"/none").toUtf8());
+        root.addFile(u"/proc/42/cmdline", process + '\0' + "polkit-argument" + '\0');
+        if (::chown(root.at(u"/proc/42").toUtf8().constData(), owner, getegid()) != 0)
             continue; // only root can
-        EXPECT_EQ(FreedesktopDiskAccess(row.isRoot, root.at(u"/proc")).isGranted(), row.wanted);
+        EXPECT_EQ(FreedesktopDiskAccess(isRoot, root.at(u"/proc")).isGranted(), wanted)
+            << process.constData();
     }
     qputenv("PATH", path);
 }
@@ -186,7 +175,7 @@ TEST_F(ServicesTest, OpensBundlesByTheirExecutable)
     EXPECT_EQ(launcher.starts, wanted);
 }
 
-TEST_F(ServicesTest, FindsAndEndsRunningApplications)
+TEST_F(ServicesTest, FindsAndTerminatesRunningApplications)
 {
     QProcess processes[2];
     const auto start = [&](QProcess& process, const QString& name, const QByteArray& plist) {
@@ -207,7 +196,7 @@ TEST_F(ServicesTest, FindsAndEndsRunningApplications)
                   [&](const RunningApplication& each) { return !each.bundlePath.startsWith(root.path()); });
     const RunningApplication agent{processes[0].processId(), kAgent, root.at(u"/Agent.app")};
     EXPECT_EQ(ours, std::vector{agent});
-    // The number has gone to another program since.
+    // This process id belongs to another program by now.
     workspace.terminate({processes[1].processId(), kAgent, agent.bundlePath});
     workspace.terminate({0, kAgent, {}});
     workspace.terminate({-1, kAgent, {}});
@@ -217,37 +206,33 @@ TEST_F(ServicesTest, FindsAndEndsRunningApplications)
     EXPECT_EQ(processes[0].exitCode(), SIGTERM);
     processes[1].kill();
     EXPECT_TRUE(processes[1].waitForFinished());
-    EXPECT_EQ(processes[1].exitCode(), SIGKILL) << "ended before that";
+    EXPECT_EQ(processes[1].exitCode(), SIGKILL) << "not terminated before";
 }
 
-TEST_F(ServicesTest, StartsProgramsOrSaysWhyNot)
+TEST_F(ServicesTest, StartsProgramsOrThrows)
 {
     DetachedLauncher launcher;
-    root.addFile(u"/run.sh", "#!/bin/sh\nprintf '%s|' \"$@\" > \"$0.out\" && mv \"$0.out\" \"$0.done\"\n");
-    makeExecutable(root.at(u"/run.sh"));
+    root.addScript(u"/run.sh", "printf '%s|' \"$@\" > \"$0.out\" && mv \"$0.out\" \"$0.done\"\n");
     launcher.start(root.at(u"/run.sh"), {u"a b"_s, u"'ü"_s, QString()});
     EXPECT_TRUE(QTest::qWaitFor([&] { return root.exists(u"/run.sh.done"); }, 20'000));
     EXPECT_EQ(root.content(u"/run.sh.done"), "a b|'ü||");
     root.addFile(u"/plain");
-    const std::pair<QString, int> rows[] = {{u"orvanlite-no-such-program"_s, ENOENT},
-                                            {root.at(u"/plain"), EACCES}};
-    for (const auto& [program, code] : rows) {
-        int failure = 0;
+    for (const auto& [program, code] :
+         {std::pair(u"orvanlite-no-such-program"_s, ENOENT), {root.at(u"/plain"), EACCES}}) {
         try {
             launcher.start(program, {});
+            ADD_FAILURE() << program.toStdString();
         } catch (const FileError& error) {
-            failure = error.code;
+            EXPECT_EQ(error.code, code) << program.toStdString();
         }
-        EXPECT_EQ(failure, code) << program.toStdString();
     }
 }
 
-TEST(Layout, FollowsTheSurroundings)
+TEST(Layout, FollowsTheEnvironment)
 {
     const TempRoot root;
-    const char* names[] = {"HOME", "XDG_DATA_HOME", "XDG_CONFIG_HOME", "XDG_CACHE_HOME", "XDG_RUNTIME_DIR"};
     std::vector<QByteArray> before;
-    for (const char* name : names) {
+    for (const char* name : kFolderVariables) {
         before.push_back(qgetenv(name));
         qunsetenv(name);
     }
@@ -260,14 +245,14 @@ TEST(Layout, FollowsTheSurroundings)
     qputenv("XDG_RUNTIME_DIR", root.at(u"/run").toUtf8());
     QStringList ofSession;
     for (const mode_t mode : {0700, 0755}) {
-        ::chmod(root.at(u"/run").toUtf8().constData(), mode);
+        root.setMode(u"/run", mode);
         ofSession.append(SystemLayout::ofThisMachine().temporary);
     }
     for (std::size_t i = 0; i < before.size(); ++i) {
         if (before[i].isNull())
-            qunsetenv(names[i]);
+            qunsetenv(kFolderVariables[i]);
         else
-            qputenv(names[i], before[i]);
+            qputenv(kFolderVariables[i], before[i]);
     }
     EXPECT_FALSE(layout.isSandbox());
     EXPECT_EQ(layout.home, root.at(u"/Users/tester"));
@@ -275,22 +260,21 @@ TEST(Layout, FollowsTheSurroundings)
     EXPECT_EQ(layout.configuration, root.at(u"/Users/tester/.config"));
     EXPECT_EQ(layout.temporary, u"/cache/Orvanlite/tmp"_s);
     EXPECT_EQ(ofSession[0], root.at(u"/run/Orvanlite/tmp"));
-    EXPECT_EQ(ofSession[1], u"/cache/Orvanlite/tmp"_s) << "others have access to the session's";
+    EXPECT_EQ(ofSession[1], u"/cache/Orvanlite/tmp"_s) << "others can access the folder of the session";
     EXPECT_EQ(layout.desktop, root.at(u"/Users/tester/Schreibtisch"));
     EXPECT_EQ(layout.centralDisabledDirectory(), u"/Library/Audio/Plug-Ins/Disabled"_s);
     EXPECT_TRUE(layout.isInSystemLibrary(u"/Library Backup/x"_s));
     EXPECT_FALSE(layout.isInSystemLibrary(root.at(u"/Library/x")));
     EXPECT_TRUE(root.layout().isInSystemLibrary(root.at(u"/Library/x")));
-    EXPECT_EQ(root.layout().chflags(), u"/bin/chflags"_s) << "it is to be started in a sandbox too";
+    EXPECT_EQ(root.layout().chflags(), u"/bin/chflags"_s) << "a sandbox uses the real one";
 }
 
-TEST(Layout, WithoutAHomeFolderNothingIsTheUsers)
+TEST(Layout, HasNoUserFoldersWithoutAHomeFolder)
 {
     if (geteuid() != 0)
-        GTEST_SKIP() << "only root can become a user that the system does not know";
+        GTEST_SKIP() << "only root can become an unknown user";
     const auto check = [] {
-        for (const char* name :
-             {"HOME", "XDG_DATA_HOME", "XDG_CONFIG_HOME", "XDG_CACHE_HOME", "XDG_RUNTIME_DIR"})
+        for (const char* name : kFolderVariables)
             qunsetenv(name);
         constexpr uid_t kUnknown = 54321;
         if (setuid(kUnknown) != 0)
@@ -307,26 +291,26 @@ TEST_F(ServicesTest, AreBuiltTogether)
 {
     const QString left = layout.temporary.sliced(root.path().size()) + u"/orvanlite_batch_1.sh"_s;
     makePrivateFolder(layout.temporary);
-    root.addFile(left);
-    const std::array longAgo{timespec{1, 0}, timespec{1, 0}};
-    ::utimensat(AT_FDCWD, root.at(left).toUtf8().constData(), longAgo.data(), 0);
+    const auto addOldFile = [&] {
+        root.addFile(left);
+        const std::array longAgo{timespec{1, 0}, timespec{1, 0}};
+        ::utimensat(AT_FDCWD, root.at(left).toUtf8().constData(), longAgo.data(), 0);
+    };
+    addOldFile();
     EXPECT_NE(makePlatformServices(layout, Elevation::none), nullptr);
     EXPECT_TRUE(root.exists(left)) << "the helper agent has no batches";
     EXPECT_NE(makePlatformServices(layout, Elevation::ask), nullptr);
     EXPECT_FALSE(root.exists(left));
-    root.addFile(left);
-    ::utimensat(AT_FDCWD, root.at(left).toUtf8().constData(), longAgo.data(), 0);
+    addOldFile();
     SystemLayout ofSession = layout;
     ofSession.temporary = root.at(u"/run/Orvanlite/tmp");
     EXPECT_NE(makePlatformServices(ofSession, Elevation::ask), nullptr);
-    EXPECT_FALSE(root.exists(left)) << "of a run before, without the session's folder";
+    EXPECT_FALSE(root.exists(left)) << "from an earlier run without the folder of the session";
     QDir().rmdir(layout.temporary);
     const auto services = makePlatformServices(layout, Elevation::none);
     const Platform platform = services->platform();
     EXPECT_EQ(platform.layout, layout);
-    struct stat status {};
-    ASSERT_EQ(::stat(layout.temporary.toUtf8().constData(), &status), 0);
-    EXPECT_EQ(status.st_mode & 0777, 0700U);
+    EXPECT_EQ(statusOf(layout.temporary).st_mode & 0777, 0700U);
     EXPECT_EQ(platform.mainBundle.bundlePath(),
               QFileInfo(QCoreApplication::applicationFilePath()).canonicalPath());
     runTask(platform.clock.sleepFor(std::chrono::milliseconds(-5)));
@@ -344,7 +328,7 @@ TEST_F(ServicesTest, OneProcessHoldsALock)
         ::waitpid(child, &status, 0);
         return WEXITSTATUS(status) == 1;
     };
-    ::chmod(root.path().toUtf8().constData(), 0755);
+    root.setMode(u"", 0755);
     const uid_t other = ::geteuid() == 0 ? 4711 : ::geteuid(); // only root can become another
     EXPECT_TRUE(isOnlyOne(lock, ::geteuid()));
     EXPECT_TRUE(isOnlyOne(lock, other)) << "the one before has ended";

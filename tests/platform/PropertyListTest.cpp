@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <QStringConverter>
+
 #include <array>
 #include <random>
 
@@ -24,7 +26,7 @@ constexpr std::array kFields{
     PropertyListField{"parts"_L1, "name"_L1},
 };
 
-/// The three answers as one text; "-" for an absent one, "nothing" for no list at all.
+/// The three answers as one text; "-" for an absent one, "nothing" for an invalid list.
 QString answers(const QByteArray& data)
 {
     const auto texts = readPropertyList(data, kFields);
@@ -42,16 +44,15 @@ struct Case {
     QString wanted;
 };
 
-/// Lists written the usual way are read by a short way of their own; a comment behind the root sends the same list
-/// through the full parser.
-const QByteArray kLongWay = "<!---->";
+/// Lists in the usual format are read by a fast parser. With a comment after the root, the full parser reads them.
+const QByteArray kFullParser = "<!---->";
 
 void expectAll(const std::vector<Case>& cases)
 {
     for (const Case& each : cases) {
         SCOPED_TRACE(each.name);
         EXPECT_EQ(answers(each.data), each.wanted);
-        const QByteArray other = each.data.startsWith("bplist") ? each.data : each.data + kLongWay;
+        const QByteArray other = each.data.startsWith("bplist") ? each.data : each.data + kFullParser;
         EXPECT_EQ(answers(other), each.wanted);
     }
 }
@@ -73,7 +74,7 @@ TEST(PropertyListXml, Answers)
         {"no wrapper", "<dict>" + id + "</dict>", u"- [i] -"_s},
         {"empty root", "<plist><dict/></plist>", u"- - -"_s},
         {"empty texts", inRoot("<key>version</key><string/><key>id</key><string></string>"), u"[] [] -"_s},
-        {"blanks stay", inRoot("<key>id</key><string> \n i\t</string>"), u"- [ \n i\t] -"_s},
+        {"whitespace is kept", inRoot("<key>id</key><string> \n i\t</string>"), u"- [ \n i\t] -"_s},
         {"other types", inRoot("<key>version</key><integer>1</integer><key>id</key><dict/>"), u"- - -"_s},
         {"deeper keys are others",
          inRoot("<key>x</key><dict><key>id</key><string>no</string></dict>"
@@ -92,8 +93,9 @@ TEST(PropertyListXml, Answers)
          u"- [<<&>AB\"] -"_s},
         {"processing instruction", inRoot("<?x y?>" + id) + "<?x y?>\n", u"- [i] -"_s},
         {"combining accent", inRoot("<key>id</key><string>e\xCC\x81</string>"), u"- [e\u0301] -"_s},
-        {"UTF-8 mark", "\xEF\xBB\xBF" + inRoot(id), u"- [i] -"_s},
-        {"UTF-8 mark in a text", inRoot("<key>id</key><string>\xEF\xBB\xBFi</string>"), u"- [\uFEFFi] -"_s},
+        {"byte order mark", "\xEF\xBB\xBF" + inRoot(id), u"- [i] -"_s},
+        {"byte order mark in a text", inRoot("<key>id</key><string>\xEF\xBB\xBFi</string>"),
+         u"- [\uFEFFi] -"_s},
         {"Latin-1 declared",
          "<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?><dict><key>id</key><string>\xE9</string></dict>",
          u"- [\u00E9] -"_s},
@@ -136,7 +138,7 @@ TEST(PropertyListXml, TextsInTheFirstDictionary)
     });
 }
 
-TEST(PropertyListXml, RefusesWhatIsNotWellFormed)
+TEST(PropertyListXml, RejectsMalformedLists)
 {
     const QByteArray good = inRoot("<key>id</key><string>i</string>");
     const QByteArrayList badMembers =
@@ -169,69 +171,64 @@ TEST(PropertyListXml, RefusesWhatIsNotWellFormed)
     for (const QByteArray& data : bad) {
         SCOPED_TRACE(data.toStdString());
         EXPECT_EQ(answers(data), u"nothing"_s);
-        EXPECT_EQ(answers(data + kLongWay), u"nothing"_s);
+        EXPECT_EQ(answers(data + kFullParser), u"nothing"_s);
     }
     for (qsizetype size = 0; size < good.size(); ++size)
         EXPECT_EQ(answers(good.first(size)), u"nothing"_s) << "cut off after " << size;
     EXPECT_EQ(answers(good), u"- [i] -"_s);
 }
 
-TEST(PropertyListXml, ReadsUtf16WithAndWithoutMark)
+TEST(PropertyListXml, ReadsUtf16WithAndWithoutByteOrderMark)
 {
     const QString text =
         u"<?xml version=\"1.0\" encoding=\"UTF-16\"?><dict><key>id</key><string>\u00E9\U0001F3B9</string></dict>"_s;
-    QByteArray big;
-    QByteArray little;
-    for (const QChar unit : text) {
-        big += bigEndian(unit.unicode(), 2);
-        little +=
-            QByteArray(1, static_cast<char>(unit.unicode() & 0xFF)) + static_cast<char>(unit.unicode() >> 8);
+    for (const auto encoding : {QStringConverter::Utf16BE, QStringConverter::Utf16LE}) {
+        for (const auto flag : {QStringConverter::Flag::Default, QStringConverter::Flag::WriteBom})
+            EXPECT_EQ(answers(QStringEncoder(encoding, flag)(text)), u"- [\u00E9\U0001F3B9] -"_s);
     }
-    for (const QByteArray& data : {"\xFE\xFF" + big, "\xFF\xFE" + little, big, little})
-        EXPECT_EQ(answers(data), u"- [\u00E9\U0001F3B9] -"_s);
 }
 
-TEST(PropertyListXml, BothWaysAgree)
+TEST(PropertyListXml, BothParsersAgree)
 {
-    const QByteArray doctype =
-        R"(<!DOCTYPE plist PUBLIC "-//Apple//DTD PLIST 1.0//EN" "http://www.apple.com/DTDs/PropertyList-1.0.dtd">)";
-    const QByteArray head = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n" + doctype;
-    const QByteArrayList seed =
-        QByteArray(head + "|\n|<plist version=\"1.0\">|<dict>|<key>|id|</key>|<string>|i \xC3\xA9|"
-                          "</string>|<key>|parts|</key>|<array>|<dict>|<key>|name|</key>|<string>|n|"
-                          "</string>|</dict>|</array>|<key>|version|</key>|<integer>|1|</integer>|"
-                          "</dict>|</plist>|\n")
-            .split('|');
+    QByteArrayList seed; // every tag and text
+    const QByteArray list =
+        infoPlist({{u"id"_s, u"i \u00E9"_s}},
+                  "<key>parts</key><array><dict><key>name</key><string>n</string></dict></array>"
+                  "<key>version</key><integer>1</integer>");
+    for (const QByteArray& piece : QByteArray(list).replace('<', "|<").replace('>', ">|").split('|')) {
+        if (!piece.isEmpty())
+            seed.append(piece);
+    }
     const QByteArrayList others =
         seed +
         QByteArray(
             "| |\t\n|\r\n|<dict/>|<true/>|<string/>|<array/>|<plist>|<plist/>|<dict >|</dict >|<key/>|<!--c-->|"
             "<?p?>|&amp;|]]>|<|>|/|\xC3|\xEF\xBF\xBF|\x01|<b/>|<dict a=\"b\">|<![CDATA[c]]>|<dict//>|< dict>|"
             "<//dict>|\xEF\xBB\xBF|" +
-            QByteArray(doctype).replace("Apple", "Apple Computer"))
+            QByteArray(seed[2]).replace("Apple", "Apple Computer"))
             .split('|');
     int understood = 0;
     const auto compare = [&understood](const QByteArrayList& pieces) {
         const QByteArray data = pieces.join();
-        const QString plain = answers(data);
-        EXPECT_EQ(plain, answers(data + kLongWay)) << data.toStdString();
-        understood += plain == u"nothing"_s ? 0 : 1;
+        const QString fast = answers(data);
+        EXPECT_EQ(fast, answers(data + kFullParser)) << data.toStdString();
+        understood += fast == u"nothing"_s ? 0 : 1;
     };
-    for (qsizetype place = 0; place < seed.size(); ++place) {
+    for (qsizetype at = 0; at < seed.size(); ++at) {
         for (const QByteArray& other : others) {
             QByteArrayList pieces = seed;
-            pieces.insert(place, other);
+            pieces.insert(at, other);
             compare(pieces);
-            pieces.removeAt(place + 1);
+            pieces.removeAt(at + 1);
             compare(pieces);
-            pieces.removeAt(place);
+            pieces.removeAt(at);
             compare(pieces);
         }
     }
     EXPECT_GT(understood, 300);
 }
 
-TEST(PropertyListXml, BombsEndAtOnceAndDepthCostsNoStack)
+TEST(PropertyListXml, SurvivesEntityBombsAndDeepNesting)
 {
     QByteArray bomb = "<!DOCTYPE plist [<!ENTITY e0 \"0123456789\">";
     for (int i = 1; i < 12; ++i) {
@@ -248,11 +245,11 @@ TEST(PropertyListXml, BombsEndAtOnceAndDepthCostsNoStack)
     const QByteArray closed = QByteArray("</array>").repeated(depth);
     const QByteArray deep = inRoot("<key>parts</key>" + opened + closed + id);
     EXPECT_EQ(answers(deep), u"- [i] -"_s);
-    EXPECT_EQ(answers(deep + kLongWay), u"- [i] -"_s);
+    EXPECT_EQ(answers(deep + kFullParser), u"- [i] -"_s);
     EXPECT_EQ(answers(inRoot("<key>parts</key>" + opened)), u"nothing"_s);
 }
 
-/// A list with all three answers, and long enough texts and enough members for counts behind the marker.
+/// A list with all three answers, whose texts and members are too many for a count within the marker.
 QByteArray fullBinary(int referenceSize, int offsetSize)
 {
     const auto references = [referenceSize](const QList<int>& numbers) {
@@ -271,7 +268,7 @@ QByteArray fullBinary(int referenceSize, int offsetSize)
                               referenceSize, offsetSize);
 }
 
-TEST(PropertyListBinary, ReadsEveryWidthAndRefusesCutFiles)
+TEST(PropertyListBinary, ReadsEveryWidthAndRejectsTruncatedFiles)
 {
     const QString wanted = u"[1] [\u00E9\U0001F3B9] [Maker: Plugin of a long name]"_s;
     for (int referenceSize = 1; referenceSize <= 8; ++referenceSize) {
@@ -311,8 +308,7 @@ TEST(PropertyListBinary, Answers)
         {"key is a number", list({"\x10\x05", "\xD1\0\0"_ba}), u"nothing"_s},
         {"value reference outside", list({"\x51x", "\xD1\0\2"_ba}), u"nothing"_s},
         {"inner reference outside", parts("\xA1\x63"), u"nothing"_s},
-        {"reference outside below another key", list({"\x51x", "\x51y", "\xD1\1\x63", "\xD1\0\2"_ba}),
-         u"nothing"_s},
+        {"nested reference outside", list({"\x51x", "\x51y", "\xD1\1\x63", "\xD1\0\2"_ba}), u"nothing"_s},
         {"huge count of text", id("\x5F\x13\x7F\xFF\xFF\xFF\xFF\xFF\xFF\xFFx"), u"nothing"_s},
         {"huge count of units", id("\x6F\x13\x80\0\0\0\0\0\0\1"_ba), u"nothing"_s},
         {"huge count of members", parts("\xAF\x13\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF"), u"nothing"_s},
@@ -322,7 +318,7 @@ TEST(PropertyListBinary, Answers)
     });
 }
 
-TEST(PropertyListBinary, RefusesFalseTrailers)
+TEST(PropertyListBinary, RejectsInvalidTrailers)
 {
     constexpr quint64 kHuge = ~quint64(0);
     const std::pair<int, QByteArray> rows[] = {
@@ -347,10 +343,9 @@ TEST(PropertyListBinary, RefusesFalseTrailers)
     EXPECT_EQ(answers("bplist00" + QByteArray(32, '\0')), u"nothing"_s);
 }
 
-TEST(PropertyListBinary, SharedReferencesCostNothing)
+TEST(PropertyListBinary, ReadsSharedReferencesQuickly)
 {
-    // As many equal keys as references fit, each naming the one list with as many references to one dictionary, and
-    // that has as many keys that name one long text.
+    // Many equal keys refer to one list, which refers many times to one dictionary with many references to one text.
     constexpr int kMany = 200'000;
     const auto counted = [](char marker) { return marker + ("\x12" + bigEndian(kMany, 4)); };
     const auto many = [](quint64 number) { return bigEndian(number, 2).repeated(kMany); };
@@ -362,7 +357,7 @@ TEST(PropertyListBinary, SharedReferencesCostNothing)
               u"- - ["_s + QString::fromLatin1(text) + u']');
 }
 
-/// Damage of every kind must neither crash nor write outside; the sanitizers watch.
+/// Run with sanitizers, this finds invalid memory accesses.
 TEST(PropertyList, SurvivesDamagedBytes)
 {
     const QByteArray seeds[] = {
@@ -383,13 +378,13 @@ TEST(PropertyList, SurvivesDamagedBytes)
                 data[below(data.size())] = below(3) == 0 ? '\xFF' : static_cast<char>(random());
             if (below(8) == 0)
                 data.truncate(below(data.size()));
-            // A copy of exactly the size, so that a byte read behind it is noticed.
+            // A copy of the exact size, so that reads beyond its end are detected.
             const std::vector<char> exact(data.begin(), data.end());
             const auto texts = readPropertyList({exact.data(), data.size()}, kFields);
             understood += texts && texts->size() == kFields.size() ? 1 : 0;
         }
     }
-    EXPECT_GT(understood, 100); // the damage is small enough to get past the first check
+    EXPECT_GT(understood, 100);
 }
 
 } // namespace

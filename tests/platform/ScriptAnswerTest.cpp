@@ -1,8 +1,7 @@
 #include "platform/ScriptAnswer.h"
+#include "platform/AdministratorScript.h"
 #include "platform/posix/ChildScriptRunner.h"
 #include "support/Fakes.h"
-
-#include <QFile>
 
 #include <gtest/gtest.h>
 
@@ -14,110 +13,118 @@ using platform::ScriptOutcome;
 
 namespace {
 
-const ScriptErrorDictionary kCancelled{
-    {u"NSAppleScriptErrorAppName"_s, u"Orvanlite"_s},
-    {u"NSAppleScriptErrorBriefMessage"_s, u"User canceled."_s},
-    {u"NSAppleScriptErrorMessage"_s, u"User canceled."_s},
-    {u"NSAppleScriptErrorNumber"_s, u"-128"_s},
-    {u"NSAppleScriptErrorRange"_s, u"NSRange: {0, 61}"_s},
-};
-
-/// Runs the source with a helper of these shell lines.
+/// The outcome of a source that is run by a helper of these shell lines.
 ScriptOutcome runWith(const QByteArray& lines, const QString& source)
 {
     const TempRoot root;
-    root.addFile(u"/helper", "#!/bin/sh\n" + lines + '\n');
-    QFile::setPermissions(root.at(u"/helper"), QFile::ReadOwner | QFile::ExeOwner);
+    if (!lines.isEmpty())
+        root.addScript(u"/helper", lines + '\n');
     platform::ChildScriptRunner runner(root.at(u"/helper"));
-    ScriptOutcome outcome;
-    const auto keep = [](platform::ScriptRunner* from, QString text, ScriptOutcome* into) -> QCoro::Task<> {
-        *into = co_await from->execute(text);
-    };
-    runTask(keep(&runner, source, &outcome));
-    return outcome;
+    return resultOf(runner.execute(source));
 }
 
 } // namespace
 
-TEST(ScriptAnswer, OutcomesSurviveTheWayThroughThePipe)
+TEST(AdministratorScript, AcceptsOneSentenceWithoutEscapes)
 {
-    const struct {
-        const char* name;
-        ScriptOutcome outcome;
-        QByteArray wanted;
-    } rows[] = {
-        {"nothing came of it", {}, "{}"},
-        {"a result without a text", {u""_s, {}}, R"({"result":""})"},
-        {"lines, quotes and other scripts",
-         {u"a\n\"b\"\\\t\u0001é\U0001F50A"_s, {}},
-         "{\"result\":\"a\\n\\\"b\\\"\\\\\\t\\u0001é\U0001F50A\"}"},
-        {"an empty error", {{}, ScriptErrorDictionary{}}, R"({"error":{}})"},
-        {"an error with all its keys",
-         {{}, kCancelled},
-         R"({"error":{"NSAppleScriptErrorAppName":"Orvanlite","NSAppleScriptErrorBriefMessage":"User canceled.",)"
-         R"("NSAppleScriptErrorMessage":"User canceled.","NSAppleScriptErrorNumber":"-128",)"
-         R"("NSAppleScriptErrorRange":"NSRange: {0, 61}"}})"},
-        {"both", {u"x"_s, ScriptErrorDictionary{{u"a"_s, u"b"_s}}}, R"({"error":{"a":"b"},"result":"x"})"},
+    const QString nul(1, QChar::Null);
+    // The command, the number of the error, or 0 for another script.
+    const std::pair<QString, std::variant<QString, int>> rows[] = {
+        {u"do shell script \"mv 'a b' 'ü'\" with administrator privileges"_s, u"mv 'a b' 'ü'"_s},
+        {u"\n do shell script \"1\n2\" with administrator privileges \n"_s, u"1\n2"_s},
+        {uR"(do shell script "" with administrator privileges)"_s, u""_s},
+        {uR"(do shell script "a\"b" with administrator privileges)"_s, -2741},
+        {uR"(do shell script "rm -rf 'a\\b'" with administrator privileges)"_s, -2741},
+        {uR"(do shell script "a\)"_s, -2741},
+        {uR"(do shell script "mv 'it'"'"'s' 'x'" with administrator privileges)"_s, -2741},
+        {uR"(do shell script "rm 'a" & (beep) & "b'" with administrator privileges)"_s, -2741},
+        {uR"(do shell script "a"  with administrator privileges)"_s, -2741},
+        {uR"(do shell script "a with administrator privileges)"_s, -2741},
+        {u"do shell script \"a"_s + nul + u"b\" with administrator privileges"_s, -2741},
+        {uR"(do shell script "a")"_s, 0},
+        {uR"(tell application "System Events" to keystroke "\"")"_s, 0},
+        {QString(), 0},
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.name);
-        const QByteArray answer = encodeScriptAnswer(row.outcome);
-        EXPECT_EQ(answer, row.wanted);
-        EXPECT_EQ(platform::decodeScriptAnswer(answer), row.outcome);
+    for (const auto& [source, wanted] : rows) {
+        SCOPED_TRACE(source.toStdString());
+        const auto parsed = platform::parseAdministratorScript(source);
+        std::variant<QString, int> found = 0;
+        if (const auto* command = std::get_if<QString>(&parsed)) {
+            found = *command;
+        } else if (const auto* error = std::get_if<ScriptErrorDictionary>(&parsed)) {
+            found = error->value(u"NSAppleScriptErrorNumber"_s).toInt();
+            EXPECT_FALSE(error->value(u"NSAppleScriptErrorMessage"_s).isEmpty());
+        }
+        EXPECT_EQ(found, wanted);
     }
 }
 
-TEST(ScriptAnswer, WhatIsNoAnswerReadsAsNothing)
+TEST(ScriptRunner, DescribesTheWholeDictionary)
+{
+    EXPECT_EQ(platform::description({}), u"{\n}"_s);
+    EXPECT_EQ(platform::description({{u"NSAppleScriptErrorNumber"_s, u"-128"_s},
+                                     {u"NSAppleScriptErrorMessage"_s, u"mv: \"a\\b\":\nno such file"_s},
+                                     {u"Empty"_s, u""_s},
+                                     {u"Status"_s, u"1"_s}}),
+              u"{\n"
+              "    Empty = \"\";\n"
+              "    NSAppleScriptErrorMessage = \"mv: \\\"a\\\\b\\\":\\nno such file\";\n"
+              "    NSAppleScriptErrorNumber = \"-128\";\n"
+              "    Status = 1;\n"
+              "}"_s);
+}
+
+TEST(ScriptAnswer, DecodesWhatItEncodes)
+{
+    const ScriptOutcome rows[] = {
+        {},
+        {u""_s, {}},
+        {u"a\n\"b\"\\\t\u0001é\U0001F50A"_s, {}},
+        {{}, ScriptErrorDictionary{}},
+        {u"x"_s, platform::scriptError(u"User canceled."_s, -128)},
+    };
+    for (const ScriptOutcome& outcome : rows) {
+        const QByteArray answer = encodeScriptAnswer(outcome);
+        EXPECT_EQ(platform::decodeScriptAnswer(answer), outcome) << answer.constData();
+    }
+    EXPECT_EQ(platform::encodeScriptAnswer({u"a\n"_s, {}}), R"({"result":"a\n"})");
+}
+
+TEST(ScriptAnswer, IgnoresInvalidAnswers)
 {
     for (const char* answer :
          {"", "null", "[]", "7", "text", R"({"result":"cut o)", R"({"result":7,"error":"x"})",
-          R"({"result":null})", R"({"result":"a"}{"result":"b"})"}) {
-        SCOPED_TRACE(answer);
-        EXPECT_EQ(platform::decodeScriptAnswer(answer), ScriptOutcome());
-    }
+          R"({"result":null})", R"({"result":"a"}{"result":"b"})"})
+        EXPECT_EQ(platform::decodeScriptAnswer(answer), ScriptOutcome()) << answer;
     const ScriptOutcome outcome = platform::decodeScriptAnswer(R"({"error":{"Number":-128,"Message":"No"}})");
     EXPECT_EQ(outcome.error, (ScriptErrorDictionary{{u"Message"_s, u"No"_s}}));
 }
 
-TEST(ChildScriptRunner, HandsTheSourceToTheHelperAndReadsItsAnswer)
+TEST(ChildScriptRunner, PassesTheSourceToTheHelperAndReadsItsAnswer)
 {
     const QByteArray echo = R"sh(source=$(cat); printf '{"result":"%s"}' "$source")sh";
     const QString large(300'000, u'x');
     const ScriptOutcome stopped{
         {},
         platform::scriptError(u"The script was stopped before its end."_s, platform::kScriptGeneralError)};
-    const struct {
-        const char* name;
-        QByteArray helper;
-        QString source;
-        ScriptOutcome wanted;
-    } rows[] = {
-        {"result", echo, u"é of 'x'"_s, {u"é of 'x'"_s, {}}},
-        {"error",
-         R"sh(cat >/dev/null; echo '{"error":{"NSAppleScriptErrorNumber":"-128"}}')sh",
+    const std::tuple<QByteArray, QString, ScriptOutcome> rows[] = {
+        {echo, u"é of 'x'"_s, {u"é of 'x'"_s, {}}},
+        {R"sh(cat >/dev/null; echo '{"error":{"NSAppleScriptErrorNumber":"-128"}}')sh",
          u"x"_s,
          {{}, ScriptErrorDictionary{{u"NSAppleScriptErrorNumber"_s, u"-128"_s}}}},
-        {"more than a pipe holds, both ways", echo, large, {large, {}}},
-        {"helper that reads nothing", R"sh(echo '{"result":"done"}')sh", large, {u"done"_s, {}}},
-        {"killed behind its answer", R"sh(echo '{"result":"half"}'; kill -9 $$)sh", u"x"_s, stopped},
-        {"failed behind its answer", R"sh(echo '{"result":"half"}'; exit 1)sh", u"x"_s, stopped},
-        {"says nothing", "cat >/dev/null", u"x"_s, {}},
+        {echo, large, {large, {}}}, // larger than the buffer of a pipe, in both directions
+        {R"sh(echo '{"result":"done"}')sh", large, {u"done"_s, {}}},
+        {R"sh(echo '{"result":"half"}'; kill -9 $$)sh", u"x"_s, stopped},
+        {R"sh(echo '{"result":"half"}'; exit 1)sh", u"x"_s, stopped},
+        {"cat >/dev/null", u"x"_s, {}},
+        {"", u"x"_s, {}}, // no helper
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.name);
-        EXPECT_EQ(runWith(row.helper, row.source), row.wanted);
-    }
-    // Not even started: it would give a result.
+    for (const auto& [helper, source, wanted] : rows)
+        EXPECT_EQ(runWith(helper, source), wanted) << helper.constData();
+    // The helper is not started, otherwise there would be a result.
     const QString refused = uR"(do shell script "rm 'a\\b'" with administrator privileges)"_s;
     EXPECT_EQ(runWith(echo, refused).error.value_or(ScriptErrorDictionary())[u"NSAppleScriptErrorNumber"_s],
               u"-2741"_s);
-    platform::ChildScriptRunner missing(u"/nonexistent/helper"_s);
-    ScriptOutcome outcome{u"untouched"_s, {}};
-    const auto keep = [](platform::ScriptRunner* from, ScriptOutcome* into) -> QCoro::Task<> {
-        *into = co_await from->execute(u"x"_s);
-    };
-    runTask(keep(&missing, &outcome));
-    EXPECT_EQ(outcome, ScriptOutcome());
 }
 
 } // namespace orvanlite::test

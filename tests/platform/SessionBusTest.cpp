@@ -30,15 +30,6 @@ namespace {
 const QString kCount = u"com.yourcompany.Orvanlite.pluginCountChanged"_s;
 const QString kLaunch = u"com.yourcompany.Orvanlite.appDidLaunch"_s;
 
-/// Another program on the bus.
-struct OtherSide {
-    explicit OtherSide(const QString& address)
-        : bus(QDBusConnection::connectToBus(address, u"other"_s))
-    {}
-    ~OtherSide() { QDBusConnection::disconnectFromBus(u"other"_s); }
-    QDBusConnection bus;
-};
-
 class SignalLog final : public QObject {
     Q_OBJECT
 
@@ -49,7 +40,7 @@ public Q_SLOTS:
     void receive(const QDBusMessage& message) { messages.append(message); }
 };
 
-/// Lives in a thread of its own: the first question waits for the answer.
+/// In its own thread, since the first query blocks.
 class FakePortal final : public QObject {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.freedesktop.portal.Settings")
@@ -72,7 +63,7 @@ public:
         m_thread.wait();
     }
 
-    SettingGroups settings; ///< set while nobody asks
+    SettingGroups settings;
     std::atomic<int> unanswered = 0;
 
     void change(const QString& group, const QString& key, const QVariant& value)
@@ -111,8 +102,10 @@ QVariant colour(double red, double green, double blue)
 bool comesTrue(const std::function<bool()>& condition) { return QTest::qWaitFor(condition, 20'000); }
 
 struct SessionBusTest : testing::Test {
+    ~SessionBusTest() override { QDBusConnection::disconnectFromBus(u"other"_s); }
     PrivateBus daemon;
     SessionBus bus{daemon.address()};
+    QDBusConnection other = QDBusConnection::connectToBus(daemon.address(), u"other"_s); ///< another program
 };
 
 int warnings = 0;
@@ -121,10 +114,9 @@ int warnings = 0;
 
 TEST_F(SessionBusTest, PostsSignals)
 {
-    OtherSide other(daemon.address());
     SignalLog log;
-    ASSERT_TRUE(other.bus.connect(QString(), QString(), u"com.yourcompany.Orvanlite"_s, QString(), &log,
-                                  SLOT(receive(QDBusMessage))));
+    ASSERT_TRUE(other.connect(QString(), QString(), u"com.yourcompany.Orvanlite"_s, QString(), &log,
+                              SLOT(receive(QDBusMessage))));
     FreedesktopNotificationCenter center(bus);
     for (const QString& dropped : {u"com.yourcompany.Orvanlite.1"_s, u"com.yourcompany.Orvanlite.x\n"_s})
         center.post(dropped, {});
@@ -140,9 +132,8 @@ TEST_F(SessionBusTest, PostsSignals)
               (QVariantMap{{u"version"_s, u"2.4.0"_s}}));
 }
 
-TEST_F(SessionBusTest, ObserversHearWhileTheirContextLives)
+TEST_F(SessionBusTest, CallsObserversWhileTheirContextExists)
 {
-    OtherSide other(daemon.address());
     FreedesktopNotificationCenter center(bus);
     auto context = std::make_unique<QObject>();
     QStringList heard;
@@ -155,14 +146,14 @@ TEST_F(SessionBusTest, ObserversHearWhileTheirContextLives)
     observe(kLaunch, context.get(), u"first"_s);
     observe(kLaunch, qApp, u"second"_s);
     observe(kCount, qApp, u"count"_s);
-    const auto post = [&other](const QString& member, const QVariant& argument) {
-        other.bus.send(QDBusMessage::createSignal(u"/com/yourcompany/Orvanlite"_s,
-                                                  u"com.yourcompany.Orvanlite"_s, member)
-                       << argument);
+    const auto post = [this](const QString& member, const QVariant& argument) {
+        other.send(QDBusMessage::createSignal(u"/com/yourcompany/Orvanlite"_s, u"com.yourcompany.Orvanlite"_s,
+                                              member)
+                   << argument);
     };
     post(u"appDidLaunch"_s, QVariantMap{{u"version"_s, u"1"_s}});
     post(u"somethingElse"_s, QVariantMap());
-    center.post(kCount, {}); // one's own are heard too
+    center.post(kCount, {}); // this process observes its own
     ASSERT_TRUE(comesTrue([&] { return heard.size() >= 3; }));
     heard.sort();
     EXPECT_EQ(heard, (QStringList{u"count"_s, u"first1"_s, u"second1"_s}));
@@ -172,12 +163,11 @@ TEST_F(SessionBusTest, ObserversHearWhileTheirContextLives)
     EXPECT_EQ(heard.sliced(3), QStringList{u"second"_s});
 }
 
-TEST_F(SessionBusTest, ShowsMessagesWithAPlainBody)
+TEST_F(SessionBusTest, EscapesTheBodyOnlyForMarkup)
 {
-    OtherSide other(daemon.address());
     FakeNotificationService service;
-    other.bus.registerObject(u"/org/freedesktop/Notifications"_s, &service, QDBusConnection::ExportAllSlots);
-    other.bus.registerService(u"org.freedesktop.Notifications"_s);
+    other.registerObject(u"/org/freedesktop/Notifications"_s, &service, QDBusConnection::ExportAllSlots);
+    other.registerService(u"org.freedesktop.Notifications"_s);
     FreedesktopUserNotifications notifications(bus);
     for (const auto& [capability, body] :
          {std::pair{u"body-markup"_s, u"Drums &amp; Bass"_s}, std::pair{u"body"_s, u"Drums & Bass"_s}}) {
@@ -189,27 +179,21 @@ TEST_F(SessionBusTest, ShowsMessagesWithAPlainBody)
     }
 }
 
-TEST_F(SessionBusTest, ReadsThePortalsLook)
+TEST_F(SessionBusTest, ReadsTheAppearanceFromThePortal)
 {
     const QString look = u"org.freedesktop.appearance"_s;
     const QString desktop = u"org.gnome.desktop.interface"_s;
-    const auto groups = [&](const QVariant& scheme, const QVariant& accent, const QVariant& animations) {
-        return SettingGroups{{look, {{u"color-scheme"_s, scheme}, {u"accent-color"_s, accent}}},
-                             {desktop, {{u"enable-animations"_s, animations}}}};
+    const std::tuple<QVariant, QVariant, QVariant, std::optional<bool>, std::optional<Rgb>, bool> rows[] = {
+        {1U, colour(0.25, 0, 1), false, true, Rgb{0.25, 0, 1}, true},
+        {2U, colour(-1, -1, -1), true, false, {}, false}, // no accent colour chosen
+        {u"dark"_s, u"red"_s, 0, {}, {}, false},          // of other types
     };
-    const std::tuple<const char*, SettingGroups, std::optional<bool>, std::optional<Rgb>, bool> rows[] = {
-        {"all", groups(1U, colour(0.25, 0, 1), false), true, Rgb{0.25, 0, 1}, true},
-        {"light, no accent chosen", groups(2U, colour(-1, -1, -1), true), false, {}, false},
-        {"other types", groups(u"dark"_s, u"red"_s, 0), {}, {}, false},
-    };
-    {
-        const FreedesktopAppearance withoutPortal(bus);
-        EXPECT_EQ(withoutPortal.isDark(), std::nullopt);
-    }
+    EXPECT_EQ(FreedesktopAppearance(bus).isDark(), std::nullopt) << "no portal";
     FakePortal portal(daemon.address());
-    for (const auto& [name, settings, dark, accent, reduced] : rows) {
-        SCOPED_TRACE(name);
-        portal.settings = settings;
+    for (const auto& [scheme, accentValue, animations, dark, accent, reduced] : rows) {
+        SCOPED_TRACE(qPrintable(scheme.toString()));
+        portal.settings = {{look, {{u"color-scheme"_s, scheme}, {u"accent-color"_s, accentValue}}},
+                           {desktop, {{u"enable-animations"_s, animations}}}};
         const FreedesktopAppearance appearance(bus, std::chrono::seconds(20));
         EXPECT_EQ(appearance.isDark(), dark);
         EXPECT_EQ(appearance.accentColour(), accent);
@@ -217,7 +201,7 @@ TEST_F(SessionBusTest, ReadsThePortalsLook)
     }
 }
 
-TEST_F(SessionBusTest, FollowsThePortal)
+TEST_F(SessionBusTest, FollowsTheAppearanceOfThePortal)
 {
     const QString look = u"org.freedesktop.appearance"_s;
     FakePortal portal(daemon.address());
@@ -226,18 +210,18 @@ TEST_F(SessionBusTest, FollowsThePortal)
     FreedesktopAppearance appearance(bus, std::chrono::milliseconds(20));
     int changes = 0;
     appearance.observe(qApp, [&changes] { ++changes; });
-    EXPECT_EQ(appearance.isDark(), std::nullopt) << "no longer waited for";
+    EXPECT_EQ(appearance.isDark(), std::nullopt) << "not waited for any longer";
     ASSERT_TRUE(comesTrue([&] { return changes > 0; }));
     EXPECT_EQ(appearance.isDark(), false);
-    portal.change(look, u"color-scheme"_s, 2U); // as before
+    portal.change(look, u"color-scheme"_s, 2U); // unchanged
     portal.change(look, u"contrast"_s, 1U);
     portal.change(look, u"accent-color"_s, colour(0, 0.5, 0));
     ASSERT_TRUE(comesTrue([&] { return appearance.accentColour().has_value(); }));
-    EXPECT_EQ(changes, 2) << "only what has changed is told";
+    EXPECT_EQ(changes, 2) << "only changes are reported";
     EXPECT_EQ(appearance.accentColour(), (Rgb{0, 0.5, 0}));
 }
 
-TEST(NoSessionBus, IsSilentAndNotTriedAgain)
+TEST(NoSessionBus, IsSilentAndDoesNotReconnect)
 {
     const auto before =
         qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) { ++warnings; });
@@ -263,7 +247,7 @@ TEST(NoSessionBus, IsSilentAndNotTriedAgain)
         EXPECT_EQ(bus.connection(), nullptr);
     }
     SessionBus lost;
-    EXPECT_NE(lost.connection(), nullptr) << "found by the surroundings";
+    EXPECT_NE(lost.connection(), nullptr) << "found through the environment";
     daemon.stop();
     EXPECT_TRUE(comesTrue([&] { return lost.connection() == nullptr; }));
     useAll(lost);

@@ -43,19 +43,6 @@ QCoro::Task<platform::ScriptOutcome> FakeScriptRunner::execute(QString source)
     co_return co_await runner->execute(source);
 }
 
-void RecordingLauncher::start(const QString& program, const QStringList& arguments)
-{
-    if (fails)
-        throw platform::FileError(ENOENT, program);
-    starts.push_back({program, arguments});
-}
-
-platform::Defaults* MemoryDefaultsStore::suite(const QString& name)
-{
-    openedSuites.append(name);
-    return suiteFails ? nullptr : &suiteDefaults;
-}
-
 int LocalNotificationCenter::count(QStringView name) const
 {
     return static_cast<int>(
@@ -71,17 +58,6 @@ void LocalNotificationCenter::post(const QString& name, const QVariantMap& userI
     }
 }
 
-void LocalNotificationCenter::observe(const QString& name, QObject* context, Handler handler)
-{
-    m_observers.push_back({name, context, std::move(handler)});
-}
-
-bool RecordingWorkspace::open(const QUrl& url)
-{
-    opened.push_back(url);
-    return true;
-}
-
 void FakeAppearance::notify()
 {
     for (const auto& [context, handler] : m_observers) {
@@ -90,12 +66,6 @@ void FakeAppearance::notify()
     }
 }
 
-void FakeAppearance::observe(QObject* context, std::function<void()> handler)
-{
-    m_observers.emplace_back(context, std::move(handler));
-}
-
-/// What a sleeper waits for.
 class WakeUp final : public QObject {
     Q_OBJECT
 
@@ -125,7 +95,7 @@ void FakeClock::advance(std::chrono::milliseconds duration)
         const std::shared_ptr<WakeUp> wakeUp = next->second;
         m_sleepers.erase(next);
         Q_EMIT wakeUp->due();
-        turnEventLoop(); // a waiting coroutine goes on in the next turn
+        turnEventLoop(); // the waiting coroutine continues then
     }
     m_now = end;
 }

@@ -23,17 +23,16 @@
 
 namespace orvanlite::test {
 
-/// Stands for the password prompt: records every source; gives scripted answers first, and otherwise runs the
-/// script through `runner` as if the password had been given.
+/// The password prompt: records every source, gives the queued answers first, and otherwise runs the script through
+/// `runner` as if the password had been given.
 class FakeScriptRunner final : public platform::ScriptRunner {
 public:
     platform::ScriptRunner* runner = nullptr;
     QStringList sources;
-    /// Called before a script is answered, e.g. to look at what the application does meanwhile.
     std::function<void()> whileRunning;
 
     void answerNext(platform::ScriptOutcome outcome) { m_answers.push_back(std::move(outcome)); }
-    /// The next script ends with an error dictionary of this message.
+    /// The next script fails with this message.
     void failNext(const QString& message);
 
     QCoro::Task<platform::ScriptOutcome> execute(QString source) override;
@@ -42,7 +41,6 @@ private:
     std::deque<platform::ScriptOutcome> m_answers;
 };
 
-/// Records what would have been started.
 class RecordingLauncher final : public platform::ProcessLauncher {
 public:
     struct Start {
@@ -52,8 +50,12 @@ public:
     };
     std::vector<Start> starts;
     bool fails = false;
-
-    void start(const QString& program, const QStringList& arguments) override;
+    void start(const QString& program, const QStringList& arguments) override
+    {
+        if (fails)
+            throw platform::FileError(ENOENT, program);
+        starts.push_back({program, arguments});
+    }
 };
 
 class MemoryDefaults final : public platform::Defaults {
@@ -70,10 +72,14 @@ public:
     QStringList openedSuites;
     bool suiteFails = false;
     [[nodiscard]] platform::Defaults& standard() override { return standardDefaults; }
-    [[nodiscard]] platform::Defaults* suite(const QString& name) override;
+    [[nodiscard]] platform::Defaults* suite(const QString& name) override
+    {
+        openedSuites.append(name);
+        return suiteFails ? nullptr : &suiteDefaults;
+    }
 };
 
-/// Keeps the posted notifications and passes them on to observers in this process.
+/// Delivers notifications within this process.
 class LocalNotificationCenter final : public platform::NotificationCenter {
 public:
     struct Posted {
@@ -84,7 +90,10 @@ public:
     std::vector<Posted> posted;
     [[nodiscard]] int count(QStringView name) const;
     void post(const QString& name, const QVariantMap& userInfo) override;
-    void observe(const QString& name, QObject* context, Handler handler) override;
+    void observe(const QString& name, QObject* context, Handler handler) override
+    {
+        m_observers.push_back({name, context, std::move(handler)});
+    }
 
 private:
     struct Observer {
@@ -103,11 +112,10 @@ public:
     void unregisterItem(const QString&) override { state = platform::LoginItemStatus::notRegistered; }
 };
 
-/// Records what would have been opened.
 class RecordingWorkspace final : public platform::Workspace {
 public:
     std::vector<QUrl> opened;
-    bool open(const QUrl& url) override;
+    bool open(const QUrl& url) override { return opened.push_back(url), true; }
     [[nodiscard]] std::vector<platform::RunningApplication> runningApplications() const override
     {
         return {};
@@ -116,7 +124,6 @@ public:
     void terminate(const platform::RunningApplication&) override {}
 };
 
-/// The user's look, set by hand.
 class FakeAppearance final : public platform::Appearance {
 public:
     std::optional<bool> dark;
@@ -126,7 +133,10 @@ public:
     [[nodiscard]] std::optional<bool> isDark() const override { return dark; }
     [[nodiscard]] std::optional<platform::Rgb> accentColour() const override { return accent; }
     [[nodiscard]] bool reducesMotion() const override { return reduced; }
-    void observe(QObject* context, std::function<void()> handler) override;
+    void observe(QObject* context, std::function<void()> handler) override
+    {
+        m_observers.emplace_back(context, std::move(handler));
+    }
 
 private:
     std::vector<std::pair<QPointer<QObject>, std::function<void()>>> m_observers;
@@ -140,7 +150,7 @@ public:
 
 class WakeUp;
 
-/// A clock that stands still until it is moved.
+/// Stands still until it is advanced.
 class FakeClock final : public platform::Clock {
 public:
     FakeClock();
@@ -149,7 +159,7 @@ public:
     QCoro::Task<> sleepFor(std::chrono::milliseconds duration) override;
 
     void setNow(double secondsSince1970) { m_now = secondsSince1970; }
-    /// Moves time on and wakes every sleeper whose time has come, in the order of their times.
+    /// Wakes each sleeper when its time has come, in the order of their times.
     void advance(std::chrono::milliseconds duration);
     [[nodiscard]] int sleepers() const;
 
@@ -158,7 +168,7 @@ private:
     std::vector<std::pair<double, std::shared_ptr<WakeUp>>> m_sleepers;
 };
 
-/// A platform on a temporary root: real files, and fakes for all that crosses the process boundary.
+/// Real files in a temporary root, and fakes for everything beyond the process boundary.
 class TestPlatform {
 public:
     TestPlatform();
@@ -183,11 +193,25 @@ public:
                                 mainBundle, appearance,    userNotifications, clock};
 };
 
-/// Starts the task and turns the event loop until it has ended; fails the test after `limit`. An exception of the
-/// task reaches the caller.
+/// Runs the event loop until the task has ended and passes on its exception; fails the test after `limit`.
 void runTask(QCoro::Task<> task, std::chrono::milliseconds limit = std::chrono::seconds(20));
 
-/// Gives the event loop a turn, with all that is due at once.
+template <typename Value>
+QCoro::Task<> storeResult(QCoro::Task<Value> task, Value* result)
+{
+    *result = co_await std::move(task);
+}
+
+/// The result of the task, run like runTask().
+template <typename Value>
+Value resultOf(QCoro::Task<Value> task)
+{
+    Value result{};
+    runTask(storeResult(std::move(task), &result));
+    return result;
+}
+
+/// Handles all pending events once.
 void turnEventLoop();
 
 } // namespace orvanlite::test

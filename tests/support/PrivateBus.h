@@ -10,7 +10,7 @@ namespace orvanlite::test {
 
 using namespace Qt::StringLiterals;
 
-/// A bus of our own that knows no services of this machine.
+/// A session bus without the services of this machine.
 class PrivateBus {
 public:
     PrivateBus()
@@ -39,7 +39,6 @@ private:
     QString m_address;
 };
 
-/// Stands for the desktop's notification service.
 class FakeNotificationService final : public QObject {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.freedesktop.Notifications")

@@ -3,6 +3,10 @@
 #include <QDir>
 #include <QFile>
 
+#include <unistd.h>
+
+#include <gtest/gtest.h>
+
 namespace orvanlite::test {
 
 using namespace Qt::StringLiterals;
@@ -22,10 +26,21 @@ void TempRoot::addFile(QStringView absolutePath, const QByteArray& content) cons
         qFatal("cannot write %s", qPrintable(file));
 }
 
+void TempRoot::addScript(QStringView absolutePath, const QByteArray& lines) const
+{
+    addFile(absolutePath, "#!/bin/sh\n" + lines);
+    setMode(absolutePath, 0700);
+}
+
+void TempRoot::setMode(QStringView absolutePath, mode_t mode) const
+{
+    ASSERT_EQ(::chmod(at(absolutePath).toUtf8().constData(), mode), 0) << absolutePath.toUtf8().constData();
+}
+
 void TempRoot::addFolder(QStringView absolutePath) const
 {
     if (!QDir().mkpath(at(absolutePath)))
-        qFatal("cannot make %s", qPrintable(at(absolutePath)));
+        qFatal("cannot create %s", qPrintable(at(absolutePath)));
 }
 
 void TempRoot::addBundle(QStringView absolutePath, const QByteArray& infoPlist, bool withExecutable) const
@@ -45,15 +60,25 @@ bool TempRoot::exists(QStringView absolutePath) const { return QFile::exists(at(
 QByteArray TempRoot::content(QStringView absolutePath) const
 {
     QFile file(at(absolutePath));
-    if (!file.open(QIODevice::ReadOnly))
-        return {};
-    return file.readAll();
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
 QStringList TempRoot::names(QStringView absolutePath) const
 {
     return QDir(at(absolutePath))
         .entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot, QDir::Name);
+}
+
+constexpr uid_t kNobody = 65534;
+
+WithoutRights::WithoutRights() { EXPECT_TRUE(::geteuid() != 0 || ::seteuid(kNobody) == 0); }
+WithoutRights::~WithoutRights() { EXPECT_TRUE(::getuid() != 0 || ::seteuid(0) == 0); }
+
+struct stat statusOf(const QString& path)
+{
+    struct stat status {};
+    EXPECT_EQ(::lstat(path.toUtf8().constData(), &status), 0) << qPrintable(path);
+    return status;
 }
 
 QByteArray infoPlist(const QList<std::pair<QString, QString>>& members, const QByteArray& extra)

@@ -7,9 +7,11 @@
 #include <QStringList>
 #include <QTemporaryDir>
 
+#include <sys/stat.h>
+
 namespace orvanlite::test {
 
-/// A temporary folder that stands for "/" and is removed at the end, filled with real files.
+/// A temporary folder that stands for "/" and is removed at the end. Absolute paths are those of the real system.
 class TempRoot {
 public:
     TempRoot();
@@ -19,11 +21,14 @@ public:
     [[nodiscard]] QString at(QStringView absolutePath) const { return QString(m_path).append(absolutePath); }
     [[nodiscard]] platform::SystemLayout layout() const { return platform::SystemLayout::sandbox(m_path); }
 
-    /// Writes a file with its parent folders. The path is absolute as on the real system.
+    /// Writes a file, creating its parent folders.
     void addFile(QStringView absolutePath, const QByteArray& content = {}) const;
+    /// The same with an executable shell script.
+    void addScript(QStringView absolutePath, const QByteArray& lines) const;
     void addFolder(QStringView absolutePath) const;
-    /// Makes a bundle folder; `infoPlist` becomes its "Contents/Info.plist" unless it is empty. With an
-    /// executable, "Contents/MacOS/{name}" is made too.
+    void setMode(QStringView absolutePath, mode_t mode) const;
+    /// Creates a bundle folder, with "Contents/Info.plist" unless `infoPlist` is empty. With an executable,
+    /// "Contents/MacOS/{name}" is created too.
     void addBundle(QStringView absolutePath, const QByteArray& infoPlist = {},
                    bool withExecutable = false) const;
 
@@ -36,6 +41,18 @@ private:
     QTemporaryDir m_directory;
     QString m_path;
 };
+
+/// Drops root's rights during its lifetime: root is denied nothing.
+class WithoutRights {
+public:
+    WithoutRights();
+    WithoutRights(const WithoutRights&) = delete;
+    WithoutRights& operator=(const WithoutRights&) = delete;
+    ~WithoutRights();
+};
+
+/// As lstat() gives it.
+[[nodiscard]] struct stat statusOf(const QString& path);
 
 /// An XML property list with these members in its root dictionary; `extra` goes in as it is.
 [[nodiscard]] QByteArray infoPlist(const QList<std::pair<QString, QString>>& members,

@@ -13,21 +13,20 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// The offscreen platform says of every window what it cannot do.
+/// The offscreen platform warns about every window.
 void dropPlatformNoise(QtMsgType /*type*/, const QMessageLogContext& /*context*/, const QString& message)
 {
     if (!message.startsWith(u"This plugin does not support"_s))
         std::fprintf(stderr, "%s\n", qPrintable(message));
 }
 
-/// A screen that the application's window fits on.
+/// Large enough for the application's window.
 constexpr char kScreen[] = R"({"screens": [{"name": "test", "x": 0, "y": 0, "width": 1600, "height": 1000,
                                 "logicalDpi": 96, "logicalBaseDpi": 96, "dpr": 1}]})";
 
 } // namespace
 
-/// The same surroundings for every test: no display, UTC, UTF-8, one style, no session bus and no search paths of
-/// the user who runs them.
+/// The same environment for every test: no display, UTC, UTF-8, one style, no settings of the user.
 int main(int argc, char** argv)
 {
     QTemporaryFile screen;
@@ -39,7 +38,7 @@ int main(int argc, char** argv)
     setenv("QT_LOGGING_RULES", "qt.qpa.*=false", 1);
     std::setlocale(LC_ALL, "C.UTF-8");
     qInstallMessageHandler(dropPlatformNoise);
-    // File dialogs keep their history there.
+    // For the history of file dialogs.
     const QTemporaryDir settings;
     QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, settings.path());
     testing::InitGoogleTest(&argc, argv);
