@@ -128,6 +128,7 @@ TEST_F(UpdateCheckerTest, TakesOverWhatTheAnswerSays)
         {"nothing", answer("{}"), u"no||"_s + byDefault},
         {"null", answer(R"({"latest_version":null,"update_available":true})"), u"yes||"_s + byDefault},
         {"a status of 500", answer(R"({"latest_version":"4"})", "500 Oh"), u"no|4|"_s + byDefault},
+        {"a status of 407", answer(R"({"latest_version":"6"})", "407 Oh"), u"no|6|"_s + byDefault},
         {"a status of 404", answer(R"({"latest_version":"5"})", "404 Oh"), u"no|5|"_s + byDefault},
     };
     for (const auto& [name, raw, wanted] : rows) {
@@ -143,14 +144,14 @@ TEST_F(UpdateCheckerTest, TrustsTheParsedHostAlone)
         check(answer(u"{\"download_url\":\"%1\"}"_s.arg(url).toUtf8()));
         return *m_checker.updateDownloadURL;
     };
-    for (const QString& url :
-         {u"https://GOOD.Test/a"_s, u"https://good.test:8443/a"_s, u"https://xn--bcher-kva.test/a"_s})
+    for (const QString& url : {u"https://GOOD.Test/a"_s, u"http://good.test/a"_s,
+                               u"https://good.test:8443/a"_s, u"https://xn--bcher-kva.test/a"_s})
         EXPECT_EQ(given(url), url);
     for (const QString& url :
          {u"https://good.test@evil.test/a"_s, u"https://good.test.evil.test/a"_s,
           u"https://evilgood.test/a"_s, u"https://evil.test/good.test"_s, u"https://evil.test/?good.test"_s,
-          u"//good.test/a"_s, u"good.test/a"_s, u"https:///good.test"_s, u"ht tp://good.test/a b"_s,
-          u"https://good.test\\\\@evil.test"_s, u""_s})
+          u"//good.test/a"_s, u"file://good.test/a"_s, u"ftp://good.test/a"_s, u"good.test/a"_s,
+          u"https:///good.test"_s, u"ht tp://good.test/a b"_s, u"https://good.test\\\\@evil.test"_s, u""_s})
         EXPECT_EQ(given(url), u"https://good.test/default"_s) << qPrintable(url);
 }
 

@@ -51,7 +51,9 @@ bool isAnswered(const QNetworkReply& reply)
 {
     const QNetworkReply::NetworkError error = reply.error();
     const int status = reply.attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
-    const bool connectionFailed = error != QNetworkReply::NoError && error < kFirstContentError;
+    // Status 407 counts like any other, although Qt reports it as a failed connection.
+    const bool connectionFailed = error != QNetworkReply::NoError && error < kFirstContentError &&
+                                  error != QNetworkReply::ProxyAuthenticationRequiredError;
     // A truncated or undecodable body is reported with the error of an unknown status, but with a status
     // below 400.
     const bool isBroken = error == QNetworkReply::ProtocolFailure ||
@@ -163,7 +165,9 @@ QString UpdateChecker::trustedDownloadUrl(const QString& url) const
     // Compare the parsed host only: a trusted name in the user info, the path or a longer host proves
     // nothing.
     const QUrl parsed(url, QUrl::StrictMode);
-    return parsed.isValid() && !parsed.isRelative() && m_service.trustedHosts.contains(parsed.host())
+    // The hosts are web servers: file://host or smb://host would open something else of that name.
+    const bool isWeb = parsed.scheme() == u"https" || parsed.scheme() == u"http";
+    return parsed.isValid() && isWeb && m_service.trustedHosts.contains(parsed.host())
                ? url
                : m_service.defaultDownloadUrl;
 }
