@@ -3,6 +3,7 @@
 #include "profiles/ProfileDocument.h"
 #include "profiles/ProfileManager.h"
 #include "shell/sidebar/ProfileRow.h"
+#include "shell/toolkit/FileSavePanel.h"
 
 #include <QAccessible>
 #include <QFileDialog>
@@ -160,6 +161,16 @@ TEST_F(ProfilesSectionTest, ExportsAndImportsDocuments)
     EXPECT_EQ(QFileInfo(savePanel.selectedFiles().value(0)).fileName(), u"AC-DC 1.2.json"_s);
     Q_EMIT savePanel.fileSelected(m_root.at(u"/Users/tester/Mixing"));
     delete &savePanel;
+    FileSavePanel panel(window(), {});
+    for (const auto& [name, proposed] : {std::pair(u" "_s, u"profile.json"_s),
+                                         {u".JSON"_s, u"profile.json"_s},
+                                         {QString(300, u'x'), QString(250, u'x') + u".json"_s},
+                                         {QString(200, u'ü'), QString(125, u'ü') + u".json"_s}}) {
+        panel.ask({u"Export"_s, name, u"Profile"_s, u"json"_s}, {});
+        auto& asked = named<QFileDialog>(window(), u"savePanel"_s);
+        EXPECT_EQ(QFileInfo(asked.selectedFiles().value(0)).fileName(), proposed);
+        delete &asked;
+    }
     ASSERT_TRUE(m_root.exists(u"/Users/tester/Mixing.json"));
     const auto import = [this](const QString& file) {
         press(u"importProfileButton"_s);

@@ -6,6 +6,7 @@
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QMessageBox>
+#include <QTextBoundaryFinder>
 
 #include <utility>
 
@@ -20,6 +21,23 @@ QString withSuffix(const QString& name, const QString& suffix)
 {
     const QString ending = u'.' + suffix;
     return name.endsWith(ending, Qt::CaseInsensitive) ? name : name + ending;
+}
+
+/// A valid file name. File systems limit names to 255 bytes and read a slash as a folder; a suffix alone would be
+/// the name of a hidden file.
+QString proposal(const SaveRequest& request)
+{
+    constexpr qsizetype kLongestName = 255;
+    QString name = request.fileName.trimmed();
+    name.replace(u'/', u'-');
+    if (name.isEmpty() || name.compare(u'.' + request.suffix, Qt::CaseInsensitive) == 0)
+        name = request.typeName.toLower();
+    QTextBoundaryFinder letters(QTextBoundaryFinder::Grapheme, name);
+    letters.toEnd();
+    qsizetype end = name.size();
+    while (end > 0 && withSuffix(name.first(end), request.suffix).toUtf8().size() > kLongestName)
+        end = letters.toPreviousBoundary();
+    return withSuffix(name.first(end), request.suffix);
 }
 
 } // namespace
@@ -38,9 +56,7 @@ void FileSavePanel::ask(const SaveRequest& request, std::function<void(const QSt
     panel->setAcceptMode(QFileDialog::AcceptSave);
     panel->setNameFilter(u"%1 (*.%2)"_s.arg(request.typeName, request.suffix));
     panel->setDefaultSuffix(request.suffix);
-    QString proposed = request.fileName;
-    proposed.replace(u'/', u'-'); // a slash would be read as a folder
-    panel->selectFile(withSuffix(proposed, request.suffix));
+    panel->selectFile(proposal(request));
     // The panel's own overwrite prompt would block the event loop.
     panel->setOption(QFileDialog::DontConfirmOverwrite);
     QObject::connect(panel, &QFileDialog::fileSelected, &m_context,
