@@ -195,4 +195,19 @@ void UADPluginList::activate(const QModelIndex& index)
         Q_EMIT toggled(m_model.row(index.row()).entry.id);
 }
 
+QModelIndex UADPluginList::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers)
+{
+    // Headings are skipped: there is nothing to do on them. The first row is one, so that the end of the search
+    // upwards continues downwards.
+    const QModelIndex target = CardView::moveCursor(action, modifiers);
+    if (!target.isValid())
+        return target;
+    int row = target.row();
+    for (int step = row < currentIndex().row() ? -1 : 1; !m_model.row(row).heading.isEmpty(); row += step) {
+        if (row == 0)
+            step = 1;
+    }
+    return m_model.index(row);
+}
+
 } // namespace orvanlite
