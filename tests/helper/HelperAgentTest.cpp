@@ -248,6 +248,10 @@ TEST_F(HelperAgentTest, CountsAndMonitorsWhileSwitchedOn)
 
     root.addBundle(u"/Users/tester/Library/Audio/Plug-Ins/CLAP/Acme/Drums & Bass.clap");
     messagesUntil(u"New plugin found: Drums &amp; Bass (CLAP)"_s);
+    for (const QString& name : {u"Zulu"_s, u"mike"_s, u"Lima"_s, u"Alpha"_s})
+        root.addBundle(u"/Pack/"_s + name + u".clap"_s);
+    ASSERT_TRUE(QDir().rename(root.at(u"/Pack"), root.at(u"/Users/tester/Library/Audio/Plug-Ins/CLAP/Pack")));
+    messagesUntil(u"4 new plugins found: Alpha (CLAP), Lima (CLAP), mike (CLAP) and 1 more"_s);
     // Enabled by the application, a container of plugins, not a plugin, and a new one.
     const QString off = root.at(library + u"Disabled/VST3/Old.vst3"_s);
     const QString on = root.at(library + u"VST3/Old.vst3"_s);
