@@ -4,6 +4,7 @@
 
 #include <QDialog>
 #include <QMenuBar>
+#include <QScreen>
 
 namespace orvanlite::test {
 
@@ -27,6 +28,34 @@ TEST_F(MainWindowTest, LaunchPostsItsNotificationAndRestoresTheFrame)
     AppDelegate second(m_system.platform, m_shared);
     quietly([&] { second.applicationDidFinishLaunching(); });
     EXPECT_EQ(second.window()->size(), QSize(900, 700)) << "the saved frame wins over the centred one";
+}
+
+TEST_F(MainWindowTest, FitsTheSavedFrameIntoTheScreen)
+{
+    const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+    const auto text = [](const QRect& frame) {
+        return u"%1 %2 %3 %4"_s.arg(frame.x()).arg(frame.y()).arg(frame.width()).arg(frame.height());
+    };
+    MemoryDefaults defaults;
+    const auto restored = [&](const QString& saved) {
+        defaults.setValue(u"NSWindow Frame x"_s, saved);
+        MainWindow restoring(defaults);
+        restoring.resize(720, 560);
+        restoring.setFrameAutosaveName(u"x"_s);
+        EXPECT_EQ(restoring.isMaximized(), saved.endsWith(u"maximized")) << qPrintable(saved);
+        return restoring.geometry();
+    };
+    const QRect inside(screen.left() + 7, screen.top() + 40, 730, 570);
+    EXPECT_EQ(restored(text(inside)), inside);
+    EXPECT_EQ(restored(text(inside) + u" maximized"_s), inside);
+    for (const QRect& frame : {inside.translated(screen.width() * 3, 0), inside.translated(-400, 2'000),
+                               QRect(0, 0, screen.width() * 2, screen.height() * 2)}) {
+        const QRect fitted = restored(text(frame));
+        EXPECT_TRUE(screen.contains(fitted)) << qPrintable(text(fitted));
+        EXPECT_EQ(fitted.size(), frame.size().boundedTo(screen.size() - QSize(0, 32)));
+    }
+    for (const QString& other : {u"1 2 3"_s, u"1 2 x 4"_s, u"1 2 -3 4"_s, QString()})
+        EXPECT_EQ(restored(other).size(), QSize(720, 560));
 }
 
 TEST_F(MainWindowTest, ComesToTheFrontWithItsSheet)
