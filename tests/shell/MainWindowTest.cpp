@@ -109,14 +109,18 @@ TEST_F(MainWindowTest, EditEntriesReachTheFieldWithTheFocus)
 TEST_F(MainWindowTest, ScansAfterItsFirstPaint)
 {
     addPlugins(3);
+    m_system.defaults.standardDefaults.values.clear(); // the first start
     bool wasPainted = false;
     quietly([&] {
         m_delegate.applicationDidFinishLaunching();
-        viewModel().isLoading.observe(
-            &window(), [&] { wasPainted |= *viewModel().isLoading && window().windowHandle()->isExposed(); });
+        viewModel().isLoading.observe(&window(), [&] {
+            wasPainted |= *viewModel().isLoading && window().windowHandle()->isExposed() &&
+                          named<QDialog>(window(), u"onboardingView"_s).windowHandle()->isExposed();
+        });
         EXPECT_TRUE(viewModel().plugins->empty()) << "no scan before the window is visible";
     });
     EXPECT_TRUE(wasPainted);
+    named<QDialog>(window(), u"onboardingView"_s).close();
     viewModel().showAllPlugins = true;
     addPlugins(4);
     quietly([this] { press(window(), u"scanButton"_s); });

@@ -6,6 +6,7 @@
 #include "platform/Platform.h"
 #include "profiles/ProfileManager.h"
 #include "shell/app/CheatCode.h"
+#include "shell/app/FirstPaint.h"
 #include "shell/app/InputGate.h"
 #include "shell/app/MainContentView.h"
 #include "shell/app/SharedObjects.h"
@@ -30,10 +31,7 @@
 #include <QMessageBox>
 #include <QPainter>
 #include <QPointer>
-#include <QTimer>
 #include <QVBoxLayout>
-
-#include <utility>
 
 namespace orvanlite {
 
@@ -103,6 +101,8 @@ ContentView::ContentView(const platform::Platform& platform, const SharedObjects
             showErrorAlert();
     });
     m_updates->watch(m_pluginManager->selectedFormats);
+    // So that the window is visible before a scan occupies the thread.
+    new FirstPaint(this, this, [this] { appear(); });
     m_cleanupSheet = new UADCleanupSheet(m_uadCleanup, this);
     m_uadCleanup.pluginManager = m_pluginManager.get();
     m_uadCleanup.showCleanupSheet.observe(this, [this] { showCleanupSheet(); });
@@ -155,10 +155,6 @@ void ContentView::paintEvent(QPaintEvent* /*event*/)
     gradient.setColorAt(0, AppTheme::withOpacity(AppTheme::primary(palette()), 0.05));
     gradient.setColorAt(1, AppTheme::withOpacity(AppTheme::primary(palette()), 0.02));
     painter.fillRect(rect(), gradient);
-    if (!std::exchange(m_hasAppeared, true)) {
-        // After the first paint, so that the window is visible before a scan occupies the thread.
-        QTimer::singleShot(0, this, &ContentView::appear);
-    }
 }
 
 void ContentView::showEvent(QShowEvent* event)
@@ -175,13 +171,15 @@ void ContentView::render()
 
 void ContentView::appear()
 {
-    if (m_showingOnboarding)
-        showOnboarding();
     detach(m_updateChecker.checkForUpdates());
-    detach(scanAtStart(m_pluginManager.get(), m_newPlugins));
+    const auto scan = [this] { detach(scanAtStart(m_pluginManager.get(), m_newPlugins)); };
+    if (m_showingOnboarding)
+        new FirstPaint(showOnboarding(), this, scan);
+    else
+        scan();
 }
 
-void ContentView::showOnboarding()
+QWidget* ContentView::showOnboarding()
 {
     auto* sheet = new OnboardingView(m_services.platform, m_diskAccess, window());
     sheet->setAttribute(Qt::WA_DeleteOnClose);
@@ -189,6 +187,7 @@ void ContentView::showOnboarding()
     connect(sheet, &QDialog::finished, this,
             [this] { m_services.platform.defaults.standard().setValue(u"onboardingComplete"_s, true); });
     sheet->open();
+    return sheet;
 }
 
 void ContentView::startCleanup()
