@@ -1,5 +1,7 @@
 #include "ShellFixture.h"
 
+#include <QMenuBar>
+#include <QScopeGuard>
 #include <QScrollBar>
 
 namespace orvanlite::test {
@@ -83,6 +85,58 @@ TEST_F(PluginTableTest, RepaintsButIgnoresInputDuringThePrompt)
     window().show();
     search(u"zeta"_s);
     EXPECT_EQ(shownNames(), (QStringList{u"Zeta"_s})) << "afterwards everything works as before";
+}
+
+TEST_F(PluginTableTest, SaysWhyItIsEmpty)
+{
+    launch();
+    const auto& reason = named<QLabel>(window(), u"noRowsHeading"_s);
+    auto& clear = named(window(), u"clearTableFiltersButton"_s);
+    EXPECT_EQ(reason.text(), u"No plugins found on this computer"_s);
+    EXPECT_TRUE(reason.isVisible() && !clear.isVisible());
+    addPlugins(2);
+    quietly([this] { press(window(), u"scanButton"_s); });
+    EXPECT_FALSE(reason.isVisible());
+    search(u"zzz"_s);
+    EXPECT_EQ(reason.text(), u"No plugins match the search"_s);
+    viewModel().selectedFormats = QSet{PluginFormat::au};
+    settle();
+    EXPECT_EQ(reason.text(), u"No plugins match the search and the filters"_s);
+    viewModel().searchText.clear();
+    endSearchPause();
+    EXPECT_EQ(reason.text(), u"No plugins match the filters"_s);
+    press(window(), u"clearTableFiltersButton"_s);
+    EXPECT_EQ(shownNames().size(), 2);
+    EXPECT_EQ(focused(), u"pluginTable"_s);
+}
+
+TEST_F(PluginTableTest, TypedLettersGoToTheNextName)
+{
+    addPlugins({u"VST3/Alpha.vst3"_s, u"VST3/Beta.vst3"_s, u"VST3/Bravo.vst3"_s});
+    addPlugins(100);
+    addPlugins({u"VST3/Zeta.vst3"_s});
+    launch();
+    const auto pause = qScopeGuard(
+        [before = QApplication::keyboardInputInterval()] { QApplication::setKeyboardInputInterval(before); });
+    QApplication::setKeyboardInputInterval(60'000);
+    press(window(), u"pluginTable"_s, Qt::Key_B);
+    const auto current = [this] { return table().currentIndex().siblingAtColumn(1).data().toString(); };
+    EXPECT_EQ(current(), u"Beta"_s);
+    press(Qt::Key_B);
+    EXPECT_EQ(current(), u"Bravo"_s) << "the same letter again";
+    press(Qt::Key_B);
+    press(Qt::Key_R);
+    EXPECT_EQ(current(), u"Bravo"_s);
+    QApplication::setKeyboardInputInterval(0);
+    QTest::qWait(2);
+    press(Qt::Key_Z);
+    EXPECT_EQ(current(), u"Zeta"_s) << "beyond the first page";
+    EXPECT_TRUE(viewModel().persistedSelections.isEmpty());
+    press(Qt::Key_F, Qt::ControlModifier);
+    EXPECT_EQ(focused(), u"searchField"_s);
+    table().setFocus();
+    click(named<QWidget>(window(), u"searchBar"_s), {4, 4});
+    EXPECT_EQ(focused(), u"searchField"_s);
 }
 
 TEST_F(PluginTableTest, LoadsTheNextPageAtTheLastRow)

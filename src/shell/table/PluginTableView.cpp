@@ -6,6 +6,7 @@
 #include "shell/toolkit/KeyRepeat.h"
 #include "shell/toolkit/ThinScrollBar.h"
 
+#include <QApplication>
 #include <QKeyEvent>
 #include <QProxyStyle>
 #include <QScopedValueRollback>
@@ -171,6 +172,39 @@ void PluginTableView::goToRow(int row, Qt::KeyboardModifiers modifiers)
                                           QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
     }
     scrollTo(target);
+}
+
+void PluginTableView::keyboardSearch(const QString& letters)
+{
+    // The base class would search the current column, and select the row, which adds it to the bulk pane.
+    const bool continues =
+        m_sinceTyped.isValid() && !m_sinceTyped.hasExpired(QApplication::keyboardInputInterval());
+    m_sinceTyped.start();
+    const bool repeats = continues && m_typed == letters;
+    if (!repeats)
+        m_typed = continues ? m_typed + letters : letters;
+    // A new or repeated letter goes on to the next name; further letters may keep the row.
+    const int next = currentIndex().row() + (continues && !repeats ? 0 : 1);
+    if (goToName(m_typed, next))
+        return;
+    Q_EMIT nameNotFound();
+    goToName(m_typed, next);
+}
+
+bool PluginTableView::goToName(const QString& start, int firstRow)
+{
+    const int rows = m_model.rowCount();
+    for (int i = 0; i < rows; ++i) {
+        const int row = (std::max(0, firstRow) + i) % rows;
+        if (!m_model.plugin(row).name.startsWith(start, Qt::CaseInsensitive))
+            continue;
+        m_isCurrentFromFocus = false;
+        const QModelIndex found = m_model.index(row, std::max(0, currentIndex().column()));
+        selectionModel()->setCurrentIndex(found, QItemSelectionModel::NoUpdate);
+        scrollTo(found);
+        return true;
+    }
+    return false;
 }
 
 void PluginTableView::scrollTo(const QModelIndex& index, ScrollHint hint)

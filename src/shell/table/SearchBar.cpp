@@ -9,7 +9,9 @@
 #include <QEvent>
 #include <QHBoxLayout>
 #include <QLineEdit>
+#include <QMouseEvent>
 #include <QPainter>
+#include <QShortcut>
 #include <QSignalBlocker>
 
 namespace orvanlite {
@@ -61,8 +63,25 @@ SearchBar::SearchBar(Observable<QString>& searchText, QWidget* parent)
         m_searchText = QString();
         m_field->setFocus();
     });
+    connect(new QShortcut(QKeySequence::Find, this), &QShortcut::activated, this, &SearchBar::focusField);
+    m_field->setToolTip(
+        u"Search (%1)"_s.arg(QKeySequence(QKeySequence::Find).toString(QKeySequence::NativeText)));
+    setCursor(Qt::IBeamCursor);
+    m_clear->setCursor(Qt::ArrowCursor);
     m_updates->watch(m_searchText);
     render();
+}
+
+void SearchBar::focusField()
+{
+    m_field->setFocus(Qt::ShortcutFocusReason);
+    m_field->selectAll();
+}
+
+void SearchBar::mousePressEvent(QMouseEvent* event)
+{
+    if (event->button() == Qt::LeftButton)
+        m_field->setFocus(Qt::MouseFocusReason);
 }
 
 void SearchBar::render()
