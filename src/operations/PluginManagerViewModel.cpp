@@ -31,6 +31,7 @@ PluginManagerViewModel::PluginManagerViewModel(const platform::Platform& platfor
     , ProfilePreview(static_cast<CatalogueRows&>(*this), this)
     , m_mover(std::make_shared<PluginMover>(platform))
     , isRunningScript(m_mover->isRunningScript)
+    , workStatus(m_mover->workStatus)
     , m_platform(platform)
     , m_database(database)
     , m_activityLog(activityLog)
@@ -59,6 +60,7 @@ QCoro::Task<> PluginManagerViewModel::scanForPlugins()
     const QPointer<PluginManagerViewModel> self(this);
     isLoading = true;
     error = std::nullopt;
+    workStatus = WorkStatus{};
     std::optional<PluginError> failure;
     try {
         const QSet<QString> existingKeys = m_database.getAllPluginKeys();
@@ -77,8 +79,10 @@ QCoro::Task<> PluginManagerViewModel::scanForPlugins()
         failure = toPluginError(thrown); // e.g. out of memory: the window must not stay busy forever
         isLoading = false;
     }
-    if (failure)
+    if (failure) {
         error = failure;
+        workStatus = workFailure(*failure);
+    }
 }
 
 void PluginManagerViewModel::detectNewPlugins(const QSet<QString>& existingKeys)
@@ -194,6 +198,8 @@ void PluginManagerViewModel::resetView()
     searchText.clear();
     manufacturerSearchText.clear();
     showAllPlugins = false;
+    if (!workStatus->isBusy())
+        workStatus = WorkStatus{};
     resetViewTrigger = !*resetViewTrigger;
 }
 

@@ -7,6 +7,7 @@
 #include "operations/CatalogueRows.h"
 #include "operations/PluginSort.h"
 #include "operations/ProfilePreview.h"
+#include "operations/WorkStatus.h"
 #include "records/FavoritesList.h"
 
 #include <QObject>
@@ -42,7 +43,7 @@ class PluginManagerViewModel final : public QObject,
                                      public CatalogueRows,
                                      public BulkSelection,
                                      public ProfilePreview {
-    std::shared_ptr<PluginMover> m_mover; // first: isRunningScript refers to it
+    std::shared_ptr<PluginMover> m_mover; // first: members below refer to its own
 
 public:
     /// Loads the first page of the catalogue, without a scan.
@@ -80,6 +81,8 @@ public:
     /// True while at least one privileged script runs, including its password prompt. Blocks input to the
     /// main window.
     Observable<bool>& isRunningScript;
+    /// The current operation, or why the last one failed. Cleared by the next operation, a scan and a reset.
+    Observable<WorkStatus>& workStatus;
 
     [[nodiscard]] int currentOffset() const { return m_currentOffset; }
     [[nodiscard]] bool hasMorePages() const { return m_hasMorePages; }

@@ -36,17 +36,22 @@ bool isDisabledWaves(const AudioPlugin& plugin)
     return plugin.format == PluginFormat::wavesBundle && !plugin.isEnabled;
 }
 
-/// Awaits a change and stores its failure in `error`.
+/// Awaits a change and stores its failure in `error` and `workStatus`.
 QCoro::Task<> reportFailure(QPointer<PluginManagerViewModel> self, QCoro::Task<> change)
 {
     std::optional<PluginError> failure;
+    WorkStatus outcome;
     try {
         co_await std::move(change);
     } catch (const std::exception& thrown) {
         failure = toPluginError(thrown);
+        outcome = workFailure(thrown);
     }
-    if (failure && self)
+    if (!self)
+        co_return;
+    if (failure)
         self->error = failure;
+    self->workStatus = outcome;
 }
 
 } // namespace

@@ -199,6 +199,42 @@ TEST_F(ChangesTest, PartialFailuresLeaveAKnownState)
     }
 }
 
+TEST_F(ChangesTest, SaysWhatIsGoingOnAndWhyItFailed)
+{
+    for (const QString& name : {u"A"_s, u"B"_s, u"C"_s})
+        m_root.addFile(kVst3 + name + u".vst3"_s, "x");
+    m_root.addFile(u"/Users/tester/Library/Audio/Plug-Ins/CLAP/User.clap", "x");
+    m_root.addFile(kDisabledVst3.chopped(6)); // where its folder would be
+    scan();
+    QStringList seen;
+    model().workStatus.observe(&model(), [&] { seen.append(model().workStatus->text); });
+    const QString waiting = u"Waiting for the password…"_s;
+    const std::pair<platform::ScriptErrorDictionary, QString> failures[] = {
+        {platform::scriptError(u"User canceled."_s, -128), u"Cancelled. Nothing was changed."_s},
+        {platform::scriptError(u"Denied."_s, -60005),
+         u"Administrator rights were denied. Nothing was changed."_s},
+        {platform::scriptError(u"No agent."_s, -60007), u"No agent. Nothing was changed."_s},
+        {platform::scriptError(u"mv: B:\nFull"_s, 1),
+         u"Failed, press Scan to see what was changed: mv: B: Full"_s},
+        {{}, u"Failed, press Scan to see what was changed: AppleScript error"_s},
+    };
+    for (const auto& [error, text] : failures) {
+        m_system.scripts.answerNext({std::nullopt, error});
+        seen.clear();
+        toggle(rows({u"A"_s, u"B"_s, u"C"_s}));
+        EXPECT_EQ(seen, (QStringList{waiting, text}));
+    }
+    seen.clear();
+    toggleOne(row(u"User"_s));
+    EXPECT_TRUE(seen.size() == 1 && seen[0].startsWith(u"Failed: Not a directory: /"_s))
+        << qPrintable(seen.join(u'|'));
+    seen.clear();
+    toggle(rows({u"A"_s, u"B"_s, u"C"_s}));
+    runTask(model().deletePlugins({row(u"A"_s)}));
+    EXPECT_EQ(seen, (QStringList{waiting, u"Moving 3 plugins…"_s, QString(), waiting, u"Deleting 1 plugin…"_s,
+                                 QString()}));
+}
+
 TEST_F(ChangesTest, ShowsThePanelFrom51PluginsOn)
 {
     const std::tuple<int, int, bool, QString> cases[] = {

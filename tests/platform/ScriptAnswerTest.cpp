@@ -20,7 +20,7 @@ ScriptOutcome runWith(const QByteArray& lines, const QString& source)
     if (!lines.isEmpty())
         root.addScript(u"/helper", lines + '\n');
     platform::ChildScriptRunner runner(root.at(u"/helper"));
-    return resultOf(runner.execute(source));
+    return resultOf(runner.execute(source, nullptr));
 }
 
 } // namespace

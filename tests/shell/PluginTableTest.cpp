@@ -51,6 +51,9 @@ TEST_F(PluginTableTest, SwitchesByMouseAndKeyboard)
     EXPECT_TRUE(isOn() && m_root.exists(place));
     EXPECT_TRUE(viewModel().error->has_value());
     EXPECT_FALSE(QApplication::activeModalWidget()) << "a failure raises no dialog";
+    const auto& status = named<QLabel>(named<QWidget>(window(), u"tableFooter"_s), u"workStatusLabel"_s);
+    EXPECT_EQ(status.text(), u"Cancelled. Nothing was changed."_s);
+    EXPECT_EQ(status.accessibleName(), status.text());
 
     // Pressed on the switch and let go elsewhere: nothing is switched.
     const QRect cell = table().visualRect(table().model()->index(0, 0));
@@ -66,17 +69,29 @@ TEST_F(PluginTableTest, RepaintsButIgnoresInputDuringThePrompt)
     launch();
     auto& field = named<QLineEdit>(window(), u"searchField"_s);
     bool hasPainted = false;
+    QMenu* menu = window().menuBar()->actions().at(1)->menu();
     m_system.scripts.whileRunning = [&] {
         QTest::keyClicks(&field, u"zzz"_s);
         clickSwitch(1);
         QTest::mouseClick(&named(window(), u"scanButton"_s), Qt::LeftButton);
         QTest::keyClick(&table(), Qt::Key_Space);
+        EXPECT_FALSE(QApplication::activePopupWidget()) << "its grab would keep the password from the prompt";
+        QTest::keyClick(&window(), Qt::Key_E, Qt::AltModifier);
+        EXPECT_FALSE(QApplication::activePopupWidget());
+        QTest::keyClick(&window(), Qt::Key_M, Qt::ControlModifier);
+        EXPECT_FALSE(window().isMinimized());
+        menu->popup({}); // as by a screen reader
+        QCoreApplication::sendPostedEvents();
+        EXPECT_FALSE(QApplication::activePopupWidget());
+        EXPECT_EQ(QGuiApplication::overrideCursor()->shape(), Qt::BusyCursor);
         hasPainted = !window().grab().isNull() && table().isEnabled();
         QTest::keyClick(&window(), Qt::Key_W, Qt::ControlModifier);
     };
-    clickSwitch(0);
+    menu->popup({});
+    table().model()->setData(table().model()->index(0, 0), Qt::Unchecked, Qt::CheckStateRole);
     ASSERT_TRUE(waitFor([&] { return !*viewModel().isRunningScript; }));
     settle();
+    EXPECT_FALSE(QGuiApplication::overrideCursor());
     EXPECT_TRUE(hasPainted);
     EXPECT_EQ(field.text(), QString());
     EXPECT_EQ(m_system.scripts.sources.size(), 1) << "nothing was started a second time";

@@ -28,7 +28,7 @@ void FakeScriptRunner::failNext(const QString& message)
     answerNext(std::move(outcome));
 }
 
-QCoro::Task<platform::ScriptOutcome> FakeScriptRunner::execute(QString source)
+QCoro::Task<platform::ScriptOutcome> FakeScriptRunner::execute(QString source, std::function<void()> started)
 {
     sources.append(source);
     if (whileRunning)
@@ -40,7 +40,7 @@ QCoro::Task<platform::ScriptOutcome> FakeScriptRunner::execute(QString source)
     }
     if (!runner)
         co_return platform::ScriptOutcome{};
-    co_return co_await runner->execute(source);
+    co_return co_await runner->execute(source, std::move(started));
 }
 
 int LocalNotificationCenter::count(QStringView name) const

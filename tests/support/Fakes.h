@@ -35,7 +35,7 @@ public:
     /// The next script fails with this message.
     void failNext(const QString& message);
 
-    QCoro::Task<platform::ScriptOutcome> execute(QString source) override;
+    QCoro::Task<platform::ScriptOutcome> execute(QString source, std::function<void()> started) override;
 
 private:
     std::deque<platform::ScriptOutcome> m_answers;

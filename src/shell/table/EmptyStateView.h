@@ -4,12 +4,17 @@
 
 namespace orvanlite {
 
-/// Shown instead of the table while no category is selected.
+struct WorkStatus;
+template <typename T>
+class Observable;
+
+/// Shown instead of the table while no category is selected. Operations can be started from the sidebar
+/// meanwhile, so it has the status line of the table's footer.
 class EmptyStateView final : public QWidget {
     Q_OBJECT
 
 public:
-    explicit EmptyStateView(QWidget* parent);
+    EmptyStateView(const Observable<WorkStatus>& status, QWidget* parent);
 };
 
 } // namespace orvanlite

@@ -8,6 +8,7 @@
 #include "shell/table/PluginTableHeader.h"
 #include "shell/table/PluginTableModel.h"
 #include "shell/table/PluginTableView.h"
+#include "shell/table/WorkStatusLine.h"
 #include "shell/toolkit/AppTheme.h"
 #include "shell/toolkit/ManufacturerWebsites.h"
 #include "shell/toolkit/PressButton.h"
@@ -109,7 +110,8 @@ void PluginListView::buildFooter()
     row->setSpacing(AppTheme::kSpace2);
     row->addWidget(m_shown);
     row->addWidget(m_spinner);
-    row->addStretch(1);
+    row->addSpacing(AppTheme::kSpace2);
+    row->addWidget(new WorkStatusLine(m_viewModel.workStatus, m_footer), 1);
     row->addWidget(m_loadAll);
     row->addWidget(m_hint);
     // Keeps the height when the hint replaces the button.
