@@ -28,6 +28,7 @@ protected:
     void closeEvent(QCloseEvent* event) override;
 
 private:
+    void fitMinimumSize();
     void frameChanged();
     void saveFrame();
 
