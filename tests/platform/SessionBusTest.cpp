@@ -198,6 +198,21 @@ TEST_F(SessionBusTest, ReadsTheAppearanceFromThePortal)
         EXPECT_EQ(appearance.isDark(), dark);
         EXPECT_EQ(appearance.accentColour(), accent);
         EXPECT_EQ(appearance.reducesMotion(), reduced);
+        EXPECT_FALSE(appearance.increasesContrast());
+    }
+    const QString accessibility = u"org.gnome.desktop.a11y.interface"_s;
+    const std::tuple<QString, QString, QVariant, bool> contrasts[] = {
+        {look, u"contrast"_s, 1U, false},
+        {accessibility, u"high-contrast"_s, true, false},
+        {desktop, u"gtk-theme"_s, u"HighContrast"_s, false},
+        {desktop, u"gtk-theme"_s, u"HighContrastInverse"_s, true},
+    };
+    for (const auto& [group, key, value, dark] : contrasts) {
+        SCOPED_TRACE(qPrintable(key));
+        portal.settings = {{group, {{key, value}}}};
+        const FreedesktopAppearance appearance(bus, std::chrono::seconds(20));
+        EXPECT_TRUE(appearance.increasesContrast());
+        EXPECT_EQ(appearance.isDark().value_or(false), dark);
     }
 }
 
@@ -214,7 +229,7 @@ TEST_F(SessionBusTest, FollowsTheAppearanceOfThePortal)
     ASSERT_TRUE(comesTrue([&] { return changes > 0; }));
     EXPECT_EQ(appearance.isDark(), false);
     portal.change(look, u"color-scheme"_s, 2U); // unchanged
-    portal.change(look, u"contrast"_s, 1U);
+    portal.change(look, u"unknown"_s, 1U);
     portal.change(look, u"accent-color"_s, colour(0, 0.5, 0));
     ASSERT_TRUE(comesTrue([&] { return appearance.accentColour().has_value(); }));
     EXPECT_EQ(changes, 2) << "only changes are reported";

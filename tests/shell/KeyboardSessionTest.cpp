@@ -1,7 +1,6 @@
 #include "ShellFixture.h"
 
 #include <QGuiApplication>
-#include <QMessageBox>
 #include <QScrollBar>
 #include <QWindow>
 

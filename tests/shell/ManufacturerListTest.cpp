@@ -77,9 +77,9 @@ TEST_F(ManufacturerListTest, FiltersAndOpensWebsitesByMouseAndKeyboard)
     QTest::keyClick(&makers(), Qt::Key_Tab);
     EXPECT_FALSE(makers().hasFocus());
 
-    QTest::keyClicks(&field, u"zz"_s);
+    spoken(field).setText(QAccessible::Value, u"Azz"_s);
     settle();
-    EXPECT_EQ(*viewModel().manufacturerSearchText, u"zz"_s);
+    EXPECT_EQ(*viewModel().manufacturerSearchText, u"Azz"_s);
     EXPECT_TRUE(named<QLabel>(*m_list, u"noManufacturersLabel"_s).isVisible() && !makers().isVisible());
     click(clear);
     EXPECT_TRUE(field.text().isEmpty() && field.hasFocus() && !clear.isVisible());

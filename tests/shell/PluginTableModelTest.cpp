@@ -1,6 +1,7 @@
 #include "shell/table/PluginTableModel.h"
 
 #include "model/Uuid.h"
+#include "shell/toolkit/TickList.h"
 #include "shell/toolkit/ToolTips.h"
 #include "support/Fakes.h"
 
@@ -87,6 +88,9 @@ TEST_F(PluginTableModelTest, SpeaksForEveryCell)
     m_model.setPlugins({row});
     EXPECT_EQ(cell(PluginColumn::manufacturer, Qt::ToolTipRole), u"Visit Klang website"_s);
     EXPECT_EQ(plainToolTip(u"A & B\n/C"_s), u"A & B\n/C"_s);
+    TickListModel list;
+    list.setRows({{QUuid(), u"<b>A"_s, {}, {}, false}});
+    EXPECT_EQ(list.index(0).data(Qt::ToolTipRole), u"<span>&lt;b&gt;A</span>"_s);
     EXPECT_EQ(plainToolTip(u"<b>A</b> &\n/C"_s), u"<span>&lt;b&gt;A&lt;/b&gt; &amp;<br>/C</span>"_s);
     EXPECT_EQ(cell(PluginColumn::version), QString());
     EXPECT_EQ(cell(PluginColumn::lastUsed), u"3 days ago"_s);

@@ -21,6 +21,9 @@ TEST_F(PluginTableTest, SortsAndSearches)
     EXPECT_EQ(table().header()->accessibleName(), u"Sort by Status, ascending"_s);
     search(u"ETA"_s);
     EXPECT_EQ(shownNames(), QStringList{u"beta"_s});
+    spoken(named<QLineEdit>(window(), u"searchField"_s)).setText(QAccessible::Value, u"ph"_s);
+    endSearchPause();
+    EXPECT_EQ(shownNames(), QStringList{u"Alpha"_s}) << "text set by assistive technology";
 }
 
 TEST_F(PluginTableTest, SwitchesByMouseAndKeyboard)

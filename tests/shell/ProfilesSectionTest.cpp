@@ -7,7 +7,6 @@
 
 #include <QAccessible>
 #include <QFileDialog>
-#include <QMessageBox>
 
 namespace orvanlite::test {
 
@@ -38,8 +37,11 @@ protected:
         EXPECT_EQ(confirm.text().remove(u'&'), action);
         if (auto* field = box.findChild<QLineEdit*>(u"textField"_s)) {
             EXPECT_FALSE(confirm.isEnabled()) << "without a name";
-            QTest::keyClicks(field, name);
-            QTest::keyClick(field, Qt::Key_Return);
+            for (const QString& typed : {u"  "_s, name}) {
+                EXPECT_TRUE(box.isVisible()) << "spaces are not a name";
+                QTest::keyClicks(field, typed);
+                QTest::keyClick(field, Qt::Key_Return);
+            }
         } else {
             click(confirm);
         }

@@ -3,10 +3,10 @@
 #include "shell/app/DragHandle.h"
 #include "shell/app/MainContentView.h"
 #include "shell/bulk/BulkConfirmation.h"
+#include "shell/toolkit/QuestionBox.h"
 
 #include <QClipboard>
 #include <QMenu>
-#include <QMessageBox>
 #include <QScrollBar>
 
 namespace orvanlite::test {
@@ -167,10 +167,10 @@ TEST_F(SelectionTest, BulkWarningAsksWithTheExactTexts)
         request.pendingAction = action;
         request.pendingPlugins = twelve;
         request.isShowing = true;
-        auto& warning = named<QMessageBox>(window(), u"bulkWarning"_s);
+        auto& warning = named<QuestionBox>(window(), u"bulkWarning"_s);
         EXPECT_EQ(warning.windowTitle(), title);
-        EXPECT_EQ(warning.text(), title) << "for systems that hide the title bar's text";
-        EXPECT_EQ(warning.informativeText(), message);
+        EXPECT_EQ(warning.heading(), title) << "for systems that hide the title bar's text";
+        EXPECT_EQ(warning.message(), message);
         EXPECT_EQ(named(warning, u"confirmButton"_s).text(), button);
         QTest::keyClick(&warning, Qt::Key_Escape);
         settle();

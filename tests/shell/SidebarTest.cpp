@@ -10,6 +10,7 @@
 #include "shell/sidebar/SidebarView.h"
 #include "shell/toolkit/FileOpenPanel.h"
 #include "shell/toolkit/FileSavePanel.h"
+#include "shell/toolkit/QuestionBox.h"
 #include "shell/toolkit/ThemeController.h"
 
 #include <QMessageBox>
@@ -77,7 +78,7 @@ protected:
         return all.join(u' ');
     }
     [[nodiscard]] QString openSections() { return checked(true); }
-    [[nodiscard]] QMessageBox* question() const { return m_sidebar->findChild<QMessageBox*>(); }
+    [[nodiscard]] QuestionBox* question() const { return m_sidebar->findChild<QuestionBox*>(); }
     void answer(const QString& button) { test::click(*question(), button); }
 
     ProfileManager m_profiles{m_system.platform};
@@ -253,8 +254,9 @@ TEST_F(SidebarTest, ActsOnFilteredPluginsAfterAQuestion)
     click(u"disableFilteredButton"_s);
     ASSERT_TRUE(question());
     EXPECT_EQ(question()->windowTitle(), u"Disable All VST3 Plugins?"_s);
-    EXPECT_EQ(question()->informativeText(), u"This will disable 2 plugins filtered by: VST3."_s);
-    EXPECT_EQ(question()->defaultButton()->objectName(), u"cancelButton"_s);
+    EXPECT_EQ(question()->message(), u"This will disable 2 plugins filtered by: VST3."_s);
+    EXPECT_TRUE(named<QPushButton>(*question(), u"cancelButton"_s).isDefault());
+    EXPECT_FALSE(qobject_cast<QMessageBox*>(question())) << "a native one would choose its own default";
     answer(u"cancelButton"_s);
     EXPECT_TRUE(m_system.scripts.sources.isEmpty());
 

@@ -85,10 +85,13 @@ inline void click(const QAbstractItemView& view, int row, int column = 0,
     return lines.join(u'|');
 }
 
-[[nodiscard]] inline QString spokenName(QWidget& control)
+/// The control as assistive technology sees it.
+[[nodiscard]] inline QAccessibleInterface& spoken(QWidget& control)
 {
-    return QAccessible::queryAccessibleInterface(&control)->text(QAccessible::Name);
+    return *QAccessible::queryAccessibleInterface(&control);
 }
+
+[[nodiscard]] inline QString spokenName(QWidget& control) { return spoken(control).text(QAccessible::Name); }
 
 /// The focusable controls. Each must have a unique object name and an accessible name.
 inline QList<QWidget*> expectNamedControls(const QWidget& window)

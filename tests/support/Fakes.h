@@ -129,10 +129,12 @@ public:
     std::optional<bool> dark;
     std::optional<platform::Rgb> accent;
     bool reduced = false;
+    bool contrast = false;
     void notify();
     [[nodiscard]] std::optional<bool> isDark() const override { return dark; }
     [[nodiscard]] std::optional<platform::Rgb> accentColour() const override { return accent; }
     [[nodiscard]] bool reducesMotion() const override { return reduced; }
+    [[nodiscard]] bool increasesContrast() const override { return contrast; }
     void observe(QObject* context, std::function<void()> handler) override
     {
         m_observers.emplace_back(context, std::move(handler));

@@ -28,7 +28,7 @@
 #include "uad/UADCleanupManager.h"
 
 #include <QApplication>
-#include <QMessageBox>
+#include <QDialog>
 #include <QPainter>
 #include <QPointer>
 #include <QVBoxLayout>
@@ -211,7 +211,7 @@ void ContentView::showBulkWarning()
                             bulkWarningMessage(*m_bulkConfirmation),
                             deletes ? u"Delete Permanently"_s : u"Continue"_s, true};
     // Acts only on the plugins listed when the question was asked, even if the selection changes meanwhile.
-    QMessageBox* warning =
+    QDialog* warning =
         ask(this, question,
             [this, action = m_bulkConfirmation->pendingAction.value_or(BulkAction::enable),
              plugins = m_bulkConfirmation->pendingPlugins] {
@@ -223,7 +223,7 @@ void ContentView::showBulkWarning()
 void ContentView::showErrorAlert()
 {
     const std::optional<PluginError>& error = *m_pluginManager->error;
-    QMessageBox* alert =
+    QDialog* alert =
         tell(this, Tone::warning, u"errorAlert"_s, u"Error"_s, error ? error->errorDescription() : QString());
     connect(alert, &QDialog::finished, this, [this] { showingError = false; });
 }

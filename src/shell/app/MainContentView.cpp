@@ -13,6 +13,7 @@
 #include "shell/toolkit/AppTheme.h"
 #include "shell/toolkit/Divider.h"
 #include "shell/toolkit/PressButton.h"
+#include "shell/toolkit/RelativeFont.h"
 #include "shell/toolkit/ViewUpdater.h"
 
 #include <QApplication>
@@ -109,7 +110,7 @@ void MainContentView::buildToolRow(QWidget* row)
     for (PressButton* action : {scan, exportButton}) {
         action->setTextColour([](const QPalette&) { return AppTheme::actionText(); });
         // Compensates for the low contrast of the colour on a light background.
-        action->setFont(AppTheme::semibold(action->font()));
+        setRelativeFont(action, 1, QFont::DemiBold);
     }
 }
 

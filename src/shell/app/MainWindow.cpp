@@ -1,6 +1,7 @@
 #include "shell/app/MainWindow.h"
 
 #include "platform/Defaults.h"
+#include "shell/toolkit/RelativeFont.h"
 
 #include <QEvent>
 #include <QGuiApplication>
@@ -71,11 +72,17 @@ MainWindow::MainWindow(platform::Defaults& defaults)
     : m_defaults(defaults)
 {
     setObjectName(u"mainWindow"_s);
-    const double scale = std::max(1.0, double(fontMetrics().height()) / kUsualTextHeight);
-    setMinimumSize((kSmallestSize * scale).boundedTo(screen()->availableSize() - QSize(0, kTitleBar)));
+    fitMinimumSize();
+    onFontChange(this, [this] { fitMinimumSize(); });
     m_saveTimer.setSingleShot(true);
     m_saveTimer.setInterval(kSaveDelayMilliseconds);
     connect(&m_saveTimer, &QTimer::timeout, this, &MainWindow::saveFrame);
+}
+
+void MainWindow::fitMinimumSize()
+{
+    const double scale = std::max(1.0, double(fontMetrics().height()) / kUsualTextHeight);
+    setMinimumSize((kSmallestSize * scale).boundedTo(screen()->availableSize() - QSize(0, kTitleBar)));
 }
 
 void MainWindow::setFrameAutosaveName(const QString& name)

@@ -31,6 +31,7 @@ protected:
 private:
     /// The frame, moved and shrunk into its screen.
     [[nodiscard]] QRect fitted(QRect frame) const;
+    void fitMinimumSize();
     void frameChanged();
     void saveFrame();
 

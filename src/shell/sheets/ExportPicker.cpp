@@ -116,7 +116,7 @@ protected:
         painter.drawEllipse(ring.adjusted(1, 1, -1, -1));
         if (isChecked()) {
             painter.setPen(Qt::NoPen);
-            painter.setBrush(Qt::white);
+            painter.setBrush(colours.highlightedText());
             painter.drawEllipse(ring.center(), side * 0.18, side * 0.18);
         }
         painter.setPen(ink);
@@ -153,7 +153,7 @@ QVBoxLayout* headed(QWidget* part, const QString& heading, const QString& object
 {
     auto* label = new QLabel(heading, part);
     label->setObjectName(objectName);
-    label->setFont(AppTheme::semibold(label->font()));
+    setRelativeFont(label, 1, QFont::DemiBold);
     auto* column = new QVBoxLayout(part);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(AppTheme::kSpace2);
@@ -192,6 +192,7 @@ ExportPicker::ExportPicker(ExportFormat& format, ExportSortOption& sortOption, Q
     column->addStretch(1);
     column->addWidget(makeButtons());
     render();
+    onFontChange(this, [this] { fit(); });
 }
 
 QWidget* ExportPicker::makeFormats()
@@ -259,7 +260,7 @@ QWidget* ExportPicker::makeButtons()
     m_export = new PressButton({}, {}, PressButton::Ground::bordered, buttons);
     m_export->setObjectName(u"exportConfirmButton"_s);
     m_export->setTint(&AppTheme::accent);
-    m_export->setFont(AppTheme::semibold(m_export->font()));
+    setRelativeFont(m_export, 1, QFont::DemiBold);
     connect(cancel, &QAbstractButton::clicked, this, &QDialog::reject);
     connect(m_export, &QAbstractButton::clicked, this, &QDialog::accept);
     auto* row = new QHBoxLayout(buttons);
@@ -279,6 +280,12 @@ void ExportPicker::render()
 
 void ExportPicker::present()
 {
+    fit();
+    open();
+}
+
+void ExportPicker::fit()
+{
     const int width = std::max(kWidth, layout()->minimumSize().width());
     // Reserve space for the longest caption, so that nothing moves under the pointer.
     int captionHeight = 0;
@@ -289,7 +296,6 @@ void ExportPicker::present()
     m_caption->setMinimumHeight(captionHeight);
     render();
     resize(width, layout()->totalHeightForWidth(width));
-    open();
 }
 
 void ExportPicker::keyPressEvent(QKeyEvent* event)

@@ -28,6 +28,7 @@ private:
     [[nodiscard]] QWidget* makeFormats();
     [[nodiscard]] QWidget* makeSortOptions();
     [[nodiscard]] QWidget* makeButtons();
+    void fit();
     void render();
 
     ExportFormat& m_format;

@@ -88,6 +88,7 @@ NewPluginsSheet::NewPluginsSheet(Observable<NewPlugins>& state, const ProfileMan
     connectControls();
     m_updates->watch(state, profiles.profiles);
     m_updates->schedule();
+    onFontChange(this, [this] { fit(); });
 }
 
 QWidget* NewPluginsSheet::makeTitle()
@@ -131,7 +132,7 @@ QWidget* NewPluginsSheet::makeProfilesHeading()
 {
     auto* heading = new QWidget(this);
     QLabel* words = text(u"Add to profiles:"_s, &AppTheme::primary, u"newPluginsProfilesHeading"_s, heading);
-    words->setFont(AppTheme::semibold(words->font()));
+    setRelativeFont(words, 1, QFont::DemiBold);
     m_allProfiles = new PressButton({}, {}, PressButton::Ground::accent, heading);
     m_allProfiles->setObjectName(u"newPluginsAllProfilesButton"_s);
     QHBoxLayout* row = rowOf(heading);
@@ -191,11 +192,16 @@ void NewPluginsSheet::connectControls()
 void NewPluginsSheet::present()
 {
     m_updates->flush();
+    fit();
+    open();
+}
+
+void NewPluginsSheet::fit()
+{
     const int wanted = kCharactersAcross * fontMetrics().averageCharWidth();
     const int width =
         std::max(std::clamp(wanted, kSmallestWidth, kLargestWidth), layout()->minimumSize().width());
     resize(width, layout()->totalHeightForWidth(width));
-    open();
 }
 
 void NewPluginsSheet::render()

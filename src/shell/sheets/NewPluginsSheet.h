@@ -42,6 +42,7 @@ private:
     [[nodiscard]] QWidget* makeButtons();
     [[nodiscard]] TickList* makeList(const QString& objectName, const QString& name, int largestHeight);
     void connectControls();
+    void fit();
     void render();
     void renderChips();
 

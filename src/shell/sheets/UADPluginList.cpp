@@ -2,6 +2,7 @@
 
 #include "shell/toolkit/AppTheme.h"
 #include "shell/toolkit/Icons.h"
+#include "shell/toolkit/ToolTips.h"
 #include "uad/UADCleanupManager.h"
 
 #include <QPainter>
@@ -161,7 +162,7 @@ QVariant UADPluginListModel::data(const QModelIndex& index, int role) const
     case Qt::DisplayRole:
         return isHeading ? shown.heading : shown.entry.name;
     case Qt::ToolTipRole:
-        return isHeading ? QVariant() : shown.entry.name;
+        return isHeading ? QVariant() : plainToolTip(shown.entry.name);
     case Qt::AccessibleTextRole:
         return isHeading ? shown.heading : shown.entry.name + u", "_s + remark(shown.entry);
     case Qt::CheckStateRole:

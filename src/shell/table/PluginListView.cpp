@@ -115,7 +115,11 @@ void PluginListView::buildFooter()
     row->addWidget(m_loadAll);
     row->addWidget(m_hint);
     // Keeps the height when the hint replaces the button.
-    m_footer->setMinimumHeight(m_loadAll->sizeHint().height() + 2 * AppTheme::kSpace1);
+    const auto fit = [this] {
+        m_footer->setMinimumHeight(m_loadAll->sizeHint().height() + 2 * AppTheme::kSpace1);
+    };
+    fit();
+    onFontChange(m_footer, fit);
     connect(m_loadAll, &QAbstractButton::clicked, this, [this] { m_viewModel.loadAllPages(); });
 }
 

@@ -4,6 +4,7 @@
 #include "shell/table/PluginTableHeader.h"
 #include "shell/table/PluginTableModel.h"
 #include "shell/toolkit/KeyRepeat.h"
+#include "shell/toolkit/RelativeFont.h"
 #include "shell/toolkit/ThinScrollBar.h"
 
 #include <QApplication>
@@ -77,6 +78,10 @@ PluginTableView::PluginTableView(PluginTableModel& model, QWidget* parent)
     connect(&model, &PluginTableModel::stateChanged, m_delegate, &PluginTableDelegate::animateSwitch);
     connect(m_delegate, &PluginTableDelegate::needsRepaint, viewport(), qOverload<>(&QWidget::update));
     connect(m_delegate, &PluginTableDelegate::linkActivated, this, &PluginTableView::linkActivated);
+    onFontChange(this, [this] {
+        verticalHeader()->setDefaultSectionSize(PluginTableDelegate::rowHeight(fontMetrics()));
+        layoutColumns();
+    });
 }
 
 bool PluginTableView::showsLastRow() const
@@ -247,13 +252,6 @@ void PluginTableView::focusInEvent(QFocusEvent* event)
     m_isCurrentFromFocus = !hadCurrent && currentIndex().isValid();
     showKeyboardFocus(event->reason() != Qt::MouseFocusReason);
     viewport()->update();
-}
-
-void PluginTableView::changeEvent(QEvent* event)
-{
-    QTableView::changeEvent(event);
-    if (event->type() == QEvent::FontChange)
-        verticalHeader()->setDefaultSectionSize(PluginTableDelegate::rowHeight(fontMetrics()));
 }
 
 void PluginTableView::focusOutEvent(QFocusEvent* event)

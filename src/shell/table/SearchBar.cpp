@@ -56,9 +56,10 @@ SearchBar::SearchBar(Observable<QString>& searchText, QWidget* parent)
     row->addWidget(m_field, 1);
     row->addWidget(m_clear);
     // The button is taller than the text and must not change the height of the field when it appears.
-    m_clear->setFixedHeight(m_field->sizeHint().height());
+    m_clear->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Ignored);
 
-    connect(m_field, &QLineEdit::textEdited, this, [this](const QString& text) { m_searchText = text; });
+    // Not textEdited(): assistive technology and scripts set the text without an edit.
+    connect(m_field, &QLineEdit::textChanged, this, [this](const QString& text) { m_searchText = text; });
     connect(m_clear, &QAbstractButton::clicked, this, [this] {
         m_searchText = QString();
         m_field->setFocus();

@@ -5,7 +5,6 @@
 #include <QAbstractButton>
 #include <QFileDialog>
 #include <QFileInfo>
-#include <QMessageBox>
 #include <QTextBoundaryFinder>
 
 #include <utility>
@@ -82,11 +81,10 @@ void FileSavePanel::confirm(const QString& path, const SaveRequest& request,
     question.message = u"A file of that name is there already. Replacing it overwrites what it holds."_s;
     question.action = u"Replace"_s;
     question.isDestructive = true;
-    QMessageBox* box = orvanlite::ask(&m_context, question, [path, chosen] { chosen(path); });
+    QDialog* box = orvanlite::ask(&m_context, question, [path, chosen] { chosen(path); });
     SaveRequest again = request;
     again.fileName = file.fileName();
-    QObject::connect(box->button(QMessageBox::Cancel), &QAbstractButton::clicked, &m_context,
-                     [this, again, chosen] { ask(again, chosen); });
+    QObject::connect(box, &QDialog::rejected, &m_context, [this, again, chosen] { ask(again, chosen); });
 }
 
 } // namespace orvanlite
