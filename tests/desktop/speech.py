@@ -1,0 +1,1 @@
+DESKTOP = None
