@@ -118,31 +118,43 @@ class Product:
         return dict(self.rows("SELECT name, isEnabled FROM plugins"))
 
     # Files, catalogue and what a reader is told have to agree.
-    def expect_state(self, names, enabled, kind="VST3", in_table=True):
+    def expect_state(self, names, enabled, kind="VST3"):
         for name in names:
             here, there = enabled_path(name, kind), disabled_path(name, kind)
             right, wrong = (here, there) if enabled else (there, here)
             wait_for(f"{right}", right.exists)
             expect(not wrong.exists(), f"{wrong} is still there")
-            row = f"SELECT currentPath, isEnabled FROM plugins WHERE name = '{name}'"
-            wait_for(f"the catalogue's row of {name}", lambda: self.rows(row) == [(str(right), int(enabled))])
-        if in_table:
-            for name in names:
-                self.expect_switch(name, enabled)
+        paths = [str(enabled_path(name, kind) if enabled else disabled_path(name, kind)) for name in names]
+        wanted = {name: (path, int(enabled)) for name, path in zip(names, paths)}
+        self._await("rows of the catalogue", wanted,
+                    lambda: {name: rest for name, *rest in self.rows("SELECT name, currentPath, isEnabled FROM plugins")})
+        self._await("switches for readers", {name: ("Enabled" if enabled else "Disabled", enabled) for name in names},
+                    self.switches)
+
+    @staticmethod
+    def _await(what, wanted, question):
+        def differences():
+            found = question()
+            return {key: (found.get(key), value) for key, value in wanted.items() if tuple(found.get(key, ())) != value}
+
+        try:
+            wait_for(what, lambda: not differences())
+        except Failed:
+            expect_equal(differences(), {}, f"{what}, found and wanted")
 
     def table(self):
         return self.window.get("table", "Plugins")
 
-    def expect_switch(self, name, enabled):
-        wanted = "Enabled" if enabled else "Disabled"
-        try:
-            wait_for(f"{name} as {wanted}", lambda: self.switch(name).name == wanted)
-        except Failed:
-            expect_equal(self.switch(name).name, wanted, f"accessible switch of {name}")
-        expect_equal(self.switch(name).has("checked"), enabled, f"state 'checked' of the switch of {name}")
+    def switches(self):
+        """What a reader is told of each switch, by the plugin's name."""
+        found = {}
+        for cell in self.table().children:
+            if cell.role == "table cell" and cell.description.startswith("Switch for "):
+                found[cell.description[len("Switch for "):]] = (cell.name, cell.has("checked"))
+        return found
 
     def switch(self, name):
-        """The cell with the switch of a plugin."""
+        """The cell with the switch of a plugin, which has to be in view."""
         return wait_for(f"the row of {name}", lambda: self.table().find("table cell", description=f"Switch for {name}"))
 
     def cell(self, name):

@@ -57,6 +57,10 @@ class Node:
         return self._ask(Atspi.Value.get_current_value, None)
 
     @property
+    def highest(self):
+        return self._ask(Atspi.Value.get_maximum_value, None)
+
+    @property
     def parent(self):
         found = self._ask(Atspi.Accessible.get_parent, None)
         return Node(found) if found else None

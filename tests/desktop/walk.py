@@ -38,7 +38,7 @@ def run_theme(theme, pattern):
     try:
         with module.DESKTOP() as desktop:
             for name, function in wanted:
-                print(run(desktop, name, function))
+                print(run(desktop, name, function), flush=True)
                 wanted = wanted[1:]
     except Exception as reason:  # a desktop that does not start
         traceback.print_exc()

@@ -48,17 +48,18 @@ class X11Desktop(Desktop):
 
     # Windows.
     def top_windows(self):
-        """All viewable windows of the top level, topmost first: number, and the texts of it and what is in it."""
+        """All viewable windows of the top level, topmost first: number, and title and class of it or of what is in it."""
         found = []
         for line in output_of("xwininfo", "-root", "-tree", env=self.environment).splitlines():
             line = line.expandtabs()
             match = re.match(r"^( +)(0x[0-9a-f]+) (.*)$", line)
             if not match or "Parent window id" in line:
                 continue
+            named = "" if "(has no name)" in match[3] else match[3]
             if len(match[1]) == 5:
-                found.append([match[2], match[3]])
-            elif found:
-                found[-1][1] += "\n" + match[3]
+                found.append([match[2], named])
+            elif found and named:
+                found[-1][1] += named
         return [(number, text) for number, text in found if self._is_viewable(number)]
 
     def _is_viewable(self, number):
@@ -71,7 +72,7 @@ class X11Desktop(Desktop):
         return next((at for at, (_, texts) in enumerate(self.top_windows()) if text in texts), None)
 
     def windows_of_product(self):
-        return [texts for _, texts in self.top_windows() if '"plugin-manager"' in texts or '"Orvanlite"' in texts]
+        return [texts for _, texts in self.top_windows() if '"plugin-manager"' in texts]
 
     def _activate(self, process):
         found = self._xdotool("search", "--onlyvisible", "--pid", str(process)).split()
