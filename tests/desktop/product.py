@@ -145,6 +145,10 @@ class Product:
     def table(self):
         return self.window.get("table", "Plugins")
 
+    def table_has_focus(self):
+        table = self.table()
+        return table.has("focused") or any(cell.has("focused") for cell in table.walk())
+
     def switches(self):
         """What a reader is told of each switch, by the plugin's name."""
         found = {}

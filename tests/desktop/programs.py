@@ -129,6 +129,17 @@ class Desktop:
         self.click(self.product.window.get(None, "All Plugins", acts=True))
         self.product.window.get("table", "Plugins")
 
+    def focus_table(self):
+        """By the keys alone, from the search on."""
+        product = self.product
+        product.window.get("text", "Search plugins").focus()
+        for _ in range(12):
+            time.sleep(0.3)
+            if product.table_has_focus():
+                return
+            self.key("Tab")
+        expect(False, "Tab does not reach the table")
+
     def stop_product(self):
         if self.product:
             self.product.stop()

@@ -65,6 +65,13 @@ class Node:
         found = self._ask(Atspi.Accessible.get_parent, None)
         return Node(found) if found else None
 
+    def ancestors(self):
+        """What it is part of, up to its window."""
+        node = self.parent
+        while node and node.role not in ("application", "menu item"):
+            yield node
+            node = node.parent
+
     @property
     def process(self):
         return self._ask(Atspi.Accessible.get_process_id, 0)

@@ -3,6 +3,8 @@ reason, or "NOT RUN" with what this machine lacks."""
 
 import importlib
 import re
+import subprocess
+import sys
 import traceback
 from pathlib import Path
 
@@ -30,26 +32,29 @@ def run(desktop, name, function):
 
 
 def run_theme(theme, pattern):
-    steps.STEPS.clear()
     module = importlib.import_module(theme)
     wanted = [(name, function) for name, function in steps.STEPS if pattern.search(name)]
     if not wanted:
         return
     try:
         with module.DESKTOP() as desktop:
-            for name, function in wanted:
-                print(run(desktop, name, function), flush=True)
+            while wanted:
+                print(run(desktop, *wanted[0]), flush=True)
                 wanted = wanted[1:]
     except Exception as reason:  # a desktop that does not start
         traceback.print_exc()
         for name, _ in wanted:
-            print(f"NOT RUN {name} ({reason})")
+            print(f"NOT RUN {name} ({reason})", flush=True)
 
 
 def main():
-    pattern = re.compile(Path("/etc/desktop-steps").read_text(encoding="utf-8").strip() or ".")
+    if len(sys.argv) > 1:
+        pattern = re.compile(Path("/etc/desktop-steps").read_text(encoding="utf-8").strip() or ".")
+        run_theme(sys.argv[1], pattern)
+        return
     for theme in THEMES:
-        run_theme(theme, pattern)
+        # Each in a process of its own: Atspi stays with the first accessibility bus that it has seen.
+        subprocess.run([sys.executable, __file__, theme], check=False)
 
 
 main()

@@ -6,7 +6,12 @@ import time
 
 from pictures import Picture
 from programs import RUNTIME, Desktop, output_of
-from steps import wait_for
+from steps import Failed, wait_for
+
+
+def contains(box, x, y):
+    left, top, width, height = box
+    return left <= x < left + width and top <= y < top + height
 
 
 class X11Desktop(Desktop):
@@ -37,8 +42,21 @@ class X11Desktop(Desktop):
         self._xdotool("mousemove", str(x), str(y), "click", str(button))
 
     def click(self, node, button=1):
-        x, y, width, height = node.box
-        self.click_at(x + width // 2, y + height // 2, button)
+        x, y = self._bring_into_view(node)
+        self.click_at(x, y, button)
+
+    def _bring_into_view(self, node):
+        """The middle of a control, which the wheel scrolls into view."""
+        for _ in range(30):
+            left, top, width, height = node.box
+            x, y = left + width // 2, top + height // 2
+            clip = next((each for each in node.ancestors() if not contains(each.box, x, y)), None)
+            if not clip:
+                return x, y
+            left, top, width, height = clip.box
+            self.click_at(left + width // 2, top + height // 2, 4 if y < top else 5)
+            time.sleep(0.1)
+        raise Failed(f"{node} cannot be scrolled into view")
 
     def key(self, *names):
         self._xdotool("key", "--clearmodifiers", *names)
@@ -91,13 +109,16 @@ class X11Desktop(Desktop):
     def _read(self):
         return Picture(self._pixels / "Xvfb_screen0")
 
-    def save_picture(self, path):
+    def stable_picture(self):
+        """Once nothing changes any more, or after a while: something may move for as long as it likes."""
         before = self._read()
-        for _ in range(10):  # something may move for as long as it likes
+        for _ in range(10):
             time.sleep(0.2)
             now = self._read()
             if now == before:
                 break
             before = now
-        before.save(path)
         return before
+
+    def save_picture(self, path):
+        self.stable_picture().save(path)
