@@ -233,12 +233,11 @@ QCoro::Task<> PluginMover::pollProgress(QString progressFile, qsizetype total, B
     const auto self = shared_from_this();
     while (!*isCancelled) {
         const std::optional<QByteArray> text = m_platform.files.read(progressFile, kLargestCounter);
-        bool isNumber = false;
-        const qlonglong count = text ? text->trimmed().toLongLong(&isNumber) : 0;
-        if (count > 0)
+        const auto done = text ? batchProgress(*text, total) : std::nullopt;
+        if (done && *done > 0)
             begin(movingPlugins(total)); // on systems that do not report the start
-        if (isNumber && total > 0)
-            progress->setProgress(std::clamp(double(count) / double(total), 0.0, 1.0));
+        if (done)
+            progress->setProgress(*done);
         co_await m_platform.clock.sleepFor(kPollInterval);
     }
 }
