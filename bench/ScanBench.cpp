@@ -31,7 +31,7 @@ namespace orvanlite {
 
 namespace {
 
-constexpr double kGoal = 2.2;
+constexpr double kGoal = 1.2;
 constexpr int kBundlesPerVendor = 12;
 
 using Members = QList<std::pair<QString, QString>>;

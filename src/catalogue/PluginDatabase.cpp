@@ -135,6 +135,7 @@ bool PluginDatabase::exec(const char* sql)
 
 void PluginDatabase::replaceAllPlugins(const AudioPlugins& plugins)
 {
+    ++m_revision;
     exec("BEGIN TRANSACTION");
     // DELETE takes the write lock. If that fails, nothing may be inserted either: another process could
     // release its lock between two rows, and the remaining rows would be added to the old ones.
@@ -152,6 +153,7 @@ void PluginDatabase::replaceAllPlugins(const AudioPlugins& plugins)
 
 void PluginDatabase::updatePlugin(const AudioPlugin& plugin)
 {
+    ++m_revision;
     const QByteArray currentPath = plugin.currentPath.toUtf8();
     const QByteArray id = uuidBytes(plugin.id);
     Statement update(m_db, "UPDATE plugins SET currentPath = ?, isEnabled = ? WHERE id = ?");
@@ -163,6 +165,7 @@ void PluginDatabase::updatePlugin(const AudioPlugin& plugin)
 
 void PluginDatabase::deletePlugin(const QUuid& id)
 {
+    ++m_revision;
     const QByteArray text = uuidBytes(id);
     Statement remove(m_db, "DELETE FROM plugins WHERE id = ?");
     remove.bindText(1, text);

@@ -48,6 +48,9 @@ public:
     void updatePlugin(const AudioPlugin& plugin);
     void deletePlugin(const QUuid& id);
 
+    /// Increases with every change made through this object. Equal revisions: the same rows.
+    [[nodiscard]] quint64 revision() const { return m_revision; }
+
     /// One page, without damaged rows. `sortColumn` is inserted into the SQL text: it must be a column name
     /// and never user input.
     [[nodiscard]] AudioPlugins queryPlugins(const PluginFilter& filter, QLatin1StringView sortColumn,
@@ -70,6 +73,7 @@ private:
 
     QString m_dbPath;
     sqlite3* m_db = nullptr;
+    quint64 m_revision = 1;
 };
 
 } // namespace orvanlite

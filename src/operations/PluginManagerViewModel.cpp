@@ -138,15 +138,31 @@ void PluginManagerViewModel::publishEnabledCount()
     m_platform.notifications.post(u"com.yourcompany.Orvanlite.pluginCountChanged"_s, {});
 }
 
+void PluginManagerViewModel::appendRows(int limit, int offset)
+{
+    AudioPlugins more = queryPage(limit, offset);
+    displayedPlugins.mutate([&more](AudioPlugins& rows) {
+        rows.insert(rows.end(), std::make_move_iterator(more.begin()), std::make_move_iterator(more.end()));
+    });
+}
+
 void PluginManagerViewModel::loadMoreIfNeeded()
 {
     if (!m_hasMorePages)
         return;
     m_currentOffset += pageSize;
-    AudioPlugins page = queryPage(pageSize, m_currentOffset);
-    displayedPlugins.mutate([&page](AudioPlugins& rows) {
-        rows.insert(rows.end(), std::make_move_iterator(page.begin()), std::make_move_iterator(page.end()));
-    });
+    appendRows(pageSize, m_currentOffset);
+    m_hasMorePages = std::ssize(*displayedPlugins) < *totalPluginCount;
+}
+
+void PluginManagerViewModel::loadRows(int count)
+{
+    const int loaded = m_currentOffset + pageSize;
+    const int pages = (count - loaded + pageSize - 1) / pageSize;
+    if (!m_hasMorePages || pages <= 0)
+        return;
+    appendRows(pages * pageSize, loaded);
+    m_currentOffset += pages * pageSize;
     m_hasMorePages = std::ssize(*displayedPlugins) < *totalPluginCount;
 }
 
@@ -154,10 +170,7 @@ void PluginManagerViewModel::loadAllPages()
 {
     if (!m_hasMorePages)
         return;
-    AudioPlugins rest = queryPage(*totalPluginCount, static_cast<int>(displayedPlugins->size()));
-    displayedPlugins.mutate([&rest](AudioPlugins& rows) {
-        rows.insert(rows.end(), std::make_move_iterator(rest.begin()), std::make_move_iterator(rest.end()));
-    });
+    appendRows(*totalPluginCount, static_cast<int>(displayedPlugins->size()));
     m_currentOffset = static_cast<int>(displayedPlugins->size());
     m_hasMorePages = false;
 }

@@ -97,6 +97,8 @@ public:
     /// Loads the next page, if any. Called when the last row becomes visible.
     void loadMoreIfNeeded();
     void loadAllPages();
+    /// Loads whole pages with one query until `count` rows are loaded, or all.
+    void loadRows(int count);
     void resetView();
 
     /// All filters at once: what the listings are narrowed to.
@@ -142,6 +144,8 @@ public:
 
 private:
     [[nodiscard]] AudioPlugins queryPage(int limit, int offset) const;
+    /// Appends one query to the displayed rows.
+    void appendRows(int limit, int offset);
     void publishEnabledCount();
     void sortChanged();
     QCoro::Task<> reloadAfterTyping();
