@@ -6,13 +6,9 @@
 #include <QApplication>
 #include <QImage>
 
-#include <gtest/gtest.h>
-
 #include <cmath>
 
 namespace orvanlite::test {
-
-using namespace Qt::StringLiterals;
 
 namespace {
 
