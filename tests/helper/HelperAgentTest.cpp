@@ -1,8 +1,3 @@
-#include "platform/Defaults.h"
-#include "platform/MainBundle.h"
-#include "platform/NotificationCenter.h"
-#include "platform/Platform.h"
-#include "platform/Workspace.h"
 #include "shell/sidebar/MenuBarLoginItem.h"
 #include "shell/sidebar/MenuBarSection.h"
 #include "support/Fakes.h"
@@ -13,9 +8,6 @@
 #include <QDir>
 #include <QFile>
 #include <QRegularExpression>
-#include <QTest>
-
-#include <gtest/gtest.h>
 
 #include <unistd.h>
 
@@ -76,7 +68,6 @@ protected:
         ASSERT_TRUE(QFile::copy(QStringLiteral(ORV_HELPER_INFO_PLIST), root.at(contents + u"/Info.plist"_s)));
         ASSERT_TRUE(QFile::copy(QStringLiteral(ORV_SANDBOX_AGENT), executable));
     }
-    static bool waitFor(const std::function<bool()>& condition) { return QTest::qWaitFor(condition, 20'000); }
     [[nodiscard]] Platform with(Clock& clock)
     {
         return {real.layout,   real.files,         real.scripts,           real.processes,
@@ -347,13 +338,10 @@ TEST_F(MenuBarLoginItemTest, PrintsFailuresAndResetsTheSwitch)
     addAgent(old);
     start(old);
     root.addFile(u"/Users/tester/.config/autostart", "not a folder");
-    testing::internal::CaptureStdout();
-    launchAtLogin.click();
-    item.setEnabled(false);
-    const QString lines = QString::fromStdString(testing::internal::GetCapturedStdout());
-    const qsizetype second = lines.indexOf(u'\n') + 1;
-    EXPECT_TRUE(lines.startsWith(u"MenuBarLoginItem: Failed to register: "_s)) << qPrintable(lines);
-    EXPECT_TRUE(lines.sliced(second).startsWith(u"MenuBarLoginItem: Failed to unregister: "_s));
+    const std::string registration = printedBy([&] { launchAtLogin.click(); });
+    EXPECT_TRUE(registration.starts_with("MenuBarLoginItem: Failed to register: ")) << registration;
+    const std::string removal = printedBy([&] { item.setEnabled(false); });
+    EXPECT_TRUE(removal.starts_with("MenuBarLoginItem: Failed to unregister: ")) << removal;
     EXPECT_FALSE(launchAtLogin.isChecked());
     EXPECT_EQ(workspace.terminations, 0);
     EXPECT_EQ(clock.sleepers(), 0);

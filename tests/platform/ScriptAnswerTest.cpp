@@ -3,11 +3,8 @@
 #include "platform/posix/ChildScriptRunner.h"
 #include "support/Fakes.h"
 
-#include <gtest/gtest.h>
-
 namespace orvanlite::test {
 
-using namespace Qt::StringLiterals;
 using platform::ScriptErrorDictionary;
 using platform::ScriptOutcome;
 

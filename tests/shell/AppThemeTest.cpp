@@ -7,13 +7,9 @@
 #include <QImage>
 #include <QWindow>
 
-#include <gtest/gtest.h>
-
 #include <cmath>
 
 namespace orvanlite::test {
-
-using namespace Qt::StringLiterals;
 
 namespace {
 

@@ -85,7 +85,8 @@ TEST_F(ManufacturerListTest, FiltersAndOpensWebsitesByMouseAndKeyboard)
     EXPECT_TRUE(field.text().isEmpty() && field.hasFocus() && !clear.isVisible());
     viewModel().manufacturerSearchText = u"fab"_s;
     settle();
-    EXPECT_EQ(field.text() + at(0).data().toString(), u"fabFabFilter"_s);
+    EXPECT_EQ(field.text(), u"fab"_s);
+    EXPECT_EQ(at(0).data(), u"FabFilter"_s);
 }
 
 TEST_F(ManufacturerListTest, KeepsItsPositionInALongList)

@@ -8,11 +8,7 @@
 #include <QAbstractItemModelTester>
 #include <QSignalSpy>
 
-#include <gtest/gtest.h>
-
 namespace orvanlite::test {
-
-using namespace Qt::StringLiterals;
 
 class PluginTableModelTest : public testing::Test {
 protected:
@@ -44,7 +40,6 @@ TEST_F(PluginTableModelTest, TellsWhatChangedInsteadOfResetting)
         {"shorter", four, two, {0, 0, 0, 1, 0}},
         {"other order", two, {four[1], four[0]}, {1, 0, 0, 0, 0}},
         {"emptied", two, {}, {1, 0, 0, 0, 0}},
-        {"nothing", {}, {}, {0, 0, 0, 0, 0}},
     };
     for (const auto& [title, from, to, wanted] : rows) {
         SCOPED_TRACE(title);
@@ -81,7 +76,6 @@ TEST_F(PluginTableModelTest, SpeaksForEveryCell)
         EXPECT_EQ(cell(column, Qt::AccessibleDescriptionRole).toString(), description);
         EXPECT_EQ(cell(column, PluginTableModel::IsFadedRole).toBool(), isFaded);
     }
-    EXPECT_EQ(cell(PluginColumn::status, Qt::CheckStateRole), Qt::Checked);
     row.manufacturer = u"Klang"_s;
     row.version = QString();
     row.lastUsed = Date::fromUnix(m_clock.now() - 3 * 86400);

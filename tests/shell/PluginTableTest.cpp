@@ -10,11 +10,11 @@ class PluginTableTest : public ShellTest {};
 
 TEST_F(PluginTableTest, SortsAndSearches)
 {
-    addPlugins({u"VST3/Alpha.vst3"_s, u"VST/beta.vst"_s, u"VST/Gamma.vst"_s, u"Disabled/CLAP/delta.clap"_s});
+    addPlugins({u"VST3/Alpha.vst3"_s, u"VST/beta.vst"_s, u"Disabled/CLAP/delta.clap"_s});
     launch();
-    EXPECT_EQ(shownNames(), (QStringList{u"Alpha"_s, u"beta"_s, u"delta"_s, u"Gamma"_s}));
+    EXPECT_EQ(shownNames(), (QStringList{u"Alpha"_s, u"beta"_s, u"delta"_s}));
     clickHeader(1);
-    EXPECT_EQ(shownNames(), (QStringList{u"Gamma"_s, u"delta"_s, u"beta"_s, u"Alpha"_s}));
+    EXPECT_EQ(shownNames(), (QStringList{u"delta"_s, u"beta"_s, u"Alpha"_s}));
     clickHeader(0);
     EXPECT_EQ(shownNames().front(), u"delta"_s) << "disabled ones first";
     EXPECT_EQ((*viewModel().sortOrder)[1].key, PluginSortKey::name);
@@ -202,6 +202,12 @@ TEST_F(PluginTableTest, KeepsItsPositionAcrossAReload)
     search(u"plugin"_s);
     EXPECT_EQ(table().verticalScrollBar()->value(), 0) << "a new search starts at its first hit";
     EXPECT_EQ(table().currentIndex().row(), 80);
+    table().verticalScrollBar()->setValue(500);
+    click(window(), u"resetButton"_s);
+    viewModel().showAllPlugins = true;
+    settle();
+    EXPECT_EQ(table().verticalScrollBar()->value(), 0) << "a reset as well";
+    EXPECT_FALSE(table().currentIndex().isValid());
 }
 
 TEST_F(PluginTableTest, OpensManufacturerWebsitesByMouseAndKeyboard)

@@ -45,15 +45,13 @@ protected:
 
 TEST_F(ProgressPanelTest, ShowsProgressRoundedDown)
 {
-    const std::tuple<int, double, QString, QString, int> cases[] = {
-        {0, 0.5, QString(), u"50%"_s, 50},
-        {1, 0.999, QString(), u"99%"_s, 99},
-        {2, 0.004, u"0 of 2 plugins"_s, u"0%"_s, 0},
-        {2, 0.5, u"1 of 2 plugins"_s, u"50%"_s, 50},
-        {60, 59.0 / 60, u"59 of 60 plugins"_s, u"98%"_s, 98},
-        {2000, 1.0, u"2000 of 2000 plugins"_s, u"100%"_s, 100},
+    const std::tuple<int, double, QString, int> cases[] = {
+        {1, 0.999, QString(), 99},
+        {2, 0.004, u"0 of 2 plugins"_s, 0},
+        {60, 59.0 / 60, u"59 of 60 plugins"_s, 98},
+        {2000, 1.0, u"2000 of 2000 plugins"_s, 100},
     };
-    for (const auto& [count, share, done, percent, value] : cases) {
+    for (const auto& [count, share, done, percent] : cases) {
         SCOPED_TRACE(testing::Message() << count << " at " << share);
         open(u"Applying…"_s, count);
         EXPECT_EQ(*m_manager.hudModel().progress, 0) << "every batch starts at nothing";
@@ -61,10 +59,9 @@ TEST_F(ProgressPanelTest, ShowsProgressRoundedDown)
         progress(share);
         EXPECT_EQ(text(u"progressLabel"_s), u"Applying…"_s);
         EXPECT_EQ(text(u"progressCount"_s), done);
-        EXPECT_EQ(text(u"progressPercent"_s), percent);
-        const auto& bar = named<QProgressBar>(panel(), u"progressBar"_s);
-        EXPECT_EQ(bar.value(), value);
-        EXPECT_EQ(bar.accessibleName(), u"Batch progress"_s);
+        EXPECT_EQ(text(u"progressPercent"_s), u"%1%"_s.arg(percent));
+        EXPECT_EQ(named<QProgressBar>(panel(), u"progressBar"_s).value(), percent);
+        EXPECT_EQ(named<QProgressBar>(panel(), u"progressBar"_s).accessibleName(), u"Batch progress"_s);
         for (const QWidget* part : view().findChildren<QWidget*>())
             EXPECT_TRUE(part->isHidden() || view().rect().contains(part->geometry(), true));
     }

@@ -8,11 +8,7 @@
 #include <QApplication>
 #include <QTest>
 
-#include <gtest/gtest.h>
-
 namespace orvanlite::test {
-
-using namespace Qt::StringLiterals;
 
 template <typename Widget = QAbstractButton>
 Widget& named(const QWidget& window, const QString& objectName)
@@ -29,9 +25,6 @@ inline void settle()
     for (int turn = 0; turn < 4; ++turn)
         turnEventLoop();
 }
-
-/// Waits for a real child process or an animation.
-inline bool waitFor(const std::function<bool()>& condition) { return QTest::qWaitFor(condition, 20'000); }
 
 [[nodiscard]] inline QString focused()
 {

@@ -9,13 +9,7 @@
 #include <QTest>
 #include <QTimer>
 
-#include <gtest/gtest.h>
-
-#include <deque>
-
 namespace orvanlite::test {
-
-using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -114,7 +108,7 @@ TEST_F(UpdateCheckerTest, AsksWithTheVersionAndTheMachine)
     m_system.root.addFile(u"/etc/machine-id", "\n");
     const QString made = hardwareId(m_system.platform);
     EXPECT_EQ(hardwareId(m_system.platform), made);
-    m_system.defaults.standardDefaults.values.clear();
+    m_system.defaults.standard().setValue(u"machineIdentifier"_s, {});
     EXPECT_NE(hardwareId(m_system.platform), made) << "not the same on all machines without an identifier";
 }
 

@@ -4,19 +4,14 @@
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
-#include <QPointer>
 #include <QTest>
 
 #include <qcorosignal.h>
-
-#include <gtest/gtest.h>
 
 #include <algorithm>
 #include <exception>
 
 namespace orvanlite::test {
-
-using namespace Qt::StringLiterals;
 
 void FakeScriptRunner::failNext(const QString& message)
 {
@@ -135,6 +130,8 @@ void turnEventLoop()
     QCoreApplication::processEvents();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
+
+bool waitFor(const std::function<bool()>& condition) { return QTest::qWaitFor(condition, 20'000); }
 
 } // namespace orvanlite::test
 

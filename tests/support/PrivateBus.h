@@ -8,8 +8,6 @@
 
 namespace orvanlite::test {
 
-using namespace Qt::StringLiterals;
-
 /// A session bus without the services of this machine.
 class PrivateBus {
 public:
