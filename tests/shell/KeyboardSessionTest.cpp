@@ -1,7 +1,6 @@
 #include "ShellFixture.h"
 
 #include <QGuiApplication>
-#include <QScrollBar>
 #include <QWindow>
 
 namespace orvanlite::test {
