@@ -99,10 +99,7 @@ void MainWindow::setFrameAutosaveName(const QString& name)
 QRect MainWindow::fitted(QRect frame) const
 {
     // The screen may have gone or have another scale since the frame was saved.
-    const QRect whole = screenOf(frame, screen())->availableGeometry();
-    if (whole.contains(frame))
-        return frame;
-    const QRect available = whole.adjusted(0, kTitleBar, 0, 0);
+    const QRect available = screenOf(frame, screen())->availableGeometry().adjusted(0, kTitleBar, 0, 0);
     frame.setSize(frame.size().boundedTo(available.size()).expandedTo(minimumSize()));
     frame.moveRight(std::min(frame.right(), available.right()));
     frame.moveBottom(std::min(frame.bottom(), available.bottom()));
