@@ -1,6 +1,8 @@
 #include "demo/MacLook.h"
 
 #include <QApplication>
+#include <QFont>
+#include <QPalette>
 #include <QWindow>
 
 namespace orvanlite::demo {

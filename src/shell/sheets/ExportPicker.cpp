@@ -63,9 +63,8 @@ protected:
         const QPalette& colours = palette();
         const QRectF bounds = QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5);
         if (isChecked()) {
-            painter.setPen(QPen(AppTheme::withOpacity(AppTheme::primary(colours), 0.15), 1));
-            painter.setBrush(AppTheme::isDark(colours) ? colours.color(QPalette::Mid)
-                                                       : colours.color(QPalette::Base));
+            painter.setPen(QPen(AppTheme::glassBorder(colours), 1));
+            painter.setBrush(colours.color(QPalette::Button));
             painter.drawRoundedRect(bounds, kSegmentRadius, kSegmentRadius);
         } else if (underMouse() || isDown()) {
             painter.setPen(Qt::NoPen);

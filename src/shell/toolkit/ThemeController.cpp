@@ -9,6 +9,7 @@
 #include <QProxyStyle>
 #include <QStyleFactory>
 #include <QStyleOption>
+#include <QToolTip>
 
 #include <utility>
 
@@ -114,8 +115,10 @@ void ThemeController::apply()
         accent = QColor::fromRgbF(static_cast<float>(chosen->red), static_cast<float>(chosen->green),
                                   static_cast<float>(chosen->blue));
     }
+    const QPalette palette = AppTheme::palette(dark, accent, m_appearance.increasesContrast());
     // Also replaces the palettes that a system has for single classes of widgets.
-    QApplication::setPalette(AppTheme::palette(dark, accent, m_appearance.increasesContrast()));
+    QApplication::setPalette(palette);
+    QToolTip::setPalette(palette);
 }
 
 } // namespace orvanlite
