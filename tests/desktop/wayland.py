@@ -66,10 +66,14 @@ class SwayDesktop(Desktop):
             *modifiers, key = name.split("+")
             held = [word for each in modifiers for word in ("-M", each)]
             released = [word for each in modifiers for word in ("-m", each)]
-            output_of("wtype", *held, "-k", key, *released, env=self.environment)
+            self._wtype(*held, "-k", key, *released)
 
     def type(self, text):
-        output_of("wtype", "-d", "20", text, env=self.environment)
+        self._wtype("-d", "20", text)
+
+    def _wtype(self, *arguments):
+        # Each call brings a keyboard of its own, which applications have to notice before it is used.
+        output_of("wtype", "-s", "200", *arguments, "-s", "200", env=self.environment)
 
     def await_window(self):
         wait_for("the window", lambda: self.windows(self.product.pid))
@@ -79,6 +83,12 @@ class SwayDesktop(Desktop):
 
     def focus_prompt(self):
         self.message(f"[pid={self.agent.pid}] focus")
+
+    def answer_prompt(self, password):
+        self.focus_prompt()
+        self.type(password)
+        # Return from a keyboard that comes and goes does not reach the agent's toolkit.
+        self.prompt().get("push button", "Authenticate").act()
 
     def save_picture(self, path):
         output_of("grim", str(path), env=self.environment)
@@ -139,7 +149,8 @@ def frame(desktop):
     product = desktop.start_product(("Aria",))
     desktop.message(f"[pid={product.pid}] floating enable")
     desktop.message(f"[pid={product.pid}] resize set 1500 950")
-    wait_for("the larger frame", lambda: desktop.windows(product.pid)[0][1]["width"] >= 1490)
+    wait_for(f"the larger frame, now {desktop.windows(product.pid)}",
+             lambda: desktop.windows(product.pid)[0][1]["width"] >= 1490)
     desktop.product.stop()
     desktop.scale(2)
     product = desktop.restart_product()
