@@ -59,6 +59,9 @@ public:
     Observable<bool> isLoading{false};
     /// The last failure of an operation. Cleared only by the start of a scan.
     Observable<std::optional<PluginError>> error;
+    /// Why the list disagrees with the plugin folders; empty as long as every change could be saved. Cleared by
+    /// the next scan whose result could be saved.
+    Observable<QString> unsavedReason;
     /// Toggled by resetView() so that views reset their own state. The value has no meaning.
     Observable<bool> resetViewTrigger{false};
     Observable<QString> manufacturerSearchText;
@@ -140,6 +143,7 @@ public:
 private:
     [[nodiscard]] AudioPlugins queryPage(int limit, int offset) const;
     void publishEnabledCount();
+    void reportUnsaved();
     void sortChanged();
     QCoro::Task<> reloadAfterTyping();
     void detectNewPlugins(const QSet<QString>& existingKeys);
