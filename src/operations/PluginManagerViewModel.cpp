@@ -129,6 +129,15 @@ void PluginManagerViewModel::refreshFromDatabase()
     dbDisabledCount = m_database.countPlugins(false);
     dbTotalCount = *dbEnabledCount + *dbDisabledCount;
     publishEnabledCount();
+    reportUnsaved();
+}
+
+void PluginManagerViewModel::reportUnsaved()
+{
+    const QString reason =
+        m_database.isOutOfSpace() ? u"The list could not be saved: no space left"_s : QString();
+    if (*unsavedReason != reason)
+        unsavedReason = reason;
 }
 
 void PluginManagerViewModel::publishEnabledCount()

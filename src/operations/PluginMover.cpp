@@ -5,6 +5,7 @@
 #include "operations/BatchProgress.h"
 #include "operations/Detach.h"
 #include "operations/OperationErrors.h"
+#include "operations/PartialCopies.h"
 #include "platform/Clock.h"
 #include "platform/FileManager.h"
 #include "platform/Path.h"
@@ -165,7 +166,12 @@ QCoro::Task<> PluginMover::performWithAdminRights(AudioPlugin plugin, QString de
                                   plugin.isEnabled ? ParentFolder::create : ParentFolder::mustExist);
     if (plugin.format == PluginFormat::au && m_platform.layout.isInSystemLibrary(plugin.originalPath))
         command += audioUnitCacheFlush(m_platform.layout);
+    std::vector<BatchItem> items(1);
+    items[0].source = plugin.currentPath;
+    items[0].destination = destination;
+    const PartialCopies copies(m_platform.files, items);
     const platform::ScriptOutcome outcome = co_await run(administratorScript(command), movingPlugins(1));
+    copies.remove();
     throwFailure(outcome, ScriptKind::toggle);
 }
 
@@ -185,6 +191,7 @@ QCoro::Task<AudioPlugins> PluginMover::toggleAll(AudioPlugins plugins, BatchProg
     files.write(batch.progress, "0", platform::WriteMode::privateFile);
     files.write(batch.script, batchScript(items, batch.progress).toUtf8(), platform::WriteMode::privateFile);
 
+    const PartialCopies copies(files, items);
     const auto isCancelled = std::make_shared<bool>(false);
     if (progress)
         detach(pollProgress(batch.progress, std::ssize(items), progress, isCancelled));
@@ -192,6 +199,7 @@ QCoro::Task<AudioPlugins> PluginMover::toggleAll(AudioPlugins plugins, BatchProg
         co_await run(batchAppleScript(batch.script), movingPlugins(std::ssize(items)));
     *isCancelled = true;
     batch.remove();
+    copies.remove();
     throwFailure(outcome, ScriptKind::batch);
 
     for (std::size_t i = 0; i < items.size(); ++i)

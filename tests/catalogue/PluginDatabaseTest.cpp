@@ -172,13 +172,13 @@ TEST_F(PluginDatabaseTest, ReadsAnUnusableFileAsEmpty)
     const std::string failedOpen = "❌ Failed to open database at " + m_path.toStdString() + '\n';
     const std::string noDatabase = "❌ SQL error: file is not a database\n";
     const QString folder = m_system.layout.applicationFolder();
-    // The folder to create or the file to write, and what opening and replacing print.
-    const std::tuple<QString, QString, std::string, std::string> rows[] = {
-        {m_path, {}, failedOpen, ""},
-        {{}, folder, failedOpen, ""},
-        {{}, m_path, noDatabase + noDatabase + noDatabase, noDatabase},
+    // The folder to create or the file to write, what opening prints, and whether the next scan starts a new file.
+    const std::tuple<QString, QString, std::string, bool> rows[] = {
+        {m_path, {}, failedOpen, false},
+        {{}, folder, failedOpen, false},
+        {folder, m_path, noDatabase + noDatabase + noDatabase, true},
     };
-    for (const auto& [newFolder, newFile, opening, replacing] : rows) {
+    for (const auto& [newFolder, newFile, opening, heals] : rows) {
         SCOPED_TRACE(qPrintable(newFolder + newFile));
         QDir(folder).removeRecursively();
         QFile::remove(folder);
@@ -190,8 +190,10 @@ TEST_F(PluginDatabaseTest, ReadsAnUnusableFileAsEmpty)
         std::optional<PluginDatabase> database;
         EXPECT_EQ(printedBy([&] { database.emplace(m_platform, m_path); }), opening);
         const AudioPlugin some = plugin(u"A"_s);
-        EXPECT_EQ(printedBy([&] { database->replaceAllPlugins({some}); }), replacing);
         EXPECT_EQ(printedBy([&] {
+                      EXPECT_TRUE(all(*database).empty());
+                      database->replaceAllPlugins({some});
+                      EXPECT_EQ(all(*database).size(), heals ? 1U : 0U);
                       database->updatePlugin(some);
                       database->deletePlugin(some.id);
                       EXPECT_TRUE(all(*database).empty());

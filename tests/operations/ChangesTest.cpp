@@ -153,6 +153,7 @@ TEST_F(ChangesTest, PartialFailuresLeaveAKnownState)
         {"chmod fails", [this] { replaceTool(u"chmod"_s, "echo no >&2; exit 1\n"); }, u""_s,
          u"Permission denied: no"_s},
         {"one move fails", [&] { move("[ $n = 2 ] && exit 1"); }, u"ACD"_s, u""_s},
+        {"one copy stops half-way", [&] { move("[ $n = 2 ] && { : > \"$2\"; exit 1; }"); }, u"ACD"_s, u""_s},
         {"the last move fails", [&] { move("[ $n = 4 ] && exit 1"); }, u"ABC"_s, u""_s},
         {"the last counter line fails", [&] { move("", blockCounter); }, u"ABCD"_s,
          u"Permission denied: /"_s},

@@ -291,4 +291,30 @@ TEST_F(PluginMoverTest, IsRunningUntilTheLastOverlappingScriptHasEnded)
     EXPECT_EQ(seen, (QList<bool>{true, false}));
 }
 
+TEST_F(PluginMoverTest, RemovesOnlyWhatAFailedMoveHasCopied)
+{
+    const std::tuple<const char*, QByteArray, bool> rows[] = {
+        {"a part", "mkdir -p \"$2/Contents\"; printf 12 >\"$2/Contents/a\"; ln -s a \"$2/Contents/link\"",
+         false},
+        {"all", "cp -R \"$1\" \"$2\"", false},
+        {"a larger file", "mkdir -p \"$2/Contents\"; printf 1234 >\"$2/Contents/a\"", true},
+        {"something else", "mkdir \"$2\"; : >\"$2/other\"", true},
+        {"all, and the source is being removed", "cp -R \"$1\" \"$2\"; rm \"$1/Contents/a\"", true},
+    };
+    const AudioPlugin plugin = record(kVst3 + u"A.vst3"_s);
+    for (const auto& [title, lines, remains] : rows) {
+        SCOPED_TRACE(title);
+        m_root.addFile(kVst3 + u"A.vst3/Contents/a"_s, "123");
+        ::symlink("a", m_root.at(kVst3 + u"A.vst3/Contents/link"_s).toUtf8().constData());
+        replaceTool(u"mv"_s, lines + "; exit 1\n");
+        toggleAll({plugin});
+        EXPECT_EQ(m_root.exists(kDisabledVst3 + u"A.vst3"_s), remains);
+        EXPECT_TRUE(m_root.exists(kVst3 + u"A.vst3"_s));
+        m_root.addFile(kVst3 + u"A.vst3/Contents/a"_s, "123");
+        toggleError(plugin);
+        EXPECT_EQ(m_root.names(kDisabledVst3).size(), remains ? 2 : 0) << "the single move takes a free name";
+        m_system.files.remove(m_root.at(u"/Library"));
+    }
+}
+
 } // namespace orvanlite::test

@@ -141,6 +141,14 @@ TEST_F(FileManagerTest, WritesInPlaceOrReplacesTheFile)
                   std::pair(EISDIR, root.at(u"/w/folder")));
         EXPECT_EQ(errorOf([&] { files.write(root.at(u"/none/x"), "x", mode); }).first, ENOENT);
     }
+    ::mkfifo(root.at(u"/w/pipe").toUtf8().constData(), 0600);
+    for (const WriteMode mode : {WriteMode::inPlace, WriteMode::replaceFile}) {
+        EXPECT_EQ(errorOf([&] { files.write(root.at(u"/w/pipe"), "x", mode); }).first, ENXIO)
+            << "nobody reads";
+        EXPECT_EQ(errorOf([&] { files.write(u"/dev/full"_s, "x", mode); }).first, ENOSPC);
+        EXPECT_EQ(errorOf([&] { files.write(u"/dev/null"_s, "x", mode); }).first, 0);
+    }
+    files.remove(root.at(u"/w/pipe"));
     QFile::link(u"file"_s, root.at(u"/w/link"));
     files.write(root.at(u"/w/link"), "fourth", WriteMode::replaceFile);
     EXPECT_EQ(root.content(u"/w/file"), "fourth");

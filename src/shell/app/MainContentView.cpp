@@ -43,7 +43,7 @@ MainContentView::MainContentView(const Services& services, BulkConfirmation& con
     , m_viewModel(services.plugins)
     , m_onResetTapped(std::move(onResetTapped))
     , m_body(new QStackedWidget(this))
-    , m_emptyState(new EmptyStateView(m_viewModel.workStatus, m_body))
+    , m_emptyState(new EmptyStateView(m_viewModel, m_body))
     , m_updates(new ViewUpdater([this] { render(); }, this))
 {
     setObjectName(u"mainContentView"_s);

@@ -18,7 +18,7 @@ constexpr double kHeadingSize = 1.25;
 
 } // namespace
 
-EmptyStateView::EmptyStateView(const Observable<WorkStatus>& status, QWidget* parent)
+EmptyStateView::EmptyStateView(const PluginManagerViewModel& viewModel, QWidget* parent)
     : QWidget(parent)
 {
     setObjectName(u"emptyState"_s);
@@ -45,7 +45,7 @@ EmptyStateView::EmptyStateView(const Observable<WorkStatus>& status, QWidget* pa
     column->addWidget(heading);
     column->addWidget(caption);
     column->addStretch(1);
-    column->addWidget(new WorkStatusLine(status, this));
+    column->addWidget(new WorkStatusLine(viewModel, this));
 }
 
 } // namespace orvanlite

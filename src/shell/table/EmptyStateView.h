@@ -4,9 +4,7 @@
 
 namespace orvanlite {
 
-struct WorkStatus;
-template <typename T>
-class Observable;
+class PluginManagerViewModel;
 
 /// Shown instead of the table while no category is selected. Operations can be started from the sidebar
 /// meanwhile, so it has the status line of the table's footer.
@@ -14,7 +12,7 @@ class EmptyStateView final : public QWidget {
     Q_OBJECT
 
 public:
-    EmptyStateView(const Observable<WorkStatus>& status, QWidget* parent);
+    EmptyStateView(const PluginManagerViewModel& viewModel, QWidget* parent);
 };
 
 } // namespace orvanlite

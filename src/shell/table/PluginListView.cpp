@@ -111,7 +111,7 @@ void PluginListView::buildFooter()
     row->addWidget(m_shown);
     row->addWidget(m_spinner);
     row->addSpacing(AppTheme::kSpace2);
-    row->addWidget(new WorkStatusLine(m_viewModel.workStatus, m_footer), 1);
+    row->addWidget(new WorkStatusLine(m_viewModel, m_footer), 1);
     row->addWidget(m_loadAll);
     row->addWidget(m_hint);
     // Keeps the height when the hint replaces the button.

@@ -1,5 +1,6 @@
 #include "shell/table/WorkStatusLine.h"
 
+#include "operations/PluginManagerViewModel.h"
 #include "operations/WorkStatus.h"
 #include "shell/toolkit/Announce.h"
 #include "shell/toolkit/AppTheme.h"
@@ -25,9 +26,9 @@ QColor warningColour(const QPalette& palette)
 
 } // namespace
 
-WorkStatusLine::WorkStatusLine(const Observable<WorkStatus>& status, QWidget* parent)
+WorkStatusLine::WorkStatusLine(const PluginManagerViewModel& viewModel, QWidget* parent)
     : QWidget(parent)
-    , m_status(status)
+    , m_viewModel(viewModel)
     , m_text(new ElidedLabel({}, this))
     , m_updates(new ViewUpdater([this] { render(); }, this))
 {
@@ -46,13 +47,15 @@ WorkStatusLine::WorkStatusLine(const Observable<WorkStatus>& status, QWidget* pa
     row->setSpacing(AppTheme::kSpace1);
     row->addWidget(m_warning);
     row->addWidget(m_text, 1);
-    m_updates->watch(status);
+    m_updates->watch(viewModel.workStatus, viewModel.unsavedReason);
     render();
 }
 
 void WorkStatusLine::render()
 {
-    const WorkStatus& status = *m_status;
+    WorkStatus status = *m_viewModel.workStatus;
+    if (status.state == WorkStatus::State::idle && !m_viewModel.unsavedReason->isEmpty())
+        status = {WorkStatus::State::notice, *m_viewModel.unsavedReason};
     m_warning->setVisible(status.state == WorkStatus::State::notice);
     m_text->setVisible(!status.text.isEmpty());
     m_text->setForegroundRole(status.isBusy() ? QPalette::PlaceholderText : QPalette::WindowText);
