@@ -58,7 +58,11 @@ protected:
         m_system.appearance.reduced = true;
         m_system.appearance.dark = false;
     }
-    ~AppearanceChangeTest() override { QApplication::setPalette(m_before); }
+    void TearDown() override
+    {
+        ShellTest::TearDown();
+        QApplication::setPalette(m_before);
+    }
 
     QPalette m_before = QApplication::palette();
 };

@@ -17,6 +17,7 @@ constexpr double kStrongestTint = 0.28;
 constexpr double kLegibleContrast = 4.5;
 constexpr double kHighContrast = 7;
 constexpr double kVisibleContrast = 3; ///< of shapes
+constexpr int kSteps = 20;             ///< between a colour and black or white
 
 /// Source: WCAG 2.1, relative luminance.
 double luminance(const QColor& colour)
@@ -45,8 +46,8 @@ QColor mixed(const QColor& from, const QColor& to, double share)
 /// The colour, moved towards the other end until it has this contrast with the background.
 QColor movedUntil(const QColor& colour, const QColor& end, const QColor& background, double wanted)
 {
-    for (double share = 0; share < 1; share += 0.05) {
-        const QColor moved = mixed(colour, end, share);
+    for (int step = 0; step < kSteps; ++step) {
+        const QColor moved = mixed(colour, end, double(step) / kSteps);
         if (contrast(moved, background) >= wanted)
             return moved;
     }
@@ -150,8 +151,8 @@ QColor legible(const QColor& colour, const QPalette& palette)
 
 QColor groundForWhite(const QColor& colour, double opacity)
 {
-    for (double share = 0; share < 1; share += 0.05) {
-        const QColor background = mixed(colour, Qt::black, share);
+    for (int step = 0; step < kSteps; ++step) {
+        const QColor background = mixed(colour, Qt::black, double(step) / kSteps);
         const double foreground = luminance(mixed(background, Qt::white, opacity)) + 0.05;
         if (foreground / (luminance(background) + 0.05) >= kLegibleContrast)
             return background;

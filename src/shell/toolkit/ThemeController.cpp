@@ -9,6 +9,7 @@
 #include <QProxyStyle>
 #include <QStyleFactory>
 #include <QStyleOption>
+#include <QTimer>
 #include <QToolTip>
 
 #include <utility>
@@ -94,7 +95,7 @@ ThemeController::~ThemeController()
 bool ThemeController::eventFilter(QObject* watched, QEvent* event)
 {
     if (event->type() == QEvent::ThemeChange && watched->isWindowType())
-        QMetaObject::invokeMethod(this, &ThemeController::applyAgain, Qt::QueuedConnection);
+        QTimer::singleShot(0, this, &ThemeController::applyAgain);
     return QObject::eventFilter(watched, event);
 }
 
