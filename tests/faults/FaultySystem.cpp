@@ -19,6 +19,7 @@ namespace orvanlite::test {
 namespace {
 
 Fault planned;
+pid_t process = 0;
 int calls = 0;
 bool wasHalved = false;
 bool* reached = nullptr; ///< in memory shared with the parent
@@ -34,8 +35,10 @@ Outcome outcomeOf(const std::string& path, bool isRead)
     if (call < planned.atCall)
         return Outcome::passes;
     *reached = true;
-    if (planned.error == 0)
-        ::kill(::getpid(), SIGKILL);
+    if (planned.error == 0) {
+        ::kill(process, SIGKILL);
+        ::kill(::getpid(), SIGKILL); // a child that shares our memory
+    }
     errno = planned.error;
     if (!planned.isPartial)
         return Outcome::fails;
@@ -84,7 +87,7 @@ End runWith(const Fault& fault, const std::function<void()>& work, bool* isReach
     if (child == 0) {
         reached = shared;
         planned = fault;
-        calls = 0;
+        process = ::getpid();
         work();
         planned = {};
         ::_exit(failures() > before ? 1 : 0);

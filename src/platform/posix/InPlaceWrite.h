@@ -9,8 +9,8 @@ namespace orvanlite::platform {
 
 class Descriptor;
 
-/// Overwrites an open regular file of `oldSize` bytes such that a failure, and in nearly all cases a killed process,
-/// leaves either the old or the new content. On purpose without a temporary file: users link the file from elsewhere,
+/// Overwrites an open regular file of `oldSize` bytes such that a failure and a killed process leave either the old or the
+/// new content. On purpose without a temporary file: users link the file from elsewhere,
 /// and it stays the same file.
 ///
 /// Space is reserved before anything is overwritten. After a failure the overwritten part of `old` is written back;
