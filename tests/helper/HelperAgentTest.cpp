@@ -99,20 +99,8 @@ public Q_SLOTS:
 
 class HelperAgentTest : public HelperTest {
 protected:
-    static void SetUpTestSuite()
-    {
-        s_screen = std::make_unique<QProcess>();
-        s_screen->start(u"Xvfb"_s, {u"-displayfd"_s, u"1"_s, u"-nolisten"_s, u"tcp"_s});
-        while (!s_screen->canReadLine() && s_screen->waitForReadyRead()) {
-        }
-        qputenv("DISPLAY", ':' + s_screen->readLine().trimmed());
-    }
-    static void TearDownTestSuite()
-    {
-        s_screen->terminate();
-        s_screen->waitForFinished();
-        s_screen.reset();
-    }
+    static void SetUpTestSuite() { s_screen = std::make_unique<VirtualScreen>(); }
+    static void TearDownTestSuite() { s_screen.reset(); }
     HelperAgentTest()
         : desktop(QDBusConnection::connectToBus(bus.address(), u"desktop"_s))
     {
@@ -179,7 +167,7 @@ protected:
     }
     [[nodiscard]] QString executable() const { return root.at(own + u"/Contents/MacOS/OrvanliteHelper"_s); }
 
-    static inline std::unique_ptr<QProcess> s_screen;
+    static inline std::unique_ptr<VirtualScreen> s_screen;
     QDBusConnection desktop;
     FakeNotificationService messages;
     FakeTray tray;

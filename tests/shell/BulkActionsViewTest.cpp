@@ -223,8 +223,19 @@ TEST_F(BulkActionsViewTest, BuildsOnlyTheRowsInView)
     EXPECT_GE(top, list().viewport()->height() - 4);
     EXPECT_LT(m_pane->findChildren<QWidget*>().size(), 120);
 
-    row(u"Plugin 0000"_s)->setFocus();
-    press(Qt::Key_End);
+    const QAccessibleInterface* spoken =
+        QAccessible::queryAccessibleInterface(row(u"Plugin 0000"_s))->parent();
+    ASSERT_EQ(spoken->childCount(), 5'000);
+    for (const int position : {0, 3, 2'500, 4'999}) {
+        QAccessibleInterface* item = spoken->child(position);
+        EXPECT_EQ(item->text(QAccessible::Name), u"Plugin %1"_s.arg(position, 4, 10, QChar(u'0')));
+        EXPECT_TRUE(item->role() == QAccessible::ListItem && spoken->indexOfChild(item) == position);
+        EXPECT_EQ(spoken->childAt(item->rect().center().x(), item->rect().center().y()), item);
+        item->actionInterface()->doAction(QAccessibleActionInterface::toggleAction());
+        settle();
+        EXPECT_TRUE(item->state().selected);
+    }
+    spoken->child(4'999)->actionInterface()->doAction(QAccessibleActionInterface::setFocusAction());
     EXPECT_EQ(focusedRow(), u"Plugin 4999"_s);
     press(Qt::Key_Up);
     press(Qt::Key_PageUp);

@@ -19,6 +19,9 @@ TEST_F(PluginTableTest, SortsAndSearches)
     EXPECT_EQ(shownNames().front(), u"delta"_s) << "disabled ones first";
     EXPECT_EQ((*viewModel().sortOrder)[1].key, PluginSortKey::name);
     EXPECT_EQ(table().header()->accessibleName(), u"Sort by Status, ascending"_s);
+    QAccessibleInterface* header = QAccessible::queryAccessibleInterface(table().header());
+    EXPECT_EQ(header->parent()->indexOfChild(header), 0) << "readers ignore it otherwise";
+    EXPECT_EQ(header->parent()->child(1)->object(), &table());
     search(u"ETA"_s);
     EXPECT_EQ(shownNames(), QStringList{u"beta"_s});
     spoken(named<QLineEdit>(window(), u"searchField"_s)).setText(QAccessible::Value, u"ph"_s);

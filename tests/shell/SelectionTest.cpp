@@ -39,6 +39,8 @@ TEST_F(SelectionTest, GrowsByClicksAcrossSearches)
     EXPECT_FALSE(handle.isVisible());
     clickRow(0);
     EXPECT_TRUE(handle.isVisible());
+    const auto role = [](QWidget& each) { return QAccessible::queryAccessibleInterface(&each)->role(); };
+    EXPECT_EQ(role(handle), role(named<QWidget>(window(), u"sidebarHandle"_s)));
     clickRow(2);
     EXPECT_EQ(viewModel().selectedPlugins->size(), 1) << "a plain click replaces the selected rows";
     EXPECT_EQ(viewModel().persistedSelections.size(), 2) << "and adds to the pane";

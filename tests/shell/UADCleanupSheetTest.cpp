@@ -68,11 +68,11 @@ TEST_F(UADCleanupSheetTest, LeadsFromTheKeysToTheDisabledDemos)
     press(u"uadPluginList"_s);
     click(list(), 7);
     EXPECT_EQ(disable.text(), u"Disable 2 Plugins"_s) << "what is off already cannot be chosen";
-    press(u"disableDemosButton"_s);
+    QTest::keyClick(&list(), Qt::Key_Return);
     ASSERT_TRUE(waitFor([this] { return *m_uadCleanup.cleanupComplete; }));
     settle();
     EXPECT_EQ(shown(), u"Cleanup Complete!|3 demo plugins disabled"_s);
-    press(u"cleanupDoneButton"_s);
+    QTest::keyClick(&sheet(), Qt::Key_Return);
     EXPECT_FALSE(sheet().isVisible() || *m_uadCleanup.showCleanupSheet);
 }
 

@@ -10,6 +10,7 @@
 #include "shell/app/InputGate.h"
 #include "shell/app/MainContentView.h"
 #include "shell/app/SharedObjects.h"
+#include "shell/app/SpokenChanges.h"
 #include "shell/bulk/BulkConfirmation.h"
 #include "shell/bulk/BulkOperations.h"
 #include "shell/onboarding/OnboardingView.h"
@@ -103,6 +104,7 @@ ContentView::ContentView(const platform::Platform& platform, const SharedObjects
     m_updates->watch(m_pluginManager->selectedFormats);
     // So that the window is visible before a scan occupies the thread.
     new FirstPaint(this, this, [this] { appear(); });
+    new SpokenChanges(*m_pluginManager, shared.activityLog, this);
     m_cleanupSheet = new UADCleanupSheet(m_uadCleanup, this);
     m_uadCleanup.pluginManager = m_pluginManager.get();
     m_uadCleanup.showCleanupSheet.observe(this, [this] { showCleanupSheet(); });

@@ -47,6 +47,7 @@ MainContentView::MainContentView(const Services& services, BulkConfirmation& con
     , m_updates(new ViewUpdater([this] { render(); }, this))
 {
     setObjectName(u"mainContentView"_s);
+    m_body->setAccessibleName(u"Content"_s);
     auto* toolRow = new QWidget(this);
     buildToolRow(toolRow);
     m_preview = new PreviewStrip(m_viewModel, this); // before the table in tab order

@@ -2,7 +2,6 @@
 
 #include "records/ReportFormat.h"
 #include "shell/toolkit/AppTheme.h"
-#include "shell/toolkit/Dialogs.h"
 #include "shell/toolkit/Divider.h"
 #include "shell/toolkit/FocusRing.h"
 #include "shell/toolkit/PressButton.h"
@@ -11,7 +10,6 @@
 
 #include <QAbstractButton>
 #include <QButtonGroup>
-#include <QKeyEvent>
 #include <QPainter>
 #include <QRadioButton>
 #include <QVBoxLayout>
@@ -163,13 +161,12 @@ QVBoxLayout* headed(QWidget* part, const QString& heading, const QString& object
 } // namespace
 
 ExportPicker::ExportPicker(ExportFormat& format, ExportSortOption& sortOption, QWidget* parent)
-    : QDialog(parent)
+    : Sheet(parent)
     , m_format(format)
     , m_sortOption(sortOption)
 {
     setObjectName(u"exportPicker"_s);
     setWindowTitle(u"Export Plugins"_s);
-    makeSheet(this);
     auto* title = new QLabel(windowTitle(), this);
     title->setObjectName(u"exportTitle"_s);
     setRelativeFont(title, 1.3, QFont::DemiBold);
@@ -297,13 +294,6 @@ void ExportPicker::fit()
     resize(width, layout()->totalHeightForWidth(width));
 }
 
-void ExportPicker::keyPressEvent(QKeyEvent* event)
-{
-    // Return triggers the default button regardless of the focus.
-    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
-        m_export->click();
-    else
-        QDialog::keyPressEvent(event);
-}
+QAbstractButton* ExportPicker::mainButton() const { return m_export; }
 
 } // namespace orvanlite

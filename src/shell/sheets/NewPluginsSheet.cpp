@@ -4,7 +4,6 @@
 #include "profiles/ProfileManager.h"
 #include "shell/toolkit/AppTheme.h"
 #include "shell/toolkit/ChipButton.h"
-#include "shell/toolkit/Dialogs.h"
 #include "shell/toolkit/FlowLayout.h"
 #include "shell/toolkit/PressButton.h"
 #include "shell/toolkit/RelativeFont.h"
@@ -59,14 +58,13 @@ QHBoxLayout* rowOf(QWidget* widget)
 
 NewPluginsSheet::NewPluginsSheet(Observable<NewPlugins>& state, const ProfileManager& profiles,
                                  QWidget* parent)
-    : QDialog(parent)
+    : Sheet(parent)
     , m_state(state)
     , m_profiles(profiles)
     , m_updates(new ViewUpdater([this] { render(); }, this))
 {
     setObjectName(u"newPluginsSheet"_s);
     setWindowTitle(u"Add New Plugins to Profiles"_s);
-    makeSheet(this);
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(AppTheme::kSpace5, AppTheme::kSpace5, AppTheme::kSpace5, AppTheme::kSpace5);
     column->setSpacing(AppTheme::kSpace3);
@@ -188,6 +186,8 @@ void NewPluginsSheet::connectControls()
     connect(m_skip, &QAbstractButton::clicked, this, &NewPluginsSheet::skipRequested);
     connect(m_add, &QAbstractButton::clicked, this, &NewPluginsSheet::addRequested);
 }
+
+QAbstractButton* NewPluginsSheet::mainButton() const { return m_add; }
 
 void NewPluginsSheet::present()
 {

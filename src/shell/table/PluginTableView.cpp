@@ -3,6 +3,7 @@
 #include "shell/table/PluginTableDelegate.h"
 #include "shell/table/PluginTableHeader.h"
 #include "shell/table/PluginTableModel.h"
+#include "shell/toolkit/Announce.h"
 #include "shell/toolkit/KeyRepeat.h"
 #include "shell/toolkit/RelativeFont.h"
 #include "shell/toolkit/ThinScrollBar.h"
@@ -251,6 +252,7 @@ void PluginTableView::focusInEvent(QFocusEvent* event)
     QTableView::focusInEvent(event);
     m_isCurrentFromFocus = !hadCurrent && currentIndex().isValid();
     showKeyboardFocus(event->reason() != Qt::MouseFocusReason);
+    announceCurrentRow(this);
     viewport()->update();
 }
 
