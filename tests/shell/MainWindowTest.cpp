@@ -37,8 +37,8 @@ TEST_F(MainWindowTest, FitsTheSavedFrameIntoTheScreen)
         {u"0 0 3200 2000"_s, {0, 32, 1600, 968}},    {u"1 2 -3 4"_s, {50, 60, 720, 560}},
     };
     for (const auto& [saved, wanted] : cases) {
-        MainWindow restored(m_system.defaults.standardDefaults);
-        m_system.defaults.standardDefaults.setValue(u"NSWindow Frame x"_s, saved);
+        MainWindow restored(m_system.defaults.standard());
+        m_system.defaults.standard().setValue(u"NSWindow Frame x"_s, saved);
         restored.setGeometry(50, 60, 720, 560);
         restored.setFrameAutosaveName(u"x"_s);
         EXPECT_EQ(restored.geometry(), wanted) << qPrintable(saved);
@@ -97,7 +97,7 @@ TEST_F(MainWindowTest, EditEntriesReachTheFieldWithTheFocus)
 TEST_F(MainWindowTest, ScansAfterItsFirstPaint)
 {
     addPlugins(3);
-    m_system.defaults.standardDefaults.values.clear(); // the first start
+    m_system.defaults.standard().setValue(u"onboardingComplete"_s, {}); // the first start
     bool wasPainted = false;
     quietly([&] {
         m_delegate.applicationDidFinishLaunching();
