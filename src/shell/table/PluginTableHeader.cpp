@@ -31,6 +31,7 @@ public:
     {
         return QAccessible::queryAccessibleInterface(widget()->parentWidget()->parentWidget());
     }
+    [[nodiscard]] int childCount() const override { return 0; } // only scroll bars
     [[nodiscard]] QStringList actionNames() const override { return {pressAction()}; }
     void doAction(const QString& action) override
     {

@@ -92,12 +92,11 @@ Control::Control(QWidget* parent)
 
 void Control::announceToggle()
 {
-    QAccessible::State changed;
-    changed.selected = accessibleRole() == QAccessible::ListItem;
-    changed.expanded = opensSection();
-    QAccessibleStateChangeEvent event(this, changed);
-    QAccessible::updateAccessibility(&event);
-    // The bridge on Linux does not pass on this state.
+    if (accessibleRole() == QAccessible::ListItem) {
+        QAccessibleEvent event(this, isChecked() ? QAccessible::SelectionAdd : QAccessible::SelectionRemove);
+        QAccessible::updateAccessibility(&event);
+    }
+    // The bridge on Linux does not report this state.
     if (opensSection() && hasFocus())
         announce(this, isChecked() ? u"expanded"_s : u"collapsed"_s);
 }
