@@ -68,14 +68,14 @@ public:
     QByteArray script;
     QString progressFile;
 
-    QCoro::Task<platform::ScriptOutcome> execute(QString source) override
+    QCoro::Task<platform::ScriptOutcome> execute(QString source, std::function<void()> started) override
     {
         const QDir folder(m_folder);
         QFile file(folder.filePath(folder.entryList({u"*.sh"_s}, QDir::Files).value(0)));
         if (file.open(QIODevice::ReadOnly))
             script = file.readAll();
         progressFile = folder.filePath(folder.entryList({u"*.txt"_s}, QDir::Files).value(0));
-        co_return co_await m_runner.execute(source);
+        co_return co_await m_runner.execute(source, std::move(started));
     }
 
 private:

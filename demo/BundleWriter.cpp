@@ -1,7 +1,6 @@
 #include "demo/BundleWriter.h"
 
-#include "support/PropertyListWriter.h"
-
+#include "demo/BinaryInfoPlist.h"
 #include "platform/FileManager.h"
 #include "platform/Platform.h"
 
@@ -74,7 +73,7 @@ void BundleWriter::write(const Bundle& bundle)
         writeFile(bundle.path + u"/Contents/Info.plist"_s,
                   bundle.infoForm == InfoForm::xml
                       ? xmlInfo(bundle)
-                      : test::binaryInfoPlist(infoMembers(bundle), bundle.componentName));
+                      : binaryInfoPlist(infoMembers(bundle), bundle.componentName));
     }
     if (!bundle.clapVendor.isEmpty()) {
         nlohmann::ordered_json json;

@@ -1,6 +1,7 @@
 #include "demo/Looks.h"
 
 #include "demo/DemoAppearance.h"
+#include "demo/MacLook.h"
 #include "operations/PluginManagerViewModel.h"
 #include "platform/FullDiskAccess.h"
 #include "shell/app/MainWindow.h"
@@ -8,6 +9,7 @@
 #include "shell/table/PluginTableView.h"
 
 #include <QAbstractButton>
+#include <QApplication>
 #include <QDialog>
 #include <QLineEdit>
 #include <QTest>
@@ -34,11 +36,21 @@ public:
 } // namespace
 
 Looks::Looks(MainWindow& window, const platform::Platform& platform, DemoAppearance& appearance,
-             const QString& outputFolder)
+             const QString& outputFolder, bool isMac)
     : Stage(window, outputFolder)
     , m_platform(platform)
     , m_appearance(appearance)
+    , m_isMac(isMac)
 {}
+
+void Looks::setDark(bool isDark)
+{
+    m_look = isDark ? u"dark-"_s : u"light-"_s;
+    m_appearance.setDark(isDark);
+    if (m_isMac)
+        takeOverMacTheme(isDark); // in either order on a Mac
+    QTest::qWait(kRest);
+}
 
 bool Looks::run()
 {
@@ -47,10 +59,12 @@ bool Looks::run()
     updateBanner();
     makeHistory();
     for (const bool isDark : {false, true}) {
-        m_appearance.setDark(isDark);
-        regions(isDark ? u"dark-"_s : u"light-"_s);
+        setDark(isDark);
+        regions();
     }
-    m_appearance.setDark(false);
+    highContrast();
+    changesUnderQuestion();
+    setDark(false);
     return allSucceeded();
 }
 
@@ -59,8 +73,7 @@ void Looks::updateBanner()
     const bool isThere = waitFor([this] { return named<QWidget>(u"updateBanner"_s).isVisible(); });
     step(u"The banner tells of a newer version"_s, isThere);
     for (const bool isDark : {false, true}) {
-        m_appearance.setDark(isDark);
-        m_look = isDark ? u"dark-"_s : u"light-"_s;
+        setDark(isDark);
         picture(u"update-banner"_s);
     }
     click(u"updateBannerDismiss"_s);
@@ -87,9 +100,8 @@ void Looks::makeHistory()
     leave();
 }
 
-void Looks::regions(const QString& look)
+void Looks::regions()
 {
-    m_look = look;
     leave();
     picture(u"empty-state"_s);
     sidebar();
@@ -216,6 +228,39 @@ void Looks::onboarding()
     QTest::qWait(2'200);
     picture(u"onboarding-granted"_s);
     sheet.reject();
+}
+
+void Looks::highContrast()
+{
+    m_appearance.setIncreasesContrast(true);
+    for (const bool isDark : {false, true}) {
+        setDark(isDark);
+        m_look = u"contrast-"_s + m_look;
+        dialogs();
+        bulkPane();
+        profiles();
+    }
+    m_appearance.setIncreasesContrast(false);
+}
+
+void Looks::changesUnderQuestion()
+{
+    const QFont before = QApplication::font();
+    for (const bool isDark : {false, true}) {
+        setDark(!isDark);
+        click(u"allPluginsButton"_s);
+        QTest::qWait(kRest);
+        click(u"deleteFilteredButton"_s);
+        setDark(isDark);
+        picture(u"question-after-change"_s);
+        QFont large = before;
+        large.setPointSizeF(before.pointSizeF() * 1.6);
+        QApplication::setFont(large);
+        picture(u"question-with-large-font"_s);
+        leave();
+        picture(u"large-font"_s);
+        QApplication::setFont(before);
+    }
 }
 
 void Looks::open(const QString& section)

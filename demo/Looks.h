@@ -10,20 +10,22 @@ namespace orvanlite::demo {
 
 class DemoAppearance;
 
-/// Saves a screenshot of every region of the window, first in light and then in dark mode.
+/// Saves a screenshot of every region of the window, first in light and then in dark mode; of some also with
+/// higher contrast, and after the appearance and the font have changed.
 class Looks final : public Stage {
 public:
     /// File names start with "light-" and "dark-".
     Looks(MainWindow& window, const platform::Platform& platform, DemoAppearance& appearance,
-          const QString& outputFolder);
+          const QString& outputFolder, bool isMac);
 
     /// True when every step succeeded.
     bool run();
 
 private:
+    void setDark(bool isDark);
     void makeHistory();
     void updateBanner();
-    void regions(const QString& look);
+    void regions();
     void sidebar();
     void dialogs();
     void bulkPane();
@@ -31,6 +33,8 @@ private:
     void smallestWindow();
     void cleanUp();
     void onboarding();
+    void changesUnderQuestion();
+    void highContrast();
     /// Closes dialogs and resets the window.
     void leave();
     void open(const QString& section);
@@ -38,6 +42,7 @@ private:
 
     const platform::Platform& m_platform;
     DemoAppearance& m_appearance;
+    bool m_isMac;
     QString m_look;
 };
 

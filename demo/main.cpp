@@ -2,6 +2,7 @@
 #include "demo/BundleWriter.h"
 #include "demo/DemoAppearance.h"
 #include "demo/Looks.h"
+#include "demo/MacLook.h"
 #include "demo/PluginLibrary.h"
 #include "demo/SecondStart.h"
 #include "demo/UpdateServer.h"
@@ -30,8 +31,10 @@
 #include <cstdio>
 #include <cstdlib>
 #include <optional>
+#include <string_view>
 
 using namespace Qt::StringLiterals;
+using namespace std::string_view_literals;
 using namespace orvanlite;
 
 namespace {
@@ -148,6 +151,9 @@ bool startAgain(const platform::Platform& platform, const SharedObjects& shared,
 /// elevation.
 int main(int argc, char** argv)
 {
+    const bool isMac = std::any_of(argv, argv + argc, [](const char* each) { return each == "--mac"sv; });
+    if (isMac)
+        demo::useMacResolution();
     QApplication application(argc, argv);
     QApplication::setApplicationName(u"Orvanlite"_s);
     QCommandLineParser options;
@@ -159,8 +165,11 @@ int main(int argc, char** argv)
     const QCommandLineOption dark(u"dark"_s, u"Start in dark colours."_s);
     const QCommandLineOption onboarding(u"onboarding"_s, u"Show the sheet of the first start."_s);
     const QCommandLineOption looks(u"looks"_s, u"Leave pictures of every region, and end."_s);
-    options.addOptions({walks, looks, onboarding, folder, dark});
+    const QCommandLineOption mac(u"mac"_s, u"Use a Mac's palette, font sizes and accent colour."_s);
+    options.addOptions({walks, looks, onboarding, folder, dark, mac});
     options.process(application);
+    if (isMac)
+        demo::takeOverMacTheme(options.isSet(dark));
 
     const QString output = QDir(options.value(folder)).absolutePath();
     QDir().mkpath(output);
@@ -169,6 +178,8 @@ int main(int argc, char** argv)
     QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope,
                        layout.configuration); // of file dialogs
     demo::DemoAppearance appearance(options.isSet(dark) ? std::optional(true) : std::nullopt);
+    if (isMac)
+        appearance.setAccent(platform::Rgb{0, 122.0 / 255, 1});
     // The demo is located beside the application bundle, not inside it.
     platform::MainBundle bundle(services->platform().files,
                                 QCoreApplication::applicationDirPath() +
@@ -191,7 +202,7 @@ int main(int argc, char** argv)
     AppDelegate delegate(platform, shared);
     delegate.applicationDidFinishLaunching();
     if (options.isSet(looks))
-        return demo::Looks(*delegate.window(), platform, appearance, output).run() ? 0 : 1;
+        return demo::Looks(*delegate.window(), platform, appearance, output, isMac).run() ? 0 : 1;
     if (!options.isSet(walks))
         return QApplication::exec();
     // Slows down each move: otherwise the progress panel is gone before the screenshot.

@@ -29,7 +29,7 @@ configure_and_build() {
 # source_files [PATTERN...]: the C++ and Objective-C++ files of the project, including untracked ones.
 source_files() {
     local file
-    git ls-files --cached --others --exclude-standard -- src tests demo bench |
+    git ls-files --cached --others --exclude-standard -- src tests demo bench fuzz |
         { grep -E "${1:-\.(h|cpp|mm)$}" || true; } | sort -u |
         while IFS= read -r file; do if [[ -f $file ]]; then printf '%s\n' "$file"; fi; done
 }

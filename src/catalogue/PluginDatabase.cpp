@@ -85,76 +85,105 @@ PluginDatabase& PluginDatabase::shared(const platform::Platform& platform)
 
 PluginDatabase::PluginDatabase(const platform::Platform& platform, QString dbPath,
                                std::chrono::milliseconds patience)
-    : m_dbPath(std::move(dbPath))
+    : m_files(platform.files)
+    , m_dbPath(std::move(dbPath))
+    , m_patience(patience)
 {
     if (const QString folder = platform::parentFolder(m_dbPath); !folder.isEmpty()) {
         try {
-            platform.files.createDirectory(folder);
+            m_files.createDirectory(folder);
         } catch (const platform::FileError&) {
             // Opening the database fails and is reported.
         }
     }
-    openDatabase(patience);
+    openDatabase();
+}
+
+void PluginDatabase::openDatabase()
+{
+    if (!m_connection.open(m_dbPath, m_patience))
+        printLine(u"❌ Failed to open database at "_s + m_dbPath);
     exec("PRAGMA journal_mode=WAL");
     exec("PRAGMA synchronous=NORMAL");
     exec(kSchema);
 }
 
-PluginDatabase::~PluginDatabase() { sqlite3_close(m_db); }
-
-void PluginDatabase::openDatabase(std::chrono::milliseconds patience)
-{
-    // NOMUTEX: only the main thread uses the connection, and every column read would take the lock.
-    constexpr int kFlags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_NOMUTEX;
-    if (sqlite3_open_v2(m_dbPath.toUtf8().constData(), &m_db, kFlags, nullptr) == SQLITE_OK) {
-        // On purpose: the main thread waits for the brief locks of backup programs and readers. A row that is
-        // not written shows a wrong state until the next scan, which is worse than a short delay.
-        sqlite3_busy_timeout(m_db, static_cast<int>(patience.count()));
-        // A 16 MB page cache, so that a large scan does not spill to disk before it commits. Only a tuning
-        // setting: failure is ignored.
-        sqlite3_exec(m_db, "PRAGMA cache_size=-16000", nullptr, nullptr, nullptr);
-        return;
-    }
-    printLine(u"❌ Failed to open database at "_s + m_dbPath);
-    // A failed open returns a handle as well.
-    sqlite3_close(m_db);
-    m_db = nullptr;
-}
-
 bool PluginDatabase::exec(const char* sql)
 {
-    if (!m_db)
+    if (!m_connection.handle())
         return false;
     char* message = nullptr;
-    const bool succeeded = sqlite3_exec(m_db, sql, nullptr, nullptr, &message) == SQLITE_OK;
-    if (!succeeded && message)
+    const int result =
+        m_connection.note(sqlite3_exec(m_connection.handle(), sql, nullptr, nullptr, &message));
+    if (result != SQLITE_OK && message)
         printLine(u"❌ SQL error: "_s + QString::fromUtf8(message));
     sqlite3_free(message);
-    return succeeded;
+    return result == SQLITE_OK;
 }
 
 void PluginDatabase::replaceAllPlugins(const AudioPlugins& plugins)
 {
+    ++m_revision;
+    const bool canWrite = !m_connection.isDamaged() || startNewFile();
+    replaceRows(plugins);
+    // Some damage shows only when the pages are written.
+    if (canWrite && m_connection.isDamaged() && startNewFile())
+        replaceRows(plugins);
+}
+
+void PluginDatabase::replaceRows(const AudioPlugins& plugins)
+{
+    const bool wasOutOfSpace = m_connection.isOutOfSpace();
+    m_connection.forgetOutOfSpace();
     exec("BEGIN TRANSACTION");
     // DELETE takes the write lock. If that fails, nothing may be inserted either: another process could
     // release its lock between two rows, and the remaining rows would be added to the old ones.
-    if (exec("DELETE FROM plugins")) {
-        Statement insert(m_db,
+    const bool isCleared = exec("DELETE FROM plugins");
+    if (isCleared) {
+        Statement insert(m_connection,
                          "INSERT INTO plugins (id, name, manufacturer, format, originalPath, currentPath, "
                          "isEnabled, version, bundleIdentifier, lastUsed)\n"
                          "VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?)");
-        for (const AudioPlugin& plugin : plugins)
+        for (const AudioPlugin& plugin : plugins) {
+            // SQLite itself rolls back on a full disk: more rows would be added to the old ones.
+            if (!m_connection.isInTransaction())
+                break;
             insertPlugin(insert, plugin);
+        }
     }
     // On purpose: never rolled back. Whatever failed above, the next scan refills the table.
-    exec("COMMIT");
+    const bool isReplaced = exec("COMMIT") && isCleared;
+    if (wasOutOfSpace && !isReplaced)
+        m_connection.note(SQLITE_FULL);
+}
+
+/// False when the damaged file could not be set aside.
+bool PluginDatabase::startNewFile()
+{
+    m_connection.close();
+    bool isAside = true;
+    for (const QString& suffix : {u"-wal"_s, u"-shm"_s, u"-journal"_s, QString()}) {
+        const QString file = m_dbPath + suffix;
+        const QString aside = m_dbPath + u".damaged"_s + suffix;
+        try {
+            if (m_files.exists(aside))
+                m_files.remove(aside);
+            if (m_files.exists(file))
+                m_files.move(file, aside);
+        } catch (const platform::FileError&) {
+            isAside = false; // quiet as any other failure: the list stays empty
+        }
+    }
+    openDatabase();
+    return isAside;
 }
 
 void PluginDatabase::updatePlugin(const AudioPlugin& plugin)
 {
+    ++m_revision;
     const QByteArray currentPath = plugin.currentPath.toUtf8();
     const QByteArray id = uuidBytes(plugin.id);
-    Statement update(m_db, "UPDATE plugins SET currentPath = ?, isEnabled = ? WHERE id = ?");
+    Statement update(m_connection, "UPDATE plugins SET currentPath = ?, isEnabled = ? WHERE id = ?");
     update.bindText(1, currentPath);
     update.bindInteger(2, plugin.isEnabled ? 1 : 0);
     update.bindText(3, id);
@@ -163,10 +192,25 @@ void PluginDatabase::updatePlugin(const AudioPlugin& plugin)
 
 void PluginDatabase::deletePlugin(const QUuid& id)
 {
+    ++m_revision;
     const QByteArray text = uuidBytes(id);
-    Statement remove(m_db, "DELETE FROM plugins WHERE id = ?");
+    Statement remove(m_connection, "DELETE FROM plugins WHERE id = ?");
     remove.bindText(1, text);
     remove.step();
+}
+
+void PluginDatabase::updatePlugins(const AudioPlugins& plugins)
+{
+    const Connection::SharedPatience patience(m_connection);
+    for (const AudioPlugin& plugin : plugins)
+        updatePlugin(plugin);
+}
+
+void PluginDatabase::deletePlugins(const AudioPlugins& plugins)
+{
+    const Connection::SharedPatience patience(m_connection);
+    for (const AudioPlugin& plugin : plugins)
+        deletePlugin(plugin.id);
 }
 
 } // namespace orvanlite

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "catalogue/Connection.h"
 #include "catalogue/PluginFilter.h"
 #include "model/AudioPlugin.h"
 
@@ -8,11 +9,10 @@
 
 #include <chrono>
 
-struct sqlite3;
-
 namespace orvanlite::platform {
+class FileManager;
 struct Platform;
-}
+} // namespace orvanlite::platform
 
 namespace orvanlite {
 
@@ -23,7 +23,8 @@ class Statement;
 ///
 /// Errors: none leave it. A line ("❌ ...") is printed when the file cannot be opened or its tables cannot be
 ///         created, and when replaceAllPlugins() cannot begin, clear the table or commit. Every other statement is
-///         silent: one that cannot be prepared or run changes nothing, or ends its list of rows.
+///         silent: one that cannot be prepared or run changes nothing, or ends its list of rows. A damaged file
+///         is set aside by the next replaceAllPlugins().
 class PluginDatabase final {
 public:
     /// The catalogue of this process, opened on first use and never closed.
@@ -37,16 +38,27 @@ public:
                    std::chrono::milliseconds patience = kPatience);
     PluginDatabase(const PluginDatabase&) = delete;
     PluginDatabase& operator=(const PluginDatabase&) = delete;
-    ~PluginDatabase();
 
     [[nodiscard]] const QString& dbPath() const { return m_dbPath; }
 
     /// Replaces all rows in one transaction. Keeps the old rows if another process holds the write lock for
     /// longer than the timeout.
+    /// Effects: a file that turned out to be damaged is renamed to "plugins.db.damaged" (with its "-wal" and
+    ///          "-shm"), in place of an earlier one, and the rows go to a new file.
     void replaceAllPlugins(const AudioPlugins& plugins);
     /// Writes the current path and state of one row; no effect when no row has the id.
     void updatePlugin(const AudioPlugin& plugin);
     void deletePlugin(const QUuid& id);
+    /// The same for many rows: on purpose one statement per row, without a transaction. They wait only once for another
+    /// process's lock.
+    void updatePlugins(const AudioPlugins& plugins);
+    void deletePlugins(const AudioPlugins& plugins);
+    /// Whether a change has been lost on a full disk: the rows disagree with the plugin folders until
+    /// replaceAllPlugins() succeeds.
+    [[nodiscard]] bool isOutOfSpace() const { return m_connection.isOutOfSpace(); }
+
+    /// Increases with every change made through this object. Equal revisions: the same rows.
+    [[nodiscard]] quint64 revision() const { return m_revision; }
 
     /// One page, without damaged rows. `sortColumn` is inserted into the SQL text: it must be a column name
     /// and never user input.
@@ -64,12 +76,17 @@ public:
     [[nodiscard]] int countPlugins(bool enabled) const;
 
 private:
-    void openDatabase(std::chrono::milliseconds patience);
+    void openDatabase();
     bool exec(const char* sql);
+    void replaceRows(const AudioPlugins& plugins);
+    bool startNewFile();
     static std::optional<AudioPlugin> pluginFromRow(const Statement& statement);
 
-    QString m_dbPath;
-    sqlite3* m_db = nullptr;
+    platform::FileManager& m_files;
+    const QString m_dbPath;
+    const std::chrono::milliseconds m_patience;
+    mutable Connection m_connection; ///< notes the faults of queries too
+    quint64 m_revision = 1;
 };
 
 } // namespace orvanlite

@@ -146,7 +146,7 @@ AudioPlugins PluginDatabase::queryPlugins(const PluginFilter& filter, QLatin1Str
     sql += sortAscending ? "ASC" : "DESC";
     sql += "\nLIMIT ? OFFSET ?";
 
-    Statement statement(m_db, sql);
+    Statement statement(m_connection, sql);
     const int next = where.bindTo(statement);
     statement.bindInteger(next, limit);
     statement.bindInteger(next + 1, offset);
@@ -163,7 +163,7 @@ AudioPlugins PluginDatabase::queryPlugins(const PluginFilter& filter, QLatin1Str
 int PluginDatabase::totalCount(const PluginFilter& filter) const
 {
     const WhereClause where = whereClause(filter, KeyFilter::use);
-    Statement statement(m_db, "SELECT COUNT(*) FROM plugins " + where.sql());
+    Statement statement(m_connection, "SELECT COUNT(*) FROM plugins " + where.sql());
     where.bindTo(statement);
     return statement.step() ? statement.integer(0) : 0;
 }
@@ -171,7 +171,7 @@ int PluginDatabase::totalCount(const PluginFilter& filter) const
 QSet<QUuid> PluginDatabase::getAllFilteredPluginIds(const PluginFilter& filter) const
 {
     const WhereClause where = whereClause(filter, KeyFilter::leaveOut);
-    Statement statement(m_db, "SELECT id FROM plugins " + where.sql());
+    Statement statement(m_connection, "SELECT id FROM plugins " + where.sql());
     where.bindTo(statement);
     QSet<QUuid> ids;
     while (statement.step()) {
@@ -183,7 +183,7 @@ QSet<QUuid> PluginDatabase::getAllFilteredPluginIds(const PluginFilter& filter) 
 
 QSet<QString> PluginDatabase::getAllPluginKeys() const
 {
-    Statement statement(m_db, "SELECT name, format FROM plugins");
+    Statement statement(m_connection, "SELECT name, format FROM plugins");
     QSet<QString> keys;
     std::string key; // joined as bytes, so that each key is converted once
     while (statement.step()) {
@@ -194,12 +194,15 @@ QSet<QString> PluginDatabase::getAllPluginKeys() const
         key.assign(name.begin(), name.end()).append(1, '|').append(format.begin(), format.end());
         keys.insert(platform::fromUtf8(key));
     }
+    // A damaged file may have lost rows, whose plugins would be reported as newly installed.
+    if (m_connection.isDamaged())
+        return {};
     return keys;
 }
 
 QStringList PluginDatabase::getDistinctManufacturers() const
 {
-    Statement statement(m_db,
+    Statement statement(m_connection,
                         "SELECT DISTINCT manufacturer FROM plugins ORDER BY manufacturer COLLATE NOCASE");
     QStringList manufacturers;
     while (statement.step()) {
@@ -219,8 +222,8 @@ AudioPlugins PluginDatabase::getPluginsByIds(const QSet<QUuid>& ids) const
         texts << uuidBytes(id);
     std::sort(texts.begin(), texts.end());
 
-    Statement statement(m_db, "SELECT * FROM plugins WHERE id IN (" +
-                                  WhereClause::placeholders(texts.size()) + ')');
+    Statement statement(m_connection, "SELECT * FROM plugins WHERE id IN (" +
+                                          WhereClause::placeholders(texts.size()) + ')');
     int parameter = 1;
     for (const QByteArray& text : texts)
         statement.bindCopy(parameter++, text);
@@ -234,8 +237,8 @@ AudioPlugins PluginDatabase::getPluginsByIds(const QSet<QUuid>& ids) const
 
 int PluginDatabase::countPlugins(bool enabled) const
 {
-    Statement statement(m_db, enabled ? "SELECT COUNT(*) FROM plugins WHERE isEnabled = 1"
-                                      : "SELECT COUNT(*) FROM plugins WHERE isEnabled = 0");
+    Statement statement(m_connection, enabled ? "SELECT COUNT(*) FROM plugins WHERE isEnabled = 1"
+                                              : "SELECT COUNT(*) FROM plugins WHERE isEnabled = 0");
     return statement.step() ? statement.integer(0) : 0;
 }
 

@@ -1,14 +1,18 @@
 #include "catalogue/Statement.h"
 
+#include "catalogue/Connection.h"
+
 #include <sqlite3.h>
 
 namespace orvanlite {
 
-Statement::Statement(sqlite3* db, const QByteArray& sql)
+Statement::Statement(Connection& connection, const QByteArray& sql)
+    : m_connection(connection)
 {
     // With a length that includes the terminating null, SQLite compiles the text without copying it.
-    if (db)
-        sqlite3_prepare_v2(db, sql.constData(), static_cast<int>(sql.size()) + 1, &m_handle, nullptr);
+    const int length = static_cast<int>(sql.size()) + 1;
+    if (sqlite3* db = connection.handle())
+        connection.note(sqlite3_prepare_v2(db, sql.constData(), length, &m_handle, nullptr));
 }
 
 Statement::~Statement() { sqlite3_finalize(m_handle); }
@@ -32,7 +36,7 @@ void Statement::bindReal(int parameter, double value) { sqlite3_bind_double(m_ha
 
 void Statement::bindNull(int parameter) { sqlite3_bind_null(m_handle, parameter); }
 
-bool Statement::step() { return m_handle && sqlite3_step(m_handle) == SQLITE_ROW; }
+bool Statement::step() { return m_handle && m_connection.note(sqlite3_step(m_handle)) == SQLITE_ROW; }
 
 void Statement::reset() { sqlite3_reset(m_handle); }
 

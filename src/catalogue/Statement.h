@@ -5,18 +5,20 @@
 
 #include <optional>
 
-struct sqlite3;
 struct sqlite3_stmt;
 
 namespace orvanlite {
 
+class Connection;
+
 /// Owns one prepared statement, from prepare to finalize.
 ///
 /// Shape:   parameters count from 1, columns from 0; all text is UTF-8.
-/// Errors:  not reported. A statement that could not be prepared accepts every call and has no rows.
+/// Errors:  not reported, only noted by the connection. A statement that could not be prepared accepts every call
+///          and has no rows.
 class Statement final {
 public:
-    Statement(sqlite3* db, const QByteArray& sql);
+    Statement(Connection& connection, const QByteArray& sql);
     Statement(const Statement&) = delete;
     Statement& operator=(const Statement&) = delete;
     ~Statement();
@@ -44,6 +46,7 @@ public:
     [[nodiscard]] bool isOne(int column) const;
 
 private:
+    Connection& m_connection;
     sqlite3_stmt* m_handle = nullptr;
 };
 

@@ -49,8 +49,8 @@ void CliCommand::scanPlugins() const
     for (const qsizetype index : {0, 1}) {
         for (const PluginFormat format : allCases<PluginFormat>) {
             const QStringList folders = locations.systemPaths(format);
-            if (index < folders.size())
-                total += countEntries(folders.at(index));
+            if (!folders.isEmpty()) // with the home "/", the system's folders count twice
+                total += countEntries(folders.value(index, folders.constFirst()));
         }
     }
     m_print(u"\n✅ Scan complete. Found %1 total plugins."_s.arg(total));

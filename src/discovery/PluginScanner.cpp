@@ -10,6 +10,8 @@
 #include "platform/Path.h"
 #include "platform/Platform.h"
 
+#include <QtConcurrentMap>
+
 #include <algorithm>
 #include <iterator>
 
@@ -22,6 +24,16 @@ namespace {
 void append(AudioPlugins& plugins, AudioPlugins more)
 {
     std::move(more.begin(), more.end(), std::back_inserter(plugins));
+}
+
+/// Fills in what the bundle's own files tell. Depends on the path alone, so it may run on any thread.
+void readBundle(const platform::FileManager& files, AudioPlugin& plugin)
+{
+    const BundleMetadata metadata(files, plugin.currentPath);
+    plugin.manufacturer = metadata.extractManufacturer();
+    plugin.version = metadata.extractInfoFromBundle(BundleMetadata::InfoKey::version);
+    plugin.bundleIdentifier = metadata.extractInfoFromBundle(BundleMetadata::InfoKey::identifier);
+    plugin.lastUsed = metadata.extractLastUsed(plugin.name);
 }
 
 /// Stable: plugins with the same name stay in scan order.
@@ -107,16 +119,17 @@ AudioPlugins PluginScanner::scanPluginsForFormat(PluginFormat format) const
     AudioPlugins plugins;
     const QStringList folders = m_locations.searchFolders(format);
     for (const QString& folder : folders)
-        append(plugins, scanDirectory(folder, format));
+        scanDirectory(folder, format, plugins);
+    // Returns when all are read. Each thread works on records of its own, so order and result stay the same.
+    QtConcurrent::blockingMap(plugins,
+                              [&files = m_files](AudioPlugin& plugin) { readBundle(files, plugin); });
     return plugins;
 }
 
-AudioPlugins PluginScanner::scanDirectory(const QString& path, PluginFormat format) const
+void PluginScanner::scanDirectory(const QString& path, PluginFormat format, AudioPlugins& plugins) const
 {
-    AudioPlugins plugins;
     if (m_files.exists(path))
         recursivelyScanDirectory(path, format, plugins);
-    return plugins;
 }
 
 void PluginScanner::recursivelyScanDirectory(const QString& path, PluginFormat format,
@@ -157,11 +170,6 @@ std::optional<AudioPlugin> PluginScanner::createPluginFromURL(const QString& pat
     plugin.name = platform::baseName(fileName);
     if (PluginLocations::isContainer(plugin.name))
         return std::nullopt;
-    const BundleMetadata metadata(m_files, path);
-    plugin.manufacturer = metadata.extractManufacturer();
-    plugin.version = metadata.extractInfoFromBundle(BundleMetadata::InfoKey::version);
-    plugin.bundleIdentifier = metadata.extractInfoFromBundle(BundleMetadata::InfoKey::identifier);
-    plugin.lastUsed = metadata.extractLastUsed(plugin.name);
     plugin.id = makeUuid();
     plugin.format = format;
     plugin.isEnabled = !m_locations.isDisabled(path);

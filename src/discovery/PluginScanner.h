@@ -39,9 +39,10 @@ public:
 private:
     void createCentralDisabledDirectoryIfNeeded();
     [[nodiscard]] AudioPlugins scanPluginsForFormat(PluginFormat format) const;
-    /// Empty for a missing folder.
-    [[nodiscard]] AudioPlugins scanDirectory(const QString& path, PluginFormat format) const;
-    /// Appends every plugin of the format at any depth, except inside other plugins.
+    /// Appends what recursivelyScanDirectory() finds; nothing for a missing folder.
+    void scanDirectory(const QString& path, PluginFormat format, AudioPlugins& plugins) const;
+    /// Appends every plugin of the format at any depth, except inside other plugins. Only what the path tells
+    /// is filled in.
     void recursivelyScanDirectory(const QString& path, PluginFormat format, AudioPlugins& plugins) const;
     /// Nothing for a container of other plugins; see PluginLocations::isContainer().
     [[nodiscard]] std::optional<AudioPlugin> createPluginFromURL(const QString& path, const QString& fileName,

@@ -1,6 +1,7 @@
 #include "helper/HelperAgent.h"
 
 #include "helper/CountIcon.h"
+#include "model/TextOrder.h"
 #include "platform/Defaults.h"
 #include "platform/MainBundle.h"
 #include "platform/NotificationCenter.h"
@@ -104,13 +105,16 @@ void HelperAgent::openApplication()
 
 void HelperAgent::notifyUser(const std::vector<FoundPlugin>& plugins)
 {
-    constexpr std::size_t kMostNames = 3;
+    constexpr qsizetype kMostNames = 3;
     QStringList names;
-    for (std::size_t i = 0; i < std::min(plugins.size(), kMostNames); ++i)
-        names.append(plugins[i].name + u" ("_s + rawValue(plugins[i].format) + u')');
-    QString body = names.join(u", "_s);
-    if (plugins.size() > kMostNames)
-        body += u" and %1 more"_s.arg(plugins.size() - kMostNames);
+    for (const FoundPlugin& plugin : plugins)
+        names.append(plugin.name + u" ("_s + rawValue(plugin.format) + u')');
+    std::stable_sort(names.begin(), names.end(), [](const QString& left, const QString& right) {
+        return localizedCompare(left, right) < 0;
+    });
+    QString body = names.first(std::min(names.size(), kMostNames)).join(u", "_s);
+    if (names.size() > kMostNames)
+        body += u" and %1 more"_s.arg(names.size() - kMostNames);
     const QString title =
         plugins.size() == 1 ? u"New plugin found"_s : u"%1 new plugins found"_s.arg(plugins.size());
     m_platform.userNotifications.show(title, body);

@@ -7,7 +7,7 @@
 namespace orvanlite {
 
 /// An error of the plugin layer with one text as payload.
-class PluginError final : public std::exception {
+class PluginError : public std::exception {
 public:
     enum class Kind { permissionDenied, fileNotFound, invalidPath, databaseError, unknownError };
 

@@ -3,6 +3,7 @@
 #include <QStringList>
 
 #include <algorithm>
+#include <vector>
 
 namespace orvanlite {
 
@@ -20,6 +21,24 @@ template <typename Texts>
 
 /// Case-insensitive order in the user's locale: negative, zero or positive.
 [[nodiscard]] int localizedCompare(QStringView left, QStringView right);
+
+/// The positions of the texts in ascending localizedCompare() order; equal texts keep their order.
+[[nodiscard]] std::vector<std::size_t> localizedOrder(const QStringList& texts);
+
+/// Sorts by localizedOrder() of what `text` returns for each element.
+template <typename Item, typename Text>
+void localizedSort(std::vector<Item>& items, Text text)
+{
+    QStringList texts;
+    texts.reserve(static_cast<qsizetype>(items.size()));
+    for (const Item& item : items)
+        texts.append(text(item));
+    std::vector<Item> sorted;
+    sorted.reserve(items.size());
+    for (const std::size_t position : localizedOrder(texts))
+        sorted.push_back(std::move(items[position]));
+    items = std::move(sorted);
+}
 
 /// Whether a text holds another by a localised, case-insensitive comparison.
 [[nodiscard]] bool localizedContains(QStringView text, QStringView part);

@@ -6,16 +6,40 @@
 #include <QHash>
 
 #include <algorithm>
+#include <utility>
 
 namespace orvanlite {
 
 namespace {
 
-void sortByName(AudioPlugins& plugins)
+/// Rows per query when looking for the first id that has a row.
+constexpr qsizetype kProbedIds = 1'000;
+
+/// One group per name, sorted by name; the variants are sorted by label.
+std::vector<ConsolidatedPlugin> groupedByName(const AudioPlugins& records)
 {
-    std::stable_sort(plugins.begin(), plugins.end(), [](const AudioPlugin& left, const AudioPlugin& right) {
-        return localizedCompare(left.name, right.name) < 0;
-    });
+    std::vector<ConsolidatedPlugin> groups;
+    QHash<QString, std::size_t> groupOfName;
+    for (const AudioPlugin& record : records) {
+        const auto known = groupOfName.constFind(record.name);
+        const std::size_t group = known != groupOfName.constEnd() ? *known : groups.size();
+        if (group == groups.size()) {
+            groupOfName.insert(record.name, group);
+            groups.push_back({record.name, {}});
+        }
+        groups[group].variants.push_back({record.id, record.format, record.isEnabled, record.version});
+    }
+    // Groups are far fewer than records. Sorting them afterwards is equivalent: the order is stable.
+    localizedSort(groups, [](const ConsolidatedPlugin& group) -> const QString& { return group.name; });
+    for (ConsolidatedPlugin& group : groups) {
+        if (group.variants.size() < 2)
+            continue;
+        std::stable_sort(group.variants.begin(), group.variants.end(),
+                         [](const FormatVariant& left, const FormatVariant& right) {
+                             return plainLess(left.badgeLabel(), right.badgeLabel());
+                         });
+    }
+    return groups;
 }
 
 } // namespace
@@ -32,6 +56,7 @@ void BulkSelection::clearSelection()
     selectedPlugins.clear();
     updateCachedTransfer();
     bulkActiveVariants.clear();
+    m_grouped = {};
     consolidatedBulkPlugins.clear();
 }
 
@@ -96,45 +121,62 @@ void BulkSelection::deselectPluginsByNames(const QSet<QString>& names)
     removeFromSelection([&names](const AudioPlugin& plugin) { return names.contains(plugin.name); });
 }
 
+bool BulkSelection::isGrouped() const
+{
+    return m_grouped.revision == m_database.revision() && m_grouped.selection == persistedSelections;
+}
+
 void BulkSelection::refreshBulkPane()
 {
-    AudioPlugins records = selectedRecords();
-    sortByName(records);
     std::vector<ConsolidatedPlugin> groups;
-    QHash<QString, std::size_t> groupOfName;
-    QSet<QUuid> currentIds;
-    for (const AudioPlugin& record : records) {
-        const auto known = groupOfName.constFind(record.name);
-        const std::size_t group = known != groupOfName.constEnd() ? *known : groups.size();
-        if (group == groups.size()) {
-            groupOfName.insert(record.name, group);
-            groups.push_back({record.name, {}});
-        }
-        groups[group].variants.push_back({record.id, record.format, record.isEnabled, record.version});
-        currentIds.insert(record.id);
-    }
-    for (ConsolidatedPlugin& group : groups) {
-        std::stable_sort(group.variants.begin(), group.variants.end(),
-                         [](const FormatVariant& left, const FormatVariant& right) {
-                             return plainLess(left.badgeLabel(), right.badgeLabel());
-                         });
+    const bool wasGrouped = isGrouped();
+    if (!wasGrouped) {
+        const AudioPlugins records = selectedRecords();
+        m_grouped = {persistedSelections, m_database.revision(), {}};
+        m_grouped.ids.reserve(static_cast<qsizetype>(records.size()));
+        for (const AudioPlugin& record : records)
+            m_grouped.ids.insert(record.id);
+        groups = groupedByName(records);
     }
     // On purpose: a rebuild switches every variant back on, even one that the user had switched off.
-    bulkActiveVariants = std::move(currentIds);
-    consolidatedBulkPlugins = std::move(groups);
+    bulkActiveVariants = m_grouped.ids;
+    consolidatedBulkPlugins.mutate([&](std::vector<ConsolidatedPlugin>& shown) {
+        if (!wasGrouped)
+            shown = std::move(groups);
+    });
+}
+
+/// Avoids reading a deferred transfer of a large selection.
+bool BulkSelection::hasTransferKeys() const
+{
+    if (!cachedPluginKeysTransfer.isDeferred())
+        return !cachedPluginKeysTransfer->keys.isEmpty();
+    QSet<QUuid> probe;
+    for (auto id = m_transferIds.cbegin(); id != m_transferIds.cend();) {
+        probe.insert(*id++);
+        if (probe.size() < kProbedIds && id != m_transferIds.cend())
+            continue;
+        if (!m_database.getPluginsByIds(std::exchange(probe, {})).empty())
+            return true;
+    }
+    return false;
 }
 
 void BulkSelection::updateCachedTransfer()
 {
     if (persistedSelections.isEmpty()) {
-        if (!cachedPluginKeysTransfer->keys.isEmpty())
+        if (hasTransferKeys())
             cachedPluginKeysTransfer.clear();
+        m_transferIds.clear();
         return;
     }
-    PluginKeyTransfer transfer;
-    for (const AudioPlugin& plugin : m_database.getPluginsByIds(persistedSelections))
-        transfer.keys.append(pluginKey(plugin));
-    cachedPluginKeysTransfer = std::move(transfer);
+    m_transferIds = persistedSelections;
+    cachedPluginKeysTransfer.defer([this] {
+        PluginKeyTransfer transfer;
+        for (const AudioPlugin& plugin : m_database.getPluginsByIds(m_transferIds))
+            transfer.keys.append(pluginKey(plugin));
+        return transfer;
+    });
 }
 
 void BulkSelection::toggleBulkVariant(const QUuid& id)
@@ -205,7 +247,7 @@ AudioPlugins BulkSelection::bulkActionPlugins() const
     AudioPlugins records = selectedRecords();
     std::erase_if(records,
                   [this](const AudioPlugin& each) { return !bulkActiveVariants->contains(each.id); });
-    sortByName(records);
+    localizedSort(records, [](const AudioPlugin& plugin) -> const QString& { return plugin.name; });
     return records;
 }
 

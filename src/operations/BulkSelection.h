@@ -2,6 +2,7 @@
 
 #include "model/AudioPlugin.h"
 #include "model/ConsolidatedPlugin.h"
+#include "model/DeferredObservable.h"
 #include "model/Observable.h"
 #include "model/PluginKeyTransfer.h"
 
@@ -32,8 +33,9 @@ public:
     Observable<std::vector<ConsolidatedPlugin>> consolidatedBulkPlugins;
     /// Variants that an action of the bulk pane includes.
     Observable<QSet<QUuid>> bulkActiveVariants;
-    /// Keys of the selection for drag and drop.
-    Observable<PluginKeyTransfer> cachedPluginKeysTransfer;
+    /// Keys of the selection for drag and drop. Queried when read: the selection changes far more often than it
+    /// is dragged.
+    DeferredObservable<PluginKeyTransfer> cachedPluginKeysTransfer;
 
     void clearSelection();
     /// Adds rows selected in the table. Rows deselected there stay in the selection, so that it grows across
@@ -51,7 +53,8 @@ public:
     void deselectPluginsByNames(const QSet<QString>& names);
     void deselectPluginsByName(const QString& name) { deselectPluginsByNames({name}); }
 
-    /// Groups the selection by name, with every variant switched on.
+    /// Groups the selection by name, with every variant switched on. Notifies even if nothing has changed, but
+    /// queries only after a change of the selection or the catalogue.
     void refreshBulkPane();
     void updateCachedTransfer();
     void toggleBulkVariant(const QUuid& id);
@@ -75,8 +78,17 @@ public:
 private:
     [[nodiscard]] QSet<QUuid> bulkVariantIds(PluginFormat format) const;
     void removeFromSelection(const std::function<bool(const AudioPlugin&)>& isMeant);
+    [[nodiscard]] bool hasTransferKeys() const;
+    [[nodiscard]] bool isGrouped() const;
 
     const PluginDatabase& m_database;
+    QSet<QUuid> m_transferIds; ///< of the deferred transfer
+    /// What consolidatedBulkPlugins was built from, and the ids of its variants.
+    struct {
+        QSet<QUuid> selection;
+        quint64 revision = 0;
+        QSet<QUuid> ids;
+    } m_grouped;
 };
 
 } // namespace orvanlite

@@ -4,6 +4,12 @@
 
 namespace orvanlite {
 
+ScriptError::ScriptError(const QString& payload, const platform::ScriptErrorDictionary& dictionary)
+    : PluginError(Kind::permissionDenied, payload)
+    , m_number(dictionary.value(platform::kScriptErrorNumberKey.toString()).toInt())
+    , m_message(dictionary.value(platform::kScriptErrorMessageKey.toString(), payload))
+{}
+
 PluginError toPluginError(const std::exception& thrown)
 {
     if (const auto* known = dynamic_cast<const PluginError*>(&thrown))

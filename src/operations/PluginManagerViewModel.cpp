@@ -31,6 +31,7 @@ PluginManagerViewModel::PluginManagerViewModel(const platform::Platform& platfor
     , ProfilePreview(static_cast<CatalogueRows&>(*this), this)
     , m_mover(std::make_shared<PluginMover>(platform))
     , isRunningScript(m_mover->isRunningScript)
+    , workStatus(m_mover->workStatus)
     , m_platform(platform)
     , m_database(database)
     , m_activityLog(activityLog)
@@ -59,6 +60,7 @@ QCoro::Task<> PluginManagerViewModel::scanForPlugins()
     const QPointer<PluginManagerViewModel> self(this);
     isLoading = true;
     error = std::nullopt;
+    workStatus = WorkStatus{};
     std::optional<PluginError> failure;
     try {
         const QSet<QString> existingKeys = m_database.getAllPluginKeys();
@@ -77,8 +79,10 @@ QCoro::Task<> PluginManagerViewModel::scanForPlugins()
         failure = toPluginError(thrown); // e.g. out of memory: the window must not stay busy forever
         isLoading = false;
     }
-    if (failure)
+    if (failure) {
         error = failure;
+        workStatus = workFailure(*failure);
+    }
 }
 
 void PluginManagerViewModel::detectNewPlugins(const QSet<QString>& existingKeys)
@@ -125,6 +129,15 @@ void PluginManagerViewModel::refreshFromDatabase()
     dbDisabledCount = m_database.countPlugins(false);
     dbTotalCount = *dbEnabledCount + *dbDisabledCount;
     publishEnabledCount();
+    reportUnsaved();
+}
+
+void PluginManagerViewModel::reportUnsaved()
+{
+    const QString reason =
+        m_database.isOutOfSpace() ? u"The list could not be saved: no space left"_s : QString();
+    if (*unsavedReason != reason)
+        unsavedReason = reason;
 }
 
 void PluginManagerViewModel::publishEnabledCount()
@@ -134,15 +147,31 @@ void PluginManagerViewModel::publishEnabledCount()
     m_platform.notifications.post(u"com.yourcompany.Orvanlite.pluginCountChanged"_s, {});
 }
 
+void PluginManagerViewModel::appendRows(int limit, int offset)
+{
+    AudioPlugins more = queryPage(limit, offset);
+    displayedPlugins.mutate([&more](AudioPlugins& rows) {
+        rows.insert(rows.end(), std::make_move_iterator(more.begin()), std::make_move_iterator(more.end()));
+    });
+}
+
 void PluginManagerViewModel::loadMoreIfNeeded()
 {
     if (!m_hasMorePages)
         return;
     m_currentOffset += pageSize;
-    AudioPlugins page = queryPage(pageSize, m_currentOffset);
-    displayedPlugins.mutate([&page](AudioPlugins& rows) {
-        rows.insert(rows.end(), std::make_move_iterator(page.begin()), std::make_move_iterator(page.end()));
-    });
+    appendRows(pageSize, m_currentOffset);
+    m_hasMorePages = std::ssize(*displayedPlugins) < *totalPluginCount;
+}
+
+void PluginManagerViewModel::loadRows(int count)
+{
+    const int loaded = m_currentOffset + pageSize;
+    const int pages = (count - loaded + pageSize - 1) / pageSize;
+    if (!m_hasMorePages || pages <= 0)
+        return;
+    appendRows(pages * pageSize, loaded);
+    m_currentOffset += pages * pageSize;
     m_hasMorePages = std::ssize(*displayedPlugins) < *totalPluginCount;
 }
 
@@ -150,10 +179,7 @@ void PluginManagerViewModel::loadAllPages()
 {
     if (!m_hasMorePages)
         return;
-    AudioPlugins rest = queryPage(*totalPluginCount, static_cast<int>(displayedPlugins->size()));
-    displayedPlugins.mutate([&rest](AudioPlugins& rows) {
-        rows.insert(rows.end(), std::make_move_iterator(rest.begin()), std::make_move_iterator(rest.end()));
-    });
+    appendRows(*totalPluginCount, static_cast<int>(displayedPlugins->size()));
     m_currentOffset = static_cast<int>(displayedPlugins->size());
     m_hasMorePages = false;
 }
@@ -194,6 +220,8 @@ void PluginManagerViewModel::resetView()
     searchText.clear();
     manufacturerSearchText.clear();
     showAllPlugins = false;
+    if (!workStatus->isBusy())
+        workStatus = WorkStatus{};
     resetViewTrigger = !*resetViewTrigger;
 }
 

@@ -7,6 +7,7 @@
 #include "operations/CatalogueRows.h"
 #include "operations/PluginSort.h"
 #include "operations/ProfilePreview.h"
+#include "operations/WorkStatus.h"
 #include "records/FavoritesList.h"
 
 #include <QObject>
@@ -42,7 +43,7 @@ class PluginManagerViewModel final : public QObject,
                                      public CatalogueRows,
                                      public BulkSelection,
                                      public ProfilePreview {
-    std::shared_ptr<PluginMover> m_mover; // first: isRunningScript refers to it
+    std::shared_ptr<PluginMover> m_mover; // first: members below refer to its own
 
 public:
     /// Loads the first page of the catalogue, without a scan.
@@ -59,6 +60,9 @@ public:
     Observable<bool> isLoading{false};
     /// The last failure of an operation. Cleared only by the start of a scan.
     Observable<std::optional<PluginError>> error;
+    /// Why the list disagrees with the plugin folders; empty as long as every change could be saved. Cleared by
+    /// the next scan whose result could be saved.
+    Observable<QString> unsavedReason;
     /// Toggled by resetView() so that views reset their own state. The value has no meaning.
     Observable<bool> resetViewTrigger{false};
     Observable<QString> manufacturerSearchText;
@@ -80,6 +84,8 @@ public:
     /// True while at least one privileged script runs, including its password prompt. Blocks input to the
     /// main window.
     Observable<bool>& isRunningScript;
+    /// The current operation, or why the last one failed. Cleared by the next operation, a scan and a reset.
+    Observable<WorkStatus>& workStatus;
 
     [[nodiscard]] int currentOffset() const { return m_currentOffset; }
     [[nodiscard]] bool hasMorePages() const { return m_hasMorePages; }
@@ -94,6 +100,8 @@ public:
     /// Loads the next page, if any. Called when the last row becomes visible.
     void loadMoreIfNeeded();
     void loadAllPages();
+    /// Loads whole pages with one query until `count` rows are loaded, or all.
+    void loadRows(int count);
     void resetView();
 
     /// All filters at once: what the listings are narrowed to.
@@ -139,7 +147,10 @@ public:
 
 private:
     [[nodiscard]] AudioPlugins queryPage(int limit, int offset) const;
+    /// Appends one query to the displayed rows.
+    void appendRows(int limit, int offset);
     void publishEnabledCount();
+    void reportUnsaved();
     void sortChanged();
     QCoro::Task<> reloadAfterTyping();
     void detectNewPlugins(const QSet<QString>& existingKeys);

@@ -36,17 +36,22 @@ bool isDisabledWaves(const AudioPlugin& plugin)
     return plugin.format == PluginFormat::wavesBundle && !plugin.isEnabled;
 }
 
-/// Awaits a change and stores its failure in `error`.
+/// Awaits a change and stores its failure in `error` and `workStatus`.
 QCoro::Task<> reportFailure(QPointer<PluginManagerViewModel> self, QCoro::Task<> change)
 {
     std::optional<PluginError> failure;
+    WorkStatus outcome;
     try {
         co_await std::move(change);
     } catch (const std::exception& thrown) {
         failure = toPluginError(thrown);
+        outcome = workFailure(thrown);
     }
-    if (failure && self)
+    if (!self)
+        co_return;
+    if (failure)
         self->error = failure;
+    self->workStatus = outcome;
 }
 
 } // namespace
@@ -107,9 +112,7 @@ QCoro::Task<> PluginManagerViewModel::toggleBatch(AudioPlugins batch)
 
 void PluginManagerViewModel::recordBatch(const AudioPlugins& batch, const AudioPlugins& updated)
 {
-    // On purpose one statement per row, without a transaction around them.
-    for (const AudioPlugin& plugin : updated)
-        m_database.updatePlugin(plugin);
+    m_database.updatePlugins(updated);
     refreshAllState();
     logBatch(batch, false);
     logBatch(batch, true);
@@ -136,12 +139,11 @@ QCoro::Task<> PluginManagerViewModel::deleteAll(AudioPlugins pluginsToDelete)
         co_return;
     QSet<QUuid> ids;
     std::vector<LoggedPlugin> logged;
-    // On purpose one statement per row, without a transaction around them.
     for (const AudioPlugin& plugin : pluginsToDelete) {
         ids.insert(plugin.id);
         logged.push_back({plugin.name, rawValue(plugin.format)});
-        m_database.deletePlugin(plugin.id);
     }
+    m_database.deletePlugins(pluginsToDelete);
     forget(ids);
     refreshAllState();
     m_activityLog.logBatch(logged, ActivityAction::deleted);

@@ -4,6 +4,8 @@
 #include "model/Uuid.h"
 #include "operations/BatchProgress.h"
 #include "operations/Detach.h"
+#include "operations/OperationErrors.h"
+#include "operations/PartialCopies.h"
 #include "platform/Clock.h"
 #include "platform/FileManager.h"
 #include "platform/Path.h"
@@ -33,15 +35,14 @@ void throwFailure(const platform::ScriptOutcome& outcome, ScriptKind kind)
     const auto& error = outcome.error;
     if (kind == ScriptKind::batch) {
         if (error)
-            throw PluginError(
-                Kind::permissionDenied,
-                error->value(platform::kScriptErrorMessageKey.toString(), u"AppleScript error"_s));
+            throw ScriptError(
+                error->value(platform::kScriptErrorMessageKey.toString(), u"AppleScript error"_s), *error);
         return;
     }
     if (outcome.succeeded())
         return;
     if (error && !error->isEmpty())
-        throw PluginError(Kind::permissionDenied, platform::description(*error));
+        throw ScriptError(platform::description(*error), *error);
     throw PluginError(Kind::unknownError, kind == ScriptKind::toggle ? u"Failed to execute AppleScript"_s
                                                                      : u"Failed to delete plugins"_s);
 }
@@ -165,7 +166,12 @@ QCoro::Task<> PluginMover::performWithAdminRights(AudioPlugin plugin, QString de
                                   plugin.isEnabled ? ParentFolder::create : ParentFolder::mustExist);
     if (plugin.format == PluginFormat::au && m_platform.layout.isInSystemLibrary(plugin.originalPath))
         command += audioUnitCacheFlush(m_platform.layout);
-    const platform::ScriptOutcome outcome = co_await run(administratorScript(command));
+    std::vector<BatchItem> items(1);
+    items[0].source = plugin.currentPath;
+    items[0].destination = destination;
+    const PartialCopies copies(m_platform.files, items);
+    const platform::ScriptOutcome outcome = co_await run(administratorScript(command), movingPlugins(1));
+    copies.remove();
     throwFailure(outcome, ScriptKind::toggle);
 }
 
@@ -185,12 +191,15 @@ QCoro::Task<AudioPlugins> PluginMover::toggleAll(AudioPlugins plugins, BatchProg
     files.write(batch.progress, "0", platform::WriteMode::privateFile);
     files.write(batch.script, batchScript(items, batch.progress).toUtf8(), platform::WriteMode::privateFile);
 
+    const PartialCopies copies(files, items);
     const auto isCancelled = std::make_shared<bool>(false);
     if (progress)
         detach(pollProgress(batch.progress, std::ssize(items), progress, isCancelled));
-    const platform::ScriptOutcome outcome = co_await run(batchAppleScript(batch.script));
+    const platform::ScriptOutcome outcome =
+        co_await run(batchAppleScript(batch.script), movingPlugins(std::ssize(items)));
     *isCancelled = true;
     batch.remove();
+    copies.remove();
     throwFailure(outcome, ScriptKind::batch);
 
     for (std::size_t i = 0; i < items.size(); ++i)
@@ -201,20 +210,29 @@ QCoro::Task<AudioPlugins> PluginMover::toggleAll(AudioPlugins plugins, BatchProg
 QCoro::Task<> PluginMover::remove(AudioPlugins plugins)
 {
     const auto self = shared_from_this();
-    const platform::ScriptOutcome outcome = co_await run(administratorScript(deletionCommand(plugins)));
+    const platform::ScriptOutcome outcome =
+        co_await run(administratorScript(deletionCommand(plugins)), deletingPlugins(std::ssize(plugins)));
     throwFailure(outcome, ScriptKind::deletion);
 }
 
-QCoro::Task<platform::ScriptOutcome> PluginMover::run(QString source)
+QCoro::Task<platform::ScriptOutcome> PluginMover::run(QString source, WorkStatus work)
 {
     if (++m_runningScripts == 1)
         isRunningScript = true;
+    workStatus = waitingForPassword();
     // Even if the script throws: otherwise the windows would never accept input again.
     const auto atEnd = qScopeGuard([this] {
         if (--m_runningScripts == 0)
             isRunningScript = false;
     });
-    co_return co_await m_platform.scripts.execute(source);
+    std::function<void()> started = [self = shared_from_this(), work] { self->begin(work); };
+    co_return co_await m_platform.scripts.execute(source, std::move(started));
+}
+
+void PluginMover::begin(const WorkStatus& work)
+{
+    if (workStatus->state == WorkStatus::State::waitingForPassword)
+        workStatus = work;
 }
 
 QCoro::Task<> PluginMover::pollProgress(QString progressFile, qsizetype total, BatchProgress* progress,
@@ -223,10 +241,11 @@ QCoro::Task<> PluginMover::pollProgress(QString progressFile, qsizetype total, B
     const auto self = shared_from_this();
     while (!*isCancelled) {
         const std::optional<QByteArray> text = m_platform.files.read(progressFile, kLargestCounter);
-        bool isNumber = false;
-        const qlonglong count = text ? text->trimmed().toLongLong(&isNumber) : 0;
-        if (isNumber && total > 0)
-            progress->setProgress(std::clamp(double(count) / double(total), 0.0, 1.0));
+        const auto done = text ? batchProgress(*text, total) : std::nullopt;
+        if (done && *done > 0)
+            begin(movingPlugins(total)); // on systems that do not report the start
+        if (done)
+            progress->setProgress(*done);
         co_await m_platform.clock.sleepFor(kPollInterval);
     }
 }

@@ -4,6 +4,7 @@
 #include "model/Observable.h"
 #include "model/PluginLocations.h"
 #include "operations/ShellCommands.h"
+#include "operations/WorkStatus.h"
 #include "platform/ScriptRunner.h"
 
 #include <qcorotask.h>
@@ -31,6 +32,8 @@ public:
 
     /// True while at least one privileged script runs, including its password prompt.
     Observable<bool> isRunningScript{false};
+    /// What the running script does. Its end and its outcome are assigned by the caller.
+    Observable<WorkStatus> workStatus;
 
     /// Enables or disables one plugin, depending on the record's state, and returns the changed record.
     QCoro::Task<AudioPlugin> toggle(AudioPlugin plugin);
@@ -52,7 +55,9 @@ private:
     [[nodiscard]] QString freeName(const QString& folder, const QString& name) const;
     void performFileOperation(const QString& source, const QString& destination) const;
     QCoro::Task<> performWithAdminRights(AudioPlugin plugin, QString destination);
-    QCoro::Task<platform::ScriptOutcome> run(QString source);
+    QCoro::Task<platform::ScriptOutcome> run(QString source, WorkStatus work);
+    /// The password has been accepted.
+    void begin(const WorkStatus& work);
     QCoro::Task<> pollProgress(QString progressFile, qsizetype total, BatchProgress* progress,
                                std::shared_ptr<bool> isCancelled);
 

@@ -5,6 +5,8 @@
 
 #include <QStringList>
 
+#include <algorithm>
+
 namespace orvanlite {
 
 using namespace Qt::StringLiterals;
@@ -55,6 +57,15 @@ QString batchScript(const std::vector<BatchItem>& items, const QString& progress
         lines.append(counterLine);
     }
     return lines.join(u'\n');
+}
+
+std::optional<double> batchProgress(QByteArrayView counter, qsizetype items)
+{
+    bool isNumber = false;
+    const qlonglong count = counter.trimmed().toLongLong(&isNumber);
+    if (!isNumber || items <= 0)
+        return std::nullopt;
+    return std::clamp(static_cast<double>(count) / static_cast<double>(items), 0.0, 1.0);
 }
 
 QString batchAppleScript(const QString& scriptFile)

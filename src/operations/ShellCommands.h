@@ -2,6 +2,9 @@
 
 #include "model/AudioPlugin.h"
 
+#include <QByteArrayView>
+
+#include <optional>
 #include <vector>
 
 namespace orvanlite::platform {
@@ -41,6 +44,10 @@ struct BatchItem {
 /// Shape: lines separated by line feeds, without a trailing one. A failed line does not stop the script: the
 ///        counter advances even after a failed move, and the exit status is that of the last line.
 [[nodiscard]] QString batchScript(const std::vector<BatchItem>& items, const QString& progressFile);
+
+/// Fraction of the finished items, 0...1, from the content of the progress file.
+/// Errors: empty for anything but a number, and for a batch without items.
+[[nodiscard]] std::optional<double> batchProgress(QByteArrayView counter, qsizetype items);
 
 /// AppleScript source that makes the script file executable and runs it as root.
 [[nodiscard]] QString batchAppleScript(const QString& scriptFile);

@@ -26,8 +26,10 @@ public:
     [[nodiscard]] virtual std::optional<bool> isDark() const = 0;
     [[nodiscard]] virtual std::optional<Rgb> accentColour() const = 0;
     [[nodiscard]] virtual bool reducesMotion() const = 0;
+    /// Whether the user has asked for higher contrast.
+    [[nodiscard]] virtual bool increasesContrast() const = 0;
 
-    /// Calls the handler after any of the three has changed, for the lifetime of `context`.
+    /// Calls the handler after any of the four has changed, for the lifetime of `context`.
     virtual void observe(QObject* context, std::function<void()> handler) = 0;
 };
 

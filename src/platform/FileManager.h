@@ -52,7 +52,9 @@ struct FileStatus {
 
 /// New files get mode 0666 minus the umask unless noted.
 enum class WriteMode {
-    inPlace, ///< opens, truncates and writes the file itself
+    /// Overwrites the file itself. A failed write leaves the old content: space is reserved first, and what has
+    /// been overwritten is written back. Only regular files and character devices.
+    inPlace,
     /// Writes a new file and renames it over the old one, keeping its mode and, where permitted, its owner. A
     /// symbolic link stays; its target is replaced. Writes in place where no new file can be created.
     replaceFile,

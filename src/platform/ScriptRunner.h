@@ -5,6 +5,7 @@
 
 #include <qcorotask.h>
 
+#include <functional>
 #include <optional>
 
 namespace orvanlite::platform {
@@ -29,6 +30,12 @@ struct ScriptOutcome {
 
 /// Error number of a failure without one of its own. Source: errOSAGeneralError.
 inline constexpr int kScriptGeneralError = -2700;
+/// Source: userCanceledErr.
+inline constexpr int kScriptUserCancelled = -128;
+/// Source: errAuthorizationDenied.
+inline constexpr int kScriptAuthorisationDenied = -60005;
+/// The user cannot be asked for a password. Source: errAuthorizationInteractionNotAllowed.
+inline constexpr int kScriptInteractionNotAllowed = -60007;
 
 /// An error dictionary with message and number.
 [[nodiscard]] ScriptErrorDictionary scriptError(const QString& message, int number);
@@ -46,7 +53,9 @@ public:
     virtual ~ScriptRunner() = default;
 
     /// Never throws. The event loop keeps running until the dialog is answered and the command has finished.
-    virtual QCoro::Task<ScriptOutcome> execute(QString source) = 0;
+    /// `started` may be null. It is called once when the password has been accepted and the command starts, on
+    /// systems that report it.
+    virtual QCoro::Task<ScriptOutcome> execute(QString source, std::function<void()> started) = 0;
 };
 
 } // namespace orvanlite::platform

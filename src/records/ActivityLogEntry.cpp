@@ -9,6 +9,33 @@ namespace orvanlite {
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+nlohmann::ordered_json toJson(const ActivityLogEntry& entry)
+{
+    nlohmann::ordered_json json;
+    json["id"] = toUtf8(uuidText(entry.id));
+    json["timestamp"] = entry.timestamp.sinceReference;
+    json["pluginName"] = toUtf8(entry.pluginName);
+    json["format"] = toUtf8(entry.format);
+    json["action"] = toUtf8(rawValue(entry.action));
+    return json;
+}
+
+ActivityLogEntry entryFromJson(const nlohmann::json& json)
+{
+    const JsonObject object(json);
+    ActivityLogEntry entry;
+    entry.id = object.uuid("id");
+    entry.timestamp = object.date("timestamp");
+    entry.pluginName = object.text("pluginName");
+    entry.format = object.text("format");
+    entry.action = object.enumeration<ActivityAction>("action");
+    return entry;
+}
+
+} // namespace
+
 QString ActivityLogEntry::timeAgo(Date now) const
 {
     // Clamped: the file may hold any number, and the cast is undefined for one that does not fit.
@@ -26,27 +53,28 @@ QString ActivityLogEntry::timeAgo(Date now) const
     return u"%1d ago"_s.arg(seconds / 86400);
 }
 
-nlohmann::ordered_json toJson(const ActivityLogEntry& entry)
+QByteArray encodeActivityLog(const std::vector<ActivityLogEntry>& entries)
 {
-    nlohmann::ordered_json json;
-    json["id"] = toUtf8(uuidText(entry.id));
-    json["timestamp"] = entry.timestamp.sinceReference;
-    json["pluginName"] = toUtf8(entry.pluginName);
-    json["format"] = toUtf8(entry.format);
-    json["action"] = toUtf8(rawValue(entry.action));
-    return json;
+    nlohmann::ordered_json json = nlohmann::ordered_json::array();
+    for (const ActivityLogEntry& entry : entries)
+        json.push_back(toJson(entry));
+    return writeJson(json);
 }
 
-ActivityLogEntry activityLogEntryFromJson(const nlohmann::json& json)
+std::vector<ActivityLogEntry> decodeActivityLog(QByteArrayView text)
 {
-    const JsonObject object(json);
-    ActivityLogEntry entry;
-    entry.id = object.uuid("id");
-    entry.timestamp = object.date("timestamp");
-    entry.pluginName = object.text("pluginName");
-    entry.format = object.text("format");
-    entry.action = object.enumeration<ActivityAction>("action");
-    return entry;
+    const auto json = parseJson(text);
+    if (!json || !json->is_array())
+        return {};
+    std::vector<ActivityLogEntry> entries;
+    entries.reserve(json->size());
+    try {
+        for (const auto& entry : *json)
+            entries.push_back(entryFromJson(entry));
+    } catch (const JsonError&) {
+        return {};
+    }
+    return entries;
 }
 
 } // namespace orvanlite

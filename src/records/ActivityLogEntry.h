@@ -3,9 +3,10 @@
 #include "model/Date.h"
 #include "model/RawValue.h"
 
-#include <nlohmann/json_fwd.hpp>
-
+#include <QByteArray>
 #include <QUuid>
+
+#include <vector>
 
 namespace orvanlite {
 
@@ -35,10 +36,10 @@ struct ActivityLogEntry {
     bool operator==(const ActivityLogEntry&) const = default;
 };
 
-/// One object with the fields in declared order.
-[[nodiscard]] nlohmann::ordered_json toJson(const ActivityLogEntry& entry);
-
-/// Errors: JsonError for a missing key, a wrong type, an invalid UUID or an unknown action.
-[[nodiscard]] ActivityLogEntry activityLogEntryFromJson(const nlohmann::json& json);
+/// A compact list of objects with the fields in declared order.
+[[nodiscard]] QByteArray encodeActivityLog(const std::vector<ActivityLogEntry>& entries);
+/// Errors: empty for anything but a list of entries. A missing key, a wrong type, an invalid UUID or an unknown
+///         action in one entry invalidates the whole list.
+[[nodiscard]] std::vector<ActivityLogEntry> decodeActivityLog(QByteArrayView json);
 
 } // namespace orvanlite

@@ -1,6 +1,5 @@
 #include "records/ActivityLogManager.h"
 
-#include "model/Json.h"
 #include "model/Uuid.h"
 #include "platform/Clock.h"
 #include "platform/FileManager.h"
@@ -71,29 +70,14 @@ QString ActivityLogManager::saveUrl() const
 std::vector<ActivityLogEntry> ActivityLogManager::load() const
 {
     const auto content = m_platform.files.read(saveUrl(), kLargestFile);
-    const auto json = content ? parseJson(*content) : std::nullopt;
-    if (!json || !json->is_array())
-        return {};
-    std::vector<ActivityLogEntry> list;
-    list.reserve(json->size());
-    try {
-        for (const auto& entry : *json)
-            list.push_back(activityLogEntryFromJson(entry));
-    } catch (const JsonError&) {
-        // One invalid entry invalidates the whole file.
-        return {};
-    }
-    return list;
+    return content ? decodeActivityLog(*content) : std::vector<ActivityLogEntry>();
 }
 
 void ActivityLogManager::save() const
 {
-    nlohmann::ordered_json json = nlohmann::ordered_json::array();
-    for (const ActivityLogEntry& entry : *entries)
-        json.push_back(toJson(entry));
     try {
         // On purpose in place: users may have linked the file from elsewhere.
-        m_platform.files.write(saveUrl(), writeJson(json), platform::WriteMode::inPlace);
+        m_platform.files.write(saveUrl(), encodeActivityLog(*entries), platform::WriteMode::inPlace);
     } catch (const platform::FileError&) {
         // The entries in memory stay; the next change tries again.
     }

@@ -39,16 +39,19 @@ constexpr QColor kSummaryColour(85, 85, 85);
 
 constexpr QStringView kTitle = u"Orvanlite — Plugin Export";
 
-/// Long date without the weekday, which Qt's long format starts or ends with, and short time.
+/// Long date without the weekday, which Qt's long format starts or ends with, and short time without the
+/// seconds, which Qt's short format has in the C locale.
 QString longDateShortTime(Date date)
 {
     static const QRegularExpression weekday(
         u"^dddd[,،]?\\s*(?:'[^']*'\\s*)?|[,،]?\\s*\\(?dddd\\)?$"_s); // Danish has a word after it
+    static const QRegularExpression seconds(u"[:.]ss?"_s);
     const QLocale locale;
     const QDateTime moment = QDateTime::fromMSecsSinceEpoch(static_cast<qint64>(date.unixTime() * 1000));
     const QString format = locale.dateFormat(QLocale::LongFormat).remove(weekday);
-    return u"%1, %2"_s.arg(locale.toString(moment.date(), format),
-                           locale.toString(moment.time(), QLocale::ShortFormat));
+    return u"%1, %2"_s.arg(
+        locale.toString(moment.date(), format),
+        locale.toString(moment.time(), locale.timeFormat(QLocale::ShortFormat).remove(seconds)));
 }
 
 class Report {

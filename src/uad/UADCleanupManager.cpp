@@ -154,11 +154,12 @@ QCoro::Task<std::optional<QString>> UADCleanupManager::triggerProfileExport()
     removeStaleProfile();
     platform::ScriptRunner& scripts = m_platform.scripts;
     platform::Clock& clock = m_platform.clock;
-    const platform::ScriptOutcome opened = co_await scripts.execute(kOpenInformationScript.toString());
+    const platform::ScriptOutcome opened =
+        co_await scripts.execute(kOpenInformationScript.toString(), nullptr);
     if (opened.error && !opened.error->isEmpty())
         printLine(u"AppleScript error opening UAD: "_s + platform::description(*opened.error));
     // Success is decided by whether a file appears, not by the outcome of the scripts.
-    co_await scripts.execute(kSaveProfileScript.toString());
+    co_await scripts.execute(kSaveProfileScript.toString(), nullptr);
     co_await clock.sleepFor(std::chrono::seconds(1));
     if (!self || run != m_run)
         co_return std::nullopt;

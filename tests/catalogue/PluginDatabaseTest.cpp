@@ -2,7 +2,6 @@
 #include "model/Uuid.h"
 #include "support/Fakes.h"
 
-#include <gtest/gtest.h>
 #include <sqlite3.h>
 
 #include <latch>
@@ -10,7 +9,6 @@
 
 namespace orvanlite::test {
 
-using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
 namespace {
@@ -60,14 +58,6 @@ AudioPlugins all(const PluginDatabase& database)
     return database.queryPlugins({}, "name"_L1, true, 1000, 0);
 }
 
-template <typename Function>
-std::string printed(Function&& function)
-{
-    testing::internal::CaptureStdout();
-    function();
-    return testing::internal::GetCapturedStdout();
-}
-
 class PluginDatabaseTest : public testing::Test {
 protected:
     TestPlatform m_system;
@@ -90,7 +80,7 @@ TEST_F(PluginDatabaseTest, ReadsARecordAsItWasWritten)
 
     PluginDatabase database(m_platform, m_path);
     database.replaceAllPlugins({plugin(u"gone"_s)});
-    EXPECT_EQ(printed([&] { database.replaceAllPlugins({plain, strange, unknown}); }), "");
+    EXPECT_EQ(printedBy([&] { database.replaceAllPlugins({plain, strange, unknown}); }), "");
     const QString raw =
         u"SELECT id || quote(name) || quote(manufacturer) || quote(format) || quote(originalPath) || "
         "quote(currentPath) || quote(isEnabled) || quote(version) || quote(bundleIdentifier) || "
@@ -119,12 +109,12 @@ TEST_F(PluginDatabaseTest, UpdatesOrDeletesASingleRow)
     database.replaceAllPlugins({stored, other});
     AudioPlugin changed = stored;
     changed.name = u"ignored"_s;
-    changed.version = u"9"_s;
+    changed.version = u"ignored"_s;
     changed.isEnabled = stored.isEnabled = false;
     changed.currentPath = stored.currentPath = u"/off/A"_s;
     database.updatePlugin(changed);
     const AudioPlugin stranger = plugin(u"A"_s);
-    EXPECT_EQ(printed([&] { database.updatePlugin(stranger); }), "");
+    EXPECT_EQ(printedBy([&] { database.updatePlugin(stranger); }), "");
     database.deletePlugin(stranger.id);
     EXPECT_EQ(all(database), AudioPlugins({stored, other}));
     database.deletePlugin(stored.id);
@@ -147,19 +137,15 @@ TEST_F(PluginDatabaseTest, SkipsDamagedRowsAndReadsUnusualValues)
         {u"name = NULL"_s, {}},
         {u"manufacturer = NULL"_s, {}},
         {u"format = NULL"_s, {}},
-        {u"format = 'VST2'"_s, {}},
         {u"format = 'vst3'"_s, {}},
         {u"originalPath = NULL"_s, {}},
         {u"currentPath = NULL"_s, {}},
-        {u"id = lower(id)"_s, u"A 0 1.0 - -"_s},
-        {u"name = 7"_s, u"7 0 1.0 - -"_s},
+        {u"id = lower(id), name = 7"_s, u"7 0 1.0 - -"_s},
         {u"name = x''"_s, u" 0 1.0 - -"_s},
         {u"isEnabled = 1"_s, u"A 1 1.0 - -"_s},
-        {u"isEnabled = 2"_s, u"A 0 1.0 - -"_s},
         {u"isEnabled = 4294967297"_s, u"A 0 1.0 - -"_s},
         {u"isEnabled = NULL, version = NULL"_s, u"A 0 - - -"_s},
         {u"version = '', bundleIdentifier = 'b'"_s, u"A 0 - b -"_s},
-        {u"lastUsed = 0"_s, u"A 0 1.0 - 0"_s},
         {u"lastUsed = -1.5"_s, u"A 0 1.0 - -1.5"_s},
     };
     const QUuid id = *parseUuid("0A0A0A0A-0000-4000-8000-00000000000F");
@@ -186,26 +172,28 @@ TEST_F(PluginDatabaseTest, ReadsAnUnusableFileAsEmpty)
     const std::string failedOpen = "❌ Failed to open database at " + m_path.toStdString() + '\n';
     const std::string noDatabase = "❌ SQL error: file is not a database\n";
     const QString folder = m_system.layout.applicationFolder();
-    // The folder to create or the file to write, and what opening and replacing print.
-    const std::tuple<QString, QString, std::string, std::string> rows[] = {
-        {m_path, {}, failedOpen, ""},
-        {{}, folder, failedOpen, ""},
-        {folder, m_path, noDatabase + noDatabase + noDatabase, noDatabase},
+    // The folder to create or the file to write, what opening prints, and whether the next scan starts a new file.
+    const std::tuple<QString, QString, std::string, bool> rows[] = {
+        {m_path, {}, failedOpen, false},
+        {{}, folder, failedOpen, false},
+        {folder, m_path, noDatabase + noDatabase + noDatabase, true},
     };
-    for (const auto& [newFolder, newFile, opening, replacing] : rows) {
+    for (const auto& [newFolder, newFile, opening, heals] : rows) {
         SCOPED_TRACE(qPrintable(newFolder + newFile));
-        if (m_system.files.exists(folder))
-            m_system.files.remove(folder);
-        if (!newFolder.isEmpty())
+        QDir(folder).removeRecursively();
+        QFile::remove(folder);
+        if (newFile.isEmpty())
             m_system.files.createDirectory(newFolder);
-        if (!newFile.isEmpty())
-            m_system.files.write(newFile, QByteArray(9000, 'r'), platform::WriteMode::inPlace);
+        else
+            m_system.root.addFile(newFile.sliced(m_system.root.path().size()), QByteArray(9000, 'r'));
 
         std::optional<PluginDatabase> database;
-        EXPECT_EQ(printed([&] { database.emplace(m_platform, m_path); }), opening);
+        EXPECT_EQ(printedBy([&] { database.emplace(m_platform, m_path); }), opening);
         const AudioPlugin some = plugin(u"A"_s);
-        EXPECT_EQ(printed([&] { database->replaceAllPlugins({some}); }), replacing);
-        EXPECT_EQ(printed([&] {
+        EXPECT_EQ(printedBy([&] {
+                      EXPECT_TRUE(all(*database).empty());
+                      database->replaceAllPlugins({some});
+                      EXPECT_EQ(all(*database).size(), heals ? 1U : 0U);
                       database->updatePlugin(some);
                       database->deletePlugin(some.id);
                       EXPECT_TRUE(all(*database).empty());
@@ -254,7 +242,7 @@ TEST_F(PluginDatabaseTest, WaitsForALockAndReplacesAllRowsOrNone)
         RawConnection reader(m_path); // a running backup keeps its snapshot
         reader.run(u"BEGIN; SELECT name FROM plugins"_s);
         const Holder holder(m_path, 200ms);
-        EXPECT_EQ(printed([&] { database.replaceAllPlugins(wanted); }), "");
+        EXPECT_EQ(printedBy([&] { database.replaceAllPlugins(wanted); }), "");
         EXPECT_EQ(reader.run(u"SELECT name FROM plugins"_s), QStringList{u"Old"_s});
         reader.run(u"COMMIT"_s);
         EXPECT_EQ(reader.run(u"SELECT count(*) FROM plugins"_s), QStringList{u"40"_s});
@@ -262,7 +250,7 @@ TEST_F(PluginDatabaseTest, WaitsForALockAndReplacesAllRowsOrNone)
     PluginDatabase hurried(m_platform, m_path, 20ms);
     {
         const Holder holder(m_path, 200ms); // is released while single rows would still be tried
-        EXPECT_EQ(printed([&] { hurried.replaceAllPlugins(others); }), "❌ SQL error: database is locked\n");
+        EXPECT_EQ(printedBy([&] { hurried.replaceAllPlugins(others); }), "❌ SQL error: database is locked\n");
     }
     EXPECT_EQ(all(hurried), wanted);
     hurried.replaceAllPlugins({wanted.front()});
@@ -276,7 +264,7 @@ TEST_F(PluginDatabaseTest, UsesAFileLaterThatIsLockedWhenOpened)
     raw.run(u"PRAGMA journal_mode=DELETE; BEGIN EXCLUSIVE"_s);
     std::optional<PluginDatabase> database;
     const std::string locked = "❌ SQL error: database is locked\n";
-    EXPECT_EQ(printed([&] { database.emplace(m_platform, m_path, 10ms); }), locked + locked + locked);
+    EXPECT_EQ(printedBy([&] { database.emplace(m_platform, m_path, 10ms); }), locked + locked + locked);
     EXPECT_EQ(database->totalCount({}), 0);
     raw.run(u"COMMIT"_s);
     EXPECT_EQ(names(all(*database)), u"Old"_s);
@@ -290,11 +278,11 @@ TEST_F(PluginDatabaseTest, RowsThatCannotBeStoredAffectNoOther)
     AudioPlugin twin = plugin(u"B"_s);
     const AudioPlugin first = plugin(u"A"_s);
     twin.id = first.id;
-    EXPECT_EQ(printed([&] { database.replaceAllPlugins({first, twin, plugin(u"C"_s)}); }), "");
+    EXPECT_EQ(printedBy([&] { database.replaceAllPlugins({first, twin, plugin(u"C"_s)}); }), "");
     EXPECT_EQ(names(all(database)), u"A C"_s);
     // With the table of another version, the statement cannot be prepared.
     RawConnection(m_path).run(u"ALTER TABLE plugins DROP COLUMN bundleIdentifier"_s);
-    EXPECT_EQ(printed([&] { database.replaceAllPlugins({first}); }), "");
+    EXPECT_EQ(printedBy([&] { database.replaceAllPlugins({first}); }), "");
     EXPECT_EQ(database.totalCount({}), 0);
 }
 
@@ -306,7 +294,7 @@ TEST_F(PluginDatabaseTest, ReadsAReadOnlyFileAndNeverWritesIt)
     m_system.root.setMode(u"/plugins.db", 0444);
     m_system.root.setMode(u"", 0755);
     QString read;
-    const std::string output = printed([&] {
+    const std::string output = printedBy([&] {
         const WithoutRights denied;
         PluginDatabase database(m_platform, path);
         database.replaceAllPlugins({plugin(u"New"_s)});
@@ -364,7 +352,6 @@ TEST_F(PluginQueriesTest, FiltersApplyToEveryQuery)
         {{.searchText = u"acm"_s}, u"Beta gamma"_s},
         {{.searchText = u"ä"_s}, u""_s}, // only ASCII letters ignore case
         {{.searchText = u"Ä"_s}, u"alpha"_s},
-        {{.searchText = u"%"_s}, u"alpha alpha Beta Delta_x gamma"_s},
         {{.searchText = u"d%a_x"_s}, u"Delta_x"_s},
         {{.searchText = u"' OR 1 --"_s}, u""_s},
         {{.formats = {Format::vst2, Format::vst3}}, u"Beta gamma"_s},
@@ -392,21 +379,18 @@ TEST_F(PluginQueriesTest, FiltersApplyToEveryQuery)
 TEST_F(PluginQueriesTest, SortsPagesByTheColumn)
 {
     const std::tuple<QLatin1StringView, bool, int, int, QString> rows[] = {
-        {"name"_L1, false, 3, 0, u"gamma Delta_x Beta"_s},
         {"name"_L1, true, 2, 2, u"Beta Delta_x"_s},
         {"manufacturer"_L1, true, 1, 0, u"Delta_x"_s},
         {"manufacturer"_L1, false, 2, 0, u"alpha alpha"_s}, // "Älg" sorts after "Zed"
         {"format"_L1, true, 9, 0, u"Delta_x alpha alpha gamma Beta"_s},
         {"isEnabled"_L1, true, 1, 0, u"Beta"_s},
         {"version"_L1, true, 2, 0, u"Delta_x gamma"_s},
-        {"lastUsed"_L1, false, 2, 0, u"gamma alpha"_s},
         {"lastUsed"_L1, true, 2, 3, u"alpha gamma"_s}, // without a date first
         {"no column"_L1, true, 9, 0, u""_s},
     };
-    for (const auto& [column, ascending, limit, offset, wanted] : rows) {
-        SCOPED_TRACE(column.data());
-        EXPECT_EQ(names(m_database.queryPlugins({}, column, ascending, limit, offset)), wanted);
-    }
+    for (const auto& [column, ascending, limit, offset, wanted] : rows)
+        EXPECT_EQ(names(m_database.queryPlugins({}, column, ascending, limit, offset)), wanted)
+            << column.data();
 }
 
 TEST_F(PluginQueriesTest, BuildsTheSameStatementForTheSameFilter)
@@ -452,7 +436,6 @@ TEST_F(PluginQueriesTest, ReturnsKeysManufacturersAndRowsByIds)
     EXPECT_EQ(manufacturers.first().toLower(), u"acme"_s);
     EXPECT_EQ(manufacturers.sliced(1), QStringList({u"Maker"_s, u"Zed"_s, u"Älg"_s}));
 
-    EXPECT_TRUE(m_database.getPluginsByIds({}).empty());
     const AudioPlugins found = m_database.getPluginsByIds({twin.id, m_plugins[1].id, makeUuid()});
     ASSERT_EQ(found.size(), 2U);
     EXPECT_TRUE(found[0] == m_plugins[1] || found[1] == m_plugins[1]) << qPrintable(names(found));
@@ -464,7 +447,7 @@ TEST_F(PluginQueriesTest, ReturnsKeysManufacturersAndRowsByIds)
     EXPECT_EQ(m_database.getPluginsByIds(many), AudioPlugins({twin}));
     while (many.size() < 600'000)
         many << makeUuid();
-    EXPECT_EQ(printed([&] { EXPECT_TRUE(m_database.getPluginsByIds(many).empty()); }), "");
+    EXPECT_EQ(printedBy([&] { EXPECT_TRUE(m_database.getPluginsByIds(many).empty()); }), "");
 }
 
 } // namespace

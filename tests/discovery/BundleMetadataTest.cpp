@@ -1,16 +1,12 @@
 #include "discovery/BundleMetadata.h"
 
 #include "support/Fakes.h"
-#include "support/PropertyListWriter.h"
 
 #include <QFile>
-
-#include <gtest/gtest.h>
 
 namespace orvanlite::test {
 namespace {
 
-using namespace Qt::StringLiterals;
 using enum BundleMetadata::InfoKey;
 
 QByteArray withIdentifier(const QString& identifier)
@@ -35,18 +31,15 @@ TEST(BundleMetadataTest, Manufacturer)
     // Expected manufacturer, property list and clap.json; a bundle with the latter is a CLAP.
     const std::tuple<const char*, QString, QByteArray, QByteArray> rows[] = {
         {"component", u"Maker"_s, withComponent(u"Maker: Foo"_s), {}},
-        {"binary list", u"Maker"_s, binaryInfoPlist({{u"x"_s, u"\u00E9"_s}}, u"Maker: Foo"_s), {}},
         {"component of Waves", u"Waves Audio"_s, withComponent(u"Waves: Foo"_s), {}},
         {"component of waves in lower case", u"waves"_s, withComponent(u"waves: Foo"_s), {}},
-        {"spaces and tabs", u"Ma ker"_s, withComponent(u" \tMa ker\t : Foo"_s), {}},
-        {"other whitespace stays", u"\nMaker\u00A0"_s, withComponent(u"\nMaker\u00A0: Foo"_s), {}},
+        {"spaces and tabs go", u"\nMa ker\u00A0"_s, withComponent(u" \t\nMa ker\u00A0\t : Foo"_s), {}},
         {"only spaces are an answer", u""_s, withComponent(u"  :Foo"_s), {}},
         {"first colon", u"Maker"_s, withComponent(u"Maker:Foo:Bar"_s), {}},
         {"no colon", u"Other"_s, withComponent(u"Foo"_s), {}},
         {"nothing before the colon", u"Other"_s, withComponent(u":Foo"_s), {}},
         {"nothing behind the colon", u"Other"_s, withComponent(u"Maker:"_s), {}},
         {"empty name", u"Other"_s, withComponent(u""_s), {}},
-        {"identifier", u"Acme"_s, withIdentifier(u"com.acme.reverb"_s), {}},
         {"identifier with a capital", u"ACMe"_s, withIdentifier(u"com.ACMe.reverb"_s), {}},
         {"empty pieces", u"Acme"_s, withIdentifier(u"..com..acme."_s), {}},
         {"generic piece", u"Vst3"_s, withIdentifier(u"com.vst3.x"_s), {}},
@@ -56,11 +49,9 @@ TEST(BundleMetadataTest, Manufacturer)
         {"u-he", u"u-he"_s, withIdentifier(u"com.U-HE.foo"_s), {}},
         {"sharp s", u"SS-a"_s, withIdentifier(u"com.\u00DF-a.x"_s), {}},
         {"beyond the basic plane", u"\U00010400a"_s, withIdentifier(u"com.\U00010428a.x"_s), {}},
-        {"one piece", u""_s, withIdentifier(u"acme"_s), {}},
-        {"dots only", u""_s, withIdentifier(u"..."_s), {}},
+        {"one piece", u""_s, withIdentifier(u"..acme."_s), {}},
         {"damaged list", u""_s, "<plist><dict>", {}},
         {"list over the size limit", u""_s, withIdentifier(u"com.acme.x"_s) + QByteArray(4 << 20, ' '), {}},
-        {"CLAP", u"Acme"_s, {}, acmeJson},
         {"CLAP with one piece", u"Acme"_s, withIdentifier(u"foo"_s), acmeJson},
         {"CLAP with an identifier", u"Other"_s, withIdentifier(u"com.other"_s), acmeJson},
         {"damaged", u""_s, {}, acmeJson.chopped(1)},
@@ -131,8 +122,8 @@ TEST(BundleMetadataTest, LastUsedIsTheAccessTimeOfTheExecutable)
     EXPECT_EQ(lastUsed(u"A"_s), Date::fromUnix(1'600'000'000));
     addFile(u"/Other.vst3/Contents/MacOS/.hidden name"_s, 1'600'000'001);
     EXPECT_EQ(lastUsed(u"Other"_s), Date::fromUnix(1'600'000'001));
-    root.addFolder(u"/Empty.vst3/Contents/MacOS");
-    root.addFolder(u"/Dangling.vst3/Contents/MacOS");
+    for (const QStringView folder : {u"/Empty.vst3/Contents/MacOS", u"/Dangling.vst3/Contents/MacOS"})
+        root.addFolder(folder);
     QFile::link(u"nowhere"_s, root.at(u"/Dangling.vst3/Contents/MacOS/x"));
     root.addFile(u"/Plain.vst3", "code");
     for (const QString& none : {u"Empty"_s, u"Dangling"_s, u"Plain"_s})

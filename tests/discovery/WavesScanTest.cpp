@@ -10,7 +10,6 @@
 namespace orvanlite::test {
 namespace {
 
-using namespace Qt::StringLiterals;
 using testing::UnorderedElementsAre;
 
 /// "version name original current", with a "-" in front when disabled; paths below the Waves folder.

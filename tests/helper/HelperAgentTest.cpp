@@ -1,8 +1,3 @@
-#include "platform/Defaults.h"
-#include "platform/MainBundle.h"
-#include "platform/NotificationCenter.h"
-#include "platform/Platform.h"
-#include "platform/Workspace.h"
 #include "shell/sidebar/MenuBarLoginItem.h"
 #include "shell/sidebar/MenuBarSection.h"
 #include "support/Fakes.h"
@@ -13,9 +8,6 @@
 #include <QDir>
 #include <QFile>
 #include <QRegularExpression>
-#include <QTest>
-
-#include <gtest/gtest.h>
 
 #include <unistd.h>
 
@@ -76,7 +68,6 @@ protected:
         ASSERT_TRUE(QFile::copy(QStringLiteral(ORV_HELPER_INFO_PLIST), root.at(contents + u"/Info.plist"_s)));
         ASSERT_TRUE(QFile::copy(QStringLiteral(ORV_SANDBOX_AGENT), executable));
     }
-    static bool waitFor(const std::function<bool()>& condition) { return QTest::qWaitFor(condition, 20'000); }
     [[nodiscard]] Platform with(Clock& clock)
     {
         return {real.layout,   real.files,         real.scripts,           real.processes,
@@ -108,20 +99,8 @@ public Q_SLOTS:
 
 class HelperAgentTest : public HelperTest {
 protected:
-    static void SetUpTestSuite()
-    {
-        s_screen = std::make_unique<QProcess>();
-        s_screen->start(u"Xvfb"_s, {u"-displayfd"_s, u"1"_s, u"-nolisten"_s, u"tcp"_s});
-        while (!s_screen->canReadLine() && s_screen->waitForReadyRead()) {
-        }
-        qputenv("DISPLAY", ':' + s_screen->readLine().trimmed());
-    }
-    static void TearDownTestSuite()
-    {
-        s_screen->terminate();
-        s_screen->waitForFinished();
-        s_screen.reset();
-    }
+    static void SetUpTestSuite() { s_screen = std::make_unique<VirtualScreen>(); }
+    static void TearDownTestSuite() { s_screen.reset(); }
     HelperAgentTest()
         : desktop(QDBusConnection::connectToBus(bus.address(), u"desktop"_s))
     {
@@ -188,7 +167,7 @@ protected:
     }
     [[nodiscard]] QString executable() const { return root.at(own + u"/Contents/MacOS/OrvanliteHelper"_s); }
 
-    static inline std::unique_ptr<QProcess> s_screen;
+    static inline std::unique_ptr<VirtualScreen> s_screen;
     QDBusConnection desktop;
     FakeNotificationService messages;
     FakeTray tray;
@@ -248,6 +227,10 @@ TEST_F(HelperAgentTest, CountsAndMonitorsWhileSwitchedOn)
 
     root.addBundle(u"/Users/tester/Library/Audio/Plug-Ins/CLAP/Acme/Drums & Bass.clap");
     messagesUntil(u"New plugin found: Drums &amp; Bass (CLAP)"_s);
+    for (const QString& name : {u"Zulu"_s, u"mike"_s, u"Lima"_s, u"Alpha"_s})
+        root.addBundle(u"/Pack/"_s + name + u".clap"_s);
+    ASSERT_TRUE(QDir().rename(root.at(u"/Pack"), root.at(u"/Users/tester/Library/Audio/Plug-Ins/CLAP/Pack")));
+    messagesUntil(u"4 new plugins found: Alpha (CLAP), Lima (CLAP), mike (CLAP) and 1 more"_s);
     // Enabled by the application, a container of plugins, not a plugin, and a new one.
     const QString off = root.at(library + u"Disabled/VST3/Old.vst3"_s);
     const QString on = root.at(library + u"VST3/Old.vst3"_s);
@@ -343,13 +326,10 @@ TEST_F(MenuBarLoginItemTest, PrintsFailuresAndResetsTheSwitch)
     addAgent(old);
     start(old);
     root.addFile(u"/Users/tester/.config/autostart", "not a folder");
-    testing::internal::CaptureStdout();
-    launchAtLogin.click();
-    item.setEnabled(false);
-    const QString lines = QString::fromStdString(testing::internal::GetCapturedStdout());
-    const qsizetype second = lines.indexOf(u'\n') + 1;
-    EXPECT_TRUE(lines.startsWith(u"MenuBarLoginItem: Failed to register: "_s)) << qPrintable(lines);
-    EXPECT_TRUE(lines.sliced(second).startsWith(u"MenuBarLoginItem: Failed to unregister: "_s));
+    const std::string registration = printedBy([&] { launchAtLogin.click(); });
+    EXPECT_TRUE(registration.starts_with("MenuBarLoginItem: Failed to register: ")) << registration;
+    const std::string removal = printedBy([&] { item.setEnabled(false); });
+    EXPECT_TRUE(removal.starts_with("MenuBarLoginItem: Failed to unregister: ")) << removal;
     EXPECT_FALSE(launchAtLogin.isChecked());
     EXPECT_EQ(workspace.terminations, 0);
     EXPECT_EQ(clock.sleepers(), 0);

@@ -14,7 +14,7 @@ fi
 : "${widgets:=QWidget QApplication QMainWindow QDialog QLabel QPushButton QTableView QMessageBox QFileDialog QMenu}"
 
 cd "$tree"
-files=$(find src tests demo bench -type f \( -name '*.h' -o -name '*.cpp' -o -name '*.mm' \) 2>/dev/null | sort)
+files=$(find src tests demo bench fuzz -type f \( -name '*.h' -o -name '*.cpp' -o -name '*.mm' \) 2>/dev/null | sort)
 [ -n "$files" ] || { echo "layer-rules.sh: no source file below $tree" >&2; exit 1; }
 
 # File names of the project contain no spaces, so the list may be split at whitespace. shellcheck disable=SC2086

@@ -57,7 +57,7 @@ TEST(AudioPlugin, JsonForm)
     plain.bundleIdentifier.reset();
     plain.lastUsed.reset();
     const auto json = toJson(plain);
-    EXPECT_EQ(json.size(), 7U); // absent fields are left out
+    EXPECT_EQ(json.size(), 7U) << "absent fields are left out";
     EXPECT_EQ(audioPluginFromJson(json), plain);
     for (const auto& [key, value] : json.items()) {
         auto invalid = json;
@@ -77,10 +77,6 @@ TEST(PluginFormat, RawValuesAreExactAndNobodyHasNoFolder)
     EXPECT_EQ(fromRawValue<PluginFormat>(u"Audio Units"), PluginFormat::au);
     EXPECT_EQ(fromRawValue<PluginFormat>(u"vst3"), std::nullopt);
     EXPECT_EQ(pluginKey(u"A|B"_s, PluginFormat::au), u"A|B|Audio Units"_s);
-}
-
-TEST(FormatVariant, EmptyVersionIsAnEmptyBadge)
-{
     EXPECT_EQ((FormatVariant{QUuid(), PluginFormat::wavesBundle, true, u""_s}).badgeLabel(), u""_s);
 }
 

@@ -16,7 +16,7 @@ TEST(Json, RejectsInvalidText)
         {"whitespace around", " \r\n\t[1, 2.5e3, null] \n", true},
         {"byte-order mark", "\xEF\xBB\xBF{\"a\":1}", true},
         {"escapes", R"(["\u00e9\ud83d\ude80\/"])", true},
-        {"nested a little", nested(60), true},
+        {"nested", nested(60), true},
         {"nested deeply", nested(70), false},
         {"deep objects", QByteArray("{\"a\":").repeated(100'000) + "1" + QByteArray(100'000, '}'), false},
         {"nothing", "", false},
@@ -27,10 +27,8 @@ TEST(Json, RejectsInvalidText)
         {"half a surrogate pair", R"(["\ud83d"])", false},
         {"control character in text", "[\"a\nb\"]", false},
     };
-    for (const auto& [name, text, accepted] : rows) {
-        SCOPED_TRACE(name);
-        EXPECT_EQ(parseJson(text).has_value(), accepted);
-    }
+    for (const auto& [name, text, accepted] : rows)
+        EXPECT_EQ(parseJson(text).has_value(), accepted) << name;
 }
 
 TEST(Json, WritesMembersInOrderAndReadsTheLastOfEqualKeys)

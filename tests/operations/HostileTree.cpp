@@ -27,28 +27,17 @@ Tree treeOf(const QString& root)
     return tree;
 }
 
-static bool isWithin(const std::string& path, const std::string& folder)
+Tree takeFrom(Tree& tree, const QString& path)
 {
-    return path == folder || path.starts_with(folder + '/');
-}
-
-void removeFrom(Tree& tree, const std::string& path)
-{
-    std::erase_if(tree, [&](const auto& each) { return isWithin(each.first, path); });
-}
-
-void moveWithin(Tree& tree, const std::string& source, const std::string& destination)
-{
-    for (fs::path folder = fs::path(destination).parent_path(); !tree.contains(folder.string());
-         folder = folder.parent_path())
-        tree.emplace(folder.string(), "(folder)");
-    Tree moved;
-    for (const auto& [path, content] : tree) {
-        if (isWithin(path, source))
-            moved.emplace(destination + path.substr(source.size()), content);
-    }
-    removeFrom(tree, source);
-    tree.merge(moved);
+    const std::string start = path.toStdString();
+    Tree taken;
+    std::erase_if(tree, [&](const auto& each) {
+        const bool isWithin = each.first == start || each.first.starts_with(start + '/');
+        if (isWithin)
+            taken.emplace(each.first.substr(start.size()), each.second);
+        return isWithin;
+    });
+    return taken;
 }
 
 std::string difference(const Tree& found, const Tree& wanted)

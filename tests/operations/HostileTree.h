@@ -13,11 +13,8 @@ using Tree = std::map<std::string, std::string>;
 
 [[nodiscard]] Tree treeOf(const QString& root);
 
-/// Removes an entry with everything in it.
-void removeFrom(Tree& tree, const std::string& path);
-
-/// Moves an entry with everything in it and creates the folders of its destination.
-void moveWithin(Tree& tree, const std::string& source, const std::string& destination);
+/// Removes an entry with everything in it. Returns these with paths relative to it.
+Tree takeFrom(Tree& tree, const QString& path);
 
 /// The first difference between two trees; empty when they are equal.
 [[nodiscard]] std::string difference(const Tree& found, const Tree& wanted);

@@ -10,13 +10,9 @@
 
 #include <QDir>
 
-#include <gtest/gtest.h>
-
 #include <memory>
 
 namespace orvanlite::test {
-
-using namespace Qt::StringLiterals;
 
 class RecordingProgress final : public BatchProgress {
 public:
@@ -53,9 +49,7 @@ protected:
     }
     void scan()
     {
-        testing::internal::CaptureStdout();
-        runTask(model().scanForPlugins());
-        m_printed = QString::fromStdString(testing::internal::GetCapturedStdout());
+        m_printed = printedBy([this] { runTask(model().scanForPlugins()); });
     }
     [[nodiscard]] AudioPlugins allRows() const
     {
@@ -138,7 +132,7 @@ protected:
     RecordingProgress m_progress;
     PluginDatabase m_database{m_system.platform, m_system.layout.applicationFolder() + u"/plugins.db"_s};
     ActivityLogManager m_log{m_system.platform};
-    QString m_printed;
+    std::string m_printed;
 
 private:
     std::unique_ptr<PluginManagerViewModel> m_model;

@@ -45,6 +45,7 @@ TEST(RootRunnerCommandsTest, EveryTextIsRead)
     EXPECT_EQ(parseBatch(batchScript(items, u"/run/it's/progress.txt"_s).toStdString()), batch);
     EXPECT_EQ(parseCommand(deletionCommand(plugins).toStdString()), Command(removal));
     EXPECT_EQ(parseCommand(deletionCommand({}).toStdString()), Command(Removal()));
+    EXPECT_EQ(parseBatch(batchScript({}, u"/x"_s).toStdString()), Batch{});
     const auto call = platform::parseAdministratorScript(batchAppleScript(u"/run/batch.sh"_s));
     ASSERT_TRUE(std::holds_alternative<QString>(call));
     EXPECT_EQ(parseCommand(std::get<QString>(call).toStdString()), Command(ScriptCall{"/run/batch.sh"}));

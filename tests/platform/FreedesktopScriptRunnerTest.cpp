@@ -2,19 +2,12 @@
 #include "platform/posix/ChildScriptRunner.h"
 #include "support/Fakes.h"
 
-#include <gtest/gtest.h>
-
 #include <QDir>
 #include <QFile>
 #include <QProcess>
-#include <QTest>
-#include <QTimer>
-
-#include <sys/stat.h>
 
 namespace orvanlite::test {
 
-using namespace Qt::StringLiterals;
 using namespace platform;
 
 namespace {
@@ -42,13 +35,7 @@ protected:
 
     static QString run(ScriptRunner& runner, const QString& command)
     {
-        return text(resultOf(runner.execute(sourceOf(command))));
-    }
-    [[nodiscard]] QString pipe() const
-    {
-        const QString path = root.at(u"/pipe");
-        ::mkfifo(path.toUtf8().constData(), 0600);
-        return path;
+        return text(resultOf(runner.execute(sourceOf(command), nullptr)));
     }
     [[nodiscard]] QString prompt(const QByteArray& script) const
     {
@@ -70,14 +57,13 @@ TEST_F(ScriptRunnerTest, ReturnsTheOutputOrTheError)
         {u"cat; echo 'its input is not the script'"_s, u"its input is not the script"_s},
         {u"nothing"_s, u"127: /bin/sh: 1: nothing: not found"_s},
         {u"echo out; echo ' why ' >&2; exit 3"_s, u"3: why"_s},
-        {u"exit 1"_s, u"1: The command exited with a non-zero status."_s},
         {u"exit 126"_s, u"126: The command exited with a non-zero status."_s},
         {u"kill -9 $$"_s, u"-2700: The command was stopped by a signal."_s},
     };
     for (const auto& [command, wanted] : rows)
         EXPECT_EQ(run(runner, command), wanted) << command.toStdString();
     EXPECT_TRUE(run(runner, u"mv 'it'\"'\"'s' x"_s).startsWith(u"-2741: "_s));
-    EXPECT_TRUE(text(resultOf(runner.execute(u"beep"_s))).startsWith(u"-1708: "_s));
+    EXPECT_TRUE(text(resultOf(runner.execute(u"beep"_s, nullptr))).startsWith(u"-1708: "_s));
     EXPECT_EQ(
         run(runner, u"head -c 3000000 /dev/zero | tr -c e e >&2; head -c 3000000 /dev/zero | tr -c o o"_s)
             .size(),
@@ -109,12 +95,13 @@ TEST_F(ScriptRunnerTest, TranslatesTheErrorsOfThePrompt)
         {"echo 'Error executing command as another user: Request dismissed' >&2; exit 126\n", u"true"_s,
          u"-128: User canceled."_s},
         {"exit 127\n", u"true"_s, u"-60005: The authorization was denied."_s},
-        {"printf 'Error executing command as another user: Not authorized\\n\\nReported.\\n' >&2; exit 127\n",
-         u"true"_s,
-         u"-60005: The authorization was denied. Error executing command as another user: Not authorized "
-         "Reported."_s},
+        {"printf 'Error executing command as another user: No\\n\\nReported.\\n' >&2; exit 127\n", u"true"_s,
+         u"-60005: The authorization was denied. Error executing command as another user: No Reported."_s},
+        {"echo 'Error creating textual authentication agent: no terminal' >&2; exit 127\n", u"true"_s,
+         u"-60007: No authentication agent is running to ask for the password."_s},
+        {"echo 'Error executing command as another user: No authentication agent found.' >&2; exit 127\n",
+         u"true"_s, u"-60007: No authentication agent is running to ask for the password."_s},
         {"exec \"$@\"\n", u"echo 'sh: nothing: not found' >&2; exit 127"_s, u"127: sh: nothing: not found"_s},
-        {"exec \"$@\"\n", u"exit 4"_s, u"4: The command exited with a non-zero status."_s},
     };
     layout.root.clear();
     for (const auto& [script, command, wanted] : rows) {
@@ -123,7 +110,9 @@ TEST_F(ScriptRunnerTest, TranslatesTheErrorsOfThePrompt)
     }
     FreedesktopScriptRunner missing(layout, root.at(u"/none"));
     const QString error = run(missing, u"true"_s);
-    EXPECT_TRUE(error.startsWith(u"-2700: "_s) && error.size() > 10) << error.toStdString();
+    EXPECT_TRUE(error.startsWith(u"-60007: The password prompt cannot be started ("_s) &&
+                error.contains(u"No such"))
+        << error.toStdString();
 }
 
 TEST_F(ScriptRunnerTest, ThePromptStartsTheInstalledRunnerOrElseTheShell)
@@ -143,21 +132,13 @@ TEST_F(ScriptRunnerTest, TheInstalledRunnerRefusesOtherCommands)
 {
     layout.root.clear();
     layout.rootRunner = QStringLiteral(ORV_ROOT_RUNNER_EXECUTABLE);
-    const QByteArray environment = "env -i PATH=/usr/bin:/bin PKEXEC_UID=" + QByteArray::number(::getuid());
     root.addFile(u"/empty.sh", "#!/bin/sh\nn=0");
-    const QString script = u"chmod +x '%1' && '%1'"_s;
-    const std::tuple<QByteArray, QString, QString> rows[] = {
-        {" \"$@\"", u""_s, u""_s},
-        {" \"$@\"", script.arg(root.at(u"/empty.sh")), u""_s},
-        {" \"$@\"", u"touch '%1'"_s.arg(root.at(u"/canary")),
-         u"65: orvanlite-root-runner: Refused, this is"_s},
-        {" sh -c 'kill -9 $$'", u""_s, u"-2700: The command was stopped by a signal."_s},
-    };
-    for (const auto& [pipeline, command, wanted] : rows) {
-        FreedesktopScriptRunner prompted(layout, prompt("exec " + environment + pipeline + '\n'));
-        const QString answer = run(prompted, command);
-        EXPECT_EQ(wanted.isEmpty() ? answer : answer.left(wanted.size()), wanted) << command.toStdString();
-    }
+    const QByteArray user = QByteArray::number(::getuid());
+    FreedesktopScriptRunner prompted(
+        layout, prompt("exec env -i PATH=/usr/bin:/bin PKEXEC_UID=" + user + " \"$@\"\n"));
+    EXPECT_EQ(run(prompted, u"chmod +x '%1' && '%1'"_s.arg(root.at(u"/empty.sh"))), u""_s);
+    EXPECT_TRUE(run(prompted, u"touch '%1'"_s.arg(root.at(u"/canary")))
+                    .startsWith(u"65: orvanlite-root-runner: Refused, this is"_s));
     EXPECT_FALSE(root.exists(u"/canary"));
     EXPECT_EQ(QProcess::execute(layout.rootRunner, {u"true"_s}), 64) << "commands are not arguments";
 }
@@ -219,38 +200,19 @@ TEST_F(ScriptRunnerTest, CreatesFoldersWithTheUsualModeUnderAnyUmask)
     }
 }
 
-TEST_F(ScriptRunnerTest, RunsScriptsConcurrentlyAndBeyondItsLifetime)
-{
-    auto runner = std::make_unique<FreedesktopScriptRunner>(layout, Elevation::none);
-    const QString path = pipe();
-    ScriptOutcome first;
-    ScriptOutcome second;
-    QCoro::Task<> reading = storeResult(runner->execute(sourceOf(u"cat '"_s + path + u"'"_s)), &first);
-    EXPECT_EQ(run(*runner, u"echo met > '"_s + path + u"'"_s), u""_s);
-    runTask(std::move(reading));
-    EXPECT_EQ(first.result, u"met"_s);
-
-    reading = storeResult(runner->execute(sourceOf(u"head -n 1 '"_s + path + u"'"_s)), &second);
-    runner.reset();
-    QFile keptOpen(path);
-    ASSERT_TRUE(keptOpen.open(QIODevice::ReadWrite | QIODevice::Unbuffered));
-    QTimer::singleShot(0, qApp, [&keptOpen] { keptOpen.write("event loop\n"); });
-    runTask(std::move(reading));
-    EXPECT_EQ(second.result, u"event loop"_s);
-}
-
 /// Runs in a separate process, started by the test below.
 TEST_F(ScriptRunnerTest, DISABLED_EndsWhileAScriptRuns)
 {
     FreedesktopScriptRunner runner(layout, Elevation::none);
     static ScriptOutcome never;
-    storeResult(runner.execute(sourceOf(qEnvironmentVariable("ORV_TEST_COMMAND"))), &never);
+    storeResult(runner.execute(sourceOf(qEnvironmentVariable("ORV_TEST_COMMAND")), nullptr), &never);
     turnEventLoop();
 }
 
 TEST_F(ScriptRunnerTest, TheApplicationCanQuitWhileAScriptRuns)
 {
-    const QString path = pipe();
+    const QString path = root.at(u"/pipe");
+    ::mkfifo(path.toUtf8().constData(), 0600);
     QProcess application;
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(u"ORV_TEST_COMMAND"_s, u"cat '%1' > '%1.out' && mv '%1.out' '%1.done'"_s.arg(path));
@@ -267,7 +229,7 @@ TEST_F(ScriptRunnerTest, TheApplicationCanQuitWhileAScriptRuns)
     ASSERT_TRUE(writer.open(QIODevice::WriteOnly | QIODevice::Unbuffered)); // blocks until the script reads
     writer.write("still here");
     writer.close();
-    EXPECT_TRUE(QTest::qWaitFor([&] { return root.exists(u"/pipe.done"); }, 20'000));
+    EXPECT_TRUE(waitFor([&] { return root.exists(u"/pipe.done"); }));
     EXPECT_EQ(root.content(u"/pipe.done"), "still here");
 }
 

@@ -3,11 +3,8 @@
 #include "platform/posix/ChildScriptRunner.h"
 #include "support/Fakes.h"
 
-#include <gtest/gtest.h>
-
 namespace orvanlite::test {
 
-using namespace Qt::StringLiterals;
 using platform::ScriptErrorDictionary;
 using platform::ScriptOutcome;
 
@@ -20,7 +17,7 @@ ScriptOutcome runWith(const QByteArray& lines, const QString& source)
     if (!lines.isEmpty())
         root.addScript(u"/helper", lines + '\n');
     platform::ChildScriptRunner runner(root.at(u"/helper"));
-    return resultOf(runner.execute(source));
+    return resultOf(runner.execute(source, nullptr));
 }
 
 } // namespace

@@ -47,12 +47,12 @@ TEST_F(NewPluginsTest, StaysPendingUntilDecided)
     EXPECT_EQ(summary(manager),
               QStringList{u"P: Old|VST3 / 1 A|VST3,B|VST3,C|Audio Units,D|CLAP,Old|VST3"_s});
 
-    for (const QByteArray text : {"", R"({"a":"A|VST3"})", R"(["A|VST3",1])", R"(["A|VST3")",
-                                  "\xEF\xBB\xBF[\"A|VST3\", \"Gone|VST3\"]"}) {
-        SCOPED_TRACE(text.constData());
+    for (const auto& [text, keys] : {std::pair(R"({"a":"A|VST3"})", 0),
+                                     {R"(["A|VST3",1])", 0},
+                                     {R"(["A|VST3")", 0},
+                                     {"\xEF\xBB\xBF[\"A|VST3\", \"Gone|VST3\"]", 2}}) {
         m_system.root.addFile(m_pending, text);
-        const bool isValid = text.contains("Gone");
-        EXPECT_EQ(ProfileManager(m_system.platform).pendingNewPluginKeys->size(), isValid ? 2 : 0);
+        EXPECT_EQ(ProfileManager(m_system.platform).pendingNewPluginKeys->size(), keys) << text;
     }
 }
 

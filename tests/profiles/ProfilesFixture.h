@@ -6,11 +6,7 @@
 #include "profiles/ProfileManager.h"
 #include "support/Fakes.h"
 
-#include <gtest/gtest.h>
-
 namespace orvanlite::test {
-
-using namespace Qt::StringLiterals;
 
 [[nodiscard]] inline AudioPlugin plugin(const QString& name, bool isEnabled,
                                         PluginFormat format = PluginFormat::vst3)
@@ -36,14 +32,6 @@ protected:
         R"("enabledPlugins":["A|VST3"],"totalPluginCount":2,"allPluginKeys":["A|VST3","B\/ü|Waves"]})";
 
     ProfilesTest() { m_system.clock.setNow(1'700'000'000.25); }
-
-    template <typename Run>
-    [[nodiscard]] static QString printedBy(Run run)
-    {
-        testing::internal::CaptureStdout();
-        run();
-        return QString::fromStdString(testing::internal::GetCapturedStdout());
-    }
 
     TestPlatform m_system;
     /// Relative to the root.

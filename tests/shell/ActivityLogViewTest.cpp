@@ -2,9 +2,9 @@
 
 #include "shell/sidebar/ActivityLogList.h"
 #include "shell/sidebar/ActivityLogView.h"
+#include "shell/toolkit/QuestionBox.h"
 
 #include <QAbstractItemModelTester>
-#include <QMessageBox>
 #include <QScrollBar>
 
 namespace orvanlite::test {
@@ -54,8 +54,8 @@ TEST(ActivityLogViewTest, ShowsTheLogAndClearsItWhenTheUserConfirms)
 
     for (const bool isConfirmed : {false, true}) {
         click(clear);
-        auto& box = named<QMessageBox>(view, u"clearActivityDialog"_s);
-        EXPECT_EQ(box.text(), u"Clear activity log?"_s);
+        auto& box = named<QuestionBox>(view, u"clearActivityDialog"_s);
+        EXPECT_EQ(box.heading(), u"Clear activity log?"_s);
         click(box, isConfirmed ? u"confirmButton"_s : u"cancelButton"_s);
         EXPECT_EQ(log.entries->empty(), isConfirmed);
     }

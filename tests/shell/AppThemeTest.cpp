@@ -5,14 +5,11 @@
 
 #include <QApplication>
 #include <QImage>
-
-#include <gtest/gtest.h>
+#include <QWindow>
 
 #include <cmath>
 
 namespace orvanlite::test {
-
-using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -45,10 +42,14 @@ double contrast(const QColor& ground, const QColor& text)
 
 TEST(AppThemeTest, TextIsLegibleInLightAndDark)
 {
-    for (const bool dark : {false, true}) {
+    for (const auto& [dark, highContrast] :
+         {std::pair{false, false}, {true, false}, {false, true}, {true, true}}) {
         SCOPED_TRACE(dark ? "dark" : "light");
-        const QPalette palette = AppTheme::palette(dark, AppTheme::defaultAccent(dark));
+        const QPalette palette = AppTheme::palette(dark, AppTheme::defaultAccent(dark), highContrast);
         EXPECT_EQ(AppTheme::isDark(palette), dark);
+        EXPECT_EQ(AppTheme::isHighContrast(palette), highContrast);
+        EXPECT_GE(contrast(palette.color(QPalette::Window), AppTheme::glassBorder(palette)),
+                  highContrast ? 3 : 1);
         // The window's background at its strongest, a selected row and a badge on it.
         const QColor window =
             over(palette.color(QPalette::Window), AppTheme::withOpacity(AppTheme::primary(palette), 0.05));
@@ -82,7 +83,30 @@ TEST(AppThemeTest, FollowsTheUsersChoiceAtRunTime)
     appearance.notify();
     EXPECT_TRUE(AppTheme::isDark(QApplication::palette()));
     EXPECT_EQ(AppTheme::accent(QApplication::palette()).rgb(), QColor(255, 128, 0).rgb());
+    appearance.contrast = true;
+    appearance.notify();
+    EXPECT_TRUE(AppTheme::isHighContrast(QApplication::palette()));
+    // macOS sets palettes for single classes of widgets, at the start and with each change of its theme.
+    QApplication::setPalette(before, "QLineEdit");
+    QWindow window;
+    QEvent changed(QEvent::ThemeChange);
+    QCoreApplication::sendEvent(&window, &changed);
+    turnEventLoop();
+    EXPECT_EQ(QApplication::palette("QLineEdit").color(QPalette::Text), QColor(Qt::white));
     QApplication::setPalette(before);
+}
+
+TEST(AppThemeTest, EveryAccentColourOfTheMacIsVisible)
+{
+    for (const QRgb rgb :
+         {0x007AFF, 0xA550A7, 0xF74F9E, 0xFF5257, 0xF7821B, 0xFFC600, 0x62BA46, 0x8C8C8C, 0xB3D7FF}) {
+        for (const bool dark : {false, true}) {
+            SCOPED_TRACE(rgb);
+            const QPalette palette = AppTheme::palette(dark, QColor(rgb));
+            EXPECT_GE(contrast(palette.color(QPalette::Window), AppTheme::accent(palette)), 3);
+            EXPECT_GE(contrast(AppTheme::accent(palette), palette.color(QPalette::HighlightedText)), 4.5);
+        }
+    }
 }
 
 TEST(IconsTest, EveryFormatHasAnIconThatTakesTheColour)

@@ -41,7 +41,6 @@ protected:
 TEST_F(CheatCodeTest, MatchesTheLastLettersAndDigits)
 {
     const std::tuple<QString, int, QString> rows[] = {
-        {u"qeqeqeqe"_s, 1, u"qeqeqeq"_s},
         {u"xy1QEqeQEqE"_s, 1, u"xy1QEqeQEq"_s},
         {u"qeqe-. qeqe"_s, 1, u"qeqe-. qeq"_s}, // neither letters nor digits: as if they were not there
         {u"qeqe7qeqe"_s, 0, u"qeqe7qeqe"_s},
@@ -64,7 +63,6 @@ TEST_F(CheatCodeTest, MatchesTheLastLettersAndDigits)
     m_field.clear();
     type(u"qeqeqeqe"_s);
     EXPECT_EQ(m_field.text(), u"qeqeqeqe"_s) << "no filter is left";
-    EXPECT_TRUE(m_code.cheatCodeBuffer().isEmpty());
 }
 
 TEST_F(CheatCodeTest, TakesKeysByTheirText)

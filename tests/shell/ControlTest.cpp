@@ -2,10 +2,12 @@
 
 #include "ShellFixture.h"
 #include "profiles/ProfileManager.h"
+#include "profiles/ProfilesFixture.h"
+#include "shell/onboarding/OnboardingView.h"
 #include "shell/toolkit/KeyRepeat.h"
 #include "shell/toolkit/PressButton.h"
 
-#include <QDialog>
+#include <QFileDialog>
 #include <QSignalSpy>
 #include <QtTest/qtestspontaneevent.h>
 
@@ -19,14 +21,15 @@ public:
     World()
     {
         m_system.appearance.reduced = true;
+        m_database.replaceAllPlugins({plugin(u"Earlier"_s, true)});
+        ProfileManager(m_system.platform).saveProfile(u"Mixing"_s, {});
         addPlugins(3);
         m_root.addFile(u"/Library/Audio/Plug-Ins/Components/Plugin 0000.component"_s);
         launch();
-        auto& content = static_cast<ContentView&>(*window().centralWidget());
-        viewModel().saveProfile(content.profileManager(), u"Mixing"_s);
     }
     ~World() override { TearDown(); }
 
+    [[nodiscard]] ContentView& content() { return static_cast<ContentView&>(*window().centralWidget()); }
     /// Brings the bulk pane back unless a preview is in its place.
     void pick()
     {
@@ -37,79 +40,173 @@ public:
         }
         settle();
     }
-    [[nodiscard]] QList<Control*> controls()
+    void press(const QString& name)
     {
-        QList<Control*> visible = window().findChildren<Control*>();
-        visible.removeIf([](const Control* each) { return !each->isVisible(); });
+        if (auto* button = front().findChild<QAbstractButton*>(name))
+            button->click();
+        settle();
+    }
+    void cleanUp(bool isComplete, bool hasProblem)
+    {
+        m_uadCleanup.cleanupComplete = isComplete;
+        m_uadCleanup.errorMessage = hasProblem ? std::optional(u"Problem"_s) : std::nullopt;
+        m_uadCleanup.demoPlugins = UADPluginAuths{{QUuid::createUuid(), u"X"_s, {}}};
+        m_uadCleanup.showCleanupSheet = true;
+        settle();
+    }
+    void welcome(int page)
+    {
+        (new OnboardingView(m_system.platform, m_diskAccess, &window()))->open();
+        for (int i = 0; i < page; ++i)
+            press(u"onboardingNextButton"_s);
+    }
+    /// The dialog in front, otherwise the window.
+    [[nodiscard]] QWidget& front()
+    {
+        for (auto* dialog : window().findChildren<QDialog*>()) {
+            if (dialog->isVisible())
+                return *dialog;
+        }
+        return window();
+    }
+    [[nodiscard]] bool isInFront() { return &front() == &window(); }
+    [[nodiscard]] QList<QAbstractButton*> buttons()
+    {
+        QList<QAbstractButton*> visible = front().findChildren<QAbstractButton*>();
+        visible.removeIf(
+            [](const QAbstractButton* each) { return !each->isVisible() || !each->isEnabled(); });
         return visible;
     }
-    /// Runs what presses a control and describes everything that it may have changed.
-    QString after(const std::function<void()>& press)
+    /// Runs what presses a button and describes everything that it may have changed.
+    QString after(QPointer<QAbstractButton> button, const std::function<void()>& press)
     {
         press();
-        waitFor([this] { return !*viewModel().isRunningScript; });
+        waitFor([&] {
+            return !*viewModel().isRunningScript && !*m_uadCleanup.isLoading && !(button && button->isDown());
+        });
         settle();
-        QStringList state{footer(), shownNames().join(u',')};
+        const QString before = state();
         for (auto* dialog : window().findChildren<QDialog*>()) {
-            if (!dialog->isVisible())
-                continue;
-            state.append(dialog->windowTitle());
-            dialog->reject();
+            if (dialog->isVisible())
+                dialog->reject();
         }
         settle();
-        for (const Control* each : controls())
-            state.append(each->objectName() + (each->isChecked() ? u"+ "_s : u"- "_s) + each->label() +
-                         each->accessibleDescription());
-        return state.join(u'\n');
+        return before + state();
     }
 
 private:
+    QString state()
+    {
+        QStringList state{front().windowTitle(), footer(), shownNames().join(u',')};
+        if (qobject_cast<QFileDialog*>(&front()))
+            return state.join(u'\n'); // the rest names the root
+        for (const auto* each : buttons())
+            state.append(each->objectName() + (each->isChecked() ? u"+ "_s : u"- "_s) + each->text() +
+                         each->accessibleDescription());
+        for (const auto* each : front().findChildren<QLabel*>()) {
+            if (each->isVisible())
+                state.append(each->text());
+        }
+        return state.join(u'\n');
+    }
     void TestBody() override {}
 };
 
-TEST(ControlTest, ActionOfAssistiveTechnologyIsTheClick)
+struct Stage {
+    std::function<void(World&)> open;
+    QStringList buttons; ///< some that it must have
+    bool isDialog = true;
+};
+
+/// Presses every button of the stage, in one application by a click, in the other by the accessible action.
+void compare(const Stage& stage)
 {
-    World clicked;
-    World acted;
+    auto clicked = std::make_unique<World>();
+    auto acted = std::make_unique<World>();
     QStringList known;
     QSet<QString> seen;
-    const auto next = [&]() -> Control* {
-        for (World* world : {&clicked, &acted})
-            world->pick();
+    const auto next = [&]() -> QAbstractButton* {
+        for (auto* world : {&clicked, &acted}) {
+            if ((*world)->isInFront())
+                stage.open(**world);
+            if (!stage.isDialog || !(*world)->isInFront())
+                continue;
+            *world = std::make_unique<World>(); // the other one cannot come to this stage any more
+            stage.open(**world);
+        }
         // What has just come goes first, and its way out last.
-        for (const Control* each : clicked.controls()) {
+        const auto buttons = clicked->buttons();
+        for (const auto* each : buttons) {
             if (!known.contains(each->objectName()))
                 known.append(each->objectName());
         }
         for (auto name = known.rbegin(); name != known.rend(); ++name) {
-            auto* control = clicked.window().findChild<Control*>(*name);
-            if (control && control->isVisible() && !seen.contains(*name))
-                return control;
+            for (auto* each : buttons) {
+                if (each->objectName() == *name && !seen.contains(*name))
+                    return each;
+            }
         }
         return nullptr;
     };
-    while (Control* control = next()) {
-        const QString name = control->objectName();
+    while (QAbstractButton* button = next()) {
+        const QString name = button->objectName();
         SCOPED_TRACE(qPrintable(name));
         seen.insert(name);
-        auto* twin = acted.window().findChild<Control*>(name);
+        auto* twin = acted->front().findChild<QAbstractButton*>(name);
         ASSERT_TRUE(twin && twin->isVisible());
         QAccessibleInterface* spoken = QAccessible::queryAccessibleInterface(twin);
-        ASSERT_EQ(spoken->state().checkable || spoken->state().selectable, twin->isCheckable());
-        const QString wanted = clicked.after(
-            [&] { QTest::mouseClick(control, Qt::LeftButton, {}, QPoint(10, control->height() / 2)); });
+        const QAccessible::State state = spoken->state();
+        ASSERT_EQ(state.checkable || state.selectable || state.expandable, twin->isCheckable());
+        const QString wanted = clicked->after(
+            button, [&] { QTest::mouseClick(button, Qt::LeftButton, {}, QPoint(10, button->height() / 2)); });
         EXPECT_EQ(acted
-                      .after([&] {
-                          spoken->actionInterface()->doAction(
-                              spoken->actionInterface()->actionNames().first());
-                      })
+                      ->after(twin,
+                              [&] {
+                                  spoken->actionInterface()->doAction(
+                                      spoken->actionInterface()->actionNames().first());
+                              })
                       .toStdString(),
                   wanted.toStdString());
     }
-    for (const char16_t* each :
-         {u"allPluginsButton", u"formatRowVST3", u"formatsHeader", u"launchAtLoginSwitch", u"formatChipVST3",
-          u"bulkRow0", u"bulkRow0Chip0", u"profileRow0", u"previewTabAll", u"closePreviewButton"})
-        EXPECT_TRUE(seen.contains(QString::fromUtf16(each))) << qPrintable(QString::fromUtf16(each));
+    for (const QString& each : stage.buttons)
+        EXPECT_TRUE(seen.contains(each)) << qPrintable(each);
+}
+
+TEST(ControlTest, ActionOfAssistiveTechnologyIsTheClick)
+{
+    const auto pressing = [](const QString& button) {
+        return [button](World& world) {
+            world.pick();
+            world.press(button);
+        };
+    };
+    const auto cleaning = [](bool isComplete, bool hasProblem) {
+        return [=](World& world) { world.cleanUp(isComplete, hasProblem); };
+    };
+    const auto welcoming = [](int page) { return [page](World& world) { world.welcome(page); }; };
+    const Stage stages[] = {
+        {[](World& world) { world.pick(); },
+         {u"allPluginsButton"_s, u"formatRowVST3"_s, u"formatsHeader"_s, u"launchAtLoginSwitch"_s,
+          u"formatChipVST3"_s, u"bulkRow0"_s, u"bulkRow0Chip0"_s, u"profileRow0"_s, u"previewTabAll"_s,
+          u"closePreviewButton"_s, u"newPluginsBannerDismiss"_s},
+         false},
+        {pressing(u"exportButton"_s),
+         {u"exportFormatPDF"_s, u"exportSort Version"_s, u"exportCancelButton"_s, u"exportConfirmButton"_s}},
+        {pressing(u"newPluginsBannerButton"_s),
+         {u"newPluginsChip VST3"_s, u"newPluginsAllProfilesButton"_s, u"skipNewPluginsButton"_s}},
+        {cleaning(true, false), {u"cleanupDoneButton"_s, u"closeCleanupButton"_s}},
+        {cleaning(false, true), {u"cleanupTryAgainButton"_s, u"cleanupProblemCancelButton"_s}},
+        {cleaning(false, false), {u"noDemosButton"_s, u"disableDemosButton"_s, u"cleanupCancelButton"_s}},
+        {welcoming(1), {u"onboardingBackButton"_s, u"onboardingNextButton"_s}},
+        {welcoming(5), {u"onboardingStartButton"_s}},
+        {pressing(u"saveProfileButton"_s), {u"cancelButton"_s}},
+        {pressing(u"deleteSelectedButton"_s), {u"confirmButton"_s}},
+        {[](World& world) { world.content().showingError = true; }, {u"okButton"_s}},
+    };
+    for (const Stage& stage : stages) {
+        SCOPED_TRACE(qPrintable(stage.buttons.front()));
+        compare(stage);
+    }
 }
 
 TEST(ControlTest, HeldKeyPressesOnceWithoutTheFlagOfARepeat)

@@ -2,7 +2,6 @@
 
 #include <QDialog>
 #include <QFileDialog>
-#include <QSettings>
 
 namespace orvanlite::test {
 
@@ -10,8 +9,6 @@ class ExportPickerTest : public ShellTest {
 protected:
     ExportPickerTest()
     {
-        // Qt's file dialog stores its history there.
-        QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, m_root.at(u"/Users/tester/.c"));
         m_root.addFolder(u"/Users/tester/Documents");
         addPlugins({u"VST3/Alpha.vst3"_s, u"VST3/Beta.vst3"_s, u"Disabled/CLAP/Gamma.clap"_s});
     }

@@ -1,8 +1,6 @@
 #include "ShellFixture.h"
 
 #include <QGuiApplication>
-#include <QMessageBox>
-#include <QScrollBar>
 #include <QWindow>
 
 namespace orvanlite::test {
@@ -144,41 +142,6 @@ TEST_F(KeyboardSession, ReturnPressesWhatHasTheFocus)
     goTo(u"exportButton"_s);
     press(Qt::Key_Tab);
     EXPECT_EQ(focused(), u"closePreviewButton"_s) << "before the table, as on the screen";
-}
-
-TEST_F(KeyboardSession, ClearedLogHandsItsFocusToTheHeader)
-{
-    addPlugins(1);
-    launch();
-    m_log.log(u"Plugin 0000"_s, u"VST3"_s, ActivityAction::disabled);
-    window().activateWindow();
-    goTo(u"recentHeader"_s);
-    press(Qt::Key_Space);
-    goTo(u"clearActivityButton"_s);
-    press(Qt::Key_Space);
-    ASSERT_TRUE(isAsked());
-    goTo(u"confirmButton"_s);
-    press(Qt::Key_Return);
-    EXPECT_TRUE(m_log.entries->empty());
-    EXPECT_TRUE(comesBackTo(u"recentHeader"_s)) << focused().toStdString();
-    press(Qt::Key_Tab);
-    EXPECT_EQ(focused().toStdString(), "sidebarHandle") << "and from there to the detail";
-}
-
-TEST_F(KeyboardSession, ResetStartsAtTheFirstRow)
-{
-    addPlugins(90);
-    launch();
-    window().activateWindow();
-    goTo(u"pluginTable"_s);
-    press(Qt::Key_Down, Qt::ControlModifier);
-    EXPECT_GT(table().verticalScrollBar()->value(), 0);
-    goTo(u"resetButton"_s);
-    press(Qt::Key_Space);
-    viewModel().showAllPlugins = true;
-    settle();
-    EXPECT_EQ(table().verticalScrollBar()->value(), 0);
-    EXPECT_FALSE(table().currentIndex().isValid());
 }
 
 } // namespace orvanlite::test

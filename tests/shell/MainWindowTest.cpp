@@ -29,6 +29,23 @@ TEST_F(MainWindowTest, LaunchPostsItsNotificationAndRestoresTheFrame)
     EXPECT_EQ(second.window()->size(), QSize(900, 700)) << "the saved frame wins over the centred one";
 }
 
+TEST_F(MainWindowTest, FitsTheSavedFrameIntoTheScreen)
+{
+    const std::pair<QString, QRect> cases[] = {
+        {u"7 40 730 570"_s, {7, 40, 730, 570}},      {u"7 40 730 570 maximized"_s, {7, 40, 730, 570}},
+        {u"4000 40 730 570"_s, {870, 40, 730, 570}}, {u"-400 2000 730 570"_s, {0, 430, 730, 570}},
+        {u"0 0 3200 2000"_s, {0, 32, 1600, 968}},    {u"1 2 -3 4"_s, {50, 60, 720, 560}},
+    };
+    for (const auto& [saved, wanted] : cases) {
+        MainWindow restored(m_system.defaults.standardDefaults);
+        m_system.defaults.standardDefaults.setValue(u"NSWindow Frame x"_s, saved);
+        restored.setGeometry(50, 60, 720, 560);
+        restored.setFrameAutosaveName(u"x"_s);
+        EXPECT_EQ(restored.geometry(), wanted) << qPrintable(saved);
+        EXPECT_EQ(restored.isMaximized(), saved.endsWith(u"maximized"));
+    }
+}
+
 TEST_F(MainWindowTest, ComesToTheFrontWithItsSheet)
 {
     m_delegate.bringToFront(); // no window yet
@@ -80,14 +97,18 @@ TEST_F(MainWindowTest, EditEntriesReachTheFieldWithTheFocus)
 TEST_F(MainWindowTest, ScansAfterItsFirstPaint)
 {
     addPlugins(3);
+    m_system.defaults.standardDefaults.values.clear(); // the first start
     bool wasPainted = false;
     quietly([&] {
         m_delegate.applicationDidFinishLaunching();
-        viewModel().isLoading.observe(
-            &window(), [&] { wasPainted |= *viewModel().isLoading && window().windowHandle()->isExposed(); });
+        viewModel().isLoading.observe(&window(), [&] {
+            wasPainted |= *viewModel().isLoading && window().windowHandle()->isExposed() &&
+                          named<QDialog>(window(), u"onboardingView"_s).windowHandle()->isExposed();
+        });
         EXPECT_TRUE(viewModel().plugins->empty()) << "no scan before the window is visible";
     });
     EXPECT_TRUE(wasPainted);
+    named<QDialog>(window(), u"onboardingView"_s).close();
     viewModel().showAllPlugins = true;
     addPlugins(4);
     quietly([this] { press(window(), u"scanButton"_s); });

@@ -77,15 +77,16 @@ TEST_F(ManufacturerListTest, FiltersAndOpensWebsitesByMouseAndKeyboard)
     QTest::keyClick(&makers(), Qt::Key_Tab);
     EXPECT_FALSE(makers().hasFocus());
 
-    QTest::keyClicks(&field, u"zz"_s);
+    spoken(field).setText(QAccessible::Value, u"Azz"_s);
     settle();
-    EXPECT_EQ(*viewModel().manufacturerSearchText, u"zz"_s);
+    EXPECT_EQ(*viewModel().manufacturerSearchText, u"Azz"_s);
     EXPECT_TRUE(named<QLabel>(*m_list, u"noManufacturersLabel"_s).isVisible() && !makers().isVisible());
     click(clear);
     EXPECT_TRUE(field.text().isEmpty() && field.hasFocus() && !clear.isVisible());
     viewModel().manufacturerSearchText = u"fab"_s;
     settle();
-    EXPECT_EQ(field.text() + at(0).data().toString(), u"fabFabFilter"_s);
+    EXPECT_EQ(field.text(), u"fab"_s);
+    EXPECT_EQ(at(0).data(), u"FabFilter"_s);
 }
 
 TEST_F(ManufacturerListTest, KeepsItsPositionInALongList)

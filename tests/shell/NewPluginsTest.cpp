@@ -26,7 +26,7 @@ protected:
     [[nodiscard]] NewPluginsSheet& sheet() { return named<NewPluginsSheet>(window(), u"newPluginsSheet"_s); }
     [[nodiscard]] QAbstractButton& button(const QString& name) { return named(window(), name); }
     void press(const QString& name) { test::press(window(), name); }
-    [[nodiscard]] QListView& list(const QString& name) { return named<QListView>(window(), name); }
+    [[nodiscard]] QListView& list(const QString& name) { return named<QListView>(sheet(), name); }
     void toggle(const QString& name)
     {
         for (const AudioPlugin& each : AudioPlugins(*viewModel().plugins)) {
@@ -65,7 +65,6 @@ TEST_F(NewPluginsSheetTest, LeadsFromTheBannerToTheProfiles)
     press(u"newPluginsChip CLAP"_s);
     EXPECT_TRUE(chip.isChecked() && !button(u"newPluginsChip CLAP"_s).isChecked());
     EXPECT_EQ(named<QLabel>(window(), u"newPluginsSelectedLabel"_s).text(), u"3 of 4 plugins selected"_s);
-    EXPECT_EQ(button(u"newPluginsAllProfilesButton"_s).text(), u"Deselect All"_s);
     press(u"newPluginsAllProfilesButton"_s);
     EXPECT_FALSE(button(u"addNewPluginsButton"_s).isEnabled()) << "no profile is ticked";
     EXPECT_EQ(button(u"newPluginsAllProfilesButton"_s).text(), u"Select All"_s);
@@ -73,7 +72,8 @@ TEST_F(NewPluginsSheetTest, LeadsFromTheBannerToTheProfiles)
     EXPECT_EQ(button(u"addNewPluginsButton"_s).text(), u"Add 3 to Profiles"_s);
     toggle(u"C"_s);
     quietly([this] { runTask(viewModel().scanForPlugins()); }); // gives every row a new id
-    press(u"addNewPluginsButton"_s);
+    QTest::keyClick(&list(u"newPluginsList"_s), Qt::Key_Return);
+    settle();
     EXPECT_FALSE(sheet().isVisible() || banner().isVisible() || isPending());
     EXPECT_EQ(stored().join(u'\n'),
               u"P: A|VST3,B|VST3 / 3 A|VST3,B|VST3,C|Audio Units,D|CLAP\nQ:  / 0 D|CLAP"_s);

@@ -7,7 +7,7 @@ namespace orvanlite::test {
 
 class OnboardingTest : public ShellTest {
 protected:
-    OnboardingTest() { m_system.defaults.standardDefaults.values.remove(u"onboardingComplete"_s); }
+    OnboardingTest() { m_system.defaults.standard().setValue(u"onboardingComplete"_s, {}); }
 
     /// Whether the visible page has been announced to screen readers since the last call.
     [[nodiscard]] bool isSaid()
@@ -30,7 +30,7 @@ protected:
     [[nodiscard]] OnboardingView& sheet() { return named<OnboardingView>(window(), u"onboardingView"_s); }
     [[nodiscard]] bool isComplete()
     {
-        return m_system.defaults.standardDefaults.value(u"onboardingComplete"_s).toBool();
+        return m_system.defaults.standard().value(u"onboardingComplete"_s).toBool();
     }
     void press(const QString& button)
     {

@@ -1,5 +1,7 @@
 #include "ShellFixture.h"
 
+#include <QMenuBar>
+#include <QScopeGuard>
 #include <QScrollBar>
 
 namespace orvanlite::test {
@@ -8,17 +10,23 @@ class PluginTableTest : public ShellTest {};
 
 TEST_F(PluginTableTest, SortsAndSearches)
 {
-    addPlugins({u"VST3/Alpha.vst3"_s, u"VST/beta.vst"_s, u"VST/Gamma.vst"_s, u"Disabled/CLAP/delta.clap"_s});
+    addPlugins({u"VST3/Alpha.vst3"_s, u"VST/beta.vst"_s, u"Disabled/CLAP/delta.clap"_s});
     launch();
-    EXPECT_EQ(shownNames(), (QStringList{u"Alpha"_s, u"beta"_s, u"delta"_s, u"Gamma"_s}));
+    EXPECT_EQ(shownNames(), (QStringList{u"Alpha"_s, u"beta"_s, u"delta"_s}));
     clickHeader(1);
-    EXPECT_EQ(shownNames(), (QStringList{u"Gamma"_s, u"delta"_s, u"beta"_s, u"Alpha"_s}));
+    EXPECT_EQ(shownNames(), (QStringList{u"delta"_s, u"beta"_s, u"Alpha"_s}));
     clickHeader(0);
     EXPECT_EQ(shownNames().front(), u"delta"_s) << "disabled ones first";
     EXPECT_EQ((*viewModel().sortOrder)[1].key, PluginSortKey::name);
     EXPECT_EQ(table().header()->accessibleName(), u"Sort by Status, ascending"_s);
+    QAccessibleInterface* header = QAccessible::queryAccessibleInterface(table().header());
+    EXPECT_EQ(header->parent()->indexOfChild(header), 0) << "readers ignore it otherwise";
+    EXPECT_EQ(header->parent()->child(1)->object(), &table());
     search(u"ETA"_s);
     EXPECT_EQ(shownNames(), QStringList{u"beta"_s});
+    spoken(named<QLineEdit>(window(), u"searchField"_s)).setText(QAccessible::Value, u"ph"_s);
+    endSearchPause();
+    EXPECT_EQ(shownNames(), QStringList{u"Alpha"_s}) << "text set by assistive technology";
 }
 
 TEST_F(PluginTableTest, SwitchesByMouseAndKeyboard)
@@ -49,6 +57,9 @@ TEST_F(PluginTableTest, SwitchesByMouseAndKeyboard)
     EXPECT_TRUE(isOn() && m_root.exists(place));
     EXPECT_TRUE(viewModel().error->has_value());
     EXPECT_FALSE(QApplication::activeModalWidget()) << "a failure raises no dialog";
+    const auto& status = named<QLabel>(named<QWidget>(window(), u"tableFooter"_s), u"workStatusLabel"_s);
+    EXPECT_EQ(status.text(), u"Cancelled. Nothing was changed."_s);
+    EXPECT_EQ(status.accessibleName(), status.text());
 
     // Pressed on the switch and let go elsewhere: nothing is switched.
     const QRect cell = table().visualRect(table().model()->index(0, 0));
@@ -64,17 +75,29 @@ TEST_F(PluginTableTest, RepaintsButIgnoresInputDuringThePrompt)
     launch();
     auto& field = named<QLineEdit>(window(), u"searchField"_s);
     bool hasPainted = false;
+    QMenu* menu = window().menuBar()->actions().at(1)->menu();
     m_system.scripts.whileRunning = [&] {
         QTest::keyClicks(&field, u"zzz"_s);
         clickSwitch(1);
         QTest::mouseClick(&named(window(), u"scanButton"_s), Qt::LeftButton);
         QTest::keyClick(&table(), Qt::Key_Space);
+        EXPECT_FALSE(QApplication::activePopupWidget()) << "its grab would keep the password from the prompt";
+        QTest::keyClick(&window(), Qt::Key_E, Qt::AltModifier);
+        EXPECT_FALSE(QApplication::activePopupWidget());
+        QTest::keyClick(&window(), Qt::Key_M, Qt::ControlModifier);
+        EXPECT_FALSE(window().isMinimized());
+        menu->popup({}); // as by a screen reader
+        QCoreApplication::sendPostedEvents();
+        EXPECT_FALSE(QApplication::activePopupWidget());
+        EXPECT_EQ(QGuiApplication::overrideCursor()->shape(), Qt::BusyCursor);
         hasPainted = !window().grab().isNull() && table().isEnabled();
         QTest::keyClick(&window(), Qt::Key_W, Qt::ControlModifier);
     };
-    clickSwitch(0);
+    menu->popup({});
+    table().model()->setData(table().model()->index(0, 0), Qt::Unchecked, Qt::CheckStateRole);
     ASSERT_TRUE(waitFor([&] { return !*viewModel().isRunningScript; }));
     settle();
+    EXPECT_FALSE(QGuiApplication::overrideCursor());
     EXPECT_TRUE(hasPainted);
     EXPECT_EQ(field.text(), QString());
     EXPECT_EQ(m_system.scripts.sources.size(), 1) << "nothing was started a second time";
@@ -83,6 +106,58 @@ TEST_F(PluginTableTest, RepaintsButIgnoresInputDuringThePrompt)
     window().show();
     search(u"zeta"_s);
     EXPECT_EQ(shownNames(), (QStringList{u"Zeta"_s})) << "afterwards everything works as before";
+}
+
+TEST_F(PluginTableTest, SaysWhyItIsEmpty)
+{
+    launch();
+    const auto& reason = named<QLabel>(window(), u"noRowsHeading"_s);
+    auto& clear = named(window(), u"clearTableFiltersButton"_s);
+    EXPECT_EQ(reason.text(), u"No plugins found on this computer"_s);
+    EXPECT_TRUE(reason.isVisible() && !clear.isVisible());
+    addPlugins(2);
+    quietly([this] { press(window(), u"scanButton"_s); });
+    EXPECT_FALSE(reason.isVisible());
+    search(u"zzz"_s);
+    EXPECT_EQ(reason.text(), u"No plugins match the search"_s);
+    viewModel().selectedFormats = QSet{PluginFormat::au};
+    settle();
+    EXPECT_EQ(reason.text(), u"No plugins match the search and the filters"_s);
+    viewModel().searchText.clear();
+    endSearchPause();
+    EXPECT_EQ(reason.text(), u"No plugins match the filters"_s);
+    press(window(), u"clearTableFiltersButton"_s);
+    EXPECT_EQ(shownNames().size(), 2);
+    EXPECT_EQ(focused(), u"pluginTable"_s);
+}
+
+TEST_F(PluginTableTest, TypedLettersGoToTheNextName)
+{
+    addPlugins({u"VST3/Alpha.vst3"_s, u"VST3/Beta.vst3"_s, u"VST3/Bravo.vst3"_s});
+    addPlugins(100);
+    addPlugins({u"VST3/Zeta.vst3"_s});
+    launch();
+    const auto pause = qScopeGuard(
+        [before = QApplication::keyboardInputInterval()] { QApplication::setKeyboardInputInterval(before); });
+    QApplication::setKeyboardInputInterval(60'000);
+    press(window(), u"pluginTable"_s, Qt::Key_B);
+    const auto current = [this] { return table().currentIndex().siblingAtColumn(1).data().toString(); };
+    EXPECT_EQ(current(), u"Beta"_s);
+    press(Qt::Key_B);
+    EXPECT_EQ(current(), u"Bravo"_s) << "the same letter again";
+    press(Qt::Key_B);
+    press(Qt::Key_R);
+    EXPECT_EQ(current(), u"Bravo"_s);
+    QApplication::setKeyboardInputInterval(0);
+    QTest::qWait(2);
+    press(Qt::Key_Z);
+    EXPECT_EQ(current(), u"Zeta"_s) << "beyond the first page";
+    EXPECT_TRUE(viewModel().persistedSelections.isEmpty());
+    press(Qt::Key_F, Qt::ControlModifier);
+    EXPECT_EQ(focused(), u"searchField"_s);
+    table().setFocus();
+    click(named<QWidget>(window(), u"searchBar"_s), {4, 4});
+    EXPECT_EQ(focused(), u"searchField"_s);
 }
 
 TEST_F(PluginTableTest, LoadsTheNextPageAtTheLastRow)
@@ -130,6 +205,12 @@ TEST_F(PluginTableTest, KeepsItsPositionAcrossAReload)
     search(u"plugin"_s);
     EXPECT_EQ(table().verticalScrollBar()->value(), 0) << "a new search starts at its first hit";
     EXPECT_EQ(table().currentIndex().row(), 80);
+    table().verticalScrollBar()->setValue(500);
+    click(window(), u"resetButton"_s);
+    viewModel().showAllPlugins = true;
+    settle();
+    EXPECT_EQ(table().verticalScrollBar()->value(), 0) << "a reset as well";
+    EXPECT_FALSE(table().currentIndex().isValid());
 }
 
 TEST_F(PluginTableTest, OpensManufacturerWebsitesByMouseAndKeyboard)

@@ -60,6 +60,30 @@ TEST_F(PreviewTest, TabsShowTheirRows)
     EXPECT_EQ(*viewModel().profileSortMode, 0);
 }
 
+TEST_F(PreviewTest, LoadsPagesUntilATabHasRows)
+{
+    addPlugins(350);
+    launch();
+    m_profile.name = u"All but the last"_s;
+    for (const AudioPlugin& plugin : *viewModel().plugins)
+        m_profile.enabledPlugins.insert(pluginKey(plugin));
+    m_profile.enabledPlugins.remove(u"Plugin 0349|VST3"_s);
+    AudioPlugin last = viewModel().plugins->back();
+    last.isEnabled = false;
+    m_database.updatePlugin(last);
+    viewModel().refreshAllState();
+    viewModel().previewProfile(m_profile);
+    settle();
+    const auto& reason = named<QLabel>(window(), u"noRowsHeading"_s);
+    EXPECT_EQ(reason.text(), u"Nothing to change"_s);
+    click(window(), u"previewTabDisabled"_s);
+    settle();
+    EXPECT_EQ(shownNames(), QStringList{u"Plugin 0349"_s});
+    EXPECT_FALSE(reason.isVisible());
+    search(u"0001"_s);
+    EXPECT_EQ(reason.text(), u"No plugins stay disabled that match the search"_s);
+}
+
 TEST_F(PreviewTest, IsReadOnlyAndClosesToTheEmptyState)
 {
     launchWithProfile();

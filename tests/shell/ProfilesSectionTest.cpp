@@ -1,12 +1,10 @@
 #include "ShellFixture.h"
 
-#include "profiles/ProfileDocument.h"
 #include "profiles/ProfileManager.h"
 #include "shell/sidebar/ProfileRow.h"
+#include "shell/toolkit/FileSavePanel.h"
 
-#include <QAccessible>
 #include <QFileDialog>
-#include <QMessageBox>
 
 namespace orvanlite::test {
 
@@ -19,9 +17,9 @@ protected:
         named(window(), u"profilesHeader"_s).click();
         waitFor([this] { return named<QWidget>(window(), u"saveProfileButton"_s).isVisible(); });
     }
-    [[nodiscard]] ProfileManager& profiles()
+    [[nodiscard]] const auto& profiles()
     {
-        return static_cast<ContentView*>(window().centralWidget())->profileManager();
+        return *static_cast<ContentView*>(window().centralWidget())->profileManager().profiles;
     }
     void press(const QString& name) { test::press(window(), name); }
     void answer(const QString& dialog, const QString& title, const QString& message, const QString& action,
@@ -37,8 +35,11 @@ protected:
         EXPECT_EQ(confirm.text().remove(u'&'), action);
         if (auto* field = box.findChild<QLineEdit*>(u"textField"_s)) {
             EXPECT_FALSE(confirm.isEnabled()) << "without a name";
-            QTest::keyClicks(field, name);
-            QTest::keyClick(field, Qt::Key_Return);
+            for (const QString& typed : {u"  "_s, name}) {
+                EXPECT_TRUE(box.isVisible()) << "spaces are not a name";
+                QTest::keyClicks(field, typed);
+                QTest::keyClick(field, Qt::Key_Return);
+            }
         } else {
             click(confirm);
         }
@@ -126,7 +127,7 @@ TEST_F(ProfilesSectionTest, UpdatesDeletesAndCreatesFromTheSelection)
     auto& box = named<QDialog>(window(), u"deleteProfileDialog"_s);
     QTest::keyClick(&box, Qt::Key_Escape);
     settle();
-    EXPECT_EQ(profiles().profiles->size(), 3U);
+    EXPECT_EQ(profiles().size(), 3U);
     window().activateWindow();
     press(u"profileRow1Delete"_s);
     answer(u"deleteProfileDialog"_s, u"Delete Profile?"_s, u"Are you sure you want to delete \"Two\"?"_s,
@@ -147,7 +148,7 @@ TEST_F(ProfilesSectionTest, UpdatesDeletesAndCreatesFromTheSelection)
         u"profileFromSelectionDialog"_s, u"Create Profile from Selection"_s,
         u"The 1 selected plugins will be marked as enabled. All other plugins will be disabled in this profile."_s,
         u"Create"_s, u"Solo"_s);
-    EXPECT_EQ(profiles().profiles->back().enabledPlugins, QSet<QString>{u"Plugin 0001|VST3"_s});
+    EXPECT_EQ(profiles().back().enabledPlugins, QSet<QString>{u"Plugin 0001|VST3"_s});
 }
 
 TEST_F(ProfilesSectionTest, ExportsAndImportsDocuments)
@@ -160,6 +161,16 @@ TEST_F(ProfilesSectionTest, ExportsAndImportsDocuments)
     EXPECT_EQ(QFileInfo(savePanel.selectedFiles().value(0)).fileName(), u"AC-DC 1.2.json"_s);
     Q_EMIT savePanel.fileSelected(m_root.at(u"/Users/tester/Mixing"));
     delete &savePanel;
+    FileSavePanel panel(window(), {});
+    for (const auto& [name, proposed] : {std::pair(u" "_s, u"profile.json"_s),
+                                         {u".JSON"_s, u"profile.json"_s},
+                                         {QString(300, u'x'), QString(250, u'x') + u".json"_s},
+                                         {QString(200, u'ü'), QString(125, u'ü') + u".json"_s}}) {
+        panel.ask({u"Export"_s, name, u"Profile"_s, u"json"_s}, {});
+        auto& asked = named<QFileDialog>(window(), u"savePanel"_s);
+        EXPECT_EQ(QFileInfo(asked.selectedFiles().value(0)).fileName(), proposed);
+        delete &asked;
+    }
     ASSERT_TRUE(m_root.exists(u"/Users/tester/Mixing.json"));
     const auto import = [this](const QString& file) {
         press(u"importProfileButton"_s);
@@ -173,9 +184,10 @@ TEST_F(ProfilesSectionTest, ExportsAndImportsDocuments)
     EXPECT_EQ(rows(), "AC/DC 1.2: Up to date|AC/DC 1.2: Up to date");
     m_root.addFile(u"/Users/tester/Mixing.json", "[]");
     EXPECT_TRUE(import(path).startsWith(u"Failed to import profile: "_s));
-    EXPECT_EQ(profiles().profiles->size(), 2U);
+    EXPECT_EQ(profiles().size(), 2U);
     const auto& export1 = named(window(), u"profileRow1Export"_s);
-    EXPECT_EQ(export1.accessibleName() + export1.accessibleDescription(), u"Export profileAC/DC 1.2"_s);
+    EXPECT_EQ(export1.accessibleName(), u"Export profile"_s);
+    EXPECT_EQ(export1.accessibleDescription(), u"AC/DC 1.2"_s);
     EXPECT_EQ(export1.toolTip(), u"Export profile"_s);
     // Accessibility actions bypass the input gate.
     viewModel().isRunningScript = true;

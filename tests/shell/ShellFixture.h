@@ -36,7 +36,7 @@ protected:
     ShellTest()
     {
         m_system.scripts.runner = &m_runner;
-        m_system.defaults.standardDefaults.values.insert(u"onboardingComplete"_s, true);
+        m_system.defaults.standard().setValue(u"onboardingComplete"_s, true);
     }
 
     /// Ends pending sleeps while their objects are alive.
@@ -46,10 +46,10 @@ protected:
     template <typename Run>
     static QString quietly(Run run)
     {
-        testing::internal::CaptureStdout();
-        run();
-        settle();
-        return QString::fromStdString(testing::internal::GetCapturedStdout());
+        return QString::fromStdString(printedBy([&run] {
+            run();
+            settle();
+        }));
     }
     /// Opens the window with all plugins in its table and waits for the first scan.
     void launch()

@@ -10,6 +10,7 @@
 #include "shell/sidebar/SidebarView.h"
 #include "shell/toolkit/FileOpenPanel.h"
 #include "shell/toolkit/FileSavePanel.h"
+#include "shell/toolkit/QuestionBox.h"
 #include "shell/toolkit/ThemeController.h"
 
 #include <QMessageBox>
@@ -77,7 +78,7 @@ protected:
         return all.join(u' ');
     }
     [[nodiscard]] QString openSections() { return checked(true); }
-    [[nodiscard]] QMessageBox* question() const { return m_sidebar->findChild<QMessageBox*>(); }
+    [[nodiscard]] QuestionBox* question() const { return m_sidebar->findChild<QuestionBox*>(); }
     void answer(const QString& button) { test::click(*question(), button); }
 
     ProfileManager m_profiles{m_system.platform};
@@ -92,15 +93,13 @@ protected:
 TEST(SidebarRulesTest, NamesTheActionsByTheFilters)
 {
     using enum PluginFormat;
+    const PluginFilter both{.formats = {clap}, .manufacturers = {u"%1"_s}};
     const std::tuple<PluginFilter, QString, QString, QString> rows[] = {
         {{.searchText = u"x"_s}, u"All"_s, {}, u"of any active filters."_s},
         {{.formats = {vst3}}, u"All VST3"_s, u"VST3"_s, u" by: VST3."_s},
         {{.formats = {au, aax}}, u"Filtered"_s, u"AAX, Audio Units"_s, u" by: AAX, Audio Units."_s},
         {{.manufacturers = {u"b"_s, u"A"_s}}, u"Filtered"_s, u"A, b"_s, u" by: A, b."_s},
-        {{.formats = {clap}, .manufacturers = {u"%1"_s}},
-         u"Filtered"_s,
-         u"CLAP · %1"_s,
-         u" by: CLAP + %1."_s},
+        {both, u"Filtered"_s, u"CLAP · %1"_s, u" by: CLAP + %1."_s},
         {{.manufacturers = {u"C"_s, u"a"_s, u"B"_s}}, u"Filtered"_s, u"B +2 more"_s, u" by: B, C, a."_s},
     };
     for (const auto& [filter, label, summary, end] : rows) {
@@ -118,10 +117,9 @@ TEST(SidebarRulesTest, NamesTheActionsByTheFilters)
         u"This will %1 plugins across every format and manufacturer, regardless of any active filters."_s;
     EXPECT_EQ(sidebarWarningMessage(enable, all, {}), everything.arg(u"enable ALL 2 disabled"_s));
     EXPECT_EQ(sidebarWarningMessage(disable, all, {}), everything.arg(u"disable ALL 1 enabled"_s));
-    EXPECT_EQ(sidebarWarningMessage(delete_, all, {}),
-              u"⚠️ This will PERMANENTLY DELETE 3 plugins from your system. This cannot be undone!"_s);
-    EXPECT_EQ(sidebarWarningMessage(delete_, all, {.formats = {vst3}}),
-              u"⚠️ This will PERMANENTLY DELETE 3 plugins filtered by: VST3. This cannot be undone!"_s);
+    const QString deletion = u"⚠️ This will PERMANENTLY DELETE 3 plugins %1. This cannot be undone!"_s;
+    EXPECT_EQ(sidebarWarningMessage(delete_, all, {}), deletion.arg(u"from your system"_s));
+    EXPECT_EQ(sidebarWarningMessage(delete_, all, {.formats = {vst3}}), deletion.arg(u"filtered by: VST3"_s));
 }
 
 TEST_F(SidebarTest, ClicksChangeFiltersAndTable)
@@ -137,17 +135,17 @@ TEST_F(SidebarTest, ClicksChangeFiltersAndTable)
         {u"allPluginsButton"_s, {}, {}, true, all, 2},
         {u"allPluginsButton"_s, {}, {}, false, {}, 0},
         {u"formatRowVST3"_s, {vst3}, {}, true, u"VST3"_s, 2},
+        {u"formatRowVST3"_s, {}, {}, false, {}, 2},
+        {u"formatRowVST3"_s, {vst3}, {}, true, u"VST3"_s, 2},
         {u"formatRowCLAP"_s, {vst3, clap}, {}, true, u"VST3 CLAP"_s, 2},
         {u"allPluginsButton"_s, {}, {}, true, all, 2},
-        {u"formatRowVST3"_s, {vst3}, {}, true, u"VST3"_s, 2},
-        {u"formatRowVST3"_s, {}, {}, false, {}, 2},
         {odd, {}, {odd}, true, all, 2},
-        {u"formatRowVST3"_s, {vst3}, {odd}, true, u"VST3"_s, 2},
-        {u"formatRowVST3"_s, {}, {odd}, true, all, 2},
         {odd, {}, {}, false, {}, 2},
-        {u"formatRowCLAP"_s, {clap}, {}, true, u"CLAP"_s, 2},
-        {even, {clap}, {even}, true, u"CLAP"_s, 2},
-        {even, {clap}, {}, true, u"CLAP"_s, 2},
+        {odd, {}, {odd}, true, all, 2},
+        {u"formatRowCLAP"_s, {clap}, {odd}, true, u"CLAP"_s, 2},
+        {u"formatRowCLAP"_s, {}, {odd}, true, all, 2},
+        {u"formatRowCLAP"_s, {clap}, {odd}, true, u"CLAP"_s, 2},
+        {odd, {clap}, {}, true, u"CLAP"_s, 2},
         {even, {clap}, {even}, true, u"CLAP"_s, 2},
         {u"clearManufacturersButton"_s, {clap}, {}, false, u"CLAP"_s, 2},
         {even, {clap}, {even}, true, u"CLAP"_s, 2},
@@ -201,17 +199,18 @@ TEST_F(SidebarTest, TabVisitsItsRowsFromTopToBottom)
         "statisticsHeader\nlaunchAtLoginSwitch\nrecentHeader 1\nclearActivityButton\nactivityLogList"_s);
     EXPECT_EQ(at(u"clearFiltersButton"_s).toolTip(), u"Clear all filters"_s);
     EXPECT_EQ(at<SidebarButton>(u"deleteFilteredButton"_s).label(), u"Delete Filtered"_s);
-    EXPECT_EQ(at<QLabel>(u"statisticsTotal"_s).text() + at<QLabel>(u"statisticsEnabled"_s).text() +
-                  at<QLabel>(u"statisticsDisabled"_s).text(),
-              u"20182"_s);
+    for (const auto& [label, count] :
+         {std::pair(u"Total"_s, u"20"_s), {u"Enabled"_s, u"18"_s}, {u"Disabled"_s, u"2"_s}})
+        EXPECT_EQ(at<QLabel>(u"statistics"_s + label).text(), count) << qPrintable(label);
 }
 
 TEST_F(SidebarTest, KeepsTheFocusWhenAControlGoes)
 {
+    m_log.log(u"A"_s, u"VST3"_s, ActivityAction::enabled);
     filled();
     model().selectedManufacturers = {u"Odd"_s};
     model().showAllPlugins = true;
-    open({u"actions"_s, u"formats"_s});
+    open({u"actions"_s, u"formats"_s, u"recent"_s});
     const auto loses = [this](const QString& name, const std::function<void()>& change) {
         at(name).setFocus();
         EXPECT_EQ(focused(), name);
@@ -235,6 +234,7 @@ TEST_F(SidebarTest, KeepsTheFocusWhenAControlGoes)
     const auto clear = [this] { model().clearSelection(); };
     EXPECT_EQ(loses(u"invertSelectionButton"_s, clear), u"manufacturersHeader"_s);
     EXPECT_EQ(loses(u"clearFiltersButton"_s, pressSpace), u"allPluginsButton"_s);
+    EXPECT_EQ(loses(u"clearActivityButton"_s, [this] { m_log.clear(); }), u"recentHeader"_s);
     EXPECT_EQ(loses(u"formatRowVST3"_s, [this] { model().resetView(); }), u"formatsHeader"_s);
     EXPECT_EQ(openSections(), QString());
     m_database.replaceAllPlugins({});
@@ -253,8 +253,9 @@ TEST_F(SidebarTest, ActsOnFilteredPluginsAfterAQuestion)
     click(u"disableFilteredButton"_s);
     ASSERT_TRUE(question());
     EXPECT_EQ(question()->windowTitle(), u"Disable All VST3 Plugins?"_s);
-    EXPECT_EQ(question()->informativeText(), u"This will disable 2 plugins filtered by: VST3."_s);
-    EXPECT_EQ(question()->defaultButton()->objectName(), u"cancelButton"_s);
+    EXPECT_EQ(question()->message(), u"This will disable 2 plugins filtered by: VST3."_s);
+    EXPECT_TRUE(named<QPushButton>(*question(), u"cancelButton"_s).isDefault());
+    EXPECT_FALSE(qobject_cast<QMessageBox*>(question())) << "a native one would choose its own default";
     answer(u"cancelButton"_s);
     EXPECT_TRUE(m_system.scripts.sources.isEmpty());
 

@@ -1,14 +1,8 @@
 #include "support/PrivateBus.h"
-#include "support/TempRoot.h"
 
 #include <QElapsedTimer>
-#include <QProcess>
-
-#include <gtest/gtest.h>
 
 namespace orvanlite::test {
-
-using namespace Qt::StringLiterals;
 
 namespace {
 

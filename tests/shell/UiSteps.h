@@ -8,11 +8,7 @@
 #include <QApplication>
 #include <QTest>
 
-#include <gtest/gtest.h>
-
 namespace orvanlite::test {
-
-using namespace Qt::StringLiterals;
 
 template <typename Widget = QAbstractButton>
 Widget& named(const QWidget& window, const QString& objectName)
@@ -29,9 +25,6 @@ inline void settle()
     for (int turn = 0; turn < 4; ++turn)
         turnEventLoop();
 }
-
-/// Waits for a real child process or an animation.
-inline bool waitFor(const std::function<bool()>& condition) { return QTest::qWaitFor(condition, 20'000); }
 
 [[nodiscard]] inline QString focused()
 {
@@ -85,10 +78,13 @@ inline void click(const QAbstractItemView& view, int row, int column = 0,
     return lines.join(u'|');
 }
 
-[[nodiscard]] inline QString spokenName(QWidget& control)
+/// The control as assistive technology sees it.
+[[nodiscard]] inline QAccessibleInterface& spoken(QWidget& control)
 {
-    return QAccessible::queryAccessibleInterface(&control)->text(QAccessible::Name);
+    return *QAccessible::queryAccessibleInterface(&control);
 }
+
+[[nodiscard]] inline QString spokenName(QWidget& control) { return spoken(control).text(QAccessible::Name); }
 
 /// The focusable controls. Each must have a unique object name and an accessible name.
 inline QList<QWidget*> expectNamedControls(const QWidget& window)

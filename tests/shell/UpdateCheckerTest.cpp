@@ -9,13 +9,7 @@
 #include <QTest>
 #include <QTimer>
 
-#include <gtest/gtest.h>
-
-#include <deque>
-
 namespace orvanlite::test {
-
-using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -114,7 +108,7 @@ TEST_F(UpdateCheckerTest, AsksWithTheVersionAndTheMachine)
     m_system.root.addFile(u"/etc/machine-id", "\n");
     const QString made = hardwareId(m_system.platform);
     EXPECT_EQ(hardwareId(m_system.platform), made);
-    m_system.defaults.standardDefaults.values.clear();
+    m_system.defaults.standard().setValue(u"machineIdentifier"_s, {});
     EXPECT_NE(hardwareId(m_system.platform), made) << "not the same on all machines without an identifier";
 }
 
@@ -128,6 +122,7 @@ TEST_F(UpdateCheckerTest, TakesOverWhatTheAnswerSays)
         {"nothing", answer("{}"), u"no||"_s + byDefault},
         {"null", answer(R"({"latest_version":null,"update_available":true})"), u"yes||"_s + byDefault},
         {"a status of 500", answer(R"({"latest_version":"4"})", "500 Oh"), u"no|4|"_s + byDefault},
+        {"a status of 407", answer(R"({"latest_version":"6"})", "407 Oh"), u"no|6|"_s + byDefault},
         {"a status of 404", answer(R"({"latest_version":"5"})", "404 Oh"), u"no|5|"_s + byDefault},
     };
     for (const auto& [name, raw, wanted] : rows) {
@@ -143,14 +138,14 @@ TEST_F(UpdateCheckerTest, TrustsTheParsedHostAlone)
         check(answer(u"{\"download_url\":\"%1\"}"_s.arg(url).toUtf8()));
         return *m_checker.updateDownloadURL;
     };
-    for (const QString& url :
-         {u"https://GOOD.Test/a"_s, u"https://good.test:8443/a"_s, u"https://xn--bcher-kva.test/a"_s})
+    for (const QString& url : {u"https://GOOD.Test/a"_s, u"http://good.test/a"_s,
+                               u"https://good.test:8443/a"_s, u"https://xn--bcher-kva.test/a"_s})
         EXPECT_EQ(given(url), url);
     for (const QString& url :
          {u"https://good.test@evil.test/a"_s, u"https://good.test.evil.test/a"_s,
           u"https://evilgood.test/a"_s, u"https://evil.test/good.test"_s, u"https://evil.test/?good.test"_s,
-          u"//good.test/a"_s, u"good.test/a"_s, u"https:///good.test"_s, u"ht tp://good.test/a b"_s,
-          u"https://good.test\\\\@evil.test"_s, u""_s})
+          u"//good.test/a"_s, u"file://good.test/a"_s, u"ftp://good.test/a"_s, u"good.test/a"_s,
+          u"https:///good.test"_s, u"ht tp://good.test/a b"_s, u"https://good.test\\\\@evil.test"_s, u""_s})
         EXPECT_EQ(given(url), u"https://good.test/default"_s) << qPrintable(url);
 }
 

@@ -4,19 +4,14 @@
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
-#include <QPointer>
 #include <QTest>
 
 #include <qcorosignal.h>
-
-#include <gtest/gtest.h>
 
 #include <algorithm>
 #include <exception>
 
 namespace orvanlite::test {
-
-using namespace Qt::StringLiterals;
 
 void FakeScriptRunner::failNext(const QString& message)
 {
@@ -28,7 +23,7 @@ void FakeScriptRunner::failNext(const QString& message)
     answerNext(std::move(outcome));
 }
 
-QCoro::Task<platform::ScriptOutcome> FakeScriptRunner::execute(QString source)
+QCoro::Task<platform::ScriptOutcome> FakeScriptRunner::execute(QString source, std::function<void()> started)
 {
     sources.append(source);
     if (whileRunning)
@@ -40,7 +35,7 @@ QCoro::Task<platform::ScriptOutcome> FakeScriptRunner::execute(QString source)
     }
     if (!runner)
         co_return platform::ScriptOutcome{};
-    co_return co_await runner->execute(source);
+    co_return co_await runner->execute(source, std::move(started));
 }
 
 int LocalNotificationCenter::count(QStringView name) const
@@ -135,6 +130,8 @@ void turnEventLoop()
     QCoreApplication::processEvents();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
+
+bool waitFor(const std::function<bool()>& condition) { return QTest::qWaitFor(condition, 20'000); }
 
 } // namespace orvanlite::test
 

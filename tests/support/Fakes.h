@@ -2,7 +2,6 @@
 
 #include "platform/Appearance.h"
 #include "platform/Clock.h"
-#include "platform/Defaults.h"
 #include "platform/LoginItemService.h"
 #include "platform/MainBundle.h"
 #include "platform/NotificationCenter.h"
@@ -11,10 +10,10 @@
 #include "platform/ScriptRunner.h"
 #include "platform/UserNotifications.h"
 #include "platform/Workspace.h"
+#include "platform/freedesktop/FreedesktopDefaults.h"
 #include "platform/freedesktop/FreedesktopFileManager.h"
 #include "support/TempRoot.h"
 
-#include <QHash>
 #include <QObject>
 #include <QPointer>
 
@@ -35,7 +34,7 @@ public:
     /// The next script fails with this message.
     void failNext(const QString& message);
 
-    QCoro::Task<platform::ScriptOutcome> execute(QString source) override;
+    QCoro::Task<platform::ScriptOutcome> execute(QString source, std::function<void()> started) override;
 
 private:
     std::deque<platform::ScriptOutcome> m_answers;
@@ -55,27 +54,6 @@ public:
         if (fails)
             throw platform::FileError(ENOENT, program);
         starts.push_back({program, arguments});
-    }
-};
-
-class MemoryDefaults final : public platform::Defaults {
-public:
-    QHash<QString, QVariant> values;
-    [[nodiscard]] QVariant value(const QString& key) const override { return values.value(key); }
-    void setValue(const QString& key, const QVariant& value) override { values.insert(key, value); }
-};
-
-class MemoryDefaultsStore final : public platform::DefaultsStore {
-public:
-    MemoryDefaults standardDefaults;
-    MemoryDefaults suiteDefaults;
-    QStringList openedSuites;
-    bool suiteFails = false;
-    [[nodiscard]] platform::Defaults& standard() override { return standardDefaults; }
-    [[nodiscard]] platform::Defaults* suite(const QString& name) override
-    {
-        openedSuites.append(name);
-        return suiteFails ? nullptr : &suiteDefaults;
     }
 };
 
@@ -129,10 +107,12 @@ public:
     std::optional<bool> dark;
     std::optional<platform::Rgb> accent;
     bool reduced = false;
+    bool contrast = false;
     void notify();
     [[nodiscard]] std::optional<bool> isDark() const override { return dark; }
     [[nodiscard]] std::optional<platform::Rgb> accentColour() const override { return accent; }
     [[nodiscard]] bool reducesMotion() const override { return reduced; }
+    [[nodiscard]] bool increasesContrast() const override { return contrast; }
     void observe(QObject* context, std::function<void()> handler) override
     {
         m_observers.emplace_back(context, std::move(handler));
@@ -142,10 +122,9 @@ private:
     std::vector<std::pair<QPointer<QObject>, std::function<void()>>> m_observers;
 };
 
-class RecordingUserNotifications final : public platform::UserNotifications {
+class NoUserNotifications final : public platform::UserNotifications {
 public:
-    std::vector<std::pair<QString, QString>> shown;
-    void show(const QString& title, const QString& body) override { shown.emplace_back(title, body); }
+    void show(const QString&, const QString&) override {}
 };
 
 class WakeUp;
@@ -178,14 +157,14 @@ public:
     platform::FreedesktopFileManager files;
     FakeScriptRunner scripts;
     RecordingLauncher processes;
-    MemoryDefaultsStore defaults;
+    platform::FreedesktopDefaultsStore defaults{layout};
     LocalNotificationCenter notifications;
     FakeLoginItems loginItems;
     RecordingWorkspace workspace;
     platform::MainBundle mainBundle{files,
                                     root.at(u"/Applications/Orvanlite.app/Contents/MacOS/plugin-manager")};
     FakeAppearance appearance;
-    RecordingUserNotifications userNotifications;
+    NoUserNotifications userNotifications;
     FakeClock clock;
 
     platform::Platform platform{layout,     files,         scripts,           processes,
@@ -213,5 +192,18 @@ Value resultOf(QCoro::Task<Value> task)
 
 /// Handles all pending events once.
 void turnEventLoop();
+
+/// Waits for another process or an animation.
+bool waitFor(const std::function<bool()>& condition);
+
+/// The console output of a call.
+template <typename Run>
+[[nodiscard]] std::string printedBy(Run run)
+{
+    testing::internal::CaptureStdout();
+    run();
+    std::fflush(stdout);
+    return testing::internal::GetCapturedStdout();
+}
 
 } // namespace orvanlite::test

@@ -8,8 +8,6 @@
 
 namespace orvanlite::test {
 
-using namespace Qt::StringLiterals;
-
 /// A session bus without the services of this machine.
 class PrivateBus {
 public:
@@ -37,6 +35,27 @@ private:
     TempRoot m_root;
     QProcess m_daemon;
     QString m_address;
+};
+
+/// A virtual display, without the settings of this machine.
+class VirtualScreen {
+public:
+    VirtualScreen()
+    {
+        m_server.start(u"Xvfb"_s, {u"-displayfd"_s, u"1"_s, u"-nolisten"_s, u"tcp"_s});
+        while (!m_server.canReadLine() && m_server.waitForReadyRead()) {
+        }
+        qputenv("DISPLAY", ':' + m_server.readLine().trimmed());
+        qputenv("QT_QPA_PLATFORM", "xcb");
+    }
+    ~VirtualScreen()
+    {
+        m_server.terminate();
+        m_server.waitForFinished();
+    }
+
+private:
+    QProcess m_server;
 };
 
 class FakeNotificationService final : public QObject {

@@ -1,9 +1,6 @@
 #pragma once
 
 #include <QByteArrayList>
-#include <QString>
-
-#include <utility>
 
 namespace orvanlite::test {
 
@@ -13,9 +10,5 @@ namespace orvanlite::test {
 /// root.
 [[nodiscard]] QByteArray binaryPropertyList(const QByteArrayList& objects, int referenceSize = 1,
                                             int offsetSize = 2);
-
-/// A binary property list with these members and, unless the name is empty, a list of one audio component.
-[[nodiscard]] QByteArray binaryInfoPlist(const QList<std::pair<QString, QString>>& members,
-                                         const QString& componentName = {});
 
 } // namespace orvanlite::test

@@ -5,11 +5,7 @@
 
 #include <unistd.h>
 
-#include <gtest/gtest.h>
-
 namespace orvanlite::test {
-
-using namespace Qt::StringLiterals;
 
 TempRoot::TempRoot()
     : m_path(QDir(m_directory.path()).canonicalPath())

@@ -9,7 +9,11 @@
 
 #include <sys/stat.h>
 
+#include <gtest/gtest.h>
+
 namespace orvanlite::test {
+
+using namespace Qt::StringLiterals;
 
 /// A temporary folder that stands for "/" and is removed at the end. Absolute paths are those of the real system.
 class TempRoot {

@@ -2,6 +2,8 @@
 
 #include "operations/OperationsFixture.h"
 
+#include <gmock/gmock.h>
+
 namespace orvanlite::test {
 
 class UADCleanupManagerTest : public OperationsTest {
@@ -18,11 +20,9 @@ protected:
         m_manager->pluginManager = &model();
         return *m_manager;
     }
-    QString start() ///< returns the console output
+    std::string start() ///< returns the console output
     {
-        testing::internal::CaptureStdout();
-        manager().startCleanup();
-        return QString::fromStdString(testing::internal::GetCapturedStdout());
+        return printedBy([this] { manager().startCleanup(); });
     }
     void retry()
     {
@@ -76,8 +76,6 @@ TEST_F(UADCleanupManagerTest, DisablesTheSelectedDemosOfAnExportedProfile)
     const QString after = u"UAD API 2500 Enabled UAD Neve 1073 Disabled UAD Neve 1073 Disabled "
                           "UAD Neve 1073(m) Disabled UAD Pultec Disabled UAD Studer A800 Enabled"_s;
     EXPECT_EQ(states().join(u' '), after);
-    EXPECT_TRUE(m_root.exists(u"/Library/Audio/Plug-Ins/Disabled/Audio Units/UAD Neve 1073(m).component"));
-
     start(); // with a scan: the disk says the same
     EXPECT_EQ(states().join(u' '), after);
     EXPECT_TRUE(demos().isEmpty() && manager().authorizedPlugins->empty() && !*manager().cleanupComplete);
@@ -101,7 +99,7 @@ TEST_F(UADCleanupManagerTest, LetsTheControlPanelWriteTheProfile)
     m_system.scripts.failNext(u"no such application"_s);
     m_system.scripts.answerNext({QString(), std::nullopt});
     m_system.scripts.whileRunning = [this] { EXPECT_TRUE(m_root.names(u"/Users/tester/Desktop").isEmpty()); };
-    EXPECT_TRUE(start().section(u"AppleScript error opening UAD: "_s, 1).contains(u"no such application"_s));
+    EXPECT_THAT(start(), testing::ContainsRegex("AppleScript error opening UAD: (.|\n)*no such application"));
     ASSERT_EQ(m_system.scripts.sources.size(), 2);
     EXPECT_TRUE(m_system.scripts.sources[0].endsWith(u"\n    end tell\nend tell\ndelay 1.5"_s));
     EXPECT_TRUE(m_system.scripts.sources[1].contains(u"size of frontWindow\n        \n        -- The "_s));

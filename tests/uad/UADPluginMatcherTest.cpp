@@ -15,14 +15,12 @@ TEST(UADPluginMatcherTest, FindsTheFilesThatAProfileNameMeans)
          "|UAD Shadow Hills Mastering Compressor|UAD Shadow Hills Mastering Compressor (m)"_s,
          u"0 1 3"_s},
         {u"UAD Shadow Hills Mastering Compressor Class A"_s,
-         u"UAD Shadow Hills Mastering Compressor(m)|UAD Other|UAD Shadow Hills Class A Mastering Comp"_s,
-         u"0 2"_s},
+         u"UAD Shadow Hills Mastering Compressor(m)|UAD Shadow Hills Class A Mastering Comp"_s, u"0 1"_s},
         {u"UAD API 500 EQ Collection"_s, u"UAD API 500|UAD API 560|API 550"_s, u"0 1"_s},
         // The first name with the same prefix, longer or shorter, in catalogue order.
         {u"UAD Neve 1073 Preamp"_s, u"UAD Neve 1073 Preamp Legacy|UAD Neve 1073|UAD Neve 1073(m)"_s, u"0"_s},
         {u"UAD Neve 1073 Preamp"_s, u"UAD Neve|UAD Neve 1073(m)|UAD Neve 1073 Preamp|UAD Neve 1073"_s,
          u"1 3"_s},
-        {u"UAD Pultec EQ"_s, u"UAD Pultec|UAD Pultec EQ"_s, u"0"_s},
         // Fewer than five characters need equality.
         {u"UAD 1176 Rev A"_s, u"UAD 1176"_s, u""_s},
         {u"UAD 1176"_s, u"UAD 1176LN|UAD 1176(m)"_s, u"1"_s},

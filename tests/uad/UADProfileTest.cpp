@@ -4,15 +4,10 @@
 #include "support/TempRoot.h"
 
 #include <fcntl.h>
-#include <sys/stat.h>
-
-#include <gtest/gtest.h>
 
 #include <array>
 
 namespace orvanlite::test {
-
-using namespace Qt::StringLiterals;
 
 TEST(UADProfileTest, ReadsThePluginLinesOfTheSection)
 {

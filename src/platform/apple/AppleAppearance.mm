@@ -72,6 +72,11 @@ bool AppleAppearance::reducesMotion() const
     return [[NSWorkspace sharedWorkspace] accessibilityDisplayShouldReduceMotion];
 }
 
+bool AppleAppearance::increasesContrast() const
+{
+    return [[NSWorkspace sharedWorkspace] accessibilityDisplayShouldIncreaseContrast];
+}
+
 void AppleAppearance::observe(QObject* context, std::function<void()> handler)
 {
     const auto changed = [handler](NSNotification*) { handler(); };

@@ -4,21 +4,23 @@
 
 #include <QFile>
 
-#include <unistd.h>
-
 namespace orvanlite::platform {
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+/// Source: the SQLite file format; the header string includes its terminating zero.
+constexpr char kHeader[] = "SQLite format 3";
+
+} // namespace
+
 bool AppleDiskAccess::isGranted() const
 {
-    const QString database = m_layout.system(u"/Library/Application Support/com.apple.TCC/TCC.db");
-    return ::access(QFile::encodeName(database).constData(), R_OK) == 0;
-}
-
-std::unique_ptr<FullDiskAccess> makeFullDiskAccess(const SystemLayout& layout)
-{
-    return std::make_unique<AppleDiskAccess>(layout);
+    // On purpose not access(2), which does not ask for this permission: only reading the content shows it.
+    QFile database(m_layout.system(u"/Library/Application Support/com.apple.TCC/TCC.db"));
+    return database.open(QIODevice::ReadOnly | QIODevice::Unbuffered) &&
+           database.read(sizeof kHeader) == QByteArray(kHeader, sizeof kHeader);
 }
 
 QUrl AppleDiskAccess::settings() const

@@ -17,9 +17,17 @@ static_assert(static_cast<int>(LoginItemStatus::notRegistered) == SMAppServiceSt
 
 namespace {
 
+/// Created once per agent and kept.
 SMAppService* serviceOf(const QString& identifier)
 {
-    return [SMAppService loginItemServiceWithIdentifier:toNative(identifier)];
+    static NSMutableDictionary* const services = [[NSMutableDictionary alloc] init];
+    NSString* key = toNative(identifier);
+    SMAppService* service = [services objectForKey:key];
+    if (!service) {
+        service = [SMAppService loginItemServiceWithIdentifier:key];
+        [services setObject:service forKey:key];
+    }
+    return service;
 }
 
 } // namespace

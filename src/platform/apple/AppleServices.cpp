@@ -2,6 +2,7 @@
 #include "platform/Platform.h"
 #include "platform/apple/AppleAppearance.h"
 #include "platform/apple/AppleDefaults.h"
+#include "platform/apple/AppleDiskAccess.h"
 #include "platform/apple/AppleFileManager.h"
 #include "platform/apple/AppleLoginItemService.h"
 #include "platform/apple/AppleNotificationCenter.h"
@@ -78,6 +79,11 @@ private:
 std::unique_ptr<PlatformServices> makePlatformServices(SystemLayout layout, Elevation elevation)
 {
     return std::make_unique<AppleServices>(std::move(layout), elevation);
+}
+
+std::unique_ptr<FullDiskAccess> makeFullDiskAccess(const SystemLayout& layout)
+{
+    return std::make_unique<AppleDiskAccess>(layout);
 }
 
 } // namespace orvanlite::platform

@@ -25,11 +25,15 @@ const QString kPath = u"/org/freedesktop/portal/desktop"_s;
 const QString kInterface = u"org.freedesktop.portal.Settings"_s;
 const QString kAppearance = u"org.freedesktop.appearance"_s;
 const QString kDesktopInterface = u"org.gnome.desktop.interface"_s;
+const QString kAccessibility = u"org.gnome.desktop.a11y.interface"_s;
 
 struct Look {
     std::optional<bool> dark;
     std::optional<Rgb> accent;
     bool reducesMotion = false;
+    bool asksForContrast = false; ///< through the portal's own setting
+    bool hasContrast = false;     ///< through the desktop's setting
+    QString theme;
     bool operator==(const Look&) const = default;
 };
 
@@ -70,12 +74,21 @@ void apply(Look& look, const QString& group, const QString& key, const QVariant&
     else if (group == kDesktopInterface && key == u"enable-animations" &&
              value.metaType().id() == QMetaType::Bool)
         look.reducesMotion = !value.toBool();
+    else if (group == kAppearance && key == u"contrast")
+        look.asksForContrast = value.toUInt() == 1;
+    else if (group == kAccessibility && key == u"high-contrast")
+        look.hasContrast = value.toBool();
+    else if (group == kDesktopInterface && key == u"gtk-theme")
+        look.theme = value.toString();
 }
+
+/// Desktops without a setting for contrast select one of two themes.
+bool isHighContrastTheme(const QString& theme) { return theme.startsWith(u"HighContrast"_s); }
 
 QDBusMessage readAll()
 {
     QDBusMessage call = QDBusMessage::createMethodCall(kService, kPath, kInterface, u"ReadAll"_s);
-    call.setArguments({QStringList{kAppearance, kDesktopInterface}});
+    call.setArguments({QStringList{kAppearance, kDesktopInterface, kAccessibility}});
     return call;
 }
 
@@ -174,11 +187,23 @@ FreedesktopAppearance::FreedesktopAppearance(SessionBus& bus, std::chrono::milli
 
 FreedesktopAppearance::~FreedesktopAppearance() = default;
 
-std::optional<bool> FreedesktopAppearance::isDark() const { return m_channel->look().dark; }
+std::optional<bool> FreedesktopAppearance::isDark() const
+{
+    const Look& look = m_channel->look();
+    if (isHighContrastTheme(look.theme))
+        return look.theme.endsWith(u"Inverse"_s);
+    return look.dark;
+}
 
 std::optional<Rgb> FreedesktopAppearance::accentColour() const { return m_channel->look().accent; }
 
 bool FreedesktopAppearance::reducesMotion() const { return m_channel->look().reducesMotion; }
+
+bool FreedesktopAppearance::increasesContrast() const
+{
+    const Look& look = m_channel->look();
+    return look.asksForContrast || look.hasContrast || isHighContrastTheme(look.theme);
+}
 
 void FreedesktopAppearance::observe(QObject* context, std::function<void()> handler)
 {

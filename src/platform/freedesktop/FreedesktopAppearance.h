@@ -26,6 +26,7 @@ public:
     [[nodiscard]] std::optional<bool> isDark() const override;
     [[nodiscard]] std::optional<Rgb> accentColour() const override;
     [[nodiscard]] bool reducesMotion() const override;
+    [[nodiscard]] bool increasesContrast() const override;
     void observe(QObject* context, std::function<void()> handler) override;
 
 private:

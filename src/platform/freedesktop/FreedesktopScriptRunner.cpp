@@ -17,14 +17,18 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int kUserCancelled = -128;
-constexpr int kNotHandled = -1708;           // Source: errAEEventNotHandled
-constexpr int kAuthorisationDenied = -60005; // Source: errAuthorizationDenied
+constexpr int kNotHandled = -1708; // Source: errAEEventNotHandled
 
 // Source: pkexec(1), "RETURN VALUE"; its error message then starts with these words in every locale.
 constexpr int kPromptDismissed = 126;
 constexpr int kPromptRefused = 127;
 constexpr QStringView kPromptFailed = u"Error executing command as another user";
+// Without an agent in the session, pkexec looks for a terminal to ask on.
+constexpr QStringView kNoAgent = u"No authentication agent found";
+constexpr QStringView kNoTerminal = u"Error creating textual authentication agent";
+
+/// Output of our own before the command's, for `started`.
+constexpr char kStarted = '\n';
 
 struct Call {
     QString program;
@@ -46,24 +50,42 @@ bool isFromPrompt(const Call& call, const QString& errorText)
     return call.elevated && (errorText.isEmpty() || errorText.contains(kPromptFailed));
 }
 
+/// A command that could not be started, or a prompt that could not be shown.
+std::optional<ScriptOutcome> startFailure(const QProcess& process, const Call& call, const QString& errorText)
+{
+    if (process.error() == QProcess::FailedToStart) {
+        if (!call.elevated)
+            return failure(process.errorString(), kScriptGeneralError);
+        return failure(u"The password prompt cannot be started (%1)."_s.arg(process.errorString()),
+                       kScriptInteractionNotAllowed);
+    }
+    if (call.elevated && process.exitCode() == kPromptRefused &&
+        (errorText.contains(kNoAgent) || errorText.contains(kNoTerminal)))
+        return failure(u"No authentication agent is running to ask for the password."_s,
+                       kScriptInteractionNotAllowed);
+    return std::nullopt;
+}
+
 ScriptOutcome outcomeOf(QProcess& process, const Call& call)
 {
-    if (process.error() == QProcess::FailedToStart)
-        return failure(process.errorString(), kScriptGeneralError);
     const QString errorText = QString::fromUtf8(process.readAllStandardError()).trimmed();
+    if (auto failed = startFailure(process, call, errorText))
+        return *std::move(failed);
     if (process.exitStatus() != QProcess::NormalExit)
         return failure(errorText.isEmpty() ? u"The command was stopped by a signal."_s : errorText,
                        kScriptGeneralError);
     const int status = process.exitCode();
     if (status == kPromptDismissed && isFromPrompt(call, errorText))
-        return failure(u"User canceled."_s, kUserCancelled);
+        return failure(u"User canceled."_s, kScriptUserCancelled);
     if (status == kPromptRefused && isFromPrompt(call, errorText))
         return failure(u"The authorization was denied. "_s.append(errorText.simplified()).trimmed(),
-                       kAuthorisationDenied);
+                       kScriptAuthorisationDenied);
     if (status != 0)
         return failure(errorText.isEmpty() ? u"The command exited with a non-zero status."_s : errorText,
                        status);
     QByteArray output = process.readAllStandardOutput();
+    if (output.startsWith(kStarted))
+        output.remove(0, 1);
     if (output.endsWith('\n'))
         output.chop(1);
     return {QString::fromUtf8(output), std::nullopt};
@@ -71,12 +93,15 @@ ScriptOutcome outcomeOf(QProcess& process, const Call& call)
 
 /// Does not use the runner, which may be destroyed while the command runs. The process of an abandoned task
 /// stays in its suspended frame and is not killed.
-QCoro::Task<ScriptOutcome> run(Call call)
+QCoro::Task<ScriptOutcome> run(Call call, std::function<void()> started)
 {
     QProcess process;
     const ProcessEnd end(process);
     process.setProcessEnvironment(call.environment);
     process.setChildProcessModifier(useUsualUmask);
+    if (started)
+        QObject::connect(&process, &QProcess::readyReadStandardOutput, &end, std::move(started),
+                         Qt::SingleShotConnection);
     process.start(call.program, call.arguments);
     // A cancelled prompt closes the pipe early; its exit status counts, not the failed write.
     process.write(call.input);
@@ -91,9 +116,10 @@ QCoro::Task<ScriptOutcome> run(Call call)
 /// The shell reads a group up to its closing brace before running anything, so input truncated because we
 /// died runs nothing. Commands in the group cannot read the rest of it. The larger stack is for very long
 /// chains: the shell recurses once per command of `a && b && ...`, and 8 MiB overflow below 200,000 commands.
+/// A subshell reports the start, so that the command also runs when nobody reads its output any more.
 QByteArray shellInput(const QString& command)
 {
-    return "ulimit -S -s 100000 2>/dev/null; { :; " + command.toUtf8() + "\n} </dev/null\n";
+    return "ulimit -S -s 100000 2>/dev/null; { (echo); " + command.toUtf8() + "\n} </dev/null\n";
 }
 
 /// The root runner, which only executes our commands in the plugin folders and has its own prompt message. It
@@ -152,7 +178,7 @@ FreedesktopScriptRunner::FreedesktopScriptRunner(const SystemLayout& layout, QSt
     , m_elevationTool(std::move(elevationTool))
 {}
 
-QCoro::Task<ScriptOutcome> FreedesktopScriptRunner::execute(QString source)
+QCoro::Task<ScriptOutcome> FreedesktopScriptRunner::execute(QString source, std::function<void()> started)
 {
     const auto parsed = parseAdministratorScript(source);
     if (const auto* error = std::get_if<ScriptErrorDictionary>(&parsed))
@@ -161,7 +187,7 @@ QCoro::Task<ScriptOutcome> FreedesktopScriptRunner::execute(QString source)
         co_return failure(u"Only shell scripts with administrator privileges can be run on this system."_s,
                           kNotHandled);
     Call call = makeCall(m_layout, m_elevationTool, std::get<QString>(parsed));
-    co_return co_await run(std::move(call));
+    co_return co_await run(std::move(call), std::move(started));
 }
 
 } // namespace orvanlite::platform

@@ -12,7 +12,7 @@ namespace orvanlite::platform {
 
 using namespace Qt::StringLiterals;
 
-QCoro::Task<ScriptOutcome> ChildScriptRunner::execute(QString source)
+QCoro::Task<ScriptOutcome> ChildScriptRunner::execute(QString source, std::function<void()> /*started*/)
 {
     // The system's AppleScript compiler would accept more, such as AppleScript that continues after a `"`.
     const auto parsed = parseAdministratorScript(source);

@@ -12,7 +12,8 @@ public:
     explicit ChildScriptRunner(QString helper)
         : m_helper(std::move(helper))
     {}
-    QCoro::Task<ScriptOutcome> execute(QString source) override;
+    /// The script service does not report when the password has been accepted, so `started` is not called.
+    QCoro::Task<ScriptOutcome> execute(QString source, std::function<void()> started) override;
 
 private:
     QString m_helper; ///< absolute path

@@ -2,6 +2,8 @@
 
 #include "platform/Path.h"
 #include "platform/Utf8.h"
+#include "platform/posix/Descriptor.h"
+#include "platform/posix/InPlaceWrite.h"
 #include "platform/posix/PrivateFolder.h"
 #include "platform/posix/SharedUmask.h"
 
@@ -31,32 +33,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// Closes a file descriptor at the end of its scope.
-class Descriptor {
-public:
-    explicit Descriptor(int number)
-        : m_number(number)
-    {}
-    Descriptor(const Descriptor&) = delete;
-    Descriptor& operator=(const Descriptor&) = delete;
-    ~Descriptor()
-    {
-        if (m_number >= 0)
-            ::close(m_number);
-    }
-    [[nodiscard]] bool isOpen() const { return m_number >= 0; }
-    [[nodiscard]] int number() const { return m_number; }
-
-    /// Closes now; false when the system reports a late write error.
-    [[nodiscard]] bool close()
-    {
-        const int number = std::exchange(m_number, -1);
-        return ::close(number) == 0 || errno == EINTR; // closed even if interrupted
-    }
-
-private:
-    int m_number;
-};
+/// The old content of a larger file is not written back after a failed write, in bytes.
+constexpr qint64 kLargestRestored = 1 << 28;
 
 struct CloseDirectory {
     void operator()(DIR* directory) const { ::closedir(directory); }
@@ -67,16 +45,6 @@ struct CloseDirectory {
 QByteArray native(const QString& path) { return path.contains(QChar::Null) ? QByteArray() : path.toUtf8(); }
 
 fs::path toPath(const QByteArray& path) { return fs::path(path.toStdString()); }
-
-/// Repeats the call while it is interrupted by signals.
-template <typename Call>
-auto untilDone(Call call)
-{
-    auto result = call();
-    while (result < 0 && errno == EINTR)
-        result = call();
-    return result;
-}
 
 EntryKind kindOf(DIR* directory, const dirent& entry)
 {
@@ -108,8 +76,7 @@ void writeAll(Descriptor& file, const QByteArray& content, const QString& path)
         next += written;
         left -= written;
     }
-    if (!file.close())
-        throw FileError(errno, path);
+    file.closeWritten(path);
 }
 
 /// Whether the name is taken, if only by a dangling link.
@@ -367,11 +334,26 @@ void PosixFileManager::write(const QString& path, const QByteArray& content, Wri
     }
     if (mode == WriteMode::replaceFile && replaceFile(name, content, path))
         return;
-    Descriptor file(
-        untilDone([&] { return ::open(name.constData(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666); }));
-    if (!file.isOpen())
+    writeInPlace(name, content, path);
+}
+
+void PosixFileManager::writeInPlace(const QByteArray& name, const QByteArray& content, const QString& path)
+{
+    // O_NONBLOCK: a pipe would block until somebody reads it.
+    Descriptor file(untilDone(
+        [&] { return ::open(name.constData(), O_WRONLY | O_CREAT | O_CLOEXEC | O_NONBLOCK, 0666); }));
+    struct stat status {};
+    if (!file.isOpen() || ::fstat(file.number(), &status) != 0)
         throw FileError(errno, path);
-    writeAll(file, content, path);
+    if (S_ISCHR(status.st_mode)) {
+        writeAll(file, content, path);
+        return;
+    }
+    if (!S_ISREG(status.st_mode))
+        throw FileError(ENXIO, path);
+    const auto old = status.st_size <= kLargestRestored ? read(path, status.st_size) : std::nullopt;
+    overwriteInPlace(file, content, status.st_size, old, path);
+    file.closeWritten(path);
 }
 
 void PosixFileManager::move(const QString& source, const QString& destination)

@@ -22,6 +22,9 @@ protected:
     /// entry.
     virtual void removeMarkedAsHidden(const QString& folder, bool hasDotHidden,
                                       std::vector<DirectoryEntry>& entries) const = 0;
+
+private:
+    void writeInPlace(const QByteArray& name, const QByteArray& content, const QString& path);
 };
 
 } // namespace orvanlite::platform

@@ -2,6 +2,7 @@
 
 #include "operations/Detach.h"
 #include "platform/Clock.h"
+#include "shell/toolkit/KeyRepeat.h"
 
 #include <QCoreApplication>
 #include <QKeyEvent>
@@ -70,8 +71,10 @@ bool CheatCode::completes(const QString& text)
 
 bool CheatCode::eventFilter(QObject* watched, QEvent* event)
 {
-    // Every key press is seen several times: for the window, the focused widget and its parents.
-    if (event->type() != QEvent::KeyPress || !watched->isWindowType() ||
+    keepFirst(*this, *event);
+    // Every key press is seen several times: for the window, the focused widget and its parents, and again as
+    // the copy that the accessibility bridge posts.
+    if (event->type() != QEvent::KeyPress || !watched->isWindowType() || !event->spontaneous() ||
         !completes(static_cast<QKeyEvent*>(event)->text().toLower()))
         return false;
     disarmCheatCode();

@@ -6,9 +6,11 @@
 #include "platform/Platform.h"
 #include "profiles/ProfileManager.h"
 #include "shell/app/CheatCode.h"
+#include "shell/app/FirstPaint.h"
 #include "shell/app/InputGate.h"
 #include "shell/app/MainContentView.h"
 #include "shell/app/SharedObjects.h"
+#include "shell/app/SpokenChanges.h"
 #include "shell/bulk/BulkConfirmation.h"
 #include "shell/bulk/BulkOperations.h"
 #include "shell/onboarding/OnboardingView.h"
@@ -27,13 +29,10 @@
 #include "uad/UADCleanupManager.h"
 
 #include <QApplication>
-#include <QMessageBox>
+#include <QDialog>
 #include <QPainter>
 #include <QPointer>
-#include <QTimer>
 #include <QVBoxLayout>
-
-#include <utility>
 
 namespace orvanlite {
 
@@ -103,6 +102,9 @@ ContentView::ContentView(const platform::Platform& platform, const SharedObjects
             showErrorAlert();
     });
     m_updates->watch(m_pluginManager->selectedFormats);
+    // So that the window is visible before a scan occupies the thread.
+    new FirstPaint(this, this, [this] { appear(); });
+    new SpokenChanges(*m_pluginManager, shared.activityLog, this);
     m_cleanupSheet = new UADCleanupSheet(m_uadCleanup, this);
     m_uadCleanup.pluginManager = m_pluginManager.get();
     m_uadCleanup.showCleanupSheet.observe(this, [this] { showCleanupSheet(); });
@@ -155,10 +157,6 @@ void ContentView::paintEvent(QPaintEvent* /*event*/)
     gradient.setColorAt(0, AppTheme::withOpacity(AppTheme::primary(palette()), 0.05));
     gradient.setColorAt(1, AppTheme::withOpacity(AppTheme::primary(palette()), 0.02));
     painter.fillRect(rect(), gradient);
-    if (!std::exchange(m_hasAppeared, true)) {
-        // After the first paint, so that the window is visible before a scan occupies the thread.
-        QTimer::singleShot(0, this, &ContentView::appear);
-    }
 }
 
 void ContentView::showEvent(QShowEvent* event)
@@ -175,13 +173,15 @@ void ContentView::render()
 
 void ContentView::appear()
 {
-    if (m_showingOnboarding)
-        showOnboarding();
     detach(m_updateChecker.checkForUpdates());
-    detach(scanAtStart(m_pluginManager.get(), m_newPlugins));
+    const auto scan = [this] { detach(scanAtStart(m_pluginManager.get(), m_newPlugins)); };
+    if (m_showingOnboarding)
+        new FirstPaint(showOnboarding(), this, scan);
+    else
+        scan();
 }
 
-void ContentView::showOnboarding()
+QWidget* ContentView::showOnboarding()
 {
     auto* sheet = new OnboardingView(m_services.platform, m_diskAccess, window());
     sheet->setAttribute(Qt::WA_DeleteOnClose);
@@ -189,6 +189,7 @@ void ContentView::showOnboarding()
     connect(sheet, &QDialog::finished, this,
             [this] { m_services.platform.defaults.standard().setValue(u"onboardingComplete"_s, true); });
     sheet->open();
+    return sheet;
 }
 
 void ContentView::startCleanup()
@@ -212,7 +213,7 @@ void ContentView::showBulkWarning()
                             bulkWarningMessage(*m_bulkConfirmation),
                             deletes ? u"Delete Permanently"_s : u"Continue"_s, true};
     // Acts only on the plugins listed when the question was asked, even if the selection changes meanwhile.
-    QMessageBox* warning =
+    QDialog* warning =
         ask(this, question,
             [this, action = m_bulkConfirmation->pendingAction.value_or(BulkAction::enable),
              plugins = m_bulkConfirmation->pendingPlugins] {
@@ -224,7 +225,7 @@ void ContentView::showBulkWarning()
 void ContentView::showErrorAlert()
 {
     const std::optional<PluginError>& error = *m_pluginManager->error;
-    QMessageBox* alert =
+    QDialog* alert =
         tell(this, Tone::warning, u"errorAlert"_s, u"Error"_s, error ? error->errorDescription() : QString());
     connect(alert, &QDialog::finished, this, [this] { showingError = false; });
 }

@@ -55,7 +55,7 @@ private:
     void showErrorAlert();
     /// The hidden key sequence has been typed.
     void startCleanup();
-    void showOnboarding();
+    QWidget* showOnboarding();
     void showCleanupSheet();
 
     void render();
@@ -76,7 +76,6 @@ private:
     SidebarSplitter* m_columns;
     UADCleanupSheet* m_cleanupSheet;
     ViewUpdater* m_updates;
-    bool m_hasAppeared = false;
 };
 
 } // namespace orvanlite

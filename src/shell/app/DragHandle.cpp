@@ -2,6 +2,7 @@
 
 #include "shell/toolkit/AppTheme.h"
 
+#include <QAccessibleWidget>
 #include <QMouseEvent>
 #include <QPainter>
 
@@ -18,11 +19,21 @@ constexpr QSizeF kPill(40, 4);
 constexpr double kShortestDrag = 10;
 constexpr double kKeyStep = 20;
 
+/// With the role of the sidebar's handle.
+QAccessibleInterface* makeAccessible(const QString& className, QObject* object)
+{
+    auto* handle = qobject_cast<DragHandle*>(object);
+    const bool isMeant = handle && className == QLatin1StringView(handle->metaObject()->className());
+    return isMeant ? new QAccessibleWidget(handle, QAccessible::Grip) : nullptr;
+}
+
 } // namespace
 
 DragHandle::DragHandle(QWidget* parent)
     : QWidget(parent)
 {
+    static const bool isInstalled = (QAccessible::installFactory(makeAccessible), true);
+    Q_UNUSED(isInstalled)
     setObjectName(u"bulkPaneHandle"_s);
     setAccessibleName(u"Resize bulk pane"_s);
     setFixedHeight(kHeight);

@@ -1,11 +1,34 @@
 #include "shell/app/InputGate.h"
 
+#include "shell/app/MainMenu.h"
 #include "shell/toolkit/KeyRepeat.h"
 
 #include <QApplication>
 #include <QKeyEvent>
+#include <QShortcutEvent>
+#include <QWidget>
 
 namespace orvanlite {
+
+namespace {
+
+void closePopups()
+{
+    QWidget* popup = QApplication::activePopupWidget();
+    while (popup && popup->close()) {
+        QWidget* below = QApplication::activePopupWidget();
+        popup = below == popup ? nullptr : below;
+    }
+}
+
+/// A menu opened by an accessibility action, which is not an input event.
+bool isPopup(QObject* shown)
+{
+    const auto* widget = qobject_cast<QWidget*>(shown);
+    return widget && widget->windowType() == Qt::Popup;
+}
+
+} // namespace
 
 InputGate::InputGate(const Observable<bool>& isClosed, QObject* parent)
     : QObject(parent)
@@ -20,22 +43,31 @@ void InputGate::follow(bool isClosed)
     if (isClosed == m_isInstalled)
         return;
     m_isInstalled = isClosed;
-    if (isClosed)
+    if (isClosed) {
+        closePopups();
+        QGuiApplication::setOverrideCursor(Qt::BusyCursor);
         QCoreApplication::instance()->installEventFilter(this);
-    else if (QCoreApplication::instance())
+    } else if (QCoreApplication::instance()) {
         QCoreApplication::instance()->removeEventFilter(this);
+        QGuiApplication::restoreOverrideCursor();
+    }
 }
 
-bool InputGate::eventFilter(QObject* /*watched*/, QEvent* event)
+bool InputGate::eventFilter(QObject* watched, QEvent* event)
 {
     switch (event->type()) {
     case QEvent::KeyPress:
     case QEvent::KeyRelease:
     case QEvent::ShortcutOverride: {
         KeyRepeat::note(*event);
-        const auto* key = static_cast<QKeyEvent*>(event);
-        return !key->matches(QKeySequence::Close) && !key->matches(QKeySequence::Quit);
+        return !isClosingKey(QKeySequence(static_cast<QKeyEvent*>(event)->keyCombination()));
     }
+    case QEvent::Shortcut:
+        return !isClosingKey(static_cast<QShortcutEvent*>(event)->key());
+    case QEvent::Show:
+        if (isPopup(watched))
+            QMetaObject::invokeMethod(this, &closePopups, Qt::QueuedConnection);
+        return false;
     // Mouse releases pass, so that a button held when the gate closed is released. No other button can be
     // down.
     case QEvent::MouseButtonPress:

@@ -13,6 +13,7 @@
 #include "shell/toolkit/AppTheme.h"
 #include "shell/toolkit/Divider.h"
 #include "shell/toolkit/PressButton.h"
+#include "shell/toolkit/RelativeFont.h"
 #include "shell/toolkit/ViewUpdater.h"
 
 #include <QApplication>
@@ -42,10 +43,11 @@ MainContentView::MainContentView(const Services& services, BulkConfirmation& con
     , m_viewModel(services.plugins)
     , m_onResetTapped(std::move(onResetTapped))
     , m_body(new QStackedWidget(this))
-    , m_emptyState(new EmptyStateView(m_body))
+    , m_emptyState(new EmptyStateView(m_viewModel, m_body))
     , m_updates(new ViewUpdater([this] { render(); }, this))
 {
     setObjectName(u"mainContentView"_s);
+    m_body->setAccessibleName(u"Content"_s);
     auto* toolRow = new QWidget(this);
     buildToolRow(toolRow);
     m_preview = new PreviewStrip(m_viewModel, this); // before the table in tab order
@@ -109,7 +111,7 @@ void MainContentView::buildToolRow(QWidget* row)
     for (PressButton* action : {scan, exportButton}) {
         action->setTextColour([](const QPalette&) { return AppTheme::actionText(); });
         // Compensates for the low contrast of the colour on a light background.
-        action->setFont(AppTheme::semibold(action->font()));
+        setRelativeFont(action, 1, QFont::DemiBold);
     }
 }
 

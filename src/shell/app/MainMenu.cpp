@@ -17,6 +17,9 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+QKeySequence closeKey() { return QKeySequence(u"Ctrl+W"_s); }
+QKeySequence quitKey() { return QKeySequence(u"Ctrl+Q"_s); }
+
 /// A system with a global menu bar also provides the entries that hide applications.
 bool systemHasApplicationMenu() { return QGuiApplication::platformName() == u"cocoa"_s; }
 
@@ -70,7 +73,7 @@ void addApplicationMenu(QMenuBar* bar, QMainWindow& window, const platform::Main
     updates->setMenuRole(QAction::ApplicationSpecificRole);
     QObject::connect(updates, &QAction::triggered, &window, std::move(checkForUpdates));
     menu->addSeparator();
-    QAction* quit = addEntry(menu, u"Quit Orvanlite"_s, QKeySequence(u"Ctrl+Q"_s), u"quitAction"_s);
+    QAction* quit = addEntry(menu, u"Quit Orvanlite"_s, quitKey(), u"quitAction"_s);
     quit->setMenuRole(QAction::QuitRole);
     QObject::connect(quit, &QAction::triggered, qApp, &QCoreApplication::quit, Qt::QueuedConnection);
 }
@@ -116,11 +119,13 @@ void addWindowMenu(QMenuBar* bar, QMainWindow& window)
     QObject::connect(zoom, &QAction::triggered, &window,
                      [&window] { window.setWindowState(window.windowState() ^ Qt::WindowMaximized); });
     menu->addSeparator();
-    QAction* close = addEntry(menu, u"Close Window"_s, QKeySequence(u"Ctrl+W"_s), u"closeWindowAction"_s);
+    QAction* close = addEntry(menu, u"Close Window"_s, closeKey(), u"closeWindowAction"_s);
     QObject::connect(close, &QAction::triggered, &window, &QWidget::close);
 }
 
 } // namespace
+
+bool isClosingKey(const QKeySequence& key) { return key == closeKey() || key == quitKey(); }
 
 void buildMenuBar(QMainWindow& window, const platform::MainBundle& bundle,
                   std::function<void()> checkForUpdates)

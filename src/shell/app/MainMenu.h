@@ -2,6 +2,7 @@
 
 #include <functional>
 
+class QKeySequence;
 class QMainWindow;
 
 namespace orvanlite::platform {
@@ -14,5 +15,8 @@ namespace orvanlite {
 /// system has one, otherwise in the window. "Check for Updates…" calls `checkForUpdates`.
 void buildMenuBar(QMainWindow& window, const platform::MainBundle& bundle,
                   std::function<void()> checkForUpdates);
+
+/// Whether this is the shortcut of "Close Window" or "Quit Orvanlite".
+[[nodiscard]] bool isClosingKey(const QKeySequence& key);
 
 } // namespace orvanlite

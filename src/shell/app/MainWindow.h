@@ -16,7 +16,8 @@ class MainWindow final : public QMainWindow {
 public:
     explicit MainWindow(platform::Defaults& defaults);
 
-    /// Restores the frame saved under this name, if any, and saves all later frames there.
+    /// Restores the frame saved under this name, if any, as far as it fits the screens, and saves all later frames
+    /// there.
     void setFrameAutosaveName(const QString& name);
     /// Resizes to this size, limited to the screen, and centres the window on the screen.
     void center(const QSize& wanted);
@@ -28,6 +29,9 @@ protected:
     void closeEvent(QCloseEvent* event) override;
 
 private:
+    /// The frame, moved and shrunk into its screen.
+    [[nodiscard]] QRect fitted(QRect frame) const;
+    void fitMinimumSize();
     void frameChanged();
     void saveFrame();
 

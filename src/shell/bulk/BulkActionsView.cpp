@@ -10,6 +10,7 @@
 #include "shell/toolkit/FlowLayout.h"
 #include "shell/toolkit/NoticeStrip.h"
 #include "shell/toolkit/PressButton.h"
+#include "shell/toolkit/RelativeFont.h"
 #include "shell/toolkit/TintedLabel.h"
 #include "shell/toolkit/ViewUpdater.h"
 
@@ -144,7 +145,7 @@ QWidget* BulkActionsView::makeHeaderRow()
     icon->setIcon(u"bolt.circle.fill"_s, kHeaderIconSize);
     auto* title = new QLabel(u"Bulk Actions"_s, row);
     title->setObjectName(u"bulkTitle"_s);
-    title->setFont(AppTheme::semibold(title->font()));
+    setRelativeFont(title, 1, QFont::DemiBold);
     m_count = new TintedLabel({}, faint, row);
     m_count->setObjectName(u"bulkCountLabel"_s);
     auto* dot = new TintedLabel(u"·"_s, faint, row);

@@ -1,10 +1,10 @@
 #include "shell/bulk/BulkPluginList.h"
 
 #include "operations/BulkSelection.h"
+#include "shell/bulk/BulkListAccessible.h"
 #include "shell/toolkit/Motion.h"
 #include "shell/toolkit/ThinScrollBar.h"
 
-#include <QAccessibleWidget>
 #include <QApplication>
 #include <QEvent>
 #include <QScopedValueRollback>
@@ -24,17 +24,8 @@ constexpr int kSmallestHeight = 40;
 constexpr int kSpacing = 3;
 constexpr int kScrollMilliseconds = 350;
 constexpr int kWheelStep = 20;
-constexpr auto kColumnName = "bulkPluginColumn";
 
 static_assert(kPaddingX == BulkPluginRow::kBleedX, "a highlighted row grows into the padding");
-
-/// Gives the column the role of a list, as its rows are list items.
-QAccessibleInterface* makeAccessible(const QString& className, QObject* object)
-{
-    if (className != QLatin1StringView("QWidget") || object->objectName() != QLatin1StringView(kColumnName))
-        return nullptr;
-    return new QAccessibleWidget(static_cast<QWidget*>(object), QAccessible::List);
-}
 
 } // namespace
 
@@ -47,8 +38,7 @@ BulkPluginList::BulkPluginList(const BulkSelection& selection, const QSet<QStrin
     , m_scrolling(new Glide(0, kScrollMilliseconds, this,
                             [this] { verticalScrollBar()->setValue(qRound(m_scrolling->value())); }))
 {
-    static const bool isInstalled = (QAccessible::installFactory(makeAccessible), true);
-    Q_UNUSED(isInstalled)
+    BulkListAccessible::install();
     setObjectName(u"bulkPluginList"_s);
     setFocusPolicy(Qt::NoFocus);
     setFrameShape(QFrame::NoFrame);
@@ -56,9 +46,9 @@ BulkPluginList::BulkPluginList(const BulkSelection& selection, const QSet<QStrin
     setVerticalScrollBar(new ThinScrollBar(Qt::Vertical, this));
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn); // paints nothing when there is nothing to scroll
     verticalScrollBar()->setSingleStep(kWheelStep);
-    m_column->setObjectName(QLatin1StringView(kColumnName));
-    m_column->setAccessibleName(u"Selected plugins"_s);
+    m_column->setObjectName(QLatin1StringView(BulkListAccessible::kColumnName));
     setWidget(m_column);
+    m_column->setAccessibleName(u"Selected plugins"_s);
     m_column->setAutoFillBackground(false);
     viewport()->setAutoFillBackground(false);
     m_rowLayout.setFont(font());
@@ -91,6 +81,10 @@ void BulkPluginList::reload()
     m_currentIndex = plugins().empty() ? 0 : std::min(m_currentIndex, plugins().size() - 1);
     m_currentName = plugins().empty() ? QString() : plugins()[m_currentIndex].name;
     layOut();
+    if (auto* spoken = QAccessible::isActive() ? dynamic_cast<BulkListAccessible*>(
+                                                     QAccessible::queryAccessibleInterface(m_column))
+                                               : nullptr)
+        spoken->reload();
     if (hasGrown)
         scrollToLast();
 }
@@ -278,12 +272,45 @@ void BulkPluginList::moveCurrent(int key)
         target = last;
         break;
     }
-    m_currentIndex = target;
-    m_currentName = plugins()[target].name;
-    scrollTo(target);
+    focusRow(static_cast<int>(target));
+}
+
+void BulkPluginList::focusRow(int position)
+{
+    if (position < 0 || position >= rowCount() || m_tops.size() != plugins().size() + 1)
+        return;
+    m_currentIndex = static_cast<std::size_t>(position);
+    m_currentName = plugins()[m_currentIndex].name;
+    scrollTo(m_currentIndex);
     buildRows();
     if (BulkPluginRow* row = m_rows.value(m_currentName))
         row->setFocus(Qt::OtherFocusReason);
+}
+
+QString BulkPluginList::rowName(int position) const
+{
+    return position < rowCount() ? plugins()[static_cast<std::size_t>(position)].name : QString();
+}
+
+bool BulkPluginList::isRowMarked(int position) const { return m_selectedNames.contains(rowName(position)); }
+
+QRect BulkPluginList::rowRect(int position) const
+{
+    const auto index = static_cast<std::size_t>(position);
+    if (index + 1 >= m_tops.size())
+        return {};
+    return {kPaddingX, m_tops[index], viewport()->width() - 2 * kPaddingX,
+            m_tops[index + 1] - m_tops[index] - kSpacing};
+}
+
+BulkPluginRow* BulkPluginList::builtRow(int position) const { return m_rows.value(rowName(position)); }
+
+int BulkPluginList::positionOf(const BulkPluginRow& row) const
+{
+    if (m_rows.value(row.pluginName()) != &row)
+        return -1;
+    const int position = positionAt(row.geometry().center().y());
+    return rowName(position) == row.pluginName() ? position : -1;
 }
 
 void BulkPluginList::scrollTo(std::size_t index)

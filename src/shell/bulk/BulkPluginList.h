@@ -32,6 +32,21 @@ public:
     /// Focuses the current row, or the first one.
     void focusCurrentRow();
 
+    // Any row by its position, whether or not it has a widget.
+    [[nodiscard]] int rowCount() const { return static_cast<int>(plugins().size()); }
+    [[nodiscard]] QString rowName(int position) const;
+    [[nodiscard]] bool isRowMarked(int position) const;
+    /// In the column that contains the rows; null while the layout is out of date.
+    [[nodiscard]] QRect rowRect(int position) const;
+    /// Null if the row has no widget.
+    [[nodiscard]] BulkPluginRow* builtRow(int position) const;
+    /// -1 if the widget is not in use.
+    [[nodiscard]] int positionOf(const BulkPluginRow& row) const;
+    /// The row at this height of the column; the space below a row belongs to it.
+    [[nodiscard]] int positionAt(int y) const { return static_cast<int>(rowAt(y)); }
+    /// Makes the row current and scrolls to it.
+    void focusRow(int position);
+
 Q_SIGNALS:
     void nameClicked(const QString& name);
     void variantClicked(const QUuid& id);
@@ -43,7 +58,6 @@ protected:
 
 private:
     [[nodiscard]] const std::vector<ConsolidatedPlugin>& plugins() const;
-    /// The row at this position in the column; the space below a row belongs to it.
     [[nodiscard]] std::size_t rowAt(int y) const;
     void layOut();
     void buildRows(bool isAnimated = false);

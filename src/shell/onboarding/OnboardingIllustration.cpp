@@ -30,8 +30,23 @@ void OnboardingIllustration::showEvent(QShowEvent* event)
 {
     QWidget::showEvent(event);
     m_elapsed.start();
-    if (!reducesMotion(this))
+    startOrStop();
+}
+
+void OnboardingIllustration::startOrStop()
+{
+    if (isVisible() && !reducesMotion(this))
         m_timer.start(kFrameMilliseconds, this);
+    else
+        m_timer.stop();
+    update();
+}
+
+void OnboardingIllustration::changeEvent(QEvent* event)
+{
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::StyleChange)
+        startOrStop();
 }
 
 void OnboardingIllustration::hideEvent(QHideEvent* event)

@@ -28,10 +28,13 @@ protected:
 
     void showEvent(QShowEvent* event) override;
     void hideEvent(QHideEvent* event) override;
+    void changeEvent(QEvent* event) override;
     void timerEvent(QTimerEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
 
 private:
+    void startOrStop();
+
     QElapsedTimer m_elapsed;
     QBasicTimer m_timer;
 };

@@ -52,7 +52,8 @@ void OnboardingPageShell::setTexts(const QString& title, const QString& descript
 
 void OnboardingPageShell::announceTexts()
 {
-    announce(this, m_title->text() + u". "_s + m_description->text());
+    setAccessibleName(m_title->text() + u". "_s + m_description->text());
+    announce(this, accessibleName());
 }
 
 void OnboardingPageShell::addBelow(QWidget* widget)

@@ -10,6 +10,7 @@
 #include "shell/toolkit/KeyRepeat.h"
 #include "shell/toolkit/Motion.h"
 #include "shell/toolkit/PressButton.h"
+#include "shell/toolkit/RelativeFont.h"
 
 #include <QHBoxLayout>
 #include <QKeyEvent>
@@ -59,6 +60,7 @@ OnboardingView::OnboardingView(const platform::Platform& platform, platform::Ful
     m_next->setFocus();
     for (QAbstractButton* button : findChildren<QAbstractButton*>())
         button->installEventFilter(this);
+    onFontChange(this, [this] { fitRegion(); });
 }
 
 void OnboardingView::addPages(const platform::Platform& platform, platform::FullDiskAccess& access)
@@ -213,13 +215,6 @@ void OnboardingView::keyPressEvent(QKeyEvent* event)
 {
     if (!actOn(*event))
         QDialog::keyPressEvent(event);
-}
-
-void OnboardingView::changeEvent(QEvent* event)
-{
-    QDialog::changeEvent(event);
-    if (event->type() == QEvent::FontChange) // queued, as the pages' widgets get the font later
-        QMetaObject::invokeMethod(this, &OnboardingView::fitRegion, Qt::QueuedConnection);
 }
 
 void OnboardingView::resizeEvent(QResizeEvent* event)

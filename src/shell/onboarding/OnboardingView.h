@@ -32,7 +32,6 @@ protected:
     /// Catches the arrow keys, with which the buttons would move the focus between themselves.
     bool eventFilter(QObject* watched, QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
-    void changeEvent(QEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
 
 private:

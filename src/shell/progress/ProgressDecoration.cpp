@@ -36,6 +36,7 @@ constexpr double kDotSeconds = 0.36;
 
 constexpr int kTrackWidth = 320;
 constexpr int kTrackHeight = 8;
+constexpr double kTrackRadius = 5;
 constexpr double kShimmerSeconds = 1.1;
 constexpr double kShimmerWidth = 96;
 
@@ -189,7 +190,7 @@ void ShimmerBar::paintEvent(QPaintEvent* /*event*/)
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
-    const double radius = height() / 2.0; // the bar is too low for a larger radius
+    const double radius = kTrackRadius;
     painter.setBrush(AppTheme::withOpacity(AppTheme::primary(palette()), 0.1));
     painter.drawRoundedRect(rect(), radius, radius);
     const double filled = fillWidth();

@@ -1,5 +1,6 @@
 #include "shell/progress/ProgressHUDView.h"
 
+#include "platform/Compositing.h"
 #include "shell/progress/ProgressDecoration.h"
 #include "shell/progress/ProgressHUDModel.h"
 #include "shell/toolkit/AppTheme.h"
@@ -10,6 +11,7 @@
 #include <QBoxLayout>
 #include <QEvent>
 #include <QGraphicsEffect>
+#include <QGuiApplication>
 #include <QPainter>
 #include <QTimerEvent>
 
@@ -24,6 +26,10 @@ namespace {
 constexpr int kFrameMilliseconds = 16;
 constexpr int kMaxTextWidth = 320;
 constexpr int kSpacing = 16;
+constexpr int kPaddingX = 32;
+constexpr int kPaddingY = 22;
+/// Of the background, where what is behind it shows through.
+constexpr double kOpacity = 0.82;
 constexpr double kSmallestScale = 0.88;
 constexpr double kAppearResponse = 0.38;
 constexpr double kAppearDamping = 0.72;
@@ -84,6 +90,7 @@ ProgressHUDView::ProgressHUDView(const ProgressHUDModel& model, QWidget* parent)
     , m_percent(new TabularLabel(this))
     , m_dots(new ProgressDots(this))
     , m_updates(new ViewUpdater([this] { render(); }, this))
+    , m_isTranslucent(QGuiApplication::platformName() != u"xcb"_s || platform::blendsWindowsOnX11())
 {
     setObjectName(u"progressView"_s);
     setAccessibleName(u"Progress"_s);
@@ -119,18 +126,12 @@ void ProgressHUDView::build()
     share->addStretch();
 
     auto* stack = new QVBoxLayout(this);
-    // The stretches centre the stack; with a tall font it grows evenly into the margins.
-    stack->setContentsMargins(32, AppTheme::kSpace2, 32, AppTheme::kSpace2);
-    stack->setSpacing(0);
+    stack->setContentsMargins(kPaddingX, kPaddingY, kPaddingX, kPaddingY);
+    stack->setSpacing(kSpacing); // none for the hidden count of a single plugin
     stack->addStretch();
-    stack->addWidget(m_wave, 0, Qt::AlignHCenter);
-    for (QWidget* line : {static_cast<QWidget*>(m_label), static_cast<QWidget*>(m_count)}) {
-        stack->addSpacing(kSpacing);
-        stack->addWidget(line, 0, Qt::AlignHCenter);
-    }
-    stack->addSpacing(kSpacing);
-    stack->addWidget(m_bar, 0, Qt::AlignHCenter);
-    stack->addSpacing(kSpacing);
+    for (QWidget* part : {static_cast<QWidget*>(m_wave), static_cast<QWidget*>(m_label),
+                          static_cast<QWidget*>(m_count), static_cast<QWidget*>(m_bar)})
+        stack->addWidget(part, 0, Qt::AlignHCenter);
     stack->addLayout(share);
     stack->addStretch();
 }
@@ -209,9 +210,9 @@ QPixmap ProgressHUDView::makeBackground() const
     made.fill(Qt::transparent);
     QPainter painter(&made);
     painter.setRenderHint(QPainter::Antialiasing);
-    // Opaque except for the corners: without blur, text behind the panel would show through.
     painter.setPen(Qt::NoPen);
-    painter.setBrush(palette().color(QPalette::Window));
+    painter.setBrush(
+        AppTheme::withOpacity(palette().color(QPalette::Window), m_isTranslucent ? kOpacity : 1));
     painter.drawRoundedRect(rect(), kCornerRadius, kCornerRadius);
     painter.setPen(QPen(AppTheme::withOpacity(AppTheme::primary(palette()), 0.12), 1));
     painter.setBrush(Qt::NoBrush);

@@ -54,6 +54,7 @@ private:
     ProgressDots* m_dots;
     ViewUpdater* m_updates;
     AppearEffect* m_appearing = nullptr; ///< while the panel grows into place
+    bool m_isTranslucent;                ///< asked for each batch: a compositor may be started at any time
     QPixmap m_background;
     QBasicTimer m_timer;
     QElapsedTimer m_shown;

@@ -6,6 +6,7 @@
 #include "shell/progress/ProgressHUDView.h"
 
 #include <QApplication>
+#include <QEvent>
 #include <QMainWindow>
 #include <QVBoxLayout>
 
@@ -46,14 +47,20 @@ QRegion roundedRegion(const QSize& size, int radius)
     return region;
 }
 
-QCoro::Task<> orderOut(QPointer<ProgressWindowManager> manager, platform::Clock* clock)
+QCoro::Task<> orderOutLater(QPointer<ProgressWindowManager> manager, platform::Clock* clock)
 {
     co_await clock->sleepFor(kFullBarStays);
-    if (manager && manager->panel())
-        manager->panel()->hide();
+    if (manager)
+        manager->orderOut();
 }
 
 } // namespace
+
+PanelPlacement usualPanelPlacement()
+{
+    return QGuiApplication::platformName().startsWith(u"wayland") ? PanelPlacement::insideWindow
+                                                                  : PanelPlacement::floating;
+}
 
 ProgressWindowManager& ProgressWindowManager::shared(const platform::Platform& platform)
 {
@@ -61,9 +68,15 @@ ProgressWindowManager& ProgressWindowManager::shared(const platform::Platform& p
     return *manager;
 }
 
-ProgressWindowManager::ProgressWindowManager(const platform::Platform& platform)
+ProgressWindowManager::ProgressWindowManager(const platform::Platform& platform, PanelPlacement placement)
     : m_clock(platform.clock)
-{}
+    , m_placement(placement)
+{
+    m_hudModel.progress.observe(this, [this] {
+        if (m_awaitsProgress && *m_hudModel.progress > 0)
+            appear();
+    });
+}
 
 ProgressWindowManager::~ProgressWindowManager() { delete m_panel; }
 
@@ -74,29 +87,68 @@ void ProgressWindowManager::show(const QString& label, int count)
     m_hudModel.label = label;
     m_hudModel.count = count;
     m_hudModel.progress = 0;
+    m_awaitsProgress = true;
     if (!m_panel)
         makePanel();
+    m_panel->hide();
+    m_window = windowInUse(m_panel);
     replaceView();
-    if (const QWidget* window = windowInUse(m_panel)) {
-        const QRect frame = window->frameGeometry();
-        m_panel->move(frame.x() + (frame.width() - m_panel->width()) / 2,
-                      frame.y() + (frame.height() - m_panel->height()) / 2);
+}
+
+void ProgressWindowManager::appear()
+{
+    m_awaitsProgress = false;
+    if (!m_panel) {
+        // Its window was closed meanwhile.
+        makePanel();
+        replaceView();
     }
+    if (m_placement == PanelPlacement::insideWindow) {
+        if (!m_window)
+            return;
+        m_panel->setParent(m_window);
+        m_window->installEventFilter(this);
+    }
+    centre();
     m_panel->show();
     m_panel->raise();
 }
 
+void ProgressWindowManager::centre()
+{
+    if (!m_window)
+        return;
+    const QRect frame = m_panel->isWindow() ? m_window->frameGeometry() : m_window->rect();
+    m_panel->move(frame.x() + (frame.width() - m_panel->width()) / 2,
+                  frame.y() + (frame.height() - m_panel->height()) / 2);
+}
+
+bool ProgressWindowManager::eventFilter(QObject* watched, QEvent* event)
+{
+    // Only of a window that the panel is inside.
+    if (event->type() == QEvent::Resize && m_panel && watched == m_panel->parentWidget())
+        centre();
+    return QObject::eventFilter(watched, event);
+}
+
 void ProgressWindowManager::hide()
 {
+    m_awaitsProgress = false; // a batch without progress never covered anything, and ends without a panel
     m_hudModel.progress = 1;
     // On purpose: a show() in the meantime does not cancel this.
-    detach(orderOut(this, &m_clock));
+    detach(orderOutLater(this, &m_clock));
+}
+
+void ProgressWindowManager::orderOut()
+{
+    m_awaitsProgress = false;
+    if (m_panel)
+        m_panel->hide();
 }
 
 void ProgressWindowManager::makePanel()
 {
-    m_panel = new QWidget(nullptr, Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint |
-                                       Qt::WindowTransparentForInput | Qt::WindowDoesNotAcceptFocus);
+    m_panel = new QWidget;
     m_panel->setObjectName(u"progressPanel"_s);
     m_panel->setWindowTitle(u"Progress"_s);
     m_panel->setAttribute(Qt::WA_ShowWithoutActivating);
@@ -106,6 +158,10 @@ void ProgressWindowManager::makePanel()
     m_panel->setAttribute(Qt::WA_QuitOnClose, false);
     m_panel->setFocusPolicy(Qt::NoFocus);
     m_panel->setFixedSize(ProgressHUDView::kSize);
+    if (m_placement == PanelPlacement::insideWindow)
+        return;
+    m_panel->setWindowFlags(Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint |
+                            Qt::WindowTransparentForInput | Qt::WindowDoesNotAcceptFocus);
     if (QGuiApplication::platformName() != u"xcb"_s)
         return;
     // A window manager would add a frame that takes clicks, and allow dragging with a modifier key.

@@ -2,7 +2,6 @@
 
 #include "records/ReportFormat.h"
 #include "shell/toolkit/AppTheme.h"
-#include "shell/toolkit/Dialogs.h"
 #include "shell/toolkit/Divider.h"
 #include "shell/toolkit/FocusRing.h"
 #include "shell/toolkit/PressButton.h"
@@ -11,7 +10,6 @@
 
 #include <QAbstractButton>
 #include <QButtonGroup>
-#include <QKeyEvent>
 #include <QPainter>
 #include <QRadioButton>
 #include <QVBoxLayout>
@@ -63,9 +61,8 @@ protected:
         const QPalette& colours = palette();
         const QRectF bounds = QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5);
         if (isChecked()) {
-            painter.setPen(QPen(AppTheme::withOpacity(AppTheme::primary(colours), 0.15), 1));
-            painter.setBrush(AppTheme::isDark(colours) ? colours.color(QPalette::Mid)
-                                                       : colours.color(QPalette::Base));
+            painter.setPen(QPen(AppTheme::glassBorder(colours), 1));
+            painter.setBrush(colours.color(QPalette::Button));
             painter.drawRoundedRect(bounds, kSegmentRadius, kSegmentRadius);
         } else if (underMouse() || isDown()) {
             painter.setPen(Qt::NoPen);
@@ -116,7 +113,7 @@ protected:
         painter.drawEllipse(ring.adjusted(1, 1, -1, -1));
         if (isChecked()) {
             painter.setPen(Qt::NoPen);
-            painter.setBrush(Qt::white);
+            painter.setBrush(colours.highlightedText());
             painter.drawEllipse(ring.center(), side * 0.18, side * 0.18);
         }
         painter.setPen(ink);
@@ -153,7 +150,7 @@ QVBoxLayout* headed(QWidget* part, const QString& heading, const QString& object
 {
     auto* label = new QLabel(heading, part);
     label->setObjectName(objectName);
-    label->setFont(AppTheme::semibold(label->font()));
+    setRelativeFont(label, 1, QFont::DemiBold);
     auto* column = new QVBoxLayout(part);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(AppTheme::kSpace2);
@@ -164,13 +161,12 @@ QVBoxLayout* headed(QWidget* part, const QString& heading, const QString& object
 } // namespace
 
 ExportPicker::ExportPicker(ExportFormat& format, ExportSortOption& sortOption, QWidget* parent)
-    : QDialog(parent)
+    : Sheet(parent)
     , m_format(format)
     , m_sortOption(sortOption)
 {
     setObjectName(u"exportPicker"_s);
     setWindowTitle(u"Export Plugins"_s);
-    makeSheet(this);
     auto* title = new QLabel(windowTitle(), this);
     title->setObjectName(u"exportTitle"_s);
     setRelativeFont(title, 1.3, QFont::DemiBold);
@@ -192,6 +188,7 @@ ExportPicker::ExportPicker(ExportFormat& format, ExportSortOption& sortOption, Q
     column->addStretch(1);
     column->addWidget(makeButtons());
     render();
+    onFontChange(this, [this] { fit(); });
 }
 
 QWidget* ExportPicker::makeFormats()
@@ -259,7 +256,7 @@ QWidget* ExportPicker::makeButtons()
     m_export = new PressButton({}, {}, PressButton::Ground::bordered, buttons);
     m_export->setObjectName(u"exportConfirmButton"_s);
     m_export->setTint(&AppTheme::accent);
-    m_export->setFont(AppTheme::semibold(m_export->font()));
+    setRelativeFont(m_export, 1, QFont::DemiBold);
     connect(cancel, &QAbstractButton::clicked, this, &QDialog::reject);
     connect(m_export, &QAbstractButton::clicked, this, &QDialog::accept);
     auto* row = new QHBoxLayout(buttons);
@@ -279,6 +276,12 @@ void ExportPicker::render()
 
 void ExportPicker::present()
 {
+    fit();
+    open();
+}
+
+void ExportPicker::fit()
+{
     const int width = std::max(kWidth, layout()->minimumSize().width());
     // Reserve space for the longest caption, so that nothing moves under the pointer.
     int captionHeight = 0;
@@ -289,16 +292,8 @@ void ExportPicker::present()
     m_caption->setMinimumHeight(captionHeight);
     render();
     resize(width, layout()->totalHeightForWidth(width));
-    open();
 }
 
-void ExportPicker::keyPressEvent(QKeyEvent* event)
-{
-    // Return triggers the default button regardless of the focus.
-    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
-        m_export->click();
-    else
-        QDialog::keyPressEvent(event);
-}
+QAbstractButton* ExportPicker::mainButton() const { return m_export; }
 
 } // namespace orvanlite

@@ -1,8 +1,7 @@
 #pragma once
 
 #include "records/ExportOptions.h"
-
-#include <QDialog>
+#include "shell/toolkit/Sheet.h"
 
 class QLabel;
 
@@ -12,7 +11,7 @@ class PressButton;
 
 /// Lets the user choose the format and sort order of a report. Every choice is written immediately to the two
 /// references; accepting the dialog requests the report.
-class ExportPicker final : public QDialog {
+class ExportPicker final : public Sheet {
     Q_OBJECT
 
 public:
@@ -22,12 +21,13 @@ public:
     void present();
 
 protected:
-    void keyPressEvent(QKeyEvent* event) override;
+    [[nodiscard]] QAbstractButton* mainButton() const override;
 
 private:
     [[nodiscard]] QWidget* makeFormats();
     [[nodiscard]] QWidget* makeSortOptions();
     [[nodiscard]] QWidget* makeButtons();
+    void fit();
     void render();
 
     ExportFormat& m_format;

@@ -4,7 +4,6 @@
 #include "profiles/ProfileManager.h"
 #include "shell/toolkit/AppTheme.h"
 #include "shell/toolkit/ChipButton.h"
-#include "shell/toolkit/Dialogs.h"
 #include "shell/toolkit/FlowLayout.h"
 #include "shell/toolkit/PressButton.h"
 #include "shell/toolkit/RelativeFont.h"
@@ -59,14 +58,13 @@ QHBoxLayout* rowOf(QWidget* widget)
 
 NewPluginsSheet::NewPluginsSheet(Observable<NewPlugins>& state, const ProfileManager& profiles,
                                  QWidget* parent)
-    : QDialog(parent)
+    : Sheet(parent)
     , m_state(state)
     , m_profiles(profiles)
     , m_updates(new ViewUpdater([this] { render(); }, this))
 {
     setObjectName(u"newPluginsSheet"_s);
     setWindowTitle(u"Add New Plugins to Profiles"_s);
-    makeSheet(this);
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(AppTheme::kSpace5, AppTheme::kSpace5, AppTheme::kSpace5, AppTheme::kSpace5);
     column->setSpacing(AppTheme::kSpace3);
@@ -88,6 +86,7 @@ NewPluginsSheet::NewPluginsSheet(Observable<NewPlugins>& state, const ProfileMan
     connectControls();
     m_updates->watch(state, profiles.profiles);
     m_updates->schedule();
+    onFontChange(this, [this] { fit(); });
 }
 
 QWidget* NewPluginsSheet::makeTitle()
@@ -131,7 +130,7 @@ QWidget* NewPluginsSheet::makeProfilesHeading()
 {
     auto* heading = new QWidget(this);
     QLabel* words = text(u"Add to profiles:"_s, &AppTheme::primary, u"newPluginsProfilesHeading"_s, heading);
-    words->setFont(AppTheme::semibold(words->font()));
+    setRelativeFont(words, 1, QFont::DemiBold);
     m_allProfiles = new PressButton({}, {}, PressButton::Ground::accent, heading);
     m_allProfiles->setObjectName(u"newPluginsAllProfilesButton"_s);
     QHBoxLayout* row = rowOf(heading);
@@ -188,14 +187,21 @@ void NewPluginsSheet::connectControls()
     connect(m_add, &QAbstractButton::clicked, this, &NewPluginsSheet::addRequested);
 }
 
+QAbstractButton* NewPluginsSheet::mainButton() const { return m_add; }
+
 void NewPluginsSheet::present()
 {
     m_updates->flush();
+    fit();
+    open();
+}
+
+void NewPluginsSheet::fit()
+{
     const int wanted = kCharactersAcross * fontMetrics().averageCharWidth();
     const int width =
         std::max(std::clamp(wanted, kSmallestWidth, kLargestWidth), layout()->minimumSize().width());
     resize(width, layout()->totalHeightForWidth(width));
-    open();
 }
 
 void NewPluginsSheet::render()

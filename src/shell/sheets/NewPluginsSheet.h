@@ -2,8 +2,7 @@
 
 #include "model/Observable.h"
 #include "model/PluginFormat.h"
-
-#include <QDialog>
+#include "shell/toolkit/Sheet.h"
 
 #include <array>
 
@@ -21,7 +20,7 @@ struct NewPlugins;
 
 /// Lets the user choose which new plugins to add to which profiles. Decides nothing itself: closed by Escape,
 /// all plugins stay pending.
-class NewPluginsSheet final : public QDialog {
+class NewPluginsSheet final : public Sheet {
     Q_OBJECT
 
 public:
@@ -34,6 +33,9 @@ Q_SIGNALS:
     void addRequested();
     void skipRequested();
 
+protected:
+    [[nodiscard]] QAbstractButton* mainButton() const override;
+
 private:
     [[nodiscard]] QWidget* makeTitle();
     [[nodiscard]] QWidget* makeChips();
@@ -42,6 +44,7 @@ private:
     [[nodiscard]] QWidget* makeButtons();
     [[nodiscard]] TickList* makeList(const QString& objectName, const QString& name, int largestHeight);
     void connectControls();
+    void fit();
     void render();
     void renderChips();
 

@@ -18,10 +18,12 @@ NewPluginsWorkflow::NewPluginsWorkflow(const PluginManagerViewModel& plugins, Pr
     , m_plugins(plugins)
     , m_profiles(profiles)
 {
-    const Banner::Look look{u"newPluginsBanner"_s, u"sparkles"_s, u"Add to Profiles"_s,
-                            u"Dismiss — these plugins won't be added to profiles. Applying a profile may "
-                            "disable them."_s,
-                            &AppTheme::orange};
+    const Banner::Look look{
+        u"newPluginsBanner"_s, u"sparkles"_s, u"Add to Profiles"_s,
+        u"Dismiss — these plugins won't be added to profiles. Applying a profile may "
+        "disable them."_s,
+        // The plain orange is too light for white text.
+        [](const QPalette& colours) { return AppTheme::groundForWhite(AppTheme::orange(colours)); }};
     m_banner = new Banner(look, parent);
     m_sheet = new NewPluginsSheet(m_state, profiles, parent);
     connect(m_banner, &Banner::actionClicked, this, &NewPluginsWorkflow::showSheet);

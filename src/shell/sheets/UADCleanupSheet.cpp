@@ -3,7 +3,6 @@
 #include "operations/Detach.h"
 #include "shell/sheets/UADPluginList.h"
 #include "shell/toolkit/AppTheme.h"
-#include "shell/toolkit/Dialogs.h"
 #include "shell/toolkit/PressButton.h"
 #include "shell/toolkit/RelativeFont.h"
 #include "shell/toolkit/Spinner.h"
@@ -65,14 +64,14 @@ void stackInMiddle(QWidget* page, const std::vector<QWidget*>& widgets)
 } // namespace
 
 UADCleanupSheet::UADCleanupSheet(UADCleanupManager& cleanup, QWidget* parent)
-    : QDialog(parent)
+    : Sheet(parent)
     , m_cleanup(cleanup)
     , m_states(new QStackedWidget(this))
     , m_updates(new ViewUpdater([this] { render(); }, this))
 {
     setObjectName(u"uadCleanupSheet"_s);
     setWindowTitle(u"UAD Demo Plugin Cleanup"_s);
-    makeSheet(this);
+    m_states->setAccessibleName(u"Clean-up"_s);
     setFixedSize(kSize);
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
@@ -84,6 +83,22 @@ UADCleanupSheet::UADCleanupSheet(UADCleanupManager& cleanup, QWidget* parent)
     m_updates->watch(cleanup.isLoading, cleanup.cleanupComplete, cleanup.errorMessage, cleanup.demoPlugins,
                      cleanup.authorizedPlugins, cleanup.disabledCount);
     render();
+}
+
+QAbstractButton* UADCleanupSheet::mainButton() const
+{
+    switch (m_states->currentIndex()) {
+    case complete:
+        return m_done;
+    case problem:
+        return m_again;
+    case empty:
+        return m_close;
+    case choosing:
+        return m_disable;
+    default:
+        return nullptr;
+    }
 }
 
 void UADCleanupSheet::reject()
@@ -107,15 +122,15 @@ QWidget* UADCleanupSheet::makeHeader()
     auto* title = new QLabel(u"UAD Demo Plugin Cleanup"_s, header);
     title->setObjectName(u"uadCleanupTitle"_s);
     setRelativeFont(title, 1.15, QFont::DemiBold);
-    auto* close = makeIconButton(u"xmark.circle.fill"_s, u"Close"_s, u"closeCleanupButton"_s, header);
-    connect(close, &QAbstractButton::clicked, this, &UADCleanupSheet::reject);
+    m_close = makeIconButton(u"xmark.circle.fill"_s, u"Close"_s, u"closeCleanupButton"_s, header);
+    connect(m_close, &QAbstractButton::clicked, this, &UADCleanupSheet::reject);
     auto* row = new QHBoxLayout(header);
     row->setContentsMargins(AppTheme::kSpace5, AppTheme::kSpace4, AppTheme::kSpace3, AppTheme::kSpace3);
     row->setSpacing(AppTheme::kSpace2);
     row->addWidget(
         sign(u"bolt.trianglebadge.exclamationmark.fill"_s, kHeaderSign, &AppTheme::orange, header));
     row->addWidget(title, 1);
-    row->addWidget(close);
+    row->addWidget(m_close);
     return header;
 }
 
@@ -134,11 +149,11 @@ QWidget* UADCleanupSheet::makeComplete()
     QLabel* title = text(u"Cleanup Complete!"_s, &AppTheme::primary, u"uadCompleteLabel"_s, page);
     setRelativeFont(title, 1.15, QFont::DemiBold);
     m_disabled = text({}, &AppTheme::primary, u"uadDisabledLabel"_s, page);
-    PressButton* done = makeButton(u"Done"_s, {}, u"cleanupDoneButton"_s, page);
-    connect(done, &QAbstractButton::clicked, this, &UADCleanupSheet::reject);
-    page->setFocusProxy(done);
+    m_done = makeButton(u"Done"_s, {}, u"cleanupDoneButton"_s, page);
+    connect(m_done, &QAbstractButton::clicked, this, &UADCleanupSheet::reject);
+    page->setFocusProxy(m_done);
     stackInMiddle(page, {sign(u"checkmark.circle.fill"_s, kStateSign, &AppTheme::green, page), title,
-                         m_disabled, done});
+                         m_disabled, m_done});
     return page;
 }
 
@@ -147,15 +162,15 @@ QWidget* UADCleanupSheet::makeProblem()
     auto* page = new QWidget(this);
     m_problem = text({}, &AppTheme::secondary, u"uadProblemLabel"_s, page);
     auto* buttons = new QWidget(page);
-    PressButton* again = makeButton(u"Try Again"_s, {}, u"cleanupTryAgainButton"_s, buttons);
+    m_again = makeButton(u"Try Again"_s, {}, u"cleanupTryAgainButton"_s, buttons);
     PressButton* cancel = makeButton(u"Cancel"_s, {}, u"cleanupProblemCancelButton"_s, buttons);
-    page->setFocusProxy(again);
-    connect(again, &QAbstractButton::clicked, this, [this] { m_cleanup.retryWithExistingProfile(); });
+    page->setFocusProxy(m_again);
+    connect(m_again, &QAbstractButton::clicked, this, [this] { m_cleanup.retryWithExistingProfile(); });
     connect(cancel, &QAbstractButton::clicked, this, &UADCleanupSheet::reject);
     auto* row = new QHBoxLayout(buttons);
     row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(AppTheme::kSpace2);
-    row->addWidget(again);
+    row->addWidget(m_again);
     row->addWidget(cancel);
     stackInMiddle(page, {sign(u"exclamationmark.triangle.fill"_s, kStateSign, &AppTheme::orange, page),
                          m_problem, buttons});

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QDialog>
+#include "shell/toolkit/Sheet.h"
 
 class QLabel;
 class QStackedWidget;
@@ -14,13 +14,16 @@ class ViewUpdater;
 
 /// The clean-up of UAD demos: a page for progress, completion, a problem, nothing to do, or the selection.
 /// Closing it does not cancel a running clean-up.
-class UADCleanupSheet final : public QDialog {
+class UADCleanupSheet final : public Sheet {
     Q_OBJECT
 
 public:
     UADCleanupSheet(UADCleanupManager& cleanup, QWidget* parent);
 
     void reject() override;
+
+protected:
+    [[nodiscard]] QAbstractButton* mainButton() const override;
 
 private:
     [[nodiscard]] QWidget* makeHeader();
@@ -38,6 +41,9 @@ private:
 
     UADCleanupManager& m_cleanup;
     QStackedWidget* m_states;
+    PressButton* m_close = nullptr;
+    PressButton* m_done = nullptr;
+    PressButton* m_again = nullptr;
     QLabel* m_disabled = nullptr;
     QLabel* m_problem = nullptr;
     PressButton* m_expiredOnly = nullptr;

@@ -2,6 +2,7 @@
 
 #include "shell/toolkit/AppTheme.h"
 #include "shell/toolkit/Icons.h"
+#include "shell/toolkit/ToolTips.h"
 #include "uad/UADCleanupManager.h"
 
 #include <QPainter>
@@ -161,7 +162,7 @@ QVariant UADPluginListModel::data(const QModelIndex& index, int role) const
     case Qt::DisplayRole:
         return isHeading ? shown.heading : shown.entry.name;
     case Qt::ToolTipRole:
-        return isHeading ? QVariant() : shown.entry.name;
+        return isHeading ? QVariant() : plainToolTip(shown.entry.name);
     case Qt::AccessibleTextRole:
         return isHeading ? shown.heading : shown.entry.name + u", "_s + remark(shown.entry);
     case Qt::CheckStateRole:
@@ -193,6 +194,21 @@ void UADPluginList::activate(const QModelIndex& index)
 {
     if (index.flags() & Qt::ItemIsUserCheckable)
         Q_EMIT toggled(m_model.row(index.row()).entry.id);
+}
+
+QModelIndex UADPluginList::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers)
+{
+    // Headings are skipped: there is nothing to do on them. The first row is one, so that the end of the search
+    // upwards continues downwards.
+    const QModelIndex target = CardView::moveCursor(action, modifiers);
+    if (!target.isValid())
+        return target;
+    int row = target.row();
+    for (int step = row < currentIndex().row() ? -1 : 1; !m_model.row(row).heading.isEmpty(); row += step) {
+        if (row == 0)
+            step = 1;
+    }
+    return m_model.index(row);
 }
 
 } // namespace orvanlite

@@ -55,6 +55,7 @@ Q_SIGNALS:
 
 protected:
     void activate(const QModelIndex& index) override;
+    QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
     /// Skips the heading in the first row.
     [[nodiscard]] QModelIndex firstIndex() const override { return m_model.index(1); }
 

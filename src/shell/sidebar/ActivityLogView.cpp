@@ -6,6 +6,7 @@
 #include "shell/toolkit/Dialogs.h"
 #include "shell/toolkit/Presence.h"
 #include "shell/toolkit/PressButton.h"
+#include "shell/toolkit/RelativeFont.h"
 #include "shell/toolkit/TintedLabel.h"
 #include "shell/toolkit/ViewUpdater.h"
 
@@ -36,7 +37,7 @@ ActivityLogView::ActivityLogView(ActivityLogManager& log, const platform::Clock&
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum);
     auto* title = new QLabel(u"Recent Activity"_s, this);
     title->setObjectName(u"activityLogTitle"_s);
-    title->setFont(AppTheme::semibold(title->font()));
+    setRelativeFont(title, 1, QFont::DemiBold);
     title->setWordWrap(true);
     m_clear->setObjectName(u"clearActivityButton"_s);
     m_clear->setAccessibleDescription(u"Clear activity log"_s);
@@ -48,7 +49,9 @@ ActivityLogView::ActivityLogView(ActivityLogManager& log, const platform::Clock&
     header->addWidget(title, 1);
     header->addWidget(m_clear);
     // Keep the height of the header when the button is hidden.
-    title->setMinimumHeight(m_clear->sizeHint().height());
+    const auto fit = [this, title] { title->setMinimumHeight(m_clear->sizeHint().height()); };
+    fit();
+    onFontChange(title, fit);
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(AppTheme::kSpace1);

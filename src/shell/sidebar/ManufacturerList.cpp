@@ -7,6 +7,7 @@
 #include "shell/toolkit/AppTheme.h"
 #include "shell/toolkit/ManufacturerWebsites.h"
 #include "shell/toolkit/PressButton.h"
+#include "shell/toolkit/RelativeFont.h"
 #include "shell/toolkit/TintedLabel.h"
 #include "shell/toolkit/ViewUpdater.h"
 
@@ -108,9 +109,13 @@ QWidget* ManufacturerList::makeSearchRow()
     row->addWidget(m_field, 1);
     row->addWidget(m_clear);
     // The row must not grow when the button appears.
-    ground->setMinimumHeight(m_clear->sizeHint().height() + AppTheme::kSpace1);
+    const auto fit = [this, ground] {
+        ground->setMinimumHeight(m_clear->sizeHint().height() + AppTheme::kSpace1);
+    };
+    fit();
+    onFontChange(ground, fit);
 
-    connect(m_field, &QLineEdit::textEdited, this,
+    connect(m_field, &QLineEdit::textChanged, this, // assistive technology does not edit
             [this](const QString& text) { m_viewModel.manufacturerSearchText = text; });
     connect(m_clear, &QAbstractButton::clicked, this, [this] {
         m_viewModel.manufacturerSearchText.clear();

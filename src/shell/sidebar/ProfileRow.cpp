@@ -43,9 +43,7 @@ ProfileRow::ProfileRow(int number, QWidget* parent)
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     m_name->setObjectName(identity + u"Name"_s);
     m_status->setObjectName(identity + u"Status"_s);
-    QFont medium = m_name->font();
-    medium.setWeight(QFont::Medium);
-    m_name->setFont(medium);
+    setRelativeFont(m_name, 1, QFont::Medium);
     setRelativeFont(m_status, kStatusSize);
     auto* texts = new QVBoxLayout;
     texts->setSpacing(1);

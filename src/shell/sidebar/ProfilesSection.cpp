@@ -165,7 +165,7 @@ void ProfilesSection::saveCurrentState()
                                 u"Save the current enabled/disabled state of all plugins as a profile."_s,
                                 u"Profile name"_s, u"Save"_s};
     askForText(this, question,
-               [this](const QString& name) { m_viewModel.saveProfile(m_profileManager, name); });
+               [this](const QString& name) { return m_viewModel.saveProfile(m_profileManager, name); });
 }
 
 void ProfilesSection::createFromSelection()
@@ -177,8 +177,9 @@ void ProfilesSection::createFromSelection()
         u"The %1 selected plugins will be marked as enabled. All other plugins will be disabled in this profile."_s
             .arg(m_viewModel.persistedSelections.size()),
         u"Profile name"_s, u"Create"_s};
-    askForText(this, question,
-               [this](const QString& name) { m_viewModel.saveProfileFromSelection(m_profileManager, name); });
+    askForText(this, question, [this](const QString& name) {
+        return m_viewModel.saveProfileFromSelection(m_profileManager, name);
+    });
 }
 
 void ProfilesSection::importDocument()

@@ -21,7 +21,9 @@ constexpr double kCornerRadius = 8;
 class ActionButton final : public SidebarButton {
 public:
     ActionButton(QColor (*tint)(const QPalette&), QWidget* parent)
-        : SidebarButton({.iconSlot = 18, .paddingY = kPadding, .cornerRadius = kCornerRadius}, parent)
+        : SidebarButton(
+              {.iconSlot = 18, .paddingX = kPadding, .paddingY = kPadding, .cornerRadius = kCornerRadius},
+              parent)
         , m_tint(tint)
     {
         setFont(AppTheme::semibold({}));

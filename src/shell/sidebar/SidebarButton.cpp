@@ -17,7 +17,6 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr double kRingInset = 2;
-constexpr int kPaddingX = 8;
 /// Margin into which a row grows; at the maximum sidebar width all of it is needed.
 constexpr int kBleedX = 4;
 constexpr int kBleedY = 1;
@@ -52,7 +51,7 @@ void SidebarButton::setCount(const QString& count)
 
 QSize SidebarButton::sizeHint() const
 {
-    const int width = 2 * (kBleedX + kPaddingX) + m_measures.iconSlot + 2 * m_measures.gap +
+    const int width = 2 * (kBleedX + m_measures.paddingX) + m_measures.iconSlot + 2 * m_measures.gap +
                       fontMetrics().horizontalAdvance(label() + m_count);
     return {width, minimumSizeHint().height()};
 }
@@ -60,7 +59,7 @@ QSize SidebarButton::sizeHint() const
 QSize SidebarButton::minimumSizeHint() const
 {
     const QFontMetrics metrics = fontMetrics();
-    return {2 * (kBleedX + kPaddingX) + m_measures.iconSlot + 3 * metrics.horizontalAdvance(u'…'),
+    return {2 * (kBleedX + m_measures.paddingX) + m_measures.iconSlot + 3 * metrics.horizontalAdvance(u'…'),
             std::max(metrics.height(), m_measures.iconSize) + 2 * (m_measures.paddingY + kBleedY)};
 }
 
@@ -69,7 +68,8 @@ QRectF SidebarButton::ground() const { return QRectF(rect()).adjusted(kBleedX, k
 QRectF SidebarButton::textRect() const
 {
     const int count = m_count.isEmpty() ? 0 : fontMetrics().horizontalAdvance(m_count) + m_measures.gap;
-    return ground().adjusted(kPaddingX + m_measures.iconSlot + m_measures.gap, 0, -kPaddingX - count, 0);
+    return ground().adjusted(m_measures.paddingX + m_measures.iconSlot + m_measures.gap, 0,
+                             -m_measures.paddingX - count, 0);
 }
 
 QString SidebarButton::shownLabel() const
@@ -102,7 +102,8 @@ void SidebarButton::paint(QPainter& painter) const
     applyScale(painter, place.center());
     paintGround(painter, place);
     if (!m_iconKey.isEmpty()) {
-        const QRectF slot(place.left() + kPaddingX, place.top(), m_measures.iconSlot, place.height());
+        const QRectF slot(place.left() + m_measures.paddingX, place.top(), m_measures.iconSlot,
+                          place.height());
         const double size = m_measures.iconSize;
         drawIcon(painter, QRectF(slot.center() - QPointF(size / 2, size / 2), QSizeF(size, size)), m_iconKey,
                  iconInk());
@@ -110,7 +111,7 @@ void SidebarButton::paint(QPainter& painter) const
     painter.setPen(ink());
     painter.drawText(textRect(), Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, shownLabel());
     painter.setPen(AppTheme::secondary(palette()));
-    painter.drawText(place.adjusted(0, 0, -kPaddingX, 0),
+    painter.drawText(place.adjusted(0, 0, -m_measures.paddingX, 0),
                      Qt::AlignRight | Qt::AlignVCenter | Qt::TextSingleLine, m_count);
 }
 

@@ -25,6 +25,7 @@ protected:
         int iconSlot = 20;
         int iconSize = 16;
         int gap = 8;
+        int paddingX = 8;
         int paddingY = 6;
         double cornerRadius = 7;
         double hoverScale = 1;

@@ -29,6 +29,7 @@ public:
         setCheckable(true);
         setFont(AppTheme::semibold({}));
     }
+    [[nodiscard]] bool opensSection() const override { return true; }
 };
 
 } // namespace

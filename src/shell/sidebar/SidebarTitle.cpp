@@ -3,6 +3,7 @@
 #include "platform/Clock.h"
 #include "shell/toolkit/AppTheme.h"
 #include "shell/toolkit/Motion.h"
+#include "shell/toolkit/RelativeFont.h"
 
 #include <QPainter>
 #include <QTimerEvent>
@@ -27,10 +28,7 @@ SidebarTitle::SidebarTitle(const QString& text, const platform::Clock& clock, QW
     , m_clock(clock)
 {
     setObjectName(u"sidebarTitle"_s);
-    QFont large = font();
-    large.setPointSizeF(large.pointSizeF() * kTitleSize);
-    large.setWeight(QFont::Bold);
-    setFont(large);
+    setRelativeFont(this, kTitleSize, QFont::Bold);
 }
 
 QSize SidebarTitle::minimumSizeHint() const

@@ -29,7 +29,7 @@
 #include "shell/toolkit/TintedLabel.h"
 #include "shell/toolkit/ViewUpdater.h"
 
-#include <QMessageBox>
+#include <QDialog>
 #include <QVBoxLayout>
 
 namespace orvanlite {

@@ -1,5 +1,6 @@
 #include "shell/table/EmptyStateView.h"
 
+#include "shell/table/WorkStatusLine.h"
 #include "shell/toolkit/AppTheme.h"
 #include "shell/toolkit/RelativeFont.h"
 #include "shell/toolkit/TintedLabel.h"
@@ -17,7 +18,7 @@ constexpr double kHeadingSize = 1.25;
 
 } // namespace
 
-EmptyStateView::EmptyStateView(QWidget* parent)
+EmptyStateView::EmptyStateView(const PluginManagerViewModel& viewModel, QWidget* parent)
     : QWidget(parent)
 {
     setObjectName(u"emptyState"_s);
@@ -36,7 +37,7 @@ EmptyStateView::EmptyStateView(QWidget* parent)
     }
 
     auto* column = new QVBoxLayout(this);
-    column->setContentsMargins(AppTheme::kSpace5, 0, AppTheme::kSpace5, 0);
+    column->setContentsMargins(AppTheme::kSpace5, 0, AppTheme::kSpace5, AppTheme::kSpace2);
     column->setSpacing(AppTheme::kSpace2);
     column->addStretch(1);
     column->addWidget(icon, 0, Qt::AlignHCenter);
@@ -44,6 +45,7 @@ EmptyStateView::EmptyStateView(QWidget* parent)
     column->addWidget(heading);
     column->addWidget(caption);
     column->addStretch(1);
+    column->addWidget(new WorkStatusLine(viewModel, this));
 }
 
 } // namespace orvanlite

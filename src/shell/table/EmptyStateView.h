@@ -4,12 +4,15 @@
 
 namespace orvanlite {
 
-/// Shown instead of the table while no category is selected.
+class PluginManagerViewModel;
+
+/// Shown instead of the table while no category is selected. Operations can be started from the sidebar
+/// meanwhile, so it has the status line of the table's footer.
 class EmptyStateView final : public QWidget {
     Q_OBJECT
 
 public:
-    explicit EmptyStateView(QWidget* parent);
+    EmptyStateView(const PluginManagerViewModel& viewModel, QWidget* parent);
 };
 
 } // namespace orvanlite

@@ -4,7 +4,6 @@
 #include "operations/PluginManagerViewModel.h"
 #include "platform/Platform.h"
 #include "platform/Workspace.h"
-#include "shell/toolkit/AppTheme.h"
 #include "shell/toolkit/Icons.h"
 #include "shell/toolkit/ManufacturerWebsites.h"
 
@@ -20,14 +19,10 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int kIconSize = 16;
-
 /// Adds an entry. A "&" in a manufacturer's name does not create a mnemonic.
 QAction* addEntry(QMenu* menu, QString title, const QString& icon, const QString& objectName)
 {
-    const QColor colour = AppTheme::primary(menu->palette());
-    QAction* action = menu->addAction(QIcon(iconPixmap(icon, kIconSize, colour, menu->devicePixelRatioF())),
-                                      title.replace(u'&', u"&&"_s));
+    QAction* action = menu->addAction(menuIcon(icon), title.replace(u'&', u"&&"_s));
     action->setObjectName(objectName);
     return action;
 }

@@ -8,6 +8,7 @@
 #include "shell/table/PluginTableHeader.h"
 #include "shell/table/PluginTableModel.h"
 #include "shell/table/PluginTableView.h"
+#include "shell/table/WorkStatusLine.h"
 #include "shell/toolkit/AppTheme.h"
 #include "shell/toolkit/ManufacturerWebsites.h"
 #include "shell/toolkit/PressButton.h"
@@ -65,18 +66,18 @@ PluginListView::PluginListView(PluginManagerViewModel& viewModel, const platform
     inset->addWidget(m_table);
     column->addLayout(inset, 1);
     column->addWidget(m_footer);
-    m_empty = caption(u"emptyTableLabel"_s, 1, m_table->viewport());
-    m_empty->setText(u"No plugins to show"_s);
-    m_empty->setAlignment(Qt::AlignCenter);
+    m_noRows = new NoRowsView(m_table->viewport());
+    connect(m_noRows, &NoRowsView::clearClicked, this, &PluginListView::clearFilters);
     auto* middle = new QVBoxLayout(m_table->viewport());
-    middle->addWidget(m_empty);
+    middle->addWidget(m_noRows);
     connectTable();
     m_updates->watch(viewModel.displayedPlugins, viewModel.totalPluginCount, viewModel.selectedPlugins,
                      viewModel.activeProfile, viewModel.profileViewFilter, viewModel.cachedProfileChanges,
-                     viewModel.sortOrder, viewModel.isLoading);
+                     viewModel.sortOrder, viewModel.isLoading, viewModel.dbTotalCount);
     viewModel.isLoading.observe(this, [this] { m_hasScanned = m_hasScanned || !*m_viewModel.isLoading; });
     setTabOrder(m_table->header(), m_table);
-    setTabOrder(m_table, m_loadAll);
+    setTabOrder(m_table, m_noRows->button());
+    setTabOrder(m_noRows->button(), m_loadAll);
     render();
 }
 
@@ -109,11 +110,16 @@ void PluginListView::buildFooter()
     row->setSpacing(AppTheme::kSpace2);
     row->addWidget(m_shown);
     row->addWidget(m_spinner);
-    row->addStretch(1);
+    row->addSpacing(AppTheme::kSpace2);
+    row->addWidget(new WorkStatusLine(m_viewModel, m_footer), 1);
     row->addWidget(m_loadAll);
     row->addWidget(m_hint);
     // Keeps the height when the hint replaces the button.
-    m_footer->setMinimumHeight(m_loadAll->sizeHint().height() + 2 * AppTheme::kSpace1);
+    const auto fit = [this] {
+        m_footer->setMinimumHeight(m_loadAll->sizeHint().height() + 2 * AppTheme::kSpace1);
+    };
+    fit();
+    onFontChange(m_footer, fit);
     connect(m_loadAll, &QAbstractButton::clicked, this, [this] { m_viewModel.loadAllPages(); });
 }
 
@@ -122,6 +128,7 @@ void PluginListView::connectTable()
     connect(m_table->header(), &PluginTableHeader::sortRequested, this, &PluginListView::sortBy);
     connect(m_table->selectionModel(), &QItemSelectionModel::selectionChanged, this,
             &PluginListView::takeOverSelection);
+    connect(m_table, &PluginTableView::nameNotFound, this, &PluginListView::loadAllRows);
     connect(m_table, &PluginTableView::viewportChanged, m_updates, &ViewUpdater::schedule);
     connect(m_table, &PluginTableView::linkActivated, this, [this](const QModelIndex& index) {
         m_platform.workspace.open(manufacturerWebsiteURL(m_model->plugin(index.row()).manufacturer));
@@ -254,7 +261,10 @@ void PluginListView::renderFooter()
     m_spinner->setVisible(hasMore);
     if (!hasMore && m_loadAll->hasFocus())
         m_table->setFocus(); // before hiding the button moves the focus elsewhere
-    m_empty->setVisible(m_model->rowCount() == 0 && m_hasScanned);
+    const NoRowsView::Reason reason = noRowsReason();
+    if (!reason.isFiltered && m_noRows->button()->hasFocus())
+        m_table->setFocus();
+    m_noRows->setReason(reason);
     m_loadAll->setVisible(hasMore);
     m_hint->setVisible(!hasMore && *m_viewModel.totalPluginCount >= kHintCount);
 }
@@ -310,10 +320,50 @@ void PluginListView::showContextMenu(const QPoint& position)
         menu->popup(m_table->viewport()->mapToGlobal(position));
 }
 
+bool PluginListView::loadsMore() const { return isPaged() && m_viewModel.hasMorePages(); }
+
 void PluginListView::loadMoreAtLastRow()
 {
-    if (isVisible() && isPaged() && m_table->showsLastRow())
+    // A tab of a preview may show none of the rows loaded so far.
+    if (isVisible() && loadsMore() && (m_table->showsLastRow() || m_model->rowCount() == 0))
         m_viewModel.loadMoreIfNeeded();
+}
+
+void PluginListView::loadAllRows()
+{
+    if (!loadsMore())
+        return;
+    m_viewModel.loadAllPages();
+    m_updates->flush();
+}
+
+NoRowsView::Reason PluginListView::noRowsReason() const
+{
+    if (m_model->rowCount() > 0 || !m_hasScanned || loadsMore())
+        return {};
+    if (*m_viewModel.dbTotalCount == 0)
+        return {u"No plugins found on this computer"_s, u"Install plugins, then press \"Scan\"."_s};
+    const QString& slice = *m_viewModel.profileViewFilter;
+    if (m_model->isPreview() && slice == u"changes")
+        return {u"Nothing to change"_s, u"All plugins are in the state of the profile."_s};
+    const PluginFilter filter = m_viewModel.currentFilter();
+    const bool isFiltered = !filter.searchText.isEmpty() || filter.hasSidebarFilters();
+    const QString which = filter.searchText.isEmpty()  ? u"the filters"_s
+                          : filter.hasSidebarFilters() ? u"the search and the filters"_s
+                                                       : u"the search"_s;
+    const QString match = isFiltered ? u" that match "_s + which : QString();
+    if (m_model->isPreview() && slice == u"enabled")
+        return {u"No plugins stay enabled"_s + match, {}, isFiltered};
+    if (m_model->isPreview() && slice == u"disabled")
+        return {u"No plugins stay disabled"_s + match, {}, isFiltered};
+    return {isFiltered ? u"No plugins match "_s + which : u"No plugins to show"_s, {}, isFiltered};
+}
+
+void PluginListView::clearFilters()
+{
+    m_viewModel.selectedFormats.clear();
+    m_viewModel.selectedManufacturers.clear();
+    m_viewModel.searchText.clear();
 }
 
 } // namespace orvanlite

@@ -3,6 +3,7 @@
 #include "catalogue/PluginFilter.h"
 #include "model/AudioPlugin.h"
 #include "operations/PluginSort.h"
+#include "shell/table/NoRowsView.h"
 
 #include <QSet>
 #include <QUuid>
@@ -53,7 +54,13 @@ private:
     /// Adds rows newly selected in the table or elsewhere to the persisted selection.
     void selectionChanged();
     void showContextMenu(const QPoint& position);
+    /// Continues a search for a name beyond the loaded rows.
+    void loadAllRows();
+    /// Loads the next page while the rows do not fill the view.
     void loadMoreAtLastRow();
+    [[nodiscard]] bool loadsMore() const;
+    [[nodiscard]] NoRowsView::Reason noRowsReason() const;
+    void clearFilters();
     /// Whether the list is loaded in pages: the changes of a preview are loaded completely.
     [[nodiscard]] bool isPaged() const;
     [[nodiscard]] bool isSameFirstPage(const AudioPlugins& rows) const;
@@ -70,7 +77,7 @@ private:
     QWidget* m_footer;
     QLabel* m_shown;
     Spinner* m_spinner;
-    QLabel* m_empty;
+    NoRowsView* m_noRows;
     PressButton* m_loadAll;
     QLabel* m_hint;
     ViewUpdater* m_updates;

@@ -1,5 +1,6 @@
 #include "shell/table/PluginTableHeader.h"
 
+#include "shell/table/PluginTableView.h"
 #include "shell/toolkit/AppTheme.h"
 #include "shell/toolkit/Icons.h"
 #include "shell/toolkit/KeyRepeat.h"
@@ -26,6 +27,10 @@ public:
         : QAccessibleWidget(header, QAccessible::ButtonMenu)
     {}
 
+    [[nodiscard]] QAccessibleInterface* parent() const override
+    {
+        return QAccessible::queryAccessibleInterface(widget()->parentWidget()->parentWidget());
+    }
     [[nodiscard]] QStringList actionNames() const override { return {pressAction()}; }
     void doAction(const QString& action) override
     {
@@ -34,11 +39,41 @@ public:
     }
 };
 
+/// The widget that holds the table, with the header as its first child: tables know only their cells, and
+/// screen readers ignore what is no child of its parent.
+class HolderAccessible final : public QAccessibleWidget {
+public:
+    HolderAccessible(QWidget* holder, PluginTableHeader* header)
+        : QAccessibleWidget(holder)
+        , m_header(header)
+    {}
+
+    [[nodiscard]] int childCount() const override { return QAccessibleWidget::childCount() + 1; }
+    [[nodiscard]] QAccessibleInterface* child(int index) const override
+    {
+        return index == 0 ? QAccessible::queryAccessibleInterface(m_header)
+                          : QAccessibleWidget::child(index - 1);
+    }
+    [[nodiscard]] int indexOfChild(const QAccessibleInterface* child) const override
+    {
+        const bool isHeader = child && child->object() == m_header;
+        const int index = isHeader ? -1 : QAccessibleWidget::indexOfChild(child);
+        return isHeader ? 0 : index < 0 ? -1 : index + 1;
+    }
+
+private:
+    PluginTableHeader* m_header;
+};
+
 QAccessibleInterface* makeHeaderAccessible(const QString& className, QObject* object)
 {
-    auto* header = qobject_cast<PluginTableHeader*>(object);
-    const bool isMeant = header && className == QLatin1StringView(header->metaObject()->className());
-    return isMeant ? new HeaderAccessible(header) : nullptr;
+    // Called for every class from the object's own up to QObject.
+    if (!object->isWidgetType() || className != QLatin1StringView(object->metaObject()->className()))
+        return nullptr;
+    if (auto* header = qobject_cast<PluginTableHeader*>(object))
+        return new HeaderAccessible(header);
+    const auto* table = object->findChild<PluginTableView*>({}, Qt::FindDirectChildrenOnly);
+    return table ? new HolderAccessible(static_cast<QWidget*>(object), table->header()) : nullptr;
 }
 
 } // namespace

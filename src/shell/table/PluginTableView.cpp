@@ -3,9 +3,12 @@
 #include "shell/table/PluginTableDelegate.h"
 #include "shell/table/PluginTableHeader.h"
 #include "shell/table/PluginTableModel.h"
+#include "shell/toolkit/Announce.h"
 #include "shell/toolkit/KeyRepeat.h"
+#include "shell/toolkit/RelativeFont.h"
 #include "shell/toolkit/ThinScrollBar.h"
 
+#include <QApplication>
 #include <QKeyEvent>
 #include <QProxyStyle>
 #include <QScopedValueRollback>
@@ -76,6 +79,10 @@ PluginTableView::PluginTableView(PluginTableModel& model, QWidget* parent)
     connect(&model, &PluginTableModel::stateChanged, m_delegate, &PluginTableDelegate::animateSwitch);
     connect(m_delegate, &PluginTableDelegate::needsRepaint, viewport(), qOverload<>(&QWidget::update));
     connect(m_delegate, &PluginTableDelegate::linkActivated, this, &PluginTableView::linkActivated);
+    onFontChange(this, [this] {
+        verticalHeader()->setDefaultSectionSize(PluginTableDelegate::rowHeight(fontMetrics()));
+        layoutColumns();
+    });
 }
 
 bool PluginTableView::showsLastRow() const
@@ -173,6 +180,39 @@ void PluginTableView::goToRow(int row, Qt::KeyboardModifiers modifiers)
     scrollTo(target);
 }
 
+void PluginTableView::keyboardSearch(const QString& letters)
+{
+    // The base class would search the current column, and select the row, which adds it to the bulk pane.
+    const bool continues =
+        m_sinceTyped.isValid() && !m_sinceTyped.hasExpired(QApplication::keyboardInputInterval());
+    m_sinceTyped.start();
+    const bool repeats = continues && m_typed == letters;
+    if (!repeats)
+        m_typed = continues ? m_typed + letters : letters;
+    // A new or repeated letter goes on to the next name; further letters may keep the row.
+    const int next = currentIndex().row() + (continues && !repeats ? 0 : 1);
+    if (goToName(m_typed, next))
+        return;
+    Q_EMIT nameNotFound();
+    goToName(m_typed, next);
+}
+
+bool PluginTableView::goToName(const QString& start, int firstRow)
+{
+    const int rows = m_model.rowCount();
+    for (int i = 0; i < rows; ++i) {
+        const int row = (std::max(0, firstRow) + i) % rows;
+        if (!m_model.plugin(row).name.startsWith(start, Qt::CaseInsensitive))
+            continue;
+        m_isCurrentFromFocus = false;
+        const QModelIndex found = m_model.index(row, std::max(0, currentIndex().column()));
+        selectionModel()->setCurrentIndex(found, QItemSelectionModel::NoUpdate);
+        scrollTo(found);
+        return true;
+    }
+    return false;
+}
+
 void PluginTableView::scrollTo(const QModelIndex& index, ScrollHint hint)
 {
     const int left = horizontalScrollBar()->value();
@@ -212,14 +252,8 @@ void PluginTableView::focusInEvent(QFocusEvent* event)
     QTableView::focusInEvent(event);
     m_isCurrentFromFocus = !hadCurrent && currentIndex().isValid();
     showKeyboardFocus(event->reason() != Qt::MouseFocusReason);
+    announceCurrentRow(this);
     viewport()->update();
-}
-
-void PluginTableView::changeEvent(QEvent* event)
-{
-    QTableView::changeEvent(event);
-    if (event->type() == QEvent::FontChange)
-        verticalHeader()->setDefaultSectionSize(PluginTableDelegate::rowHeight(fontMetrics()));
 }
 
 void PluginTableView::focusOutEvent(QFocusEvent* event)

@@ -2,6 +2,7 @@
 
 #include "shell/table/PluginTableModel.h"
 
+#include <QElapsedTimer>
 #include <QTableView>
 
 #include <array>
@@ -28,10 +29,14 @@ public:
     /// Call after new rows: makes the first row current if the table has the focus but no current row.
     void keepACurrentRow();
     void scrollTo(const QModelIndex& index, ScrollHint hint = EnsureVisible) override;
+    /// Makes the next row whose name starts with the typed letters current, without selecting it.
+    void keyboardSearch(const QString& letters) override;
 
 Q_SIGNALS:
     void linkActivated(const QModelIndex& index);
     void viewportChanged();
+    /// No loaded row has a name that was typed.
+    void nameNotFound();
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
@@ -43,7 +48,6 @@ protected:
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
-    void changeEvent(QEvent* event) override;
     void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
 
 private:
@@ -60,6 +64,7 @@ private:
     /// Handles keys that act on the current row; false for keys left to the table.
     bool actOnCurrentRow(const QKeyEvent& event);
     bool moveCurrentRow(const QKeyEvent& event);
+    bool goToName(const QString& start, int firstRow);
     void goToRow(int row, Qt::KeyboardModifiers modifiers);
     void keepCurrentRowInSight(int oldHeight, int newHeight);
 
@@ -77,6 +82,8 @@ private:
     bool m_isCurrentFromFocus = false;
     bool m_goesByCells = false;
     QSize m_windowSize;
+    QString m_typed; ///< letters typed in quick succession
+    QElapsedTimer m_sinceTyped;
 };
 
 } // namespace orvanlite

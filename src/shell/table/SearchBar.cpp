@@ -9,7 +9,9 @@
 #include <QEvent>
 #include <QHBoxLayout>
 #include <QLineEdit>
+#include <QMouseEvent>
 #include <QPainter>
+#include <QShortcut>
 #include <QSignalBlocker>
 
 namespace orvanlite {
@@ -54,15 +56,33 @@ SearchBar::SearchBar(Observable<QString>& searchText, QWidget* parent)
     row->addWidget(m_field, 1);
     row->addWidget(m_clear);
     // The button is taller than the text and must not change the height of the field when it appears.
-    m_clear->setFixedHeight(m_field->sizeHint().height());
+    m_clear->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Ignored);
 
-    connect(m_field, &QLineEdit::textEdited, this, [this](const QString& text) { m_searchText = text; });
+    // Not textEdited(): assistive technology and scripts set the text without an edit.
+    connect(m_field, &QLineEdit::textChanged, this, [this](const QString& text) { m_searchText = text; });
     connect(m_clear, &QAbstractButton::clicked, this, [this] {
         m_searchText = QString();
         m_field->setFocus();
     });
+    connect(new QShortcut(QKeySequence::Find, this), &QShortcut::activated, this, &SearchBar::focusField);
+    m_field->setToolTip(
+        u"Search (%1)"_s.arg(QKeySequence(QKeySequence::Find).toString(QKeySequence::NativeText)));
+    setCursor(Qt::IBeamCursor);
+    m_clear->setCursor(Qt::ArrowCursor);
     m_updates->watch(m_searchText);
     render();
+}
+
+void SearchBar::focusField()
+{
+    m_field->setFocus(Qt::ShortcutFocusReason);
+    m_field->selectAll();
+}
+
+void SearchBar::mousePressEvent(QMouseEvent* event)
+{
+    if (event->button() == Qt::LeftButton)
+        m_field->setFocus(Qt::MouseFocusReason);
 }
 
 void SearchBar::render()

@@ -12,7 +12,7 @@ class PressButton;
 class ViewUpdater;
 
 /// The search field: an icon, the text, and a "Clear" button while there is text. Two-way binding to
-/// `searchText`.
+/// `searchText`. The standard key for "Find" goes to it.
 class SearchBar final : public QWidget {
     Q_OBJECT
 
@@ -23,10 +23,13 @@ public:
 
 protected:
     void paintEvent(QPaintEvent* event) override;
+    /// A click beside the text.
+    void mousePressEvent(QMouseEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     void render();
+    void focusField();
 
     Observable<QString>& m_searchText;
     QLineEdit* m_field;

@@ -2,12 +2,16 @@
 
 #include <QString>
 
+class QAbstractItemView;
 class QWidget;
 
 namespace orvanlite {
 
-/// Sets the accessible name to the text and has screen readers speak it. For visible changes that do not move
-/// the focus.
+/// Has screen readers speak the text. For changes that do not move the focus.
 void announce(QWidget* widget, const QString& text);
+
+/// Has screen readers read the current row of a list that gets the focus; by default they only read the name
+/// of the list.
+void announceCurrentRow(QAbstractItemView* view);
 
 } // namespace orvanlite

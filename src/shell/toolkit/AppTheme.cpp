@@ -15,6 +15,9 @@ namespace {
 /// Strongest tint of a background that carries text of the same colour.
 constexpr double kStrongestTint = 0.28;
 constexpr double kLegibleContrast = 4.5;
+constexpr double kHighContrast = 7;
+constexpr double kVisibleContrast = 3; ///< of shapes
+constexpr int kSteps = 20;             ///< between a colour and black or white
 
 /// Source: WCAG 2.1, relative luminance.
 double luminance(const QColor& colour)
@@ -26,12 +29,40 @@ double luminance(const QColor& colour)
            0.0722 * linear(colour.blueF());
 }
 
+double contrast(const QColor& one, const QColor& other)
+{
+    const double first = luminance(one) + 0.05;
+    const double second = luminance(other) + 0.05;
+    return std::max(first, second) / std::min(first, second);
+}
+
 QColor mixed(const QColor& from, const QColor& to, double share)
 {
     const auto part = [share](double f, double t) { return static_cast<float>(f + share * (t - f)); };
     return QColor::fromRgbF(part(from.redF(), to.redF()), part(from.greenF(), to.greenF()),
                             part(from.blueF(), to.blueF()));
 }
+
+/// The colour, moved towards the other end until it has this contrast with the background.
+QColor movedUntil(const QColor& colour, const QColor& end, const QColor& background, double wanted)
+{
+    for (int step = 0; step < kSteps; ++step) {
+        const QColor moved = mixed(colour, end, double(step) / kSteps);
+        if (contrast(moved, background) >= wanted)
+            return moved;
+    }
+    return end;
+}
+
+/// One opacity for normal and one for higher contrast.
+QColor faded(const QPalette& palette, double opacity, double highContrast)
+{
+    return withOpacity(primary(palette), isHighContrast(palette) ? highContrast : opacity);
+}
+
+constexpr double kSecondaryInDark = 0.64;
+constexpr double kSecondaryInLight = 0.68;
+constexpr double kSecondaryInHighContrast = 0.9;
 
 } // namespace
 
@@ -45,9 +76,18 @@ bool isDark(const QPalette& palette) { return palette.color(QPalette::Window).li
 
 QColor primary(const QPalette& palette) { return palette.color(QPalette::Active, QPalette::WindowText); }
 
+bool isHighContrast(const QPalette& palette)
+{
+    const QRgb window = palette.color(QPalette::Active, QPalette::Window).rgb();
+    const QRgb text = primary(palette).rgb();
+    const QRgb black = QColor(Qt::black).rgb();
+    const QRgb white = QColor(Qt::white).rgb();
+    return (window == white && text == black) || (window == black && text == white);
+}
+
 QColor secondary(const QPalette& palette)
 {
-    return withOpacity(primary(palette), isDark(palette) ? 0.64 : 0.68);
+    return faded(palette, isDark(palette) ? kSecondaryInDark : kSecondaryInLight, kSecondaryInHighContrast);
 }
 
 QColor accent(const QPalette& palette) { return palette.color(QPalette::Active, QPalette::Highlight); }
@@ -56,7 +96,7 @@ QColor bgSurface(const QPalette& palette) { return withOpacity(primary(palette),
 
 QColor glassBg(const QPalette& palette) { return withOpacity(primary(palette), 0.08); }
 
-QColor glassBorder(const QPalette& palette) { return withOpacity(primary(palette), 0.15); }
+QColor glassBorder(const QPalette& palette) { return faded(palette, 0.15, 0.7); }
 
 QColor glassGlow(const QPalette& palette) { return withOpacity(primary(palette), 0.05); }
 
@@ -66,9 +106,9 @@ QColor textPrimary(const QPalette& palette) { return primary(palette); }
 
 QColor textSecondary(const QPalette& palette) { return secondary(palette); }
 
-QColor textTertiary(const QPalette& palette) { return withOpacity(primary(palette), 0.6); }
+QColor textTertiary(const QPalette& palette) { return faded(palette, 0.6, 0.9); }
 
-QColor separator(const QPalette& palette) { return withOpacity(primary(palette), 0.12); }
+QColor separator(const QPalette& palette) { return faded(palette, 0.12, 0.7); }
 
 QColor accentPurple() { return QColor::fromRgbF(0.6F, 0.4F, 0.9F); }
 
@@ -105,20 +145,14 @@ QColor legible(const QColor& colour, const QPalette& palette)
     const QColor end = isDark(palette) ? Qt::white : Qt::black;
     // A card is the window colour mixed with about a tenth of the text colour.
     const QColor card = mixed(palette.color(QPalette::Active, QPalette::Window), primary(palette), 0.1);
-    const double background = luminance(mixed(card, colour, kStrongestTint)) + 0.05;
-    for (double share = 0; share < 1; share += 0.05) {
-        const QColor text = mixed(colour, end, share);
-        const double foreground = luminance(text) + 0.05;
-        if (std::max(background, foreground) / std::min(background, foreground) >= kLegibleContrast)
-            return text;
-    }
-    return end;
+    return movedUntil(colour, end, mixed(card, colour, kStrongestTint),
+                      isHighContrast(palette) ? kHighContrast : kLegibleContrast);
 }
 
 QColor groundForWhite(const QColor& colour, double opacity)
 {
-    for (double share = 0; share < 1; share += 0.05) {
-        const QColor background = mixed(colour, Qt::black, share);
+    for (int step = 0; step < kSteps; ++step) {
+        const QColor background = mixed(colour, Qt::black, double(step) / kSteps);
         const double foreground = luminance(mixed(background, Qt::white, opacity)) + 0.05;
         if (foreground / (luminance(background) + 0.05) >= kLegibleContrast)
             return background;
@@ -147,27 +181,35 @@ QFont semibold(QFont font, double factor)
 
 QColor defaultAccent(bool dark) { return dark ? QColor(10, 132, 255) : QColor(0, 122, 255); }
 
-QPalette palette(bool dark, const QColor& accent)
+QPalette palette(bool dark, const QColor& accent, bool highContrast)
 {
-    const QColor window = dark ? QColor(30, 30, 33) : QColor(252, 252, 253);
-    const QColor base = dark ? QColor(24, 24, 27) : QColor(255, 255, 255);
-    const QColor alternate = dark ? QColor(34, 34, 38) : QColor(248, 248, 250);
-    const QColor text = dark ? QColor(242, 242, 245) : QColor(28, 28, 32);
+    const QColor end = dark ? Qt::white : Qt::black; // of the scale that the text is at
+    const QColor start = dark ? Qt::black : Qt::white;
+    const auto either = [highContrast](const QColor& strong, const QColor& usual) {
+        return highContrast ? strong : usual;
+    };
+    const QColor window = either(start, dark ? QColor(30, 30, 33) : QColor(252, 252, 253));
+    const QColor base = either(start, dark ? QColor(24, 24, 27) : QColor(255, 255, 255));
+    const QColor alternate = either(start, dark ? QColor(34, 34, 38) : QColor(248, 248, 250));
+    const QColor text = either(end, dark ? QColor(242, 242, 245) : QColor(28, 28, 32));
     const QColor button = dark ? QColor(52, 52, 57) : QColor(255, 255, 255);
-    const QColor faded = withOpacity(text, 0.4);
+    const QColor highlight =
+        movedUntil(accent, end, window, highContrast ? kLegibleContrast : kVisibleContrast);
+    const bool takesWhite = contrast(highlight, Qt::white) >= contrast(highlight, Qt::black);
 
     QPalette result(text, button, button.lighter(dark ? 130 : 105), window.darker(dark ? 160 : 130),
                     window.darker(115), text, Qt::white, base, window);
     result.setColor(QPalette::AlternateBase, alternate);
-    result.setColor(QPalette::Mid, dark ? window.lighter(200) : window.darker(118)); // dividers
-    result.setColor(QPalette::Highlight, accent);
-    result.setColor(QPalette::HighlightedText, Qt::white);
-    result.setColor(QPalette::PlaceholderText, withOpacity(text, dark ? 0.64 : 0.68));
+    result.setColor(QPalette::Mid, either(mixed(window, end, 0.7),
+                                          dark ? window.lighter(200) : window.darker(118))); // dividers
+    result.setColor(QPalette::Highlight, highlight);
+    result.setColor(QPalette::HighlightedText, takesWhite ? Qt::white : Qt::black);
+    result.setColor(QPalette::PlaceholderText, secondary(result));
     result.setColor(QPalette::ToolTipBase, button);
     result.setColor(QPalette::ToolTipText, text);
-    result.setColor(QPalette::Link, accent);
+    result.setColor(QPalette::Link, highlight);
     for (const QPalette::ColorRole role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
-        result.setColor(QPalette::Disabled, role, faded);
+        result.setColor(QPalette::Disabled, role, withOpacity(text, highContrast ? 0.6 : 0.4));
     return result;
 }
 

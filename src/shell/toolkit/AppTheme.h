@@ -20,6 +20,8 @@ namespace AppTheme {
 /// Multiplies the opacity of the colour.
 [[nodiscard]] QColor withOpacity(QColor colour, double opacity);
 [[nodiscard]] bool isDark(const QPalette& palette);
+/// Whether it is a palette of higher contrast; de-emphasised text and borders are then stronger.
+[[nodiscard]] bool isHighContrast(const QPalette& palette);
 /// The user's accent colour.
 [[nodiscard]] QColor accent(const QPalette& palette);
 
@@ -66,8 +68,9 @@ namespace AppTheme {
 inline constexpr double kCaption = 0.92;
 inline constexpr double kSmallCaption = 0.82;
 
-/// The application palette for light or dark appearance.
-[[nodiscard]] QPalette palette(bool dark, const QColor& accent);
+/// The application palette. The accent colour is moved towards black or white until its contrast with the
+/// window is 3:1, which not all accent colours of the system have.
+[[nodiscard]] QPalette palette(bool dark, const QColor& accent, bool highContrast = false);
 /// Accent colour for systems that do not provide one.
 [[nodiscard]] QColor defaultAccent(bool dark);
 

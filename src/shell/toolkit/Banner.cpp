@@ -118,7 +118,7 @@ Banner::Banner(const Look& look, QWidget* parent)
     m_title->setObjectName(look.objectName + u"Title"_s);
     m_title->setTextFormat(Qt::PlainText);
     m_title->setWordWrap(true);
-    m_title->setFont(AppTheme::semibold(font()));
+    setRelativeFont(m_title, 1, QFont::DemiBold);
     m_notes = new ElidedLabel({}, this);
     m_notes->setObjectName(look.objectName + u"Notes"_s);
     setRelativeFont(m_notes, kSmall);
@@ -268,8 +268,8 @@ void Banner::resizeEvent(QResizeEvent* event)
 void Banner::paintEvent(QPaintEvent* /*event*/)
 {
     QPainter painter(this);
-    painter.fillRect(rect(),
-                     AppTheme::groundForWhite(m_tint(palette()), m_notes->isHidden() ? 1 : kNotesOpacity));
+    const QColor tint = m_tint(palette());
+    painter.fillRect(rect(), AppTheme::isHighContrast(palette()) ? AppTheme::groundForWhite(tint) : tint);
 }
 
 } // namespace orvanlite

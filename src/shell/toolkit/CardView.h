@@ -1,5 +1,6 @@
 #pragma once
 
+#include "shell/toolkit/Announce.h"
 #include "shell/toolkit/AppTheme.h"
 #include "shell/toolkit/FocusRing.h"
 #include "shell/toolkit/KeyRepeat.h"
@@ -71,6 +72,7 @@ protected:
             this->selectionModel()->setCurrentIndex(firstIndex(), QItemSelectionModel::NoUpdate);
         View::focusInEvent(event);
         showKeyboardFocus(showsFocusAfter(event->reason(), m_showsFocus));
+        announceCurrentRow(this);
     }
     void focusOutEvent(QFocusEvent* event) override
     {

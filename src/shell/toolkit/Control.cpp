@@ -1,5 +1,6 @@
 #include "shell/toolkit/Control.h"
 
+#include "shell/toolkit/Announce.h"
 #include "shell/toolkit/AppTheme.h"
 #include "shell/toolkit/FocusRing.h"
 #include "shell/toolkit/KeyRepeat.h"
@@ -39,8 +40,11 @@ public:
         const bool isRow = role() == QAccessible::ListItem;
         state.selectable = isRow;
         state.selected = isRow && control().isChecked();
-        state.checkable = !isRow && control().isCheckable();
-        state.checked = !isRow && control().isChecked();
+        state.expandable = control().opensSection();
+        state.expanded = state.expandable && control().isChecked();
+        state.collapsed = state.expandable && !control().isChecked();
+        state.checkable = !isRow && !state.expandable && control().isCheckable();
+        state.checked = state.checkable && control().isChecked();
         state.pressed = control().isDown();
         return state;
     }
@@ -83,14 +87,19 @@ Control::Control(QWidget* parent)
     Q_UNUSED(isInstalled)
     setFocusPolicy(Qt::StrongFocus);
     setAttribute(Qt::WA_Hover);
-    connect(this, &QAbstractButton::toggled, this, [this] {
-        if (accessibleRole() != QAccessible::ListItem)
-            return;
-        QAccessible::State changed;
-        changed.selected = true;
-        QAccessibleStateChangeEvent event(this, changed);
-        QAccessible::updateAccessibility(&event);
-    });
+    connect(this, &QAbstractButton::toggled, this, &Control::announceToggle);
+}
+
+void Control::announceToggle()
+{
+    QAccessible::State changed;
+    changed.selected = accessibleRole() == QAccessible::ListItem;
+    changed.expanded = opensSection();
+    QAccessibleStateChangeEvent event(this, changed);
+    QAccessible::updateAccessibility(&event);
+    // The bridge on Linux does not pass on this state.
+    if (opensSection() && hasFocus())
+        announce(this, isChecked() ? u"expanded"_s : u"collapsed"_s);
 }
 
 void Control::setLabel(const QString& label)
@@ -104,7 +113,7 @@ void Control::setLabel(const QString& label)
 
 QAccessible::Role Control::accessibleRole() const
 {
-    if (!isCheckable())
+    if (!isCheckable() || opensSection())
         return QAccessible::Button;
     return group() && group()->exclusive() ? QAccessible::RadioButton : QAccessible::CheckBox;
 }

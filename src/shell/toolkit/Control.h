@@ -23,6 +23,8 @@ public:
 
     /// Role reported to assistive technology, by default button, check box or radio button.
     [[nodiscard]] virtual QAccessible::Role accessibleRole() const;
+    /// Whether the checked state means that a section is open.
+    [[nodiscard]] virtual bool opensSection() const { return false; }
 
 protected:
     explicit Control(QWidget* parent);
@@ -57,6 +59,7 @@ protected:
     void nextCheckState() override;
 
 private:
+    void announceToggle();
     void updateScale(int milliseconds);
 
     QString m_label;

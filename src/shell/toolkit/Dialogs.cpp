@@ -1,14 +1,15 @@
 #include "shell/toolkit/Dialogs.h"
 
 #include "shell/toolkit/AppTheme.h"
-#include "shell/toolkit/Icons.h"
+#include "shell/toolkit/QuestionBox.h"
+#include "shell/toolkit/RelativeFont.h"
 
 #include <QDialogButtonBox>
-#include <QEvent>
 #include <QLabel>
 #include <QLineEdit>
-#include <QMessageBox>
 #include <QPushButton>
+#include <QStyleOptionButton>
+#include <QStylePainter>
 #include <QVBoxLayout>
 
 #include <utility>
@@ -20,9 +21,6 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int kTextQuestionWidth = 250;
-constexpr int kMessageWidth = 320;
-constexpr int kHeadingWidth = 220;
-constexpr int kIconSize = 40;
 
 /// The confirming button; red if the action is destructive.
 class ActionButton final : public QPushButton {
@@ -30,29 +28,20 @@ public:
     ActionButton(const QString& text, bool isDestructive, QWidget* parent)
         : QPushButton(text, parent)
         , m_isDestructive(isDestructive)
-    {
-        applyColour();
-    }
+    {}
 
 protected:
-    void changeEvent(QEvent* event) override
+    void paintEvent(QPaintEvent* /*event*/) override
     {
-        QPushButton::changeEvent(event);
-        if (event->type() == QEvent::PaletteChange)
-            applyColour();
+        QStyleOptionButton option;
+        initStyleOption(&option);
+        if (m_isDestructive)
+            option.palette.setColor(QPalette::ButtonText,
+                                    AppTheme::legible(AppTheme::red(palette()), palette()));
+        QStylePainter(this).drawControl(QStyle::CE_PushButton, option);
     }
 
 private:
-    void applyColour()
-    {
-        const QColor red = AppTheme::legible(AppTheme::red(palette()), palette());
-        if (!m_isDestructive || palette().color(QPalette::ButtonText) == red)
-            return;
-        QPalette own; // sets a single role; all others keep following the application palette
-        own.setColor(QPalette::ButtonText, red);
-        setPalette(own);
-    }
-
     bool m_isDestructive;
 };
 
@@ -65,26 +54,20 @@ void openOver(QDialog* dialog, const QString& objectName, const QString& title)
     dialog->open();
 }
 
-/// Sets our icon, a heading and a readable line length. The texts contain user-defined names, so they are
-/// plain text.
-void dress(QMessageBox* box, Tone tone)
+QuestionBox* makeBox(QWidget* context, Tone tone, const QString& heading, const QString& message)
 {
-    const bool warns = tone == Tone::warning;
-    const QColor colour = warns ? AppTheme::orange(box->palette()) : AppTheme::accent(box->palette());
-    box->setIconPixmap(iconPixmap(warns ? u"exclamationmark.triangle.fill"_s : u"info.circle.fill"_s,
-                                  kIconSize, colour, box->devicePixelRatioF()));
-    box->setTextFormat(Qt::PlainText);
-    for (QLabel* label : box->findChildren<QLabel*>()) {
-        if (label->objectName() == u"qt_msgbox_informativelabel"_s) {
-            label->setTextFormat(Qt::PlainText);
-            label->setMinimumWidth(kMessageWidth);
-        }
-        if (label->objectName() == u"qt_msgbox_label"_s) {
-            if (box->informativeText().isEmpty())
-                label->setMinimumWidth(kHeadingWidth);
-            label->setFont(AppTheme::semibold(label->font()));
-        }
-    }
+    if (tone == Tone::warning)
+        return new QuestionBox(u"exclamationmark.triangle.fill"_s, &AppTheme::orange, heading, message,
+                               context->window());
+    return new QuestionBox(u"info.circle.fill"_s, &AppTheme::accent, heading, message, context->window());
+}
+
+QPushButton* addButton(QuestionBox* box, QPushButton* button, QDialogButtonBox::ButtonRole role,
+                       const QString& objectName)
+{
+    button->setObjectName(objectName);
+    box->addButton(button, role);
+    return button;
 }
 
 } // namespace
@@ -96,44 +79,34 @@ void makeSheet(QDialog* dialog)
                            Qt::WindowCloseButtonHint);
 }
 
-QMessageBox* ask(QWidget* context, const Question& question, std::function<void()> confirmed)
+QDialog* ask(QWidget* context, const Question& question, std::function<void()> confirmed)
 {
-    auto* box = new QMessageBox(QMessageBox::Warning, question.title, question.title, QMessageBox::Cancel,
-                                context->window());
-    box->setInformativeText(question.message);
-    dress(box, Tone::warning);
-    auto* action = new ActionButton(question.action, question.isDestructive, box);
-    box->addButton(action, QMessageBox::AcceptRole); // one role, so that its position never changes
-    QAbstractButton* cancel = box->button(QMessageBox::Cancel);
-    action->setObjectName(u"confirmButton"_s);
-    cancel->setObjectName(u"cancelButton"_s);
-    box->setEscapeButton(QMessageBox::Cancel);
-    if (question.isDestructive)
-        box->setDefaultButton(QMessageBox::Cancel);
-    else
-        box->setDefaultButton(action);
+    QuestionBox* box = makeBox(context, Tone::warning, question.title, question.message);
+    QPushButton* cancel =
+        addButton(box, new QPushButton(u"Cancel"_s, box), QDialogButtonBox::RejectRole, u"cancelButton"_s);
+    QPushButton* action = addButton(box, new ActionButton(question.action, question.isDestructive, box),
+                                    QDialogButtonBox::AcceptRole, u"confirmButton"_s);
+    box->setDefaultButton(question.isDestructive ? cancel : action);
     QObject::connect(action, &QAbstractButton::clicked, context, std::move(confirmed));
     openOver(box, question.objectName, question.title);
     return box;
 }
 
-QMessageBox* tell(QWidget* context, Tone tone, const QString& objectName, const QString& title,
-                  const QString& message)
+QDialog* tell(QWidget* context, Tone tone, const QString& objectName, const QString& title,
+              const QString& message)
 {
-    auto* box = new QMessageBox(tone == Tone::warning ? QMessageBox::Warning : QMessageBox::Information,
-                                title, title, QMessageBox::Ok, context->window());
-    box->setInformativeText(message);
-    dress(box, tone);
-    box->button(QMessageBox::Ok)->setObjectName(u"okButton"_s);
+    QuestionBox* box = makeBox(context, tone, title, message);
+    box->setDefaultButton(
+        addButton(box, new QPushButton(u"OK"_s, box), QDialogButtonBox::AcceptRole, u"okButton"_s));
     openOver(box, objectName, title);
     return box;
 }
 
-QDialog* askForText(QWidget* context, const TextQuestion& question, std::function<void(QString)> confirmed)
+QDialog* askForText(QWidget* context, const TextQuestion& question, std::function<bool(QString)> confirmed)
 {
     auto* dialog = new QDialog(context->window());
     auto* title = new QLabel(question.title, dialog);
-    title->setFont(AppTheme::semibold(title->font()));
+    setRelativeFont(title, 1, QFont::DemiBold);
     auto* message = new QLabel(question.message, dialog);
     message->setTextFormat(Qt::PlainText);
     message->setWordWrap(true);
@@ -161,10 +134,12 @@ QDialog* askForText(QWidget* context, const TextQuestion& question, std::functio
 
     QObject::connect(field, &QLineEdit::textChanged, action,
                      [action](const QString& text) { action->setEnabled(!text.isEmpty()); });
-    QObject::connect(buttons, &QDialogButtonBox::accepted, dialog, &QDialog::accept);
     QObject::connect(buttons, &QDialogButtonBox::rejected, dialog, &QDialog::reject);
-    QObject::connect(dialog, &QDialog::accepted, context,
-                     [field, confirmed = std::move(confirmed)] { confirmed(field->text()); });
+    QObject::connect(buttons, &QDialogButtonBox::accepted, context,
+                     [dialog, field, confirmed = std::move(confirmed)] {
+                         if (confirmed(field->text()))
+                             dialog->accept();
+                     });
     openOver(dialog, question.objectName, question.title);
     field->setFocus();
     return dialog;

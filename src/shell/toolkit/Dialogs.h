@@ -5,7 +5,6 @@
 #include <functional>
 
 class QDialog;
-class QMessageBox;
 class QWidget;
 
 namespace orvanlite {
@@ -21,7 +20,7 @@ struct Question {
 
 /// Opens a sheet with "Cancel" (`cancelButton`; Escape) and the action (`confirmButton`). `confirmed` runs if
 /// the action is chosen while `context` is alive. Returns immediately; the box deletes itself when closed.
-QMessageBox* ask(QWidget* context, const Question& question, std::function<void()> confirmed);
+QDialog* ask(QWidget* context, const Question& question, std::function<void()> confirmed);
 
 /// Makes the dialog window-modal, with a close button as the only button in its title bar.
 void makeSheet(QDialog* dialog);
@@ -29,8 +28,8 @@ void makeSheet(QDialog* dialog);
 enum class Tone { warning, information };
 
 /// Shows an alert with "OK" (`okButton`). The message may be empty.
-QMessageBox* tell(QWidget* context, Tone tone, const QString& objectName, const QString& title,
-                  const QString& message);
+QDialog* tell(QWidget* context, Tone tone, const QString& objectName, const QString& title,
+              const QString& message);
 
 /// A prompt for one line of text.
 struct TextQuestion {
@@ -42,7 +41,7 @@ struct TextQuestion {
 };
 
 /// Like ask(), with a text field (`textField`), 250 pixels wide. The action is disabled while the field is
-/// empty; `confirmed` receives the text.
-QDialog* askForText(QWidget* context, const TextQuestion& question, std::function<void(QString)> confirmed);
+/// empty. `confirmed` receives the text and returns whether it was used; otherwise the dialog stays open.
+QDialog* askForText(QWidget* context, const TextQuestion& question, std::function<bool(QString)> confirmed);
 
 } // namespace orvanlite

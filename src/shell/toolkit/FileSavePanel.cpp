@@ -5,7 +5,7 @@
 #include <QAbstractButton>
 #include <QFileDialog>
 #include <QFileInfo>
-#include <QMessageBox>
+#include <QTextBoundaryFinder>
 
 #include <utility>
 
@@ -20,6 +20,23 @@ QString withSuffix(const QString& name, const QString& suffix)
 {
     const QString ending = u'.' + suffix;
     return name.endsWith(ending, Qt::CaseInsensitive) ? name : name + ending;
+}
+
+/// A valid file name. File systems limit names to 255 bytes and read a slash as a folder; a suffix alone would be
+/// the name of a hidden file.
+QString proposal(const SaveRequest& request)
+{
+    constexpr qsizetype kLongestName = 255;
+    QString name = request.fileName.trimmed();
+    name.replace(u'/', u'-');
+    if (name.isEmpty() || name.compare(u'.' + request.suffix, Qt::CaseInsensitive) == 0)
+        name = request.typeName.toLower();
+    QTextBoundaryFinder letters(QTextBoundaryFinder::Grapheme, name);
+    letters.toEnd();
+    qsizetype end = name.size();
+    while (end > 0 && withSuffix(name.first(end), request.suffix).toUtf8().size() > kLongestName)
+        end = letters.toPreviousBoundary();
+    return withSuffix(name.first(end), request.suffix);
 }
 
 } // namespace
@@ -38,9 +55,7 @@ void FileSavePanel::ask(const SaveRequest& request, std::function<void(const QSt
     panel->setAcceptMode(QFileDialog::AcceptSave);
     panel->setNameFilter(u"%1 (*.%2)"_s.arg(request.typeName, request.suffix));
     panel->setDefaultSuffix(request.suffix);
-    QString proposed = request.fileName;
-    proposed.replace(u'/', u'-'); // a slash would be read as a folder
-    panel->selectFile(withSuffix(proposed, request.suffix));
+    panel->selectFile(proposal(request));
     // The panel's own overwrite prompt would block the event loop.
     panel->setOption(QFileDialog::DontConfirmOverwrite);
     QObject::connect(panel, &QFileDialog::fileSelected, &m_context,
@@ -66,11 +81,10 @@ void FileSavePanel::confirm(const QString& path, const SaveRequest& request,
     question.message = u"A file of that name is there already. Replacing it overwrites what it holds."_s;
     question.action = u"Replace"_s;
     question.isDestructive = true;
-    QMessageBox* box = orvanlite::ask(&m_context, question, [path, chosen] { chosen(path); });
+    QDialog* box = orvanlite::ask(&m_context, question, [path, chosen] { chosen(path); });
     SaveRequest again = request;
     again.fileName = file.fileName();
-    QObject::connect(box->button(QMessageBox::Cancel), &QAbstractButton::clicked, &m_context,
-                     [this, again, chosen] { ask(again, chosen); });
+    QObject::connect(box, &QDialog::rejected, &m_context, [this, again, chosen] { ask(again, chosen); });
 }
 
 } // namespace orvanlite

@@ -1,10 +1,14 @@
 #include "shell/toolkit/Icons.h"
 
+#include <QGuiApplication>
+#include <QIconEngine>
 #include <QPainter>
+#include <QPalette>
 #include <QPixmapCache>
 #include <QSvgRenderer>
 
 #include <cmath>
+#include <utility>
 
 /// Resources in a static library are not registered automatically. Outside any namespace, as Q_INIT_RESOURCE
 /// requires.
@@ -37,6 +41,40 @@ QPixmap iconPixmap(const QString& key, int size, const QColor& colour, double de
     QPixmapCache::insert(cacheKey, pixmap);
     return pixmap;
 }
+
+namespace {
+
+/// Draws the icon whenever it is needed, and therefore for the current palette and screen.
+class MenuIconEngine final : public QIconEngine {
+public:
+    explicit MenuIconEngine(QString key)
+        : m_key(std::move(key))
+    {}
+    void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State /*state*/) override
+    {
+        const bool isHighlighted = mode == QIcon::Active || mode == QIcon::Selected;
+        const QPalette palette = QGuiApplication::palette();
+        drawIcon(*painter, rect, m_key,
+                 palette.color(mode == QIcon::Disabled ? QPalette::Disabled : QPalette::Active,
+                               isHighlighted ? QPalette::HighlightedText : QPalette::WindowText));
+    }
+    QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override
+    {
+        QPixmap pixmap(size);
+        pixmap.fill(Qt::transparent);
+        QPainter painter(&pixmap);
+        paint(&painter, pixmap.rect(), mode, state);
+        return pixmap;
+    }
+    [[nodiscard]] QIconEngine* clone() const override { return new MenuIconEngine(m_key); }
+
+private:
+    QString m_key;
+};
+
+} // namespace
+
+QIcon menuIcon(const QString& key) { return QIcon(new MenuIconEngine(key)); }
 
 void drawIcon(QPainter& painter, const QRectF& rect, const QString& key, const QColor& colour)
 {

@@ -17,6 +17,9 @@ void drawIcon(QPainter& painter, const QRectF& rect, const QString& key, const Q
 /// The same as a pixmap; `size` is its width and height in logical pixels.
 [[nodiscard]] QPixmap iconPixmap(const QString& key, int size, const QColor& colour, double devicePixelRatio);
 
+/// The same for menus, in the text colour of the application's current palette.
+[[nodiscard]] QIcon menuIcon(const QString& key);
+
 /// Icon key of the format's badge.
 [[nodiscard]] QString formatIcon(PluginFormat format);
 

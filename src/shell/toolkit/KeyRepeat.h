@@ -6,6 +6,11 @@ class QKeyEvent;
 
 namespace orvanlite {
 
+/// Keeps an event filter of the application in front of the accessibility bridge, if called with every event
+/// of the filter. While a screen reader listens, the bridge swallows each key and later posts a copy, which
+/// is not spontaneous and has no timestamp; whenever a reader changes its mind, the bridge moves to the front.
+void keepFirst(QObject& filter, const QEvent& event);
+
 /// Distinguishes a held key from repeated presses, even where the auto-repeat flag is wrong: on X11 a repeat
 /// arrives as a release and a press with the same time, flagged only if both are already in the queue.
 class KeyRepeat final : public QObject {

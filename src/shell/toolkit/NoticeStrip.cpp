@@ -1,6 +1,7 @@
 #include "shell/toolkit/NoticeStrip.h"
 
 #include "shell/toolkit/AppTheme.h"
+#include "shell/toolkit/RelativeFont.h"
 #include "shell/toolkit/TintedLabel.h"
 
 #include <QHBoxLayout>
@@ -41,7 +42,7 @@ void fill(QWidget* strip, const NoticeContent& content)
         auto* action = new TintedLabel(
             content.action,
             [tint](const QPalette& colours) { return AppTheme::legible(tint(colours), colours); }, strip);
-        action->setFont(AppTheme::semibold(action->font()));
+        setRelativeFont(action, 1, QFont::DemiBold);
         row->addWidget(action);
     }
     policy.setVerticalPolicy(QSizePolicy::Preferred);

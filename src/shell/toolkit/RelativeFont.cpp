@@ -6,6 +6,8 @@
 #include <QPointer>
 #include <QWidget>
 
+#include <utility>
+
 namespace orvanlite {
 
 namespace {
@@ -58,11 +60,44 @@ private:
     QFont::Weight m_weight;
 };
 
+class FontWatcher final : public QObject {
+public:
+    FontWatcher(QWidget* widget, std::function<void()> changed)
+        : QObject(widget)
+        , m_changed(std::move(changed))
+    {
+        widget->installEventFilter(this);
+    }
+
+protected:
+    bool eventFilter(QObject* /*watched*/, QEvent* event) override
+    {
+        if (event->type() == QEvent::FontChange && !std::exchange(m_isDue, true))
+            QMetaObject::invokeMethod(this, &FontWatcher::call, Qt::QueuedConnection);
+        return false;
+    }
+
+private:
+    void call()
+    {
+        m_isDue = false;
+        m_changed();
+    }
+
+    std::function<void()> m_changed;
+    bool m_isDue = false;
+};
+
 } // namespace
 
 void setRelativeFont(QWidget* widget, double factor, QFont::Weight weight)
 {
     new FontFollower(widget, factor, weight);
+}
+
+void onFontChange(QWidget* widget, std::function<void()> changed)
+{
+    new FontWatcher(widget, std::move(changed));
 }
 
 } // namespace orvanlite

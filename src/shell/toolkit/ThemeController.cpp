@@ -9,6 +9,8 @@
 #include <QProxyStyle>
 #include <QStyleFactory>
 #include <QStyleOption>
+#include <QTimer>
+#include <QToolTip>
 
 #include <utility>
 
@@ -16,36 +18,34 @@ namespace orvanlite {
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
-bool systemDrawsWidgets() { return QGuiApplication::platformName() == u"cocoa"_s; }
-
-} // namespace
-
-/// The system's style, or Fusion with the button layout of our sheets. Animations are disabled if the user
-/// has asked for reduced motion.
+/// Fusion with the button layout of our sheets. Animations are disabled if the user has asked for reduced
+/// motion.
 class ApplicationStyle final : public QProxyStyle {
 public:
     ApplicationStyle()
-        : QProxyStyle(systemDrawsWidgets() ? nullptr : QStyleFactory::create(u"Fusion"_s))
+        : QProxyStyle(QStyleFactory::create(u"Fusion"_s))
     {}
 
     const platform::Appearance* appearance = nullptr;
 
-    /// Draws the border of line edits: that of Fusion is invisible on a dark window.
+    /// Draws the borders that those of Fusion are invisible without: of line edits on a dark window, and of
+    /// buttons on a black one.
     void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                        const QWidget* widget) const override
     {
-        if (element != PE_FrameLineEdit || systemDrawsWidgets()) {
+        if (element != PE_FrameLineEdit)
             QProxyStyle::drawPrimitive(element, option, painter, widget);
+        const bool hasContrast = AppTheme::isHighContrast(option->palette);
+        if (element != PE_FrameLineEdit && !(element == PE_PanelButtonCommand && hasContrast))
             return;
-        }
         const bool hasFocus = option->state & State_HasFocus;
         painter->save();
         painter->setRenderHint(QPainter::Antialiasing);
-        painter->setPen(QPen(hasFocus ? AppTheme::accent(option->palette)
-                                      : AppTheme::withOpacity(AppTheme::primary(option->palette), 0.3),
-                             hasFocus ? 2 : 1));
+        painter->setBrush(Qt::NoBrush);
+        painter->setPen(QPen(
+            hasFocus ? AppTheme::accent(option->palette)
+                     : AppTheme::withOpacity(AppTheme::primary(option->palette), hasContrast ? 0.7 : 0.3),
+            hasFocus ? 2 : 1));
         painter->drawRoundedRect(QRectF(option->rect).adjusted(1, 1, -1, -1), 3, 3);
         painter->restore();
     }
@@ -55,8 +55,6 @@ public:
     {
         if (hint == SH_Widget_Animation_Duration && appearance && appearance->reducesMotion())
             return 0;
-        if (systemDrawsWidgets())
-            return QProxyStyle::styleHint(hint, option, widget, returned);
         if (hint == SH_DialogButtonBox_ButtonsHaveIcons)
             return 0;
         if (hint == SH_DialogButtonLayout)
@@ -74,6 +72,7 @@ ThemeController::ThemeController(platform::Appearance& appearance, QObject* pare
     m_style->appearance = &appearance;
     QApplication::setStyle(m_style);
     apply();
+    QCoreApplication::instance()->installEventFilter(this);
     appearance.observe(this, [this, reducedBefore = appearance.reducesMotion()]() mutable {
         apply();
         const bool reduces = m_appearance.reducesMotion();
@@ -93,10 +92,23 @@ ThemeController::~ThemeController()
         m_style->appearance = nullptr;
 }
 
+bool ThemeController::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::ThemeChange && watched->isWindowType())
+        QTimer::singleShot(0, this, &ThemeController::applyAgain);
+    return QObject::eventFilter(watched, event);
+}
+
+/// After the system has set its palettes for single classes of widgets again. They are only replaced by an
+/// application palette that differs from the previous one.
+void ThemeController::applyAgain()
+{
+    QApplication::setPalette(QPalette(Qt::gray));
+    apply();
+}
+
 void ThemeController::apply()
 {
-    if (systemDrawsWidgets())
-        return;
     // If the system does not report an appearance, keep the one the application started with.
     const bool dark = m_appearance.isDark().value_or(m_startedDark);
     QColor accent = AppTheme::defaultAccent(dark);
@@ -104,7 +116,10 @@ void ThemeController::apply()
         accent = QColor::fromRgbF(static_cast<float>(chosen->red), static_cast<float>(chosen->green),
                                   static_cast<float>(chosen->blue));
     }
-    QApplication::setPalette(AppTheme::palette(dark, accent));
+    const QPalette palette = AppTheme::palette(dark, accent, m_appearance.increasesContrast());
+    // Also replaces the palettes that a system has for single classes of widgets.
+    QApplication::setPalette(palette);
+    QToolTip::setPalette(palette);
 }
 
 } // namespace orvanlite

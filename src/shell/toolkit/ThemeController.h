@@ -11,15 +11,19 @@ namespace orvanlite {
 
 class ApplicationStyle;
 
-/// Keeps the application's palette in sync with the user's appearance and accent colour, and makes the style
-/// report the motion preference. Where the system draws the widgets itself, no colour is overridden.
+/// Gives the application our style and palette on every system. Keeps the palette in sync with the user's
+/// appearance, accent colour and contrast, and makes the style report the motion preference.
 class ThemeController final : public QObject {
 public:
     explicit ThemeController(platform::Appearance& appearance, QObject* parent = nullptr);
     ~ThemeController() override;
 
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 private:
     void apply();
+    void applyAgain();
 
     platform::Appearance& m_appearance;
     QPointer<ApplicationStyle> m_style;

@@ -2,6 +2,7 @@
 
 #include "shell/toolkit/AppTheme.h"
 #include "shell/toolkit/Icons.h"
+#include "shell/toolkit/ToolTips.h"
 
 #include <QPainter>
 #include <QStyledItemDelegate>
@@ -138,8 +139,9 @@ QVariant TickListModel::data(const QModelIndex& index, int role) const
     const TickRow& shown = row(index.row());
     switch (role) {
     case Qt::DisplayRole:
-    case Qt::ToolTipRole:
         return shown.name;
+    case Qt::ToolTipRole:
+        return plainToolTip(shown.name);
     case Qt::AccessibleTextRole: {
         QStringList texts{shown.name, shown.badge, shown.remark};
         texts.removeAll(QString());

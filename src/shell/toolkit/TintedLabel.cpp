@@ -3,6 +3,7 @@
 #include "shell/toolkit/Icons.h"
 
 #include <QEvent>
+#include <QPainter>
 
 #include <utility>
 
@@ -19,9 +20,17 @@ TintedLabel::TintedLabel(const QString& text, Colour colour, QWidget* parent)
 void TintedLabel::setIcon(const QString& key, int size)
 {
     m_iconKey = key;
-    m_iconSize = size;
     setFixedSize(size, size);
-    apply();
+    update();
+}
+
+void TintedLabel::paintEvent(QPaintEvent* event)
+{
+    QLabel::paintEvent(event);
+    if (m_iconKey.isEmpty())
+        return;
+    QPainter painter(this);
+    drawIcon(painter, rect(), m_iconKey, m_colour(parentWidget()->palette()));
 }
 
 void TintedLabel::changeEvent(QEvent* event)
@@ -34,8 +43,6 @@ void TintedLabel::changeEvent(QEvent* event)
 void TintedLabel::apply()
 {
     const QColor colour = m_colour(parentWidget()->palette());
-    if (!m_iconKey.isEmpty())
-        setPixmap(iconPixmap(m_iconKey, m_iconSize, colour, devicePixelRatioF()));
     if (palette().color(QPalette::WindowText) == colour)
         return;
     // Set a single role; all others keep following the application palette.

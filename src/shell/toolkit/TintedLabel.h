@@ -17,13 +17,13 @@ public:
 
 protected:
     void changeEvent(QEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
 
 private:
     void apply();
 
     Colour m_colour;
     QString m_iconKey;
-    int m_iconSize = 0;
 };
 
 } // namespace orvanlite

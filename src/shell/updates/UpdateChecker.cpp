@@ -5,6 +5,7 @@
 #include "platform/FileManager.h"
 #include "platform/MainBundle.h"
 #include "platform/Platform.h"
+#include "shell/updates/UpdateAnswer.h"
 #include "shell/updates/UpdateConfiguration.h"
 
 #include <QCoreApplication>
@@ -37,11 +38,6 @@ constexpr qint64 kLongestAnswer = 1 << 20;
 constexpr qint64 kLongestMachineId = 1'024;
 const QString kStoredMachine = u"machineIdentifier"_s;
 
-QString optionalText(const JsonObject& object, const char* key)
-{
-    return object.has(key) ? object.text(key) : QString();
-}
-
 struct DeleteLater {
     void operator()(QObject* object) const { object->deleteLater(); }
 };
@@ -51,7 +47,9 @@ bool isAnswered(const QNetworkReply& reply)
 {
     const QNetworkReply::NetworkError error = reply.error();
     const int status = reply.attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
-    const bool connectionFailed = error != QNetworkReply::NoError && error < kFirstContentError;
+    // Status 407 counts like any other, although Qt reports it as a failed connection.
+    const bool connectionFailed = error != QNetworkReply::NoError && error < kFirstContentError &&
+                                  error != QNetworkReply::ProxyAuthenticationRequiredError;
     // A truncated or undecodable body is reported with the error of an unknown status, but with a status
     // below 400.
     const bool isBroken = error == QNetworkReply::ProtocolFailure ||
@@ -137,35 +135,17 @@ QCoro::Task<> UpdateChecker::checkForUpdates()
         takeOver(reply->readAll());
 }
 
-void UpdateChecker::takeOver(const QByteArray& answer)
+void UpdateChecker::takeOver(const QByteArray& json)
 {
-    const std::optional<nlohmann::json> json = parseJson(answer);
-    if (!json)
-        return;
-    try {
-        const JsonObject object(*json);
-        // Read everything before assigning anything: a partly valid answer must not be applied.
-        const bool isAvailable = object.has("update_available") && object.boolean("update_available");
-        const QString version = optionalText(object, "latest_version");
-        const QString url = trustedDownloadUrl(optionalText(object, "download_url"));
-        const QString notes = optionalText(object, "release_notes");
-        updateAvailable = isAvailable;
-        latestVersion = version;
-        updateDownloadURL = url;
-        updateReleaseNotes = notes;
-    } catch (const JsonError&) {
-        // Not a valid answer of the service; keep the current state.
-    }
-}
-
-QString UpdateChecker::trustedDownloadUrl(const QString& url) const
-{
-    // Compare the parsed host only: a trusted name in the user info, the path or a longer host proves
-    // nothing.
-    const QUrl parsed(url, QUrl::StrictMode);
-    return parsed.isValid() && !parsed.isRelative() && m_service.trustedHosts.contains(parsed.host())
-               ? url
-               : m_service.defaultDownloadUrl;
+    const std::optional<UpdateAnswer> answer = decodeUpdateAnswer(json);
+    if (!answer)
+        return; // no valid answer of the service: keep the current state
+    updateAvailable = answer->updateAvailable;
+    latestVersion = answer->latestVersion;
+    updateDownloadURL = hasTrustedHost(answer->downloadUrl, m_service.trustedHosts)
+                            ? answer->downloadUrl
+                            : m_service.defaultDownloadUrl;
+    updateReleaseNotes = answer->releaseNotes;
 }
 
 QString hardwareId(const platform::Platform& platform)

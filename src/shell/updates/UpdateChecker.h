@@ -54,8 +54,7 @@ public:
 
 private:
     [[nodiscard]] QByteArray requestBody() const;
-    void takeOver(const QByteArray& answer);
-    [[nodiscard]] QString trustedDownloadUrl(const QString& url) const;
+    void takeOver(const QByteArray& json);
 
     const platform::Platform& m_platform;
     const UpdateService m_service;

@@ -42,6 +42,7 @@
 
 @interface NSWorkspace (Missing)
 @property(readonly) BOOL accessibilityDisplayShouldReduceMotion;
+@property(readonly) BOOL accessibilityDisplayShouldIncreaseContrast;
 - (void)openApplicationAtURL:(NSURL*)applicationURL
                configuration:(NSWorkspaceOpenConfiguration*)configuration
            completionHandler:(void (^)(NSRunningApplication* app, NSError* error))completionHandler;

@@ -18,6 +18,8 @@ int main(int argc, char** argv)
     }
     const Surroundings surroundings = surroundingsOfCaller();
     dropInheritedState();
+    // The line that tells the application that the password has been accepted. It may no longer listen.
+    [[maybe_unused]] const ssize_t reported = ::write(STDOUT_FILENO, "\n", 1);
     try {
         return run(readAll(Descriptor(STDIN_FILENO)), surroundings);
     } catch (const Failure& failure) {

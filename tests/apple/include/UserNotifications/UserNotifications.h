@@ -5,14 +5,11 @@
 // As declared in Apple's documentation of the User Notifications framework (macOS 11 for the banner options).
 
 typedef NS_ENUM(NSUInteger, UNAuthorizationOptions) {
-    UNAuthorizationOptionBadge = 1 << 0,
-    UNAuthorizationOptionSound = 1 << 1,
     UNAuthorizationOptionAlert = 1 << 2,
 };
 
 typedef NSUInteger UNNotificationPresentationOptions;
 enum : UNNotificationPresentationOptions {
-    UNNotificationPresentationOptionSound = 1 << 1,
     UNNotificationPresentationOptionList = 1 << 3,
     UNNotificationPresentationOptionBanner = 1 << 4,
 };

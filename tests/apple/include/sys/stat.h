@@ -3,7 +3,6 @@
 // The file flags and times of BSD systems: types suffice for compiling, values are meaningless.
 #include_next <sys/stat.h>
 
-#define st_atimespec st_atim
 #define st_mtimespec st_mtim
 
 #define st_flags st_mode

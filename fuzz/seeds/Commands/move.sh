@@ -1,0 +1,1 @@
+mkdir -p '/a/b' && mv '/c/d' '/a/b/it'"'"'s' && rm -rf ~/Library/Caches/AudioUnitCache/* /Library/Caches/com.apple.audiounits.cache 2>/dev/null && killall -9 AudioComponentRegistrar 2>/dev/null; true

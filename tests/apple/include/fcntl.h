@@ -1,0 +1,16 @@
+#pragma once
+
+#include_next <fcntl.h>
+
+// As declared by fcntl(2) of macOS.
+#define F_PREALLOCATE 42
+#define F_ALLOCATEALL 0x00000004
+#define F_PEOFPOSMODE 3
+
+struct fstore_t {
+    unsigned int fst_flags;
+    int fst_posmode;
+    off_t fst_offset;
+    off_t fst_length;
+    off_t fst_bytesalloc;
+};
