@@ -16,8 +16,8 @@ SECTIONS = ("Profiles", "Actions", "Plugin Formats", "Manufacturers", "Statistic
 
 def controls(product):
     return [node for node in product.application.walk()
-            if node.acts and node.role not in OTHER_ROLES and node.name and node.name not in LEFT_OUT
-            and node.has("sensitive") and node.box[2] > 1]
+            if node.role not in OTHER_ROLES and node.acts and node.name and node.name not in LEFT_OUT
+            and node.has("sensitive")]
 
 
 def identity(node):
@@ -29,8 +29,8 @@ def state(desktop):
     """Everything that an action may change: what is shown, the prompt, the files and the catalogue. Not the focus,
     which a click takes."""
     product = desktop.product
-    texts = [(node.role, node.name, node.description, tuple(sorted(node.states - {"focused", "active"})))
-             for node in product.application.walk()]
+    texts = [(role, name, description, tuple(sorted(states - {"focused", "active"})))
+             for role, name, description, states in product.application.snapshot()]
     return texts, bool(desktop.prompt()), sorted(PLUGINS.rglob("*")), sorted(product.states().items())
 
 
@@ -62,6 +62,7 @@ class Comparison:
         self._desktop = desktop
         self._view = view
         self._base = None
+        self._controls = []
         self.findings = []
         self.count = 0
 
@@ -69,9 +70,10 @@ class Comparison:
         self._view(self._desktop)
         time.sleep(0.5)
         self._base = state(self._desktop)
+        self._controls = controls(self._desktop.product)
 
     def _find(self, wanted, at):
-        same = [node for node in controls(self._desktop.product) if identity(node) == wanted]
+        same = [node for node in self._controls if identity(node) == wanted and node.has("showing")]
         expect(len(same) > at, f"{wanted} is gone")
         return same[at]
 
@@ -99,7 +101,7 @@ class Comparison:
     def run(self):
         self._rebuild()
         seen = {}
-        for wanted in [identity(node) for node in controls(self._desktop.product)]:
+        for wanted in [identity(node) for node in self._controls]:
             at = seen[wanted] = seen.get(wanted, -1) + 1
             self.count += 1
             try:

@@ -122,8 +122,7 @@ class Product:
         for name in names:
             here, there = enabled_path(name, kind), disabled_path(name, kind)
             right, wrong = (here, there) if enabled else (there, here)
-            wait_for(f"{right}", right.exists)
-            expect(not wrong.exists(), f"{wrong} is still there")
+            wait_for(f"{right}, and nothing at {wrong}", lambda: right.exists() and not wrong.exists())
         paths = [str(enabled_path(name, kind) if enabled else disabled_path(name, kind)) for name in names]
         wanted = {name: (path, int(enabled)) for name, path in zip(names, paths)}
         self._await("rows of the catalogue", wanted,

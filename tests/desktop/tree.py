@@ -110,17 +110,26 @@ class Node:
     def __str__(self):
         return f"{self.role} {self.name!r}"
 
+    def _walk(self, hidden, role=None, states=None):
+        """Pairs of object and what was asked to get there, as each question costs a message."""
+        yield self, role or self.role, self.states if states is None else states
+        for child in self.children:
+            role, states = child.role, child.states
+            if hidden or "showing" in states or role in ("panel", "application"):
+                yield from child._walk(hidden, role, states)
+
     def walk(self, hidden=False):
         """The object and everything below it, in the order of a reader. Hidden branches are left out."""
-        yield self
-        for child in self.children:
-            if hidden or child.has("showing") or child.role in ("panel", "application"):
-                yield from child.walk(hidden)
+        return (node for node, _, _ in self._walk(hidden))
+
+    def snapshot(self):
+        """Role, name, description and states of everything that is shown."""
+        return [(role, node.name, node.description, frozenset(states)) for node, role, states in self._walk(False)]
 
     def find(self, role=None, name=None, hidden=False, **wanted):
         """The first object below with this role, name, and other properties; None without one."""
-        for node in self.walk(hidden):
-            if role is not None and node.role != role:
+        for node, its_role, _ in self._walk(hidden):
+            if role is not None and its_role != role:
                 continue
             if name is not None and node.name != name:
                 continue
