@@ -43,7 +43,7 @@ class PluginManagerViewModel final : public QObject,
                                      public CatalogueRows,
                                      public BulkSelection,
                                      public ProfilePreview {
-    std::shared_ptr<PluginMover> m_mover; // first: members below refer to its own
+    std::shared_ptr<PluginMover> m_mover; // first: members below are references into it
 
 public:
     /// Loads the first page of the catalogue, without a scan.

@@ -216,11 +216,12 @@ TEST(ControlTest, HeldKeyPressesOnceWithoutTheFlagOfARepeat)
     button.show();
     QSignalSpy clicks(&button, &QAbstractButton::clicked);
     quint64 now = 1'000;
+    QWidget* target = &button;
     const auto send = [&](QEvent::Type type, int key, quint64 later) {
         QKeyEvent event(type, key, {});
         event.setTimestamp(now += later);
         QSpontaneKeyEvent::setSpontaneous(&event);
-        QCoreApplication::instance()->notify(&button, &event);
+        QCoreApplication::instance()->notify(target, &event);
     };
     for (const int key : {Qt::Key_Space, Qt::Key_Return}) {
         SCOPED_TRACE(key);
@@ -235,6 +236,17 @@ TEST(ControlTest, HeldKeyPressesOnceWithoutTheFlagOfARepeat)
         }
         clicks.clear();
     }
+    bool isConfirmed = false;
+    send(QEvent::KeyPress, Qt::Key_Return, 300);
+    const QDialog* question =
+        ask(&button, {u"question"_s, u"Apply?"_s, {}, u"Apply"_s, false}, [&] { isConfirmed = true; });
+    target = &named<QWidget>(*question, u"confirmButton"_s);
+    send(QEvent::KeyRelease, Qt::Key_Return, 400);
+    send(QEvent::KeyPress, Qt::Key_Return, 0);
+    EXPECT_FALSE(isConfirmed) << "the held key that opened the question";
+    send(QEvent::KeyRelease, Qt::Key_Return, 30);
+    send(QEvent::KeyPress, Qt::Key_Return, 300);
+    EXPECT_TRUE(isConfirmed);
 }
 
 } // namespace orvanlite::test

@@ -59,7 +59,6 @@ TEST_F(PluginTableTest, SwitchesByMouseAndKeyboard)
     EXPECT_FALSE(QApplication::activeModalWidget()) << "a failure raises no dialog";
     const auto& status = named<QLabel>(named<QWidget>(window(), u"tableFooter"_s), u"workStatusLabel"_s);
     EXPECT_EQ(status.text(), u"Cancelled. Nothing was changed."_s);
-    EXPECT_EQ(status.accessibleName(), status.text());
 
     // Pressed on the switch and let go elsewhere: nothing is switched.
     const QRect cell = table().visualRect(table().model()->index(0, 0));
@@ -148,6 +147,8 @@ TEST_F(PluginTableTest, TypedLettersGoToTheNextName)
     press(Qt::Key_B);
     press(Qt::Key_R);
     EXPECT_EQ(current(), u"Bravo"_s);
+    press(Qt::Key_Space);
+    EXPECT_TRUE(m_system.scripts.sources.isEmpty()) << "a space within a name switches nothing";
     QApplication::setKeyboardInputInterval(0);
     QTest::qWait(2);
     press(Qt::Key_Z);

@@ -20,7 +20,8 @@ bool FirstPaint::eventFilter(QObject* watched, QEvent* event)
 {
     if (event->type() == QEvent::Paint || event->type() == QEvent::Hide) {
         watched->removeEventFilter(this);
-        QTimer::singleShot(0, m_context, std::move(m_then));
+        if (m_context)
+            QTimer::singleShot(0, m_context, std::move(m_then));
         deleteLater();
     }
     return false;

@@ -54,10 +54,10 @@ void SpokenChanges::speakActions()
 
 void SpokenChanges::speakSelection()
 {
-    const qsizetype before = std::exchange(m_picked, m_viewModel.persistedSelections.size());
-    if (m_picked != before)
-        announce(&m_view,
-                 (m_picked > before ? u"selected, "_s : QString()) + u"%1 plugin(s)"_s.arg(m_picked));
+    const qsizetype before = std::exchange(m_selectedCount, m_viewModel.persistedSelections.size());
+    if (m_selectedCount != before)
+        announce(&m_view, (m_selectedCount > before ? u"selected, "_s : QString()) +
+                              u"%1 plugin(s)"_s.arg(m_selectedCount));
 }
 
 } // namespace orvanlite

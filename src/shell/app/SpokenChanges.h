@@ -12,7 +12,7 @@ class PluginManagerViewModel;
 class ViewUpdater;
 
 /// Tells screen readers what changes away from the focus: what an operation has done, and how many plugins
-/// are picked.
+/// are selected.
 class SpokenChanges final : public QObject {
 public:
     /// The arguments outlive it. It belongs to `view` and speaks for the view's window.
@@ -27,7 +27,7 @@ private:
     const ActivityLogManager& m_log;
     QWidget& m_view;
     QUuid m_lastEntry; ///< the newest one when the log was last looked at
-    qsizetype m_picked = 0;
+    qsizetype m_selectedCount = 0;
     ViewUpdater* m_updates;
 };
 

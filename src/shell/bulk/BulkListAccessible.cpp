@@ -2,6 +2,8 @@
 
 #include "shell/bulk/BulkPluginList.h"
 
+#include <algorithm>
+
 namespace orvanlite {
 
 using namespace Qt::StringLiterals;
@@ -118,7 +120,8 @@ QAccessibleInterface* BulkListAccessible::child(int index) const
         return nullptr;
     if (QWidget* row = m_list.builtRow(index))
         return QAccessible::queryAccessibleInterface(row);
-    m_absentRows.resize(static_cast<std::size_t>(childCount()));
+    // Never shorter: reload() deletes the rows that are gone.
+    m_absentRows.resize(std::max(m_absentRows.size(), static_cast<std::size_t>(childCount())));
     QAccessible::Id& id = m_absentRows[static_cast<std::size_t>(index)];
     if (id == 0)
         id = QAccessible::registerAccessibleInterface(new AbsentRow(*widget(), m_list, index));

@@ -289,7 +289,8 @@ void BulkPluginList::focusRow(int position)
 
 QString BulkPluginList::rowName(int position) const
 {
-    return position < rowCount() ? plugins()[static_cast<std::size_t>(position)].name : QString();
+    return position >= 0 && position < rowCount() ? plugins()[static_cast<std::size_t>(position)].name
+                                                  : QString();
 }
 
 bool BulkPluginList::isRowMarked(int position) const { return m_selectedNames.contains(rowName(position)); }

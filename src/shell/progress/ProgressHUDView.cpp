@@ -28,7 +28,7 @@ constexpr int kMaxTextWidth = 320;
 constexpr int kSpacing = 16;
 constexpr int kPaddingX = 32;
 constexpr int kPaddingY = 22;
-/// Of the background, where what is behind it shows through.
+/// Of the background, on a composited desktop.
 constexpr double kOpacity = 0.82;
 constexpr double kSmallestScale = 0.88;
 constexpr double kAppearResponse = 0.38;

@@ -198,8 +198,8 @@ void UADPluginList::activate(const QModelIndex& index)
 
 QModelIndex UADPluginList::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers)
 {
-    // Headings are skipped: there is nothing to do on them. The first row is one, so that the end of the search
-    // upwards continues downwards.
+    // Headings are skipped: there is nothing to do on them. The first row is one, so a search upwards that
+    // reaches it continues downwards.
     const QModelIndex target = CardView::moveCursor(action, modifiers);
     if (!target.isValid())
         return target;

@@ -39,13 +39,15 @@ EmptyStateView::EmptyStateView(const PluginManagerViewModel& viewModel, QWidget*
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(AppTheme::kSpace5, 0, AppTheme::kSpace5, AppTheme::kSpace2);
     column->setSpacing(AppTheme::kSpace2);
+    auto* status = new WorkStatusLine(viewModel, this);
+    column->addSpacing(status->sizeHint().height() + AppTheme::kSpace2); // keeps the rest centred
     column->addStretch(1);
     column->addWidget(icon, 0, Qt::AlignHCenter);
     column->addSpacing(AppTheme::kSpace1);
     column->addWidget(heading);
     column->addWidget(caption);
     column->addStretch(1);
-    column->addWidget(new WorkStatusLine(viewModel, this));
+    column->addWidget(status);
 }
 
 } // namespace orvanlite

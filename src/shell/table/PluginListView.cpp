@@ -361,9 +361,9 @@ NoRowsView::Reason PluginListView::noRowsReason() const
 
 void PluginListView::clearFilters()
 {
+    m_viewModel.searchText.clear(); // first: the others reload at once
     m_viewModel.selectedFormats.clear();
     m_viewModel.selectedManufacturers.clear();
-    m_viewModel.searchText.clear();
 }
 
 } // namespace orvanlite

@@ -41,7 +41,7 @@ public:
 };
 
 /// The widget that holds the table, with the header as its first child: tables know only their cells, and
-/// screen readers ignore what is no child of its parent.
+/// screen readers ignore objects that their parent does not list.
 class HolderAccessible final : public QAccessibleWidget {
 public:
     HolderAccessible(QWidget* holder, PluginTableHeader* header)

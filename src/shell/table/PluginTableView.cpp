@@ -108,6 +108,10 @@ bool PluginTableView::actOnCurrentRow(const QKeyEvent& event)
         // Key repeat must not move files back and forth.
         if (!current.isValid() || KeyRepeat::isRepeat(event))
             return true;
+        if (isTypingName() && event.modifiers() == Qt::NoModifier) {
+            keyboardSearch(event.text());
+            return true;
+        }
         if (event.modifiers() & (Qt::ShiftModifier | Qt::ControlModifier)) {
             selectionModel()->select(current, QItemSelectionModel::Toggle | QItemSelectionModel::Rows);
         } else {
@@ -180,11 +184,15 @@ void PluginTableView::goToRow(int row, Qt::KeyboardModifiers modifiers)
     scrollTo(target);
 }
 
+bool PluginTableView::isTypingName() const
+{
+    return m_sinceTyped.isValid() && !m_sinceTyped.hasExpired(QApplication::keyboardInputInterval());
+}
+
 void PluginTableView::keyboardSearch(const QString& letters)
 {
     // The base class would search the current column, and select the row, which adds it to the bulk pane.
-    const bool continues =
-        m_sinceTyped.isValid() && !m_sinceTyped.hasExpired(QApplication::keyboardInputInterval());
+    const bool continues = isTypingName();
     m_sinceTyped.start();
     const bool repeats = continues && m_typed == letters;
     if (!repeats)

@@ -64,6 +64,8 @@ private:
     /// Handles keys that act on the current row; false for keys left to the table.
     bool actOnCurrentRow(const QKeyEvent& event);
     bool moveCurrentRow(const QKeyEvent& event);
+    /// Space then belongs to the name.
+    [[nodiscard]] bool isTypingName() const;
     bool goToName(const QString& start, int firstRow);
     void goToRow(int row, Qt::KeyboardModifiers modifiers);
     void keepCurrentRowInSight(int oldHeight, int newHeight);

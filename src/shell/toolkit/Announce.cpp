@@ -2,6 +2,7 @@
 
 #include <QAbstractItemView>
 #include <QAccessibleWidget>
+#include <QGuiApplication>
 #include <QTimer>
 
 #include <chrono>
@@ -30,6 +31,13 @@ void announce(QWidget* widget, const QString& text)
 {
     if (!QAccessible::isActive())
         return;
+#if QT_VERSION >= QT_VERSION_CHECK(6, 8, 0)
+    if (QGuiApplication::platformName() == "cocoa"_L1) { // its bridge does not report notifications
+        QAccessibleAnnouncementEvent announcement(widget, text);
+        QAccessible::updateAccessibility(&announcement);
+        return;
+    }
+#endif
     static const bool isInstalled = (QAccessible::installFactory(makeNotification), true);
     Q_UNUSED(isInstalled)
     // The main window: in a dialog, the dialog's texts would be read as well.
@@ -47,14 +55,15 @@ void announce(QWidget* widget, const QString& text)
 
 void announceCurrentRow(QAbstractItemView* view)
 {
+    if (!QAccessible::isActive())
+        return;
     // Queued: the focus event of the list itself comes after its focusInEvent().
     QMetaObject::invokeMethod(
         view,
         [view] {
             QAccessibleInterface* list = QAccessible::queryAccessibleInterface(view);
             const QModelIndex current = view->currentIndex();
-            if (!QAccessible::isActive() || !view->hasFocus() || !current.isValid() ||
-                !list->tableInterface())
+            if (!view->hasFocus() || !current.isValid() || !list->tableInterface())
                 return;
             QAccessibleInterface* cell = list->tableInterface()->cellAt(current.row(), current.column());
             if (!cell)

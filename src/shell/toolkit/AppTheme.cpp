@@ -149,12 +149,11 @@ QColor legible(const QColor& colour, const QPalette& palette)
                       isHighContrast(palette) ? kHighContrast : kLegibleContrast);
 }
 
-QColor groundForWhite(const QColor& colour, double opacity)
+QColor groundForWhite(const QColor& colour)
 {
     for (int step = 0; step < kSteps; ++step) {
         const QColor background = mixed(colour, Qt::black, double(step) / kSteps);
-        const double foreground = luminance(mixed(background, Qt::white, opacity)) + 0.05;
-        if (foreground / (luminance(background) + 0.05) >= kLegibleContrast)
+        if ((luminance(Qt::white) + 0.05) / (luminance(background) + 0.05) >= kLegibleContrast)
             return background;
     }
     return Qt::black;
@@ -183,7 +182,7 @@ QColor defaultAccent(bool dark) { return dark ? QColor(10, 132, 255) : QColor(0,
 
 QPalette palette(bool dark, const QColor& accent, bool highContrast)
 {
-    const QColor end = dark ? Qt::white : Qt::black; // of the scale that the text is at
+    const QColor end = dark ? Qt::white : Qt::black; // the extreme on the text's side
     const QColor start = dark ? Qt::black : Qt::white;
     const auto either = [highContrast](const QColor& strong, const QColor& usual) {
         return highContrast ? strong : usual;

@@ -55,8 +55,8 @@ namespace AppTheme {
 /// The colour, moved towards black or white until text in it has a contrast of 4.5:1 on a card tinted with
 /// the same colour.
 [[nodiscard]] QColor legible(const QColor& colour, const QPalette& palette);
-/// The colour as a background for white text of the given opacity: darkened until the contrast is 4.5:1.
-[[nodiscard]] QColor groundForWhite(const QColor& colour, double opacity = 1);
+/// The colour as a background for white text: darkened until the contrast is 4.5:1.
+[[nodiscard]] QColor groundForWhite(const QColor& colour);
 
 /// Linear interpolation, including opacity; share 0 is `from`, 1 is `to`.
 [[nodiscard]] QColor blended(const QColor& from, const QColor& to, double share);

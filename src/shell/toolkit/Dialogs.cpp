@@ -1,10 +1,12 @@
 #include "shell/toolkit/Dialogs.h"
 
 #include "shell/toolkit/AppTheme.h"
+#include "shell/toolkit/KeyRepeat.h"
 #include "shell/toolkit/QuestionBox.h"
 #include "shell/toolkit/RelativeFont.h"
 
 #include <QDialogButtonBox>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -22,10 +24,11 @@ namespace {
 
 constexpr int kTextQuestionWidth = 250;
 
-/// The confirming button; red if the action is destructive.
-class ActionButton final : public QPushButton {
+/// A button of a question; red if its action is destructive. The key that opened the question does not answer it
+/// while it is held.
+class AnswerButton final : public QPushButton {
 public:
-    ActionButton(const QString& text, bool isDestructive, QWidget* parent)
+    AnswerButton(const QString& text, QWidget* parent, bool isDestructive = false)
         : QPushButton(text, parent)
         , m_isDestructive(isDestructive)
     {}
@@ -39,6 +42,11 @@ protected:
             option.palette.setColor(QPalette::ButtonText,
                                     AppTheme::legible(AppTheme::red(palette()), palette()));
         QStylePainter(this).drawControl(QStyle::CE_PushButton, option);
+    }
+    void keyPressEvent(QKeyEvent* event) override
+    {
+        if (!KeyRepeat::isRepeat(*event))
+            QPushButton::keyPressEvent(event);
     }
 
 private:
@@ -83,8 +91,8 @@ QDialog* ask(QWidget* context, const Question& question, std::function<void()> c
 {
     QuestionBox* box = makeBox(context, Tone::warning, question.title, question.message);
     QPushButton* cancel =
-        addButton(box, new QPushButton(u"Cancel"_s, box), QDialogButtonBox::RejectRole, u"cancelButton"_s);
-    QPushButton* action = addButton(box, new ActionButton(question.action, question.isDestructive, box),
+        addButton(box, new AnswerButton(u"Cancel"_s, box), QDialogButtonBox::RejectRole, u"cancelButton"_s);
+    QPushButton* action = addButton(box, new AnswerButton(question.action, box, question.isDestructive),
                                     QDialogButtonBox::AcceptRole, u"confirmButton"_s);
     box->setDefaultButton(question.isDestructive ? cancel : action);
     QObject::connect(action, &QAbstractButton::clicked, context, std::move(confirmed));
@@ -97,7 +105,7 @@ QDialog* tell(QWidget* context, Tone tone, const QString& objectName, const QStr
 {
     QuestionBox* box = makeBox(context, tone, title, message);
     box->setDefaultButton(
-        addButton(box, new QPushButton(u"OK"_s, box), QDialogButtonBox::AcceptRole, u"okButton"_s));
+        addButton(box, new AnswerButton(u"OK"_s, box), QDialogButtonBox::AcceptRole, u"okButton"_s));
     openOver(box, objectName, title);
     return box;
 }

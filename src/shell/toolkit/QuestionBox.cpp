@@ -2,6 +2,7 @@
 
 #include "shell/toolkit/AppTheme.h"
 #include "shell/toolkit/FocusRing.h"
+#include "shell/toolkit/KeyRepeat.h"
 #include "shell/toolkit/RelativeFont.h"
 #include "shell/toolkit/ThinScrollBar.h"
 #include "shell/toolkit/TintedLabel.h"
@@ -210,7 +211,7 @@ void QuestionBox::keyPressEvent(QKeyEvent* event)
     else if (event->key() == Qt::Key_PageUp || event->key() == Qt::Key_PageDown)
         bar->triggerAction(event->key() == Qt::Key_PageUp ? QScrollBar::SliderPageStepSub
                                                           : QScrollBar::SliderPageStepAdd);
-    else
+    else if (!KeyRepeat::isRepeat(*event)) // a held Return does not answer
         QDialog::keyPressEvent(event);
 }
 

@@ -28,8 +28,7 @@ public:
 
     const platform::Appearance* appearance = nullptr;
 
-    /// Draws the borders that those of Fusion are invisible without: of line edits on a dark window, and of
-    /// buttons on a black one.
+    /// Fusion's borders of line edits are invisible on a dark window, and those of buttons on a black one.
     void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                        const QWidget* widget) const override
     {
