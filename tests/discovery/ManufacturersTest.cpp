@@ -13,7 +13,6 @@ TEST(Manufacturers, CrossReference)
     using Entry =
         std::tuple<QString, PluginFormat, QString, QString>; // the last is the expected manufacturer
     const std::tuple<const char*, std::vector<Entry>> rows[] = {
-        {"nothing", {}},
         {"an Audio Unit outranks, names match in lower case",
          {{u"Foo"_s, au, u"Acme"_s, u"Acme"_s}, {u"foo"_s, vst3, u"Other"_s, u"Acme"_s}}},
         {"even later", {{u"Foo"_s, vst3, u"Other"_s, u"Acme"_s}, {u"FOO"_s, au, u"Acme"_s, u"Acme"_s}}},

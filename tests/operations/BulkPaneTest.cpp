@@ -69,31 +69,22 @@ TEST_F(BulkPaneTest, GroupsTheSelectionByName)
                            u"Reverb Audio Units"_s, u"Zoom Waves"_s, u"Zoom Waves"_s, u"Zoom Waves"_s}));
 }
 
-TEST_F(BulkPaneTest, SwitchesVariantsAndFormats)
+TEST_F(BulkPaneTest, SwitchesFormatsUntilTheSelectionGrows)
 {
-    const QUuid first = add(u"A"_s, PluginFormat::vst3);
-    const QUuid second = add(u"B"_s, PluginFormat::vst3);
-    const QUuid other = add(u"B"_s, PluginFormat::au);
-    const QUuid later = add(u"C"_s, PluginFormat::clap);
-    select({first, second, other});
-    const auto vst3 = [this] { model().toggleBulkFormat(PluginFormat::vst3); };
-    const std::tuple<std::function<void()>, bool, bool, QString> steps[] = {
-        {[] {}, true, false, u"A: VST3 / B: Audio Units, VST3"_s},
-        {[&] { model().toggleBulkVariant(first); }, false, true, u"A: [VST3] / B: Audio Units, VST3"_s},
-        {vst3, true, false, u"A: VST3 / B: Audio Units, VST3"_s},
-        {vst3, false, false, u"A: [VST3] / B: Audio Units, [VST3]"_s},
-        {[&] { select({later}); }, true, false, u"A: VST3 / B: Audio Units, VST3 / C: CLAP"_s},
-    };
-    for (const auto& [act, isFull, isPartial, wanted] : steps) {
-        act();
-        EXPECT_EQ(pane().join(u" / "_s), wanted);
-        EXPECT_EQ(model().isFormatFullyActive(PluginFormat::vst3), isFull) << qPrintable(wanted);
-        EXPECT_EQ(model().isFormatPartiallyActive(PluginFormat::vst3), isPartial) << qPrintable(wanted);
-        EXPECT_FALSE(model().isFormatFullyActive(PluginFormat::aax)) << "not in the selection";
-        EXPECT_FALSE(model().isFormatPartiallyActive(PluginFormat::aax));
-    }
-    model().toggleBulkFormat(PluginFormat::vst3);
-    EXPECT_EQ(actedOn(), (QStringList{u"B Audio Units"_s, u"C CLAP"_s}));
+    using enum PluginFormat;
+    const QUuid first = add(u"A"_s, vst3);
+    select({first, add(u"B"_s, vst3), add(u"B"_s, au)});
+    EXPECT_TRUE(model().isFormatFullyActive(vst3) && !model().isFormatPartiallyActive(vst3));
+    EXPECT_FALSE(model().isFormatFullyActive(aax) || model().isFormatPartiallyActive(aax));
+    model().toggleBulkVariant(first);
+    EXPECT_TRUE(model().isFormatPartiallyActive(vst3) && !model().isFormatFullyActive(vst3));
+    model().toggleBulkFormat(vst3);
+    EXPECT_EQ(pane(), (QStringList{u"A: VST3"_s, u"B: Audio Units, VST3"_s}));
+    model().toggleBulkFormat(vst3);
+    EXPECT_EQ(pane(), (QStringList{u"A: [VST3]"_s, u"B: Audio Units, [VST3]"_s}));
+    EXPECT_EQ(actedOn(), QStringList{u"B Audio Units"_s});
+    select({add(u"C"_s, clap)});
+    EXPECT_EQ(pane(), (QStringList{u"A: VST3"_s, u"B: Audio Units, VST3"_s, u"C: CLAP"_s}));
 }
 
 TEST_F(BulkPaneTest, ShowsTheStatesOfItsLastRebuildAndActsOnCurrentOnes)
@@ -112,29 +103,6 @@ TEST_F(BulkPaneTest, ShowsTheStatesOfItsLastRebuildAndActsOnCurrentOnes)
     EXPECT_FALSE(model().consolidatedBulkPlugins->front().variants.at(0).isEnabled);
     model().toggleBulkVariant(waves);
     EXPECT_FALSE(model().selectionContainsWavesBundleToDisable());
-}
-
-TEST_F(BulkPaneTest, CollectsSelectedRowsAcrossFilters)
-{
-    const QUuid alpha = add(u"Alpha"_s, PluginFormat::vst3);
-    const QUuid beta = add(u"Beta"_s, PluginFormat::clap);
-    model().selectedFormats = QSet<PluginFormat>{PluginFormat::vst3};
-    model().selectedPlugins = QSet<QUuid>{alpha};
-    select({alpha});
-    model().selectedFormats = QSet<PluginFormat>{PluginFormat::clap};
-    EXPECT_EQ(*model().selectedPlugins, QSet<QUuid>()) << "its row is filtered out";
-    select({beta});
-    EXPECT_EQ(pane(), (QStringList{u"Alpha: VST3"_s, u"Beta: CLAP"_s}));
-    EXPECT_EQ(model().cachedPluginKeysTransfer->keys.size(), 2);
-    model().selectedFormats.clear();
-    model().selectedPlugins.clear();
-    EXPECT_EQ(model().persistedSelections, (QSet<QUuid>{alpha, beta}));
-    model().refreshFromDatabase();
-    EXPECT_EQ(*model().selectedPlugins, (QSet<QUuid>{alpha, beta}));
-    model().clearSelection();
-    EXPECT_TRUE(model().selectedPlugins->isEmpty());
-    EXPECT_TRUE(model().cachedPluginKeysTransfer->keys.isEmpty());
-    EXPECT_EQ(pane(), QStringList());
 }
 
 TEST_F(BulkPaneTest, InvertsTheFilterAndNotTheSelection)
@@ -184,6 +152,9 @@ TEST_F(BulkPaneTest, RemovesNamesFromTheSelection)
     EXPECT_EQ(model().persistedSelections, (QSet<QUuid>{longS, lower}));
     EXPECT_EQ(*model().selectedPlugins, model().persistedSelections);
     EXPECT_EQ(pane(), (QStringList{u"foo: Audio Units"_s, u"Wave\u017Fhell: CLAP"_s}));
+    model().clearSelection();
+    EXPECT_TRUE(model().selectedPlugins->isEmpty() && model().cachedPluginKeysTransfer->keys.isEmpty());
+    EXPECT_EQ(pane(), QStringList());
 }
 
 } // namespace orvanlite::test

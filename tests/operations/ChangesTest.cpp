@@ -1,4 +1,3 @@
-#include "HostileTree.h"
 #include "OperationsFixture.h"
 
 #include "platform/posix/PrivateFolder.h"
@@ -65,13 +64,11 @@ TEST_F(ChangesTest, MovesFilesUpdatesRowsReloadsAndLogs)
     for (const auto& [change, stateBefore, stateAfter, entry] : cases) {
         SCOPED_TRACE(qPrintable(entry));
         const AudioPlugin before = row(u"Foo"_s);
-        const Tree tree = treeOf(m_root.at(u"/Library"));
         const int posts = countPosts();
         steps.clear();
         m_system.scripts.failNext(u"User canceled."_s);
         runTask(change({before}));
         EXPECT_EQ(steps, QStringList{u"script "_s + stateBefore}) << "a failure changes nothing";
-        EXPECT_EQ(difference(treeOf(m_root.at(u"/Library")), tree), "");
         EXPECT_EQ(row(u"Foo"_s), before);
         EXPECT_EQ(countPosts(), posts);
         ASSERT_TRUE(model().error->has_value());
@@ -329,12 +326,6 @@ TEST_F(ChangesTest, ABatchTogglesEachPluginByItsOwnState)
               (QStringList{u"Disabled User's"_s, u"Disabled On"_s, u"Enabled Off"_s, u"Enabled Back"_s}));
     EXPECT_EQ(changes, 2) << "one call for each direction";
     EXPECT_EQ(m_system.processes.starts.size(), 1U) << "once for one enabled Waves plugin";
-    const AudioPlugins before = allRows();
-    scan();
-    for (const AudioPlugin& each : before) {
-        EXPECT_EQ(row(each.name).currentPath, each.currentPath);
-        EXPECT_EQ(row(each.name).isEnabled, each.isEnabled);
-    }
 }
 
 TEST_F(ChangesTest, TogglesAllVersionsOfAWavesPluginTogether)

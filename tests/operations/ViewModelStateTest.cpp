@@ -56,7 +56,6 @@ TEST_F(ViewModelStateTest, LoadsPagesOfAHundredRows)
         model().refreshFromDatabase();
         for (qsizetype page = 0; page < afterEachPage.size(); ++page) {
             EXPECT_EQ(std::ssize(model().filteredPlugins()), afterEachPage[page]);
-            EXPECT_EQ(model().currentOffset(), 100 * page);
             EXPECT_EQ(model().hasMorePages(), page + 1 < afterEachPage.size());
             model().loadMoreIfNeeded();
         }

@@ -1,6 +1,5 @@
+#include "support/Fakes.h"
 #include "support/PrivateBus.h"
-
-#include <QElapsedTimer>
 
 namespace orvanlite::test {
 
@@ -34,16 +33,13 @@ public:
 
     bool says(const QByteArray& line)
     {
-        QElapsedTimer timer;
-        timer.start();
-        while (timer.elapsed() < 20'000) {
+        return waitFor([&] {
             while (process.canReadLine()) {
                 if (process.readLine().trimmed() == line)
                     return true;
             }
-            process.waitForReadyRead(100);
-        }
-        return false;
+            return false;
+        });
     }
 
 private:
