@@ -13,6 +13,13 @@ fail() {
     exit 1
 }
 
+is_mac() { [[ $(uname) == Darwin ]]; }
+
+# debian_only: fails on a Mac with a hint; for what is about Debian or its virtual displays.
+debian_only() {
+    if is_mac; then fail "needs Debian; docs/packaging-macos.md describes packages for a Mac"; fi
+}
+
 # show_help: prints the comment at the top of the calling script.
 show_help() { sed -n '2,/^[^#]/s/^# \{0,1\}//p' "$0"; }
 

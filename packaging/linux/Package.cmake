@@ -14,6 +14,8 @@ string(TIMESTAMP ORV_DAY_IN_WORDS "%B %d, %Y" UTC)
 string(REPLACE " 0" " " ORV_DAY_IN_WORDS ${ORV_DAY_IN_WORDS})
 string(TIMESTAMP ORV_MOMENT "%a, %d %b %Y %H:%M:%S +0000" UTC)
 set(ORV_CONTACT "Orvanlite developers <developers@orvanlite.invalid>")
+# Also has the pictures of docs/images/ for software centres, in screenshots/. The default host cannot exist.
+set(ORV_HOMEPAGE "https://www.orvanlite.invalid" CACHE STRING "Home page, without a slash at the end")
 
 # Licences of header-only libraries have to accompany programs compiled with them.
 set(ORV_NOTICES "")
@@ -86,6 +88,7 @@ add_custom_target(orvanlite-package-files ALL DEPENDS ${outputs})
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME orvanlite)
 set(CPACK_PACKAGE_CONTACT ${ORV_CONTACT})
+set(CPACK_DEBIAN_PACKAGE_HOMEPAGE ${ORV_HOMEPAGE})
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "desktop manager for audio plugins")
 set(CPACK_PACKAGE_DESCRIPTION_FILE ${CMAKE_CURRENT_LIST_DIR}/description.txt)
 set(CPACK_PACKAGING_INSTALL_PREFIX ${CMAKE_INSTALL_PREFIX})

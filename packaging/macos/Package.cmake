@@ -3,8 +3,9 @@
 set(here ${PROJECT_SOURCE_DIR}/packaging/macos)
 set(bundle ${CMAKE_BINARY_DIR}/Orvanlite.app)
 set(helper Contents/Library/LoginItems/OrvanliteHelper.app)
+set(script Contents/Helpers/Orvanlite.app)
 
-# One icon for both bundles, from the drawing used on every system. Not needed for building alone.
+# One icon for all bundles, from the drawing used on every system. Not needed for building alone.
 find_program(ORV_RSVG_CONVERT rsvg-convert)
 if(ORV_RSVG_CONVERT)
     set(icon ${bundle}/Contents/Resources/AppIcon.icns)
@@ -20,12 +21,12 @@ else()
 endif()
 
 # Targets, not the folder: installing removes this machine's paths from the programs.
-install(TARGETS plugin-manager orvanlite-script RUNTIME DESTINATION Orvanlite.app/Contents/MacOS)
+install(TARGETS plugin-manager RUNTIME DESTINATION Orvanlite.app/Contents/MacOS)
 install(TARGETS OrvanliteHelper RUNTIME DESTINATION Orvanlite.app/${helper}/Contents/MacOS)
-install(FILES ${bundle}/Contents/Info.plist DESTINATION Orvanlite.app/Contents)
-install(FILES ${bundle}/${helper}/Contents/Info.plist DESTINATION Orvanlite.app/${helper}/Contents)
-foreach(each Orvanlite.app Orvanlite.app/${helper})
-    install(FILES ${bundle}/Contents/Resources/AppIcon.icns DESTINATION ${each}/Contents/Resources)
+install(TARGETS orvanlite-script RUNTIME DESTINATION Orvanlite.app/${script}/Contents/MacOS)
+foreach(each . ${helper} ${script})
+    install(FILES ${bundle}/${each}/Contents/Info.plist DESTINATION Orvanlite.app/${each}/Contents)
+    install(FILES ${bundle}/Contents/Resources/AppIcon.icns DESTINATION Orvanlite.app/${each}/Contents/Resources)
 endforeach()
 # The agent is a nested bundle and uses the outer one's plugins. Not in the build folder, where those of the installed
 # Qt are used.
@@ -38,10 +39,15 @@ install(
     # Naming the other programs makes each find the libraries relative to its own location.
     execute_process(
         COMMAND \"${ORV_MACDEPLOYQT}\" \"\${app}\" -verbose=1
-                \"-executable=\${app}/Contents/MacOS/orvanlite-script\"
+                \"-executable=\${app}/${script}/Contents/MacOS/orvanlite-script\"
                 \"-executable=\${app}/${helper}/Contents/MacOS/OrvanliteHelper\"
         COMMAND_ECHO STDOUT COMMAND_ERROR_IS_FATAL ANY)
-    foreach(step check-bundle sign)
+    set(steps check-bundle sign)
+    # The image is made of the signed application, so its ticket has to be stapled before.
+    if(NOT \"\$ENV{ORV_NOTARY_PROFILE}\$ENV{ORV_NOTARY_KEY}\" STREQUAL \"\")
+        list(APPEND steps notarise)
+    endif()
+    foreach(step IN LISTS steps)
         execute_process(COMMAND \"${here}/\${step}\" \"\${app}\" COMMAND_ECHO STDOUT COMMAND_ERROR_IS_FATAL ANY)
     endforeach()
     ")

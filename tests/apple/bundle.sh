@@ -1,14 +1,17 @@
 #!/usr/bin/env bash
-# bundle.sh <check-bundle>
+# bundle.sh <top of the project>
 # Creates a small bundle of macOS programs and libraries and runs check-bundle on it, first intact and then with one
-# fault at a time.
+# fault at a time; then notarises it with recording stand-ins for Apple's tools.
 set -euo pipefail
-check=$1
+check=$1/packaging/macos/check-bundle
+notarise=$1/packaging/macos/notarise
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 export PATH=$work/bin:$PATH
 app=$work/Orvanlite.app
 agent=$app/Contents/Library/LoginItems/OrvanliteHelper.app/Contents
+# Where the application starts it.
+script=$app/$(sed -n 's|.*u"/\(Contents/.*/orvanlite-script\)"_s.*|\1|p' "$1/src/platform/apple/AppleServices.cpp")
 mkdir -p "$work/bin"
 ln -s "$(command -v llvm-otool || command -v llvm-otool-14)" "$work/bin/otool"
 ln -s "$(command -v ld64.lld || command -v ld64.lld-14)" "$work/bin/ld64.lld"
@@ -28,14 +31,17 @@ make_bundle() {
     rm -rf "$app"
     make "$work/libsqlite3.dylib" 13.0 "${sqlite:-/usr/lib/libsqlite3.dylib}"
     make "$core" "${newest:-13.0}" @rpath/libcore.dylib
-    make "$app/Contents/PlugIns/platforms/libqcocoa.dylib" 13.0 libqcocoa.dylib "$core"
+    for plugin in platforms/libqcocoa tls/libqsecuretransportbackend iconengines/libqsvgicon; do
+        make "$app/Contents/PlugIns/$plugin.dylib" 13.0 "${plugin#*/}.dylib" "$core"
+    done
     make "$app/Contents/MacOS/plugin-manager" 13.0 none "$core" "$work/libsqlite3.dylib" -rpath @executable_path/../Frameworks
-    make "$app/Contents/MacOS/orvanlite-script" 13.0 none "$core" -rpath @loader_path/../Frameworks
+    make "$script" 13.0 none "$core" -rpath @loader_path/../../../../Frameworks
     make "$agent/MacOS/OrvanliteHelper" 13.0 none "$core" -rpath "@loader_path/${rpath:-../../../../../Frameworks}"
-    for contents in "$app/Contents" "$agent"; do
+    for contents in "$app/Contents" "$agent" "${script%/MacOS/*}"; do
         mkdir -p "$contents/Resources"
         echo picture >"$contents/Resources/AppIcon.icns"
-        printf '<key>LSMinimumSystemVersion</key>\n<string>13.0</string>\n' >"$contents/Info.plist"
+        echo '[Paths]' >"$contents/Resources/qt.conf"
+        printf '<key>%s</key>\n<%s>\n' LSMinimumSystemVersion 'string>13.0</string' LSUIElement true/ >"$contents/Info.plist"
     done
 }
 
@@ -61,5 +67,34 @@ newest=14.0 make_bundle
 says passed "check-bundle: good for this machine only"
 ORV_SIGN_IDENTITY=someone says refused "libcore.dylib asks for macOS 14.0, the bundle for 13.0"
 make_bundle
-rm "$agent/Resources/AppIcon.icns" "$app/Contents/MacOS/orvanlite-script"
-says refused "MacOS/orvanlite-script is missing"
+cp -R "$app" "$work/intact"
+sed -i 's/true/false/' "${script%/MacOS/*}/Info.plist"
+says refused "Contents/Helpers/Orvanlite.app would show an icon in the Dock"
+for part in "$script" "$agent/Resources/"{AppIcon.icns,qt.conf} "$app/Contents/Resources/qt.conf" \
+    "$app/Contents/PlugIns/"{tls/libqsecuretransportbackend,iconengines/libqsvgicon}.dylib; do
+    rm -rf "$app"
+    cp -R "$work/intact" "$app"
+    rm "$part"
+    says refused "${part#"$app"/} is missing"
+done
+
+# The application gets its ticket before the image; an image around an application without one is refused.
+for tool in codesign ditto hdiutil spctl xcrun; do
+    cat >"$work/bin/$tool" <<'END'
+#!/bin/sh
+echo "$(basename "$0") $1 $2" >>"$ORV_RECORD"
+case "$1 $2" in
+"notarytool submit") echo "status: Accepted" ;;
+"stapler staple") touch "$3.ticket" ;;
+"stapler validate") [ -e "$ORV_TICKETS/$(basename "$3").ticket" ] ;;
+esac
+END
+    chmod +x "$work/bin/$tool"
+done
+export ORV_RECORD=$work/record ORV_TICKETS=$work ORV_SIGN_IDENTITY=someone ORV_NOTARY_PROFILE=some
+image=$work/Orvanlite.dmg
+echo image >"$image"
+if said=$("$notarise" "$image" 2>&1) || [[ $said != *"has no ticket"* || -e $image.ticket ]]; then exit 1; fi
+"$notarise" "$app" >"$work/log"
+"$notarise" "$image" >"$work/log"
+[[ -e $app.ticket && -e $image.ticket && $(grep -c 'notarytool submit' "$ORV_RECORD") -eq 2 ]]

@@ -31,7 +31,8 @@ std::unique_ptr<ScriptRunner> makeScriptRunner(const SystemLayout& layout, Eleva
     // nor its tool overrides.
     if (elevation == Elevation::none)
         return std::make_unique<FreedesktopScriptRunner>(layout, elevation);
-    return std::make_unique<ChildScriptRunner>(bundle.bundlePath() + u"/Contents/MacOS/orvanlite-script"_s);
+    return std::make_unique<ChildScriptRunner>(
+        bundle.bundlePath() + u"/Contents/Helpers/Orvanlite.app/Contents/MacOS/orvanlite-script"_s);
 }
 
 std::unique_ptr<DefaultsStore> makeDefaults(const SystemLayout& layout)

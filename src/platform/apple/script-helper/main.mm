@@ -34,8 +34,8 @@ ScriptOutcome run(NSString* source)
 } // namespace
 
 /// Runs the script on standard input and writes its outcome to standard output. A separate executable, as the
-/// system's script service blocks the calling thread; inside the main bundle, so that the password prompt
-/// shows the application's name.
+/// system's script service blocks the calling thread; in a bundle of its own inside the main one, so that the
+/// password prompt shows the application's name and the Dock no second icon.
 int main()
 {
     @autoreleasepool {
