@@ -4,6 +4,7 @@
 #include "profiles/ProfileManager.h"
 #include "profiles/ProfilesFixture.h"
 #include "shell/onboarding/OnboardingView.h"
+#include "shell/toolkit/Dialogs.h"
 #include "shell/toolkit/KeyRepeat.h"
 #include "shell/toolkit/PressButton.h"
 
