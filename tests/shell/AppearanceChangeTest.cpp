@@ -34,9 +34,14 @@ QDialog& arrange(MainWindow& window, const QString& button)
 /// The fonts and sizes of all visible widgets, and a picture, all scrolled to the top.
 std::pair<std::string, QImage> look(QWidget& window)
 {
-    for (QScrollBar* bar : window.findChildren<QScrollBar*>())
-        bar->setValue(0);
-    settle();
+    const QList<QScrollBar*> bars = window.findChildren<QScrollBar*>();
+    // A late activation of the window scrolls to its focus.
+    EXPECT_TRUE(waitFor([&bars] {
+        for (QScrollBar* bar : bars)
+            bar->setValue(0);
+        settle();
+        return std::all_of(bars.begin(), bars.end(), [](const QScrollBar* bar) { return bar->value() == 0; });
+    }));
     QStringList all;
     for (const QWidget* each : window.findChildren<QWidget*>()) {
         const QString line = u"%1 %2x%3 %4"_s.arg(QLatin1StringView(each->metaObject()->className()))
