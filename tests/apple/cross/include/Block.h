@@ -1,0 +1,3 @@
+#pragma once
+
+#include <objc/blocks_runtime.h>
