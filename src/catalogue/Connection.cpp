@@ -49,15 +49,6 @@ int Connection::note(int result)
     case SQLITE_NOTADB:
         m_isDamaged = true;
         break;
-    case SQLITE_FULL:
-        m_isOutOfSpace = true;
-        break;
-    case SQLITE_IOERR: {
-        // A quota, and a full disk outside the database file itself.
-        const int error = sqlite3_system_errno(m_handle);
-        m_isOutOfSpace = m_isOutOfSpace || error == ENOSPC || error == EDQUOT;
-        break;
-    }
     case SQLITE_BUSY:
         if (m_sharesPatience)
             setPatience(m_handle, std::chrono::milliseconds(0));
@@ -66,6 +57,30 @@ int Connection::note(int result)
         break;
     }
     return result;
+}
+
+int Connection::noteChange(int result)
+{
+    if (result == SQLITE_FULL) {
+        m_isOutOfSpace = true;
+    } else if (result == SQLITE_IOERR) {
+        // A quota, and a full disk outside the database file itself.
+        const int error = sqlite3_system_errno(m_handle);
+        m_isOutOfSpace = m_isOutOfSpace || error == ENOSPC || error == EDQUOT;
+    }
+    return note(result);
+}
+
+bool Connection::isMarkedReadOnly() const
+{
+    constexpr sqlite3_int64 kWriteVersion = 18; // offset. Source: SQLite's file format
+    // Through SQLite's own handle: closing another one would release its locks.
+    sqlite3_file* file = nullptr;
+    unsigned char version = 0;
+    return m_handle &&
+           sqlite3_file_control(m_handle, "main", SQLITE_FCNTL_FILE_POINTER, &file) == SQLITE_OK && file &&
+           file->pMethods && file->pMethods->xRead(file, &version, 1, kWriteVersion) == SQLITE_OK &&
+           version > 2;
 }
 
 bool Connection::isInTransaction() const { return m_handle && sqlite3_get_autocommit(m_handle) == 0; }

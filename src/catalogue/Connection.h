@@ -25,8 +25,14 @@ public:
 
     /// Notes the result of a call and returns it.
     int note(int result);
+    /// note() for a call that may change rows, which are lost when the disk is full. A query that finds no
+    /// space for sorting loses nothing.
+    int noteChange(int result);
+    void noteDamage() { m_isDamaged = true; }
     /// Whether the file turned out to be damaged or no database.
     [[nodiscard]] bool isDamaged() const { return m_isDamaged; }
+    /// Whether the file's header asks for a later version of SQLite to write it. We never write such a one.
+    [[nodiscard]] bool isMarkedReadOnly() const;
     /// Whether a change was lost because the disk is full.
     [[nodiscard]] bool isOutOfSpace() const { return m_isOutOfSpace; }
     /// Whether a transaction is open. A full disk can end one in its middle.

@@ -9,6 +9,7 @@
 
 #include <sqlite3.h>
 
+#include <algorithm>
 #include <array>
 
 namespace orvanlite {
@@ -37,6 +38,8 @@ CREATE INDEX IF NOT EXISTS idx_plugins_isEnabled ON plugins(isEnabled);
 CREATE INDEX IF NOT EXISTS idx_plugins_version ON plugins(version);
 CREATE INDEX IF NOT EXISTS idx_plugins_lastUsed ON plugins(lastUsed);
 )";
+
+constexpr QByteArrayView kTableStart = "CREATE TABLE ";
 
 QString cataloguePath(const platform::SystemLayout& layout)
 {
@@ -105,20 +108,32 @@ void PluginDatabase::openDatabase()
         printLine(u"❌ Failed to open database at "_s + m_dbPath);
     exec("PRAGMA journal_mode=WAL");
     exec("PRAGMA synchronous=NORMAL");
-    exec(kSchema);
+    // The text is right, so an error in it is one of the file.
+    if (exec(kSchema) == SQLITE_ERROR || hasOtherTable() || m_connection.isMarkedReadOnly())
+        m_connection.noteDamage();
 }
 
-bool PluginDatabase::exec(const char* sql)
+/// A damaged column name would keep all rows out, and a damaged type would change versions such as 1.10.
+bool PluginDatabase::hasOtherTable() const
+{
+    Statement statement(m_connection, "SELECT sql FROM sqlite_master WHERE name = 'plugins'");
+    if (!statement.step())
+        return false;
+    const QByteArrayView stored = statement.text(0); // without "IF NOT EXISTS"
+    return !QByteArrayView(kSchema).contains(stored.sliced(std::min(stored.size(), kTableStart.size())));
+}
+
+int PluginDatabase::exec(const char* sql)
 {
     if (!m_connection.handle())
-        return false;
+        return SQLITE_CANTOPEN;
     char* message = nullptr;
     const int result =
-        m_connection.note(sqlite3_exec(m_connection.handle(), sql, nullptr, nullptr, &message));
+        m_connection.noteChange(sqlite3_exec(m_connection.handle(), sql, nullptr, nullptr, &message));
     if (result != SQLITE_OK && message)
         printLine(u"❌ SQL error: "_s + QString::fromUtf8(message));
     sqlite3_free(message);
-    return result == SQLITE_OK;
+    return result;
 }
 
 void PluginDatabase::replaceAllPlugins(const AudioPlugins& plugins)
@@ -138,7 +153,7 @@ void PluginDatabase::replaceRows(const AudioPlugins& plugins)
     exec("BEGIN TRANSACTION");
     // DELETE takes the write lock. If that fails, nothing may be inserted either: another process could
     // release its lock between two rows, and the remaining rows would be added to the old ones.
-    const bool isCleared = exec("DELETE FROM plugins");
+    const bool isCleared = exec("DELETE FROM plugins") == SQLITE_OK;
     if (isCleared) {
         Statement insert(m_connection,
                          "INSERT INTO plugins (id, name, manufacturer, format, originalPath, currentPath, "
@@ -152,9 +167,9 @@ void PluginDatabase::replaceRows(const AudioPlugins& plugins)
         }
     }
     // On purpose: never rolled back. Whatever failed above, the next scan refills the table.
-    const bool isReplaced = exec("COMMIT") && isCleared;
+    const bool isReplaced = exec("COMMIT") == SQLITE_OK && isCleared;
     if (wasOutOfSpace && !isReplaced)
-        m_connection.note(SQLITE_FULL);
+        m_connection.noteChange(SQLITE_FULL);
 }
 
 /// False when the damaged file could not be set aside.

@@ -18,13 +18,13 @@ namespace orvanlite {
 
 class Statement;
 
-/// The catalogue: the result of the last scan in one SQLite file. A cache of the file system: a scan replaces its
-/// whole content, single operations patch it, and nothing is lost with the file.
+/// The catalogue: the result of the last scan in one SQLite file. A cache of the file system: a scan replaces
+/// its whole content, single operations patch it, and nothing is lost with the file.
 ///
 /// Errors: none leave it. A line ("❌ ...") is printed when the file cannot be opened or its tables cannot be
-///         created, and when replaceAllPlugins() cannot begin, clear the table or commit. Every other statement is
-///         silent: one that cannot be prepared or run changes nothing, or ends its list of rows. A damaged file
-///         is set aside by the next replaceAllPlugins().
+///         created, and when replaceAllPlugins() cannot begin, clear the table or commit. Every other
+///         statement is silent: one that cannot be prepared or run changes nothing, or ends its list of rows.
+///         A damaged file, or one with another table, is set aside by the next replaceAllPlugins().
 class PluginDatabase final {
 public:
     /// The catalogue of this process, opened on first use and never closed.
@@ -49,8 +49,8 @@ public:
     /// Writes the current path and state of one row; no effect when no row has the id.
     void updatePlugin(const AudioPlugin& plugin);
     void deletePlugin(const QUuid& id);
-    /// The same for many rows: on purpose one statement per row, without a transaction. They wait only once for another
-    /// process's lock.
+    /// The same for many rows: on purpose one statement per row, without a transaction. They wait only once
+    /// for another process's lock.
     void updatePlugins(const AudioPlugins& plugins);
     void deletePlugins(const AudioPlugins& plugins);
     /// Whether a change has been lost on a full disk: the rows disagree with the plugin folders until
@@ -77,7 +77,9 @@ public:
 
 private:
     void openDatabase();
-    bool exec(const char* sql);
+    /// Returns SQLite's result code.
+    int exec(const char* sql);
+    [[nodiscard]] bool hasOtherTable() const;
     void replaceRows(const AudioPlugins& plugins);
     bool startNewFile();
     static std::optional<AudioPlugin> pluginFromRow(const Statement& statement);

@@ -194,9 +194,6 @@ QSet<QString> PluginDatabase::getAllPluginKeys() const
         key.assign(name.begin(), name.end()).append(1, '|').append(format.begin(), format.end());
         keys.insert(platform::fromUtf8(key));
     }
-    // A damaged file may have lost rows, whose plugins would be reported as newly installed.
-    if (m_connection.isDamaged())
-        return {};
     return keys;
 }
 

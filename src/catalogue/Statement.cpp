@@ -36,7 +36,14 @@ void Statement::bindReal(int parameter, double value) { sqlite3_bind_double(m_ha
 
 void Statement::bindNull(int parameter) { sqlite3_bind_null(m_handle, parameter); }
 
-bool Statement::step() { return m_handle && m_connection.note(sqlite3_step(m_handle)) == SQLITE_ROW; }
+bool Statement::step()
+{
+    if (!m_handle)
+        return false;
+    const int result = sqlite3_step(m_handle);
+    const bool isQuery = sqlite3_stmt_readonly(m_handle) != 0;
+    return (isQuery ? m_connection.note(result) : m_connection.noteChange(result)) == SQLITE_ROW;
+}
 
 void Statement::reset() { sqlite3_reset(m_handle); }
 

@@ -14,8 +14,8 @@ class Connection;
 /// Owns one prepared statement, from prepare to finalize.
 ///
 /// Shape:   parameters count from 1, columns from 0; all text is UTF-8.
-/// Errors:  not reported, only noted by the connection. A statement that could not be prepared accepts every call
-///          and has no rows.
+/// Errors:  not reported, only noted by the connection. A statement that could not be prepared accepts every
+///          call and has no rows.
 class Statement final {
 public:
     Statement(Connection& connection, const QByteArray& sql);

@@ -7,8 +7,8 @@
 
 namespace orvanlite {
 
-/// An Observable for values that are expensive and rarely read: an assignment takes a function, which runs when
-/// the value is first read. Observers are notified at the assignment.
+/// An Observable for values that are expensive and rarely read: an assignment takes a function, which runs
+/// when the value is first read. Observers are notified at the assignment.
 template <typename T>
 class DeferredObservable {
 public:

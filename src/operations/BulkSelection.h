@@ -33,8 +33,8 @@ public:
     Observable<std::vector<ConsolidatedPlugin>> consolidatedBulkPlugins;
     /// Variants that an action of the bulk pane includes.
     Observable<QSet<QUuid>> bulkActiveVariants;
-    /// Keys of the selection for drag and drop. Queried when read: the selection changes far more often than it
-    /// is dragged.
+    /// Keys of the selection for drag and drop. Queried when read: the selection changes far more often than
+    /// it is dragged.
     DeferredObservable<PluginKeyTransfer> cachedPluginKeysTransfer;
 
     void clearSelection();
@@ -53,8 +53,8 @@ public:
     void deselectPluginsByNames(const QSet<QString>& names);
     void deselectPluginsByName(const QString& name) { deselectPluginsByNames({name}); }
 
-    /// Groups the selection by name, with every variant switched on. Notifies even if nothing has changed, but
-    /// queries only after a change of the selection or the catalogue.
+    /// Groups the selection by name, with every variant switched on. Notifies even if nothing has changed,
+    /// but queries only after a change of the selection or the catalogue.
     void refreshBulkPane();
     void updateCachedTransfer();
     void toggleBulkVariant(const QUuid& id);

@@ -5,8 +5,8 @@
 
 namespace orvanlite {
 
-/// A script that failed with an error dictionary. Keeps its number and its plain message beside the text of the
-/// PluginError.
+/// A script that failed with an error dictionary. Keeps its number and its plain message beside the text of
+/// the PluginError.
 class ScriptError final : public PluginError {
 public:
     ScriptError(const QString& payload, const platform::ScriptErrorDictionary& dictionary);

@@ -15,15 +15,18 @@ namespace {
 using platform::DirectoryEntry;
 using platform::EntryKind;
 
+constexpr qint64 kLargestCompared = 1 << 28; // bytes; larger files count as different
+
+/// Whether the source's content begins with all of the copy's.
 bool isPartOfFile(const platform::FileManager& files, const QString& copy, const QString& source)
 {
-    const auto copied = files.status(copy);
-    const auto original = files.status(source);
-    return copied && original && !copied->isDirectory && !original->isDirectory &&
-           copied->size <= original->size;
+    const auto copied = files.read(copy, kLargestCompared);
+    const auto original = copied ? files.read(source, kLargestCompared) : std::nullopt;
+    return original && original->startsWith(*copied);
 }
 
-/// Whether every entry of the copy is in the source too, with at least its size. Throws FileError.
+/// Whether every entry of the copy is in the source too, and every file a part of the source's. Throws
+/// FileError.
 bool isPartOfFolder(const platform::FileManager& files, const QString& copy, const QString& source)
 {
     constexpr auto kAll = platform::HiddenEntries::include;
@@ -56,21 +59,32 @@ PartialCopies::PartialCopies(platform::FileManager& files, const std::vector<Bat
     for (const BatchItem& item : items)
         ++uses[item.destination];
     for (const BatchItem& item : items) {
-        if (uses.value(item.destination) == 1 && !files.exists(item.destination))
-            m_moves.emplace_back(item.source, item.destination);
+        const auto original = files.status(item.source);
+        // Another item may arrive where this one came from: plugins of mixed state swap their places.
+        if (original && uses.value(item.destination) == 1 && !uses.contains(item.source) &&
+            !files.exists(item.destination))
+            m_moves.push_back({item.source, item.destination, *original});
     }
+}
+
+bool PartialCopies::isUnfinished(const Move& move) const
+{
+    // An installer may have put a new plugin where a moved one came from.
+    const auto now = m_files.status(move.source);
+    if (!now || now->number != move.original.number || now->isDirectory != move.original.isDirectory ||
+        now->modificationTime != move.original.modificationTime ||
+        now->modificationNanoseconds != move.original.modificationNanoseconds)
+        return false;
+    return now->isDirectory ? isPartOfFolder(m_files, move.destination, move.source)
+                            : isPartOfFile(m_files, move.destination, move.source);
 }
 
 void PartialCopies::remove() const
 {
-    for (const auto& [source, destination] : m_moves) {
-        if (!m_files.exists(source) || !m_files.exists(destination))
-            continue;
+    for (const Move& move : m_moves) {
         try {
-            const bool isFolder = m_files.status(source)->isDirectory;
-            if (isFolder ? isPartOfFolder(m_files, destination, source)
-                         : isPartOfFile(m_files, destination, source))
-                m_files.remove(destination);
+            if (m_files.exists(move.destination) && isUnfinished(move))
+                m_files.remove(move.destination);
         } catch (const platform::FileError&) {
             continue; // the next scan lists the copy
         }

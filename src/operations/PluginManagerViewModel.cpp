@@ -60,7 +60,8 @@ QCoro::Task<> PluginManagerViewModel::scanForPlugins()
     const QPointer<PluginManagerViewModel> self(this);
     isLoading = true;
     error = std::nullopt;
-    workStatus = WorkStatus{};
+    if (!workStatus->isBusy()) // a script may be running
+        workStatus = WorkStatus{};
     std::optional<PluginError> failure;
     try {
         const QSet<QString> existingKeys = m_database.getAllPluginKeys();

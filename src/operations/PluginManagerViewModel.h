@@ -60,8 +60,8 @@ public:
     Observable<bool> isLoading{false};
     /// The last failure of an operation. Cleared only by the start of a scan.
     Observable<std::optional<PluginError>> error;
-    /// Why the list disagrees with the plugin folders; empty as long as every change could be saved. Cleared by
-    /// the next scan whose result could be saved.
+    /// Why the list disagrees with the plugin folders; empty as long as every change could be saved. Cleared
+    /// by the next scan whose result could be saved.
     Observable<QString> unsavedReason;
     /// Toggled by resetView() so that views reset their own state. The value has no meaning.
     Observable<bool> resetViewTrigger{false};

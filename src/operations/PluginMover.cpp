@@ -47,6 +47,16 @@ void throwFailure(const platform::ScriptOutcome& outcome, ScriptKind kind)
                                                                      : u"Failed to delete plugins"_s);
 }
 
+/// Whether the commands have ended by themselves. After a cancelled prompt none has run, and one of a shell
+/// that was killed (an exit status above 128) or has not answered may still be running.
+bool hasRunToItsEnd(const platform::ScriptOutcome& outcome)
+{
+    if (!outcome.error || outcome.error->isEmpty())
+        return outcome.result.has_value();
+    const int number = outcome.error->value(platform::kScriptErrorNumberKey.toString()).toInt();
+    return number > 0 && number <= 128;
+}
+
 AudioPlugin toggled(AudioPlugin plugin, const QString& destination)
 {
     plugin.currentPath = destination;
@@ -54,8 +64,9 @@ AudioPlugin toggled(AudioPlugin plugin, const QString& destination)
     return plugin;
 }
 
-/// A batch's script and progress file. Removed when the script has ended, or when the application quits before that: a
-/// shell continues with a script that it has opened, and a prompt that is still open then runs nothing.
+/// A batch's script and progress file. Removed when the script has ended, or when the application quits
+/// before that: a shell continues with a script that it has opened, and a prompt that is still open then runs
+/// nothing.
 class BatchFiles {
 public:
     BatchFiles(platform::FileManager& files, const QString& folder)
@@ -171,7 +182,8 @@ QCoro::Task<> PluginMover::performWithAdminRights(AudioPlugin plugin, QString de
     items[0].destination = destination;
     const PartialCopies copies(m_platform.files, items);
     const platform::ScriptOutcome outcome = co_await run(administratorScript(command), movingPlugins(1));
-    copies.remove();
+    if (hasRunToItsEnd(outcome))
+        copies.remove();
     throwFailure(outcome, ScriptKind::toggle);
 }
 
@@ -199,7 +211,8 @@ QCoro::Task<AudioPlugins> PluginMover::toggleAll(AudioPlugins plugins, BatchProg
         co_await run(batchAppleScript(batch.script), movingPlugins(std::ssize(items)));
     *isCancelled = true;
     batch.remove();
-    copies.remove();
+    if (hasRunToItsEnd(outcome))
+        copies.remove();
     throwFailure(outcome, ScriptKind::batch);
 
     for (std::size_t i = 0; i < items.size(); ++i)

@@ -29,7 +29,8 @@ struct WorkStatus {
 [[nodiscard]] WorkStatus waitingForPassword();
 [[nodiscard]] WorkStatus movingPlugins(qsizetype count);
 [[nodiscard]] WorkStatus deletingPlugins(qsizetype count);
-/// A notice with the reason for a failed operation. States that nothing was changed only where that is certain.
+/// A notice with the reason for a failed operation. States that nothing was changed only where that is
+/// certain.
 [[nodiscard]] WorkStatus workFailure(const std::exception& thrown);
 
 } // namespace orvanlite

@@ -47,12 +47,14 @@ struct FileStatus {
     qint64 accessTime = 0;              ///< whole seconds since 1970
     qint64 modificationTime = 0;        ///< whole seconds since 1970
     qint64 modificationNanoseconds = 0; ///< fraction of the modification time
+    quint64 number = 0;                 ///< of the file in its file system, also after a rename
     bool operator==(const FileStatus&) const = default;
 };
 
 /// New files get mode 0666 minus the umask unless noted.
 enum class WriteMode {
-    /// Overwrites the file itself. A failed write leaves the old content: space is reserved first, and what has
+    /// Overwrites the file itself, also through a link. A failed write leaves the old content, unless the
+    /// file system reports the failure only when the file is closed: space is reserved first, and what has
     /// been overwritten is written back. Only regular files and character devices.
     inPlace,
     /// Writes a new file and renames it over the old one, keeping its mode and, where permitted, its owner. A

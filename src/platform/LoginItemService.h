@@ -17,7 +17,8 @@ public:
 
     [[nodiscard]] virtual LoginItemStatus status(const QString& identifier) const = 0;
 
-    /// Effects: the agent with this bundle identifier, at `bundlePath`, is started at every login from now on.
+    /// Effects: the agent with this bundle identifier, at `bundlePath`, is started at every login from now
+    /// on.
     /// Errors: FileError.
     virtual void registerItem(const QString& identifier, const QString& bundlePath) = 0;
 

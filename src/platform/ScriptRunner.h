@@ -53,8 +53,8 @@ public:
     virtual ~ScriptRunner() = default;
 
     /// Never throws. The event loop keeps running until the dialog is answered and the command has finished.
-    /// `started` may be null. It is called once when the password has been accepted and the command starts, on
-    /// systems that report it.
+    /// `started` may be null. It is called once when the password has been accepted and the command starts,
+    /// on systems that report it.
     virtual QCoro::Task<ScriptOutcome> execute(QString source, std::function<void()> started) = 0;
 };
 

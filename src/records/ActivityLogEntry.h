@@ -38,8 +38,8 @@ struct ActivityLogEntry {
 
 /// A compact list of objects with the fields in declared order.
 [[nodiscard]] QByteArray encodeActivityLog(const std::vector<ActivityLogEntry>& entries);
-/// Errors: empty for anything but a list of entries. A missing key, a wrong type, an invalid UUID or an unknown
-///         action in one entry invalidates the whole list.
+/// Errors: empty for anything but a list of entries. A missing key, a wrong type, an invalid UUID or an
+///         unknown action in one entry invalidates the whole list.
 [[nodiscard]] std::vector<ActivityLogEntry> decodeActivityLog(QByteArrayView json);
 
 } // namespace orvanlite

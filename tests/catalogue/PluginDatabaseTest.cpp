@@ -172,7 +172,8 @@ TEST_F(PluginDatabaseTest, ReadsAnUnusableFileAsEmpty)
     const std::string failedOpen = "❌ Failed to open database at " + m_path.toStdString() + '\n';
     const std::string noDatabase = "❌ SQL error: file is not a database\n";
     const QString folder = m_system.layout.applicationFolder();
-    // The folder to create or the file to write, what opening prints, and whether the next scan starts a new file.
+    // The folder to create or the file to write, what opening prints, and whether the next scan starts a new
+    // file.
     const std::tuple<QString, QString, std::string, bool> rows[] = {
         {m_path, {}, failedOpen, false},
         {{}, folder, failedOpen, false},

@@ -204,8 +204,8 @@ TEST_F(CommandLineTest, StartsTheWindowAndReportsItsFailure)
     EXPECT_TRUE(failed.errors.startsWith(u"Error: no display – gone\n"_s));
 }
 
-/// The executable itself: which stream a text is written to, its encoding, and the exit status. Only arguments that do
-/// not read the plugin folders of the machine.
+/// The executable itself: which stream a text is written to, its encoding, and the exit status. Only
+/// arguments that do not read the plugin folders of the machine.
 TEST_F(CommandLineTest, TheExecutableUsesStreamsAndExitStatus)
 {
     const QString unknown =

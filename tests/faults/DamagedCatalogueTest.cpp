@@ -123,7 +123,26 @@ TEST_F(DamagedCatalogueTest, IsReplacedByTheNextScan)
     EXPECT_GT(setAside, 0);
 }
 
-/// A full disk and a failing one: the file keeps the old rows or gets the new ones, and heals with the next scan.
+TEST_F(DamagedCatalogueTest, OtherColumnsAndVersionsAreReplacedToo)
+{
+    PluginDatabase(m_system.platform, m_path).replaceAllPlugins(plugins(3));
+    const QByteArray whole = m_system.root.content(m_file);
+    // A letter of a column and of a type, the format of the schema, and the version of SQLite that may write.
+    const std::pair<qsizetype, char> rows[] = {
+        {whole.indexOf("originalPath TEXT"), 1}, {whole.indexOf("TEXT,\n    bundle"), 1}, {47, 2}, {18, 4}};
+    for (const auto& [offset, bits] : rows) {
+        SCOPED_TRACE(offset);
+        removeAll();
+        QByteArray content = whole;
+        content[offset] ^= bits;
+        m_system.root.addFile(m_file, content);
+        const AudioPlugins found = plugins(5);
+        EXPECT_TRUE(afterScan(found) == found) << qPrintable(m_printed);
+    }
+}
+
+/// A full disk and a failing one: the file keeps the old rows or gets the new ones, and heals with the next
+/// scan.
 TEST_F(DamagedCatalogueTest, AFailedReplacementHeals)
 {
     const AudioPlugins old = plugins(40);

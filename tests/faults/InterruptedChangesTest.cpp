@@ -10,13 +10,31 @@ namespace {
 
 const QString kVst3 = u"/Library/Audio/Plug-Ins/VST3/"_s;
 
+/// Defaults that cannot be opened: Qt would wait for the lock of their file after every failed call.
+struct NoDefaults final : platform::DefaultsStore {
+    platform::Defaults& standard() override { qFatal("not used"); }
+    platform::Defaults* suite(const QString& /*name*/) override { return nullptr; }
+};
+
 /// One start of the product.
 struct Product {
     explicit Product(TestPlatform& system)
-        : runner(system.layout, platform::Elevation::none)
-        , database(system.platform, system.layout.applicationFolder() + u"/plugins.db"_s)
-        , log(system.platform)
-        , model(system.platform, database, log)
+        : services{system.layout,
+                   system.platform.files,
+                   system.platform.scripts,
+                   system.platform.processes,
+                   noDefaults,
+                   system.platform.notifications,
+                   system.platform.loginItems,
+                   system.platform.workspace,
+                   system.platform.mainBundle,
+                   system.platform.appearance,
+                   system.platform.userNotifications,
+                   system.platform.clock}
+        , runner(system.layout, platform::Elevation::none)
+        , database(services, system.layout.applicationFolder() + u"/plugins.db"_s)
+        , log(services)
+        , model(services, database, log)
     {
         system.scripts.runner = &runner;
     }
@@ -33,6 +51,8 @@ struct Product {
         return found;
     }
 
+    NoDefaults noDefaults;
+    platform::Platform services;
     platform::FreedesktopScriptRunner runner;
     PluginDatabase database;
     ActivityLogManager log;

@@ -64,6 +64,15 @@ protected:
                u"pending %1 log %2"_s.arg(manager.pendingNewPluginKeys->size()).arg(log().entries->size());
     }
 
+    /// They stay the same files, except for the pending ones: without any, their file is removed.
+    [[nodiscard]] std::vector<ino_t> files() const
+    {
+        std::vector<ino_t> numbers;
+        for (const auto& [path, content] : m_before)
+            numbers.push_back(path.contains(u"pending"_s) ? 0 : statusOf(m_system.root.at(path)).st_ino);
+        return numbers;
+    }
+
     TestPlatform m_system;
     const QString m_folder =
         u"/"_s + m_system.layout.applicationFolder().sliced(m_system.root.path().size() + 1);
@@ -89,12 +98,14 @@ protected:
 TEST_F(InterruptedSavesTest, LeaveTheOldOrTheNewState)
 {
     const QString before = state();
+    const std::vector<ino_t> same = files();
     for (const Change& change : m_changes) {
         SCOPED_TRACE(change.name);
         restore();
         EXPECT_EQ(runWith({}, change.make), End::finished);
         const QString after = state();
         EXPECT_NE(after, before);
+        EXPECT_EQ(files(), same);
         for (const auto& [error, isPartial] : {std::pair(0, false),
                                                {EIO, false},
                                                {EIO, true},
@@ -139,7 +150,8 @@ TEST_F(InterruptedSavesTest, FullDiskKeepsTheOldState)
     }
 }
 
-/// With ORV_FAULTS_KILLS=N: kills a process that saves all the time, at N random moments for each size of the files.
+/// With ORV_FAULTS_KILLS=N: kills a process that saves all the time, at N random moments for each size of the
+/// files.
 TEST_F(InterruptedSavesTest, SurviveAKillAtAnyMoment)
 {
     const int kills = qEnvironmentVariableIntValue("ORV_FAULTS_KILLS");

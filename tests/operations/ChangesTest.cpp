@@ -112,7 +112,8 @@ TEST_F(ChangesTest, DeletionRemovesRowsAndSelection)
               (QStringList{u"Deleted Off"_s, u"Deleted Gone"_s, u"Deleted Wave"_s, u"Deleted Missing"_s}));
     EXPECT_TRUE(m_system.processes.starts.empty() && m_progress.calls.isEmpty());
 
-    // The second of three removals fails: the first plugin is gone, and its row disappears with the next scan.
+    // The second of three removals fails: the first plugin is gone, and its row disappears with the next
+    // scan.
     replaceTool(u"rm"_s, "[ $n = 2 ] && { echo busy >&2; exit 1; }\nexec /bin/rm \"$@\"\n");
     m_root.addBundle(kVst3 + u"Alpha.vst3"_s);
     scan();
@@ -227,6 +228,7 @@ TEST_F(ChangesTest, SaysWhatIsGoingOnAndWhyItFailed)
     EXPECT_TRUE(seen.size() == 1 && seen[0].startsWith(u"Failed: Not a directory: /"_s))
         << qPrintable(seen.join(u'|'));
     seen.clear();
+    m_system.scripts.whileRunning = [this] { scan(); }; // does not hide that a script runs
     toggle(rows({u"A"_s, u"B"_s, u"C"_s}));
     runTask(model().deletePlugins({row(u"A"_s)}));
     EXPECT_EQ(seen, (QStringList{waiting, u"Moving 3 plugins…"_s, QString(), waiting, u"Deleting 1 plugin…"_s,

@@ -87,7 +87,8 @@ protected:
             all.append(rawValue(each.action) + u' ' + each.pluginName);
         return all;
     }
-    /// Replaces a tool for scripts. Has its number of calls in `$n` and the folder of the scripts in `$temporary`.
+    /// Replaces a tool for scripts. Has its number of calls in `$n` and the folder of the scripts in
+    /// `$temporary`.
     void replaceTool(const QString& tool, const QByteArray& lines) const
     {
         const QByteArray counter = m_root.at(u"/tools/calls").toUtf8();

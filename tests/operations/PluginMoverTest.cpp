@@ -298,8 +298,11 @@ TEST_F(PluginMoverTest, RemovesOnlyWhatAFailedMoveHasCopied)
          false},
         {"all", "cp -R \"$1\" \"$2\"", false},
         {"a larger file", "mkdir -p \"$2/Contents\"; printf 1234 >\"$2/Contents/a\"", true},
+        {"other content", "mkdir -p \"$2/Contents\"; printf 124 >\"$2/Contents/a\"", true},
         {"something else", "mkdir \"$2\"; : >\"$2/other\"", true},
         {"all, and the source is being removed", "cp -R \"$1\" \"$2\"; rm \"$1/Contents/a\"", true},
+        {"all, and then the script was killed", "cp -R \"$1\" \"$2\"; kill -9 $PPID", true},
+        {"moved, and installed again", "/bin/mv \"$1\" \"$2\"; cp -R \"$2\" \"$1\"", true},
     };
     const AudioPlugin plugin = record(kVst3 + u"A.vst3"_s);
     for (const auto& [title, lines, remains] : rows) {
@@ -307,7 +310,7 @@ TEST_F(PluginMoverTest, RemovesOnlyWhatAFailedMoveHasCopied)
         m_root.addFile(kVst3 + u"A.vst3/Contents/a"_s, "123");
         ::symlink("a", m_root.at(kVst3 + u"A.vst3/Contents/link"_s).toUtf8().constData());
         replaceTool(u"mv"_s, lines + "; exit 1\n");
-        toggleAll({plugin});
+        batchError({plugin});
         EXPECT_EQ(m_root.exists(kDisabledVst3 + u"A.vst3"_s), remains);
         EXPECT_TRUE(m_root.exists(kVst3 + u"A.vst3"_s));
         m_root.addFile(kVst3 + u"A.vst3/Contents/a"_s, "123");
@@ -315,6 +318,16 @@ TEST_F(PluginMoverTest, RemovesOnlyWhatAFailedMoveHasCopied)
         EXPECT_EQ(m_root.names(kDisabledVst3).size(), remains ? 2 : 0) << "the single move takes a free name";
         m_system.files.remove(m_root.at(u"/Library"));
     }
+    // Two copies of the same content swap their places.
+    AudioPlugin off = plugin;
+    off.isEnabled = false;
+    off.currentPath = m_root.at(kDisabledVst3 + u"A.vst3"_s);
+    for (const QString& folder : {kVst3, kDisabledVst3})
+        m_root.addFile(folder + u"A.vst3/Contents/a"_s, "123");
+    replaceTool(u"mv"_s, "exec /bin/mv \"$@\"\n");
+    toggleAll({plugin, off});
+    EXPECT_EQ(m_root.names(kDisabledVst3), QStringList{u"A 1.vst3"_s});
+    EXPECT_TRUE(m_root.exists(kVst3 + u"A.vst3/Contents/a"_s));
 }
 
 } // namespace orvanlite::test

@@ -104,7 +104,8 @@ TEST_F(FileManagerTest, QueriesDoNotThrow)
     QFile::link(root.at(u"/nowhere"), root.at(u"/q/dangling"));
     ::mkfifo(root.at(u"/q/pipe").toUtf8().constData(), 0600);
     setTimes(root.at(u"/q/file"), 1'000'000'001, 1'000'000'002);
-    EXPECT_EQ(files.status(root.at(u"/q/link")), (FileStatus{false, 5, 1'000'000'001, 1'000'000'002}));
+    EXPECT_EQ(files.status(root.at(u"/q/link")),
+              (FileStatus{false, 5, 1'000'000'001, 1'000'000'002, 0, statusOf(root.at(u"/q/file")).st_ino}));
     const std::tuple<QString, bool, std::optional<QByteArray>> rows[] = {
         {root.at(u"/q/link"), true, "12345"},
         {root.at(u"/q/empty"), true, ""},
@@ -154,6 +155,10 @@ TEST_F(FileManagerTest, WritesInPlaceOrReplacesTheFile)
     EXPECT_EQ(root.content(u"/w/file"), "fourth");
     EXPECT_EQ(root.names(u"/w"), (QStringList{u"file"_s, u"folder"_s, u"link"_s}))
         << "no temporary file is left";
+    const ino_t number = statusOf(file).st_ino;
+    files.write(root.at(u"/w/link"), "fifth", WriteMode::inPlace);
+    EXPECT_EQ(root.content(u"/w/file"), "fifth");
+    EXPECT_EQ(statusOf(file).st_ino, number);
     EXPECT_TRUE(QFileInfo(root.at(u"/w/link")).isSymLink());
 }
 

@@ -41,7 +41,8 @@ struct Case {
     QString wanted;
 };
 
-/// Lists in the usual format are read by a fast parser. With a comment after the root, the full parser reads them.
+/// Lists in the usual format are read by a fast parser. With a comment after the root, the full parser reads
+/// them.
 const QByteArray kFullParser = "<!---->";
 
 void expectAll(const std::vector<Case>& cases)
@@ -340,7 +341,8 @@ TEST(PropertyListBinary, RejectsInvalidTrailers)
 
 TEST(PropertyListBinary, ReadsSharedReferencesQuickly)
 {
-    // Many equal keys refer to one list, which refers many times to one dictionary with many references to one text.
+    // Many equal keys refer to one list, which refers many times to one dictionary with many references to
+    // one text.
     constexpr int kMany = 200'000;
     const auto counted = [](char marker) { return marker + ("\x12" + bigEndian(kMany, 4)); };
     const auto many = [](quint64 number) { return bigEndian(number, 2).repeated(kMany); };

@@ -68,7 +68,8 @@ TEST_F(CheatCodeTest, MatchesTheLastLettersAndDigits)
 TEST_F(CheatCodeTest, TakesKeysByTheirText)
 {
     m_code.armCheatCode();
-    // No text, Ctrl+E, two characters, a letter of two units, one of two in lower case, a digit with an accent.
+    // No text, Ctrl+E, two characters, a letter of two units, one of two in lower case, a digit with an
+    // accent.
     for (const QString& text :
          {u"q"_s, u""_s, u"\u0005"_s, u"ab"_s, u"\U0001D5D4"_s, u"\u0130"_s, u"\u0664\u0301"_s})
         QTest::sendKeyEvent(QTest::Press, m_field.windowHandle(), Qt::Key_unknown, text, Qt::AltModifier);

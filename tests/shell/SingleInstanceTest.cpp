@@ -71,7 +71,8 @@ TEST(SingleInstance, SecondStartShowsTheWindowOfTheFirst)
         "Error: Orvanlite is already running, and its window cannot be reached over the session bus.\n";
     const Variables token{{u"XDG_ACTIVATION_TOKEN"_s, u"t1"_s}};
     const Variables startupId{{u"DESKTOP_STARTUP_ID"_s, u"t2"_s}};
-    // Arguments, bus and environment; then status, start of the output, errors and effect on the first instance.
+    // Arguments, bus and environment; then status, start of the output, errors and effect on the first
+    // instance.
     const std::tuple<QStringList, QString, Variables, int, QByteArray, QByteArray, QByteArray> rows[] = {
         {{}, bus.address(), token, 0, launch, "", "shown t1"},
         {{u"gui-command"_s}, bus.address(), startupId, 0, launch, "", "shown t2"},

@@ -22,8 +22,8 @@
 
 namespace orvanlite::test {
 
-/// The password prompt: records every source, gives the queued answers first, and otherwise runs the script through
-/// `runner` as if the password had been given.
+/// The password prompt: records every source, gives the queued answers first, and otherwise runs the script
+/// through `runner` as if the password had been given.
 class FakeScriptRunner final : public platform::ScriptRunner {
 public:
     platform::ScriptRunner* runner = nullptr;

@@ -15,7 +15,8 @@ namespace orvanlite::test {
 
 using namespace Qt::StringLiterals;
 
-/// A temporary folder that stands for "/" and is removed at the end. Absolute paths are those of the real system.
+/// A temporary folder that stands for "/" and is removed at the end. Absolute paths are those of the real
+/// system.
 class TempRoot {
 public:
     TempRoot();

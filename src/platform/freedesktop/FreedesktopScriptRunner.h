@@ -11,8 +11,8 @@ namespace orvanlite::platform {
 ///
 /// Shape:   scripts may run concurrently. The result is standard output without its final line end.
 /// Errors:  an error dictionary for a script that does not parse, a prompt that was cancelled (-128) or
-///          refused (-60005), a session in which no prompt can be shown (-60007), a command that cannot be started, exits with a non-zero status (used as the
-///          number) or is killed.
+///          refused (-60005), a session in which no prompt can be shown (-60007), a command that cannot be
+///          started, exits with a non-zero status (used as the number) or is killed.
 /// Effects: running commands are never killed; they continue when the runner or the application is gone.
 class FreedesktopScriptRunner final : public ScriptRunner {
 public:

@@ -6,8 +6,8 @@ namespace orvanlite::platform {
 
 using namespace Qt::StringLiterals;
 
-/// Source: Extended Window Manager Hints, _NET_WM_CM_Sn. The X library is loaded at run time, where the windows
-/// have loaded it already: the text tool runs without it.
+/// Source: Extended Window Manager Hints, _NET_WM_CM_Sn. The X library is loaded at run time, where the
+/// windows have loaded it already: the text tool runs without it.
 bool blendsWindowsOnX11()
 {
     QLibrary x11(u"X11"_s, 6);

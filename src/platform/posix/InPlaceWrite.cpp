@@ -3,6 +3,7 @@
 #include "platform/posix/Descriptor.h"
 
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 
 #include <algorithm>
@@ -17,10 +18,10 @@ namespace {
 struct Job {
     const int file;
     const QByteArrayView content;
-    const qint64 length;            ///< of the file afterwards
-    const qint64 first = 0;         ///< the content from here on is written before the rest
-    volatile qint64 written = 0;    ///< bytes so far
-    volatile int error = ECANCELED; ///< errno; 0 when all is done
+    const std::optional<qint64> length; ///< cuts the file
+    const qint64 first = 0;             ///< the content from here on is written before the rest
+    volatile qint64 written = 0;        ///< bytes so far
+    volatile int error = ECANCELED;     ///< errno; 0 when all is done
 };
 
 bool writeRange(Job& job, qint64 begin, qint64 end) noexcept
@@ -41,7 +42,7 @@ bool writeRange(Job& job, qint64 begin, qint64 end) noexcept
 void run(Job& job) noexcept
 {
     const bool isDone = writeRange(job, job.first, job.content.size()) && writeRange(job, 0, job.first) &&
-                        ::ftruncate(job.file, job.length) == 0;
+                        (!job.length || ::ftruncate(job.file, *job.length) == 0);
     job.error = isDone ? 0 : errno;
 }
 
@@ -51,8 +52,9 @@ void runToItsEnd(Job& job) { run(job); }
 
 #else
 
-/// Linux ends a write between two pages when the process is killed, and the file would hold a mixture. So a child
-/// process writes, which the kill does not reach. It shares our memory: a real fork takes longer than the write.
+/// Linux ends a write between two pages when the process is killed, and the file would hold a mixture. So a
+/// child process writes, which the kill does not reach. It shares our memory: a real fork takes longer than
+/// the write.
 void runToItsEnd(Job& job)
 {
     sigset_t all;
@@ -74,14 +76,19 @@ void runToItsEnd(Job& job)
 
 #endif
 
-/// Allocates the blocks for `size` bytes without changing the file's length. Throws if there is no space. False where
-/// the file system cannot reserve any.
+/// Allocates the blocks for `size` bytes without changing the file's length. Throws if there is no space.
+/// False where the file system cannot reserve any.
 bool reserve(const Descriptor& file, qint64 oldSize, qint64 size, const QString& path)
 {
 #if defined(ORV_APPLE)
-    if (size <= oldSize)
+    struct stat status {};
+    if (::fstat(file.number(), &status) != 0)
+        return false;
+    // The request counts from the last block that the file has, which may be beyond its end.
+    const qint64 allocated = static_cast<qint64>(status.st_blocks) * 512;
+    if (size <= allocated)
         return true;
-    fstore_t request{F_ALLOCATEALL, F_PEOFPOSMODE, 0, size - oldSize, 0};
+    fstore_t request{F_ALLOCATEALL, F_PEOFPOSMODE, 0, size - allocated, 0};
     const int result = ::fcntl(file.number(), F_PREALLOCATE, &request);
 #else
     if (size <= 0)
@@ -106,8 +113,10 @@ void overwriteInPlace(const Descriptor& file, const QByteArray& content, qint64 
     const bool isReserved = reserve(file, oldSize, content.size(), path);
     // Line ends replace the rest of a longer old content until it is cut off: readers of text ignore them.
     const QByteArray padded = content.leftJustified(oldSize, '\n');
+    // A complete content is not undone because the file could not be cut to the length that it has.
+    const auto length = content.size() < oldSize ? std::optional<qint64>(content.size()) : std::nullopt;
     // Where nothing can be reserved, the part beyond the old end is written first.
-    Job job{file.number(), padded, content.size(), isReserved ? 0 : oldSize};
+    Job job{file.number(), padded, length, isReserved ? 0 : oldSize};
     runToItsEnd(job);
     if (job.error == 0)
         return;

@@ -14,7 +14,8 @@ namespace orvanlite::platform {
 bool becomeOnlyProcess(const QString& file)
 {
     const QByteArray name = file.toUtf8();
-    // Whoever can open a file can hold its lock. A start with sudo leaves one of root's, which must not shut us out.
+    // Whoever can open a file can hold its lock. A start with sudo leaves one of root's, which must not shut
+    // us out.
     const mode_t mode = ::geteuid() == 0 ? 0644 : 0600;
     int descriptor = ::open(name.constData(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, mode);
     if (descriptor < 0)

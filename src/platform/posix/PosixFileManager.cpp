@@ -209,7 +209,8 @@ bool replaceFile(const QByteArray& name, const QByteArray& content, const QStrin
     return writeThroughNewFile(real.get(), content, path, &old);
 }
 
-/// Throws unless an entry can be removed with all it holds. A removal that fails half-way leaves a damaged bundle.
+/// Throws unless an entry can be removed with all it holds. A removal that fails half-way leaves a damaged
+/// bundle.
 void requireRemovable(const QByteArray& name, const QString& path)
 {
     const auto requireWritable = [&path](const char* folder) {
@@ -239,6 +240,22 @@ void requireRemovable(const QByteArray& name, const QString& path)
         throw FileError(error.value(), path);
 }
 
+/// Opens or creates the file. Below zero, with errno, on failure.
+int openForWriting(const QByteArray& name)
+{
+    const auto open = [&name](int flags) {
+        return untilDone(
+            [&] { return ::open(name.constData(), O_WRONLY | O_CREAT | O_CLOEXEC | flags, 0666); });
+    };
+    // A pipe would block until somebody reads it. A file that a file server has lent out is worth the wait.
+    const int file = open(O_NONBLOCK);
+    struct stat status {};
+    if (file >= 0 || errno != EWOULDBLOCK || ::stat(name.constData(), &status) != 0 ||
+        !S_ISREG(status.st_mode))
+        return file;
+    return open(0);
+}
+
 } // namespace
 
 bool PosixFileManager::exists(const QString& path) const
@@ -256,6 +273,7 @@ std::optional<FileStatus> PosixFileManager::status(const QString& path) const
     FileStatus status;
     status.isDirectory = S_ISDIR(information.st_mode);
     status.size = information.st_size;
+    status.number = information.st_ino;
     status.accessTime = information.st_atime;
     status.modificationTime = information.st_mtime;
 #if defined(ORV_APPLE)
@@ -339,13 +357,12 @@ void PosixFileManager::write(const QString& path, const QByteArray& content, Wri
 
 void PosixFileManager::writeInPlace(const QByteArray& name, const QByteArray& content, const QString& path)
 {
-    // O_NONBLOCK: a pipe would block until somebody reads it.
-    Descriptor file(untilDone(
-        [&] { return ::open(name.constData(), O_WRONLY | O_CREAT | O_CLOEXEC | O_NONBLOCK, 0666); }));
+    Descriptor file(openForWriting(name));
     struct stat status {};
     if (!file.isOpen() || ::fstat(file.number(), &status) != 0)
         throw FileError(errno, path);
     if (S_ISCHR(status.st_mode)) {
+        ::fcntl(file.number(), F_SETFL, 0); // a slow terminal would refuse a part
         writeAll(file, content, path);
         return;
     }

@@ -4,8 +4,8 @@
 
 namespace orvanlite::platform {
 
-/// While in scope, new files and folders are readable by everybody and writable by their owner only, regardless of the
-/// umask the application was started with. For what all users of the machine share.
+/// While in scope, new files and folders are readable by everybody and writable by their owner only,
+/// regardless of the umask the application was started with. For what all users of the machine share.
 class SharedUmask {
 public:
     SharedUmask()

@@ -9,8 +9,8 @@ class QWidget;
 
 namespace orvanlite {
 
-/// Calls a function once, from the event loop, after a widget has been painted for the first time, or when it is
-/// closed before that. For work that occupies the thread.
+/// Calls a function once, from the event loop, after a widget has been painted for the first time, or when it
+/// is closed before that. For work that occupies the thread.
 class FirstPaint final : public QObject {
 public:
     /// Owned by the widget.

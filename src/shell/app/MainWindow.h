@@ -16,8 +16,8 @@ class MainWindow final : public QMainWindow {
 public:
     explicit MainWindow(platform::Defaults& defaults);
 
-    /// Restores the frame saved under this name, if any, as far as it fits the screens, and saves all later frames
-    /// there.
+    /// Restores the frame saved under this name, if any, as far as it fits the screens, and saves all later
+    /// frames there.
     void setFrameAutosaveName(const QString& name);
     /// Resizes to this size, limited to the screen, and centres the window on the screen.
     void center(const QSize& wanted);

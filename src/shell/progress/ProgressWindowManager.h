@@ -39,7 +39,8 @@ public:
     /// Prepares the panel with progress 0, for the active window or, without one, the main window. It appears
     /// there with the first progress: until then a password prompt may be open, which nothing may cover.
     void show(const QString& label, int count) override;
-    /// Shows the bar full, if the panel has appeared, and closes it after a short delay, even after a new show().
+    /// Shows the bar full, if the panel has appeared, and closes it after a short delay, even after a new
+    /// show().
     void hide() override;
     /// Closes the panel now.
     void orderOut();

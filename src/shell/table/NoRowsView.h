@@ -8,7 +8,8 @@ namespace orvanlite {
 
 class PressButton;
 
-/// Shown in place of the table's rows: why there are none, and where it helps, a button that clears the filters.
+/// Shown in place of the table's rows: why there are none, and where it helps, a button that clears the
+/// filters.
 class NoRowsView final : public QWidget {
     Q_OBJECT
 

@@ -10,8 +10,8 @@ class ElidedLabel;
 class PluginManagerViewModel;
 class ViewUpdater;
 
-/// A line of the footer: the current operation, or why the last one failed or the list could not be saved. Keeps
-/// its height while empty. Each text is announced to screen readers.
+/// A line of the footer: the current operation, or why the last one failed or the list could not be saved.
+/// Keeps its height while empty. Each text is announced to screen readers.
 class WorkStatusLine final : public QWidget {
     Q_OBJECT
 

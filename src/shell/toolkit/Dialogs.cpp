@@ -24,8 +24,8 @@ namespace {
 
 constexpr int kTextQuestionWidth = 250;
 
-/// A button of a question; red if its action is destructive. The key that opened the question does not answer it
-/// while it is held.
+/// A button of a question; red if its action is destructive. The key that opened the question does not answer
+/// it while it is held.
 class AnswerButton final : public QPushButton {
 public:
     AnswerButton(const QString& text, QWidget* parent, bool isDestructive = false)

@@ -22,8 +22,8 @@ QString withSuffix(const QString& name, const QString& suffix)
     return name.endsWith(ending, Qt::CaseInsensitive) ? name : name + ending;
 }
 
-/// A valid file name. File systems limit names to 255 bytes and read a slash as a folder; a suffix alone would be
-/// the name of a hidden file.
+/// A valid file name. File systems limit names to 255 bytes and read a slash as a folder; a suffix alone
+/// would be the name of a hidden file.
 QString proposal(const SaveRequest& request)
 {
     constexpr qsizetype kLongestName = 255;

@@ -8,7 +8,8 @@ namespace orvanlite {
 
 /// Keeps an event filter of the application in front of the accessibility bridge, if called with every event
 /// of the filter. While a screen reader listens, the bridge swallows each key and later posts a copy, which
-/// is not spontaneous and has no timestamp; whenever a reader changes its subscriptions, it moves to the front.
+/// is not spontaneous and has no timestamp; whenever a reader changes its subscriptions, it moves to the
+/// front.
 void keepFirst(QObject& filter, const QEvent& event);
 
 /// Distinguishes a held key from repeated presses, even where the auto-repeat flag is wrong: on X11 a repeat

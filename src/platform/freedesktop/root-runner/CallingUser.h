@@ -8,8 +8,8 @@ namespace orvanlite::root_runner {
 /// process. An unknown user has no home folder.
 [[nodiscard]] Surroundings surroundingsOfCaller();
 
-/// Drops or resets what the untrusted caller chose: open files, environment, umask, limits, timers. None of it may stop
-/// a command half-way. Look up the caller first: this clears the environment.
+/// Drops or resets what the untrusted caller chose: open files, environment, umask, limits, timers. None of
+/// it may stop a command half-way. Look up the caller first: this clears the environment.
 void dropInheritedState();
 
 /// Switches to the rights of the calling user for its lifetime, if ours differ. Aborts if that fails.

@@ -157,7 +157,8 @@ void removePartialCopy(const Entry& copy) noexcept
     }
 }
 
-/// The user may be able to write to the destination's folder, so the copy is made in one that only we can enter.
+/// The user may be able to write to the destination's folder, so the copy is made in one that only we can
+/// enter.
 void copyTo(const Entry& source, const Entry& destination)
 {
     std::uint64_t number = 0;
