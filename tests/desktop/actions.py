@@ -2,156 +2,159 @@
 
 import time
 
+from glance import Glance
 from product import PASSWORD, PLUGINS
-from steps import Failed, expect, step
+from steps import expect, expect_equal, step, wait_for
 from x11 import X11Desktop
 
 DESKTOP = X11Desktop
 NAMES = ("Aria", "Bravo", "Cello")
-# A cell of a table is acted upon by keys; what opens other windows of the system would cover ours.
+# Tables are acted upon by keys, their titles are one control as wide as the table, and the website is another program.
 OTHER_ROLES = ("table cell", "table column header", "scroll bar", "split pane", "text", "label")
-LEFT_OUT = ("Import Profile", "Website")
+LEFT_OUT = ("Sort by ", "Import Profile", "Website")
 SECTIONS = ("Profiles", "Actions", "Plugin Formats", "Manufacturers", "Statistics", "Recent Activity")
 
 
-def controls(product):
-    return [node for node in product.application.walk()
-            if node.role not in OTHER_ROLES and node.acts and node.name and node.name not in LEFT_OUT
+def controls(window):
+    return [node for node in window.walk()
+            if node.role not in OTHER_ROLES and node.acts and node.name and not node.name.startswith(LEFT_OUT)
             and node.has("sensitive")]
 
 
-def identity(node):
-    """What a control is recognised by after the window has been built again."""
-    return node.role, node.name, node.parent.name if node.parent else ""
+def numbered(nodes):
+    """Each with what it is recognised by after the window has been built again. "Reset" last: it hides the others."""
+    seen = {}
+    found = []
+    for node in sorted(nodes, key=lambda node: node.name == "Reset"):
+        key = node.role, node.name
+        seen[key] = seen.get(key, 0) + 1
+        found.append((*key, seen[key]))
+    return found
 
 
-def state(desktop):
-    """Everything that an action may change: what is shown, the prompt, the files and the catalogue. Not the focus,
-    which a click takes."""
-    product = desktop.product
-    texts = [(role, name, description, tuple(sorted(states - {"focused", "active"})))
-             for role, name, description, states in product.application.snapshot()]
-    return texts, bool(desktop.prompt()), sorted(PLUGINS.rglob("*")), sorted(product.states().items())
+class Walk:
+    """Acts on all controls of a view in one way, twice on those that stay, and notes the state after each. The view
+    is a function that starts the product anew and returns the window with the controls."""
 
-
-def settled(desktop, before):
-    """The state once it has changed and stays, or the same after a while."""
-    end = time.monotonic() + 1.5
-    last = state(desktop)
-    while time.monotonic() < end:
-        time.sleep(0.2)
-        now = state(desktop)
-        if now == last and now != before:
-            break
-        last = now
-    return last
-
-
-def difference(left, right):
-    for one, other in zip(left, right):
-        if one != other and isinstance(one, list):
-            return f"only after the action: {[x for x in one if x not in other][:4]}, only after the click: " \
-                   f"{[x for x in other if x not in one][:4]}"
-    return "prompt, files or catalogue differ"
-
-
-class Comparison:
-    """All controls of a window in one of its views. view: brings the product there from a fresh start."""
-
-    def __init__(self, desktop, view):
+    def __init__(self, desktop, view, act):
         self._desktop = desktop
         self._view = view
-        self._base = None
-        self._controls = []
-        self.findings = []
-        self.count = 0
+        self._act = act
+        self._glance = Glance()
+        self._nodes = {}
+        self._windows = 1
+        self.trace = []
 
-    def _rebuild(self):
-        self._view(self._desktop)
-        time.sleep(0.5)
-        self._base = state(self._desktop)
-        self._controls = controls(self._desktop.product)
+    def run(self):
+        self._build()
+        for key in list(self._nodes):
+            node = self._find(key)
+            self._note(key, node)
+            if self._close_what_has_opened():
+                continue
+            if node.has("showing"):
+                self._note(key, node)
+                self._close_what_has_opened()
+        return self.trace
 
-    def _find(self, wanted, at):
-        same = [node for node in self._controls if identity(node) == wanted and node.has("showing")]
-        expect(len(same) > at, f"{wanted} is gone")
-        return same[at]
+    def _build(self):
+        window = self._view(self._desktop)
+        self._settled()
+        self._windows = len(self._desktop.windows_of_product())
+        nodes = controls(window)
+        self._nodes = dict(zip(numbered(nodes), sorted(nodes, key=lambda node: node.name == "Reset")))
 
-    def _back(self, wanted, at):
-        """To the view, in the cheapest way that works."""
+    def _find(self, key):
+        if not self._nodes[key].has("showing"):
+            self._build()
+        expect(key in self._nodes, f"{key} is gone")
+        return self._nodes[key]
+
+    def _note(self, key, node):
+        before = self._state()
+        self._act(node)
+        self.trace.append((key, self._settled(before)))
+
+    def _close_what_has_opened(self):
         desktop = self._desktop
         if desktop.prompt():
             desktop.focus_prompt()
             desktop.key("Escape")
             desktop.await_no_prompt()
-        elif len(desktop.windows_of_product()) > 1:
+        elif len(desktop.windows_of_product()) > self._windows:
             desktop.key("Escape")
+            wait_for("the end of what has opened", lambda: len(desktop.windows_of_product()) <= self._windows)
         else:
-            desktop.click(self._find(wanted, at))
-        if settled(desktop, None) != self._base:
-            self._rebuild()
+            return False
+        self._settled()
+        return True
 
-    def _after(self, wanted, at, act):
-        act(self._find(wanted, at))
-        found = settled(self._desktop, self._base)
-        if found != self._base:
-            self._back(wanted, at)
-        return found
+    def _state(self):
+        """Everything that an action may change: what is shown, the prompt, the files and the catalogue."""
+        desktop = self._desktop
+        prompts = [each for each in self._glance.take(desktop.agent.pid) if each[0] == "dialog"]
+        return (self._glance.take(desktop.product.pid), prompts, sorted(PLUGINS.rglob("*")),
+                sorted(desktop.product.states().items()))
 
-    def run(self):
-        self._rebuild()
-        seen = {}
-        for wanted in [identity(node) for node in self._controls]:
-            at = seen[wanted] = seen.get(wanted, -1) + 1
-            self.count += 1
-            try:
-                clicked = self._after(wanted, at, self._desktop.click)
-                acted = self._after(wanted, at, lambda node: node.act())
-                if clicked != acted:
-                    self.findings.append(f"{wanted}: {difference(acted, clicked)}")
-            except Failed as reason:
-                self.findings.append(f"{wanted}: {reason}")
-                self._rebuild()
+    def _settled(self, before=None):
+        """The state once it stays the same. One that is as before gets more time to change."""
+        start = time.monotonic()
+        last = self._state()
+        while True:
+            time.sleep(0.2)
+            now = self._state()
+            passed = time.monotonic() - start
+            if (now == last and passed > (1.2 if now == before else 0.3)) or passed > 5:
+                return now
+            last = now
 
 
 def compare(desktop, view, least):
-    comparison = Comparison(desktop, view)
-    comparison.run()
-    expect(comparison.count >= least, f"only {comparison.count} controls found")
-    expect(not comparison.findings, f"{len(comparison.findings)} of {comparison.count} controls differ:\n        | "
-           + "\n        | ".join(comparison.findings))
+    clicked = Walk(desktop, view, desktop.click).run()
+    acted = Walk(desktop, view, lambda node: node.act()).run()
+    count = len({key for key, _ in clicked})
+    expect(count >= least, f"only {count} controls found")
+    for (key, after_click), (acted_key, after_action) in zip(clicked, acted):
+        expect_equal(acted_key, key, "control")
+        for one, other in zip(after_action, after_click):
+            expect(one == other, f"{key} differs, only after the action: {missing(one, other)}, only after the click: "
+                   f"{missing(other, one)}")
+    expect_equal(len(acted), len(clicked), "uses of controls")
+
+
+def missing(these, those):
+    return [each for each in these if each not in those][:5]
 
 
 def start(desktop):
-    desktop.start_product(NAMES, shows_table=False)
+    return desktop.start_product(NAMES, shows_table=False).window
 
 
 def sections_open(desktop):
-    start(desktop)
-    window = desktop.product.window
+    window = start(desktop)
     for name in SECTIONS:
         header = window.find(None, name, acts=True)
         if header and not header.has("checked") and not header.has("expanded"):
             desktop.click(header)
             time.sleep(0.4)
+    return window
 
 
 def plugin_picked(desktop):
-    desktop.start_product(NAMES)
-    desktop.click(desktop.product.cell("Aria"))
-    desktop.product.window.get("push button", "Disable Selected")
+    product = desktop.start_product(NAMES)
+    desktop.click(product.cell("Aria"))
+    product.window.get("push button", "Disable Selected")
+    return product.window
 
 
 def question_open(desktop):
-    plugin_picked(desktop)
-    desktop.click(desktop.product.window.get("push button", "Delete Selected"))
-    desktop.product.application.get("push button", "Cancel")
+    desktop.click(plugin_picked(desktop).get("push button", "Delete Selected"))
+    return desktop.product.application.get("alert")
 
 
 def export_open(desktop):
-    start(desktop)
-    desktop.click(desktop.product.window.get("push button", "Export"))
-    desktop.product.application.get("push button", "Cancel")
+    desktop.click(start(desktop).get("push button", "Export"))
+    return desktop.product.application.get("dialog")
 
 
 @step("acts for readers as for clicks: the window at the start")

@@ -122,10 +122,6 @@ class Node:
         """The object and everything below it, in the order of a reader. Hidden branches are left out."""
         return (node for node, _, _ in self._walk(hidden))
 
-    def snapshot(self):
-        """Role, name, description and states of everything that is shown."""
-        return [(role, node.name, node.description, frozenset(states)) for node, role, states in self._walk(False)]
-
     def find(self, role=None, name=None, hidden=False, **wanted):
         """The first object below with this role, name, and other properties; None without one."""
         for node, its_role, _ in self._walk(hidden):
@@ -142,8 +138,10 @@ class Node:
         return wait_for(f"{role or 'object'} {name!r}", lambda: self.find(role, name, **wanted), seconds)
 
     def texts(self):
-        """Everything that a reader could read in it."""
-        return [text for node in self.walk() for text in (node.name, node.description) if text]
+        """Everything that a reader could read in it. Not what is only announced: that stays for a while without being
+        seen."""
+        seen = [node for node, role, _ in self._walk(False) if role != "notification"]
+        return [text for node in seen for text in (node.name, node.description) if text]
 
     def dump(self, depth=0):
         lines = [f"{'  ' * depth}{self} {self.description!r} {' '.join(sorted(self.states))} {self.box}"]
