@@ -107,6 +107,8 @@ TEST_F(ViewModelStateTest, FiltersReloadTheRows)
     EXPECT_EQ(*model().totalPluginCount, 0);
     model().selectedFormats.clear();
     EXPECT_EQ(*model().totalPluginCount, 20);
+    const auto counts = model().pluginCounts();
+    EXPECT_EQ(counts.at(4), std::make_pair(PluginFormat::clap, 20)) << "regardless of the filters";
 
     m_database.replaceAllPlugins({});
     model().refreshAllState();

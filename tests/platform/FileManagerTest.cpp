@@ -365,4 +365,21 @@ TEST_F(FileManagerTest, CreatesMissingFolders)
         EXPECT_EQ(errorOf([&] { files.createDirectory(root.at(path)); }).first, ENOTDIR);
 }
 
+TEST_F(FileManagerTest, ListsButDoesNotAccessNamesThatAreNotUtf8)
+{
+    root.addFolder(u"/n");
+    const QByteArray raw = root.at(u"/n/").toUtf8() + "a\xff.vst3";
+    const int made = ::open(raw.constData(), O_CREAT | O_WRONLY, 0600);
+    if (made < 0 && errno == EILSEQ)
+        GTEST_SKIP() << "this file system has no such names";
+    ::close(made);
+    const auto entries = files.list(root.at(u"/n"), HiddenEntries::skip);
+    ASSERT_EQ(entries.size(), 1U);
+    EXPECT_EQ(entries[0].name, u"a\uFFFD.vst3"_s);
+    EXPECT_EQ(errorOf([&] { files.move(root.at(u"/n/") + entries[0].name, root.at(u"/n/b")); }).first,
+              ENOENT);
+    EXPECT_EQ(::access(raw.constData(), F_OK), 0);
+    ::unlink(raw.constData());
+}
+
 } // namespace orvanlite::test
